@@ -1,0 +1,20 @@
+#include "core/app_state.h"
+
+#include "core/paths.h"
+
+namespace norvelis {
+
+AppState::AppState(std::string applicationFolder, Host& hostPort, Clock& clockPort, Random randomSource)
+    : ApplicationFolder(NativePath(applicationFolder)),
+      host(hostPort),
+      clock(clockPort),
+      random(std::move(randomSource)),
+      progress(hostPort) {
+    while (ApplicationFolder.size() > 1 && ApplicationFolder.ends_with('/')) ApplicationFolder.pop_back();
+}
+
+std::string AppState::AppPath(std::string_view literal) const {
+    return NativePath(ApplicationFolder + std::string(literal));
+}
+
+}  // namespace norvelis

@@ -1,0 +1,68 @@
+#include "core/console_host.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+
+namespace norvelis {
+
+namespace {
+
+constexpr auto kRepaintEvery = std::chrono::milliseconds(50);
+
+void Print(const std::string& text) { std::fprintf(stderr, "%s\n", text.c_str()); }
+
+}  // namespace
+
+ConsoleHost::ConsoleHost() : terminal_(isatty(STDERR_FILENO) != 0) {}
+
+ConsoleHost::~ConsoleHost() { ClearLine(); }
+
+Answer ConsoleHost::MessageBox(const Message& message) {
+    ClearLine();
+    if (message.buttons == Buttons::Ok) {
+        lastText_ = message.text;
+        if (printBoxes_) Print(message.text);
+        return Answer::Ok;
+    }
+    Answer answer = message.defaultAnswer == Answer::Ok ? Answer::Yes : message.defaultAnswer;
+    if (const auto known = answers_.find(message.text); known != answers_.end()) answer = known->second;
+    Print(message.text + (answer == Answer::Yes ? " Yes" : answer == Answer::No ? " No" : " Cancel"));
+    return answer;
+}
+
+std::optional<std::string> ConsoleHost::InputBox(const std::string&, const std::string&, const std::string&) {
+    return std::nullopt;
+}
+std::optional<std::string> ConsoleHost::OpenFileDialog(const std::string&, const std::string&) { return std::nullopt; }
+std::optional<std::string> ConsoleHost::FolderDialog(const std::string&) { return std::nullopt; }
+
+void ConsoleHost::Status(const std::string& text) {
+    status_ = text;
+    Repaint();
+}
+
+void ConsoleHost::ProgressChanged(Bar, const ProgressBar& state) {
+    if (!state.Text.empty()) status_ = state.Text;
+    Repaint();
+}
+
+// A script's log wants no thousand lines of status, so only a terminal sees the moving line.
+void ConsoleHost::Repaint() {
+    if (!terminal_) return;
+    const auto now = std::chrono::steady_clock::now();
+    if (now < nextPaint_) return;
+    nextPaint_ = now + kRepaintEvery;
+    line_ = status_.substr(0, 78);
+    std::fprintf(stderr, "\r\033[K%s", line_.c_str());
+    std::fflush(stderr);
+}
+
+void ConsoleHost::ClearLine() {
+    if (terminal_ && !line_.empty()) {
+        std::fprintf(stderr, "\r\033[K");
+        line_.clear();
+    }
+}
+
+}  // namespace norvelis
