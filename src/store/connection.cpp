@@ -114,7 +114,7 @@ std::shared_ptr<Connection> Connection::Open(std::string_view connectionString) 
         OpenFile(path, PartOf(connectionString, "Jet OLEDB:Database password"), SQLITE_OPEN_READWRITE);
     KeepFileForm(database.get());
     RunScript(database.get(), path,
-              "PRAGMA temp_store = MEMORY; PRAGMA cache_size = -8000; SELECT count(*) FROM sqlite_master;");
+              "PRAGMA temp_store = MEMORY; PRAGMA secure_delete = OFF; SELECT count(*) FROM sqlite_master;");
     return std::shared_ptr<Connection>(new Connection(database.release(), path));
 }
 
