@@ -10,13 +10,17 @@ namespace {
 
 constexpr auto kRepaintEvery = std::chrono::milliseconds(50);
 
-void Print(const std::string& text) { std::fprintf(stderr, "%s\n", text.c_str()); }
+void Print(const std::string& text) {
+    std::fprintf(stderr, "%s\n", text.c_str());
+}
 
 }  // namespace
 
 ConsoleHost::ConsoleHost() : terminal_(isatty(STDERR_FILENO) != 0) {}
 
-ConsoleHost::~ConsoleHost() { ClearLine(); }
+ConsoleHost::~ConsoleHost() {
+    ClearLine();
+}
 
 Answer ConsoleHost::MessageBox(const Message& message) {
     ClearLine();
@@ -34,8 +38,12 @@ Answer ConsoleHost::MessageBox(const Message& message) {
 std::optional<std::string> ConsoleHost::InputBox(const std::string&, const std::string&, const std::string&) {
     return std::nullopt;
 }
-std::optional<std::string> ConsoleHost::OpenFileDialog(const std::string&, const std::string&) { return std::nullopt; }
-std::optional<std::string> ConsoleHost::FolderDialog(const std::string&) { return std::nullopt; }
+std::optional<std::string> ConsoleHost::OpenFileDialog(const std::string&, const std::string&) {
+    return std::nullopt;
+}
+std::optional<std::string> ConsoleHost::FolderDialog(const std::string&) {
+    return std::nullopt;
+}
 
 void ConsoleHost::Status(const std::string& text) {
     status_ = text;
