@@ -15,7 +15,8 @@ constexpr int kSortKeys = 16;
 constexpr int kShownIndexes = 4;  // The grids show the first four of a record's eight index sets.
 
 struct DetailsWords {
-    std::array<std::pair<std::string_view, std::string_view>, 6> items;  // item, column; an empty item has no row
+    std::array<std::pair<std::string_view, std::string_view>, 6>
+        items;  // item, column; an empty item has no row
     std::string_view emptySortHeading, indexHeading;
 };
 
@@ -27,12 +28,18 @@ constexpr DetailsWords kIsolateWords{{{{"RECORD NAME", "Recordname"},
                                        {"RECORD LENGTH", "reclen"}}},
                                      "",
                                      "INDEX(S)"};
-constexpr DetailsWords kListWords{
-    {{{"ID", "tableid"}, {"MODE", "recmode"}, {"KEY", "reckey"}, {"TYPE", "rectype"}, {"LEN", "reclen"}, {"", ""}}},
-    "SORT",
-    "IDX"};
+constexpr DetailsWords kListWords{{{{"ID", "tableid"},
+                                    {"MODE", "recmode"},
+                                    {"KEY", "reckey"},
+                                    {"TYPE", "rectype"},
+                                    {"LEN", "reclen"},
+                                    {"", ""}}},
+                                  "SORT",
+                                  "IDX"};
 
-std::string OrBlank(const Recordset& row, std::string_view column) { return row.Value(column).value_or(" "); }
+std::string OrBlank(const Recordset& row, std::string_view column) {
+    return row.Value(column).value_or(" ");
+}
 
 /// The first n characters of UTF-8 text.
 std::string_view FirstCharacters(std::string_view text, std::size_t n) {
@@ -60,7 +67,8 @@ class ItemGroup {
     std::size_t first_;
 };
 
-void ReadSortRows(Connection& store, std::string_view name, const DetailsWords& words, RecordDetails& details) {
+void ReadSortRows(Connection& store, std::string_view name, const DetailsWords& words,
+                  RecordDetails& details) {
     auto index = store.Select("Select * FROM Index_Details where next_step = ?", {Trim(name)});
     std::string heading = index.Eof() ? std::string() : index.Text("sortcalckey");
     if (heading.empty()) heading = words.emptySortHeading;
@@ -69,7 +77,8 @@ void ReadSortRows(Connection& store, std::string_view name, const DetailsWords& 
     for (int i = 1; i <= kSortKeys; ++i) {
         const std::string key = index.Text("sortkey" + std::to_string(i));
         if (key.empty()) continue;
-        group.Put(static_cast<std::size_t>(i - 1), " " + key + " " + index.Text("sortorder" + std::to_string(i)));
+        group.Put(static_cast<std::size_t>(i - 1),
+                  " " + key + " " + index.Text("sortorder" + std::to_string(i)));
     }
 }
 
@@ -83,7 +92,8 @@ void ReadIndexRows(const Recordset& record, const DetailsWords& words, RecordDet
 }
 
 void ReadItems(Connection& store, std::string_view name, const DetailsWords& words, RecordDetails& details) {
-    auto record = store.Select("Select * FROM Record_Details where recordtype = 'Record' and Recordname = ?", {name});
+    auto record =
+        store.Select("Select * FROM Record_Details where recordtype = 'Record' and Recordname = ?", {name});
     if (record.Eof()) return;
     details.currentRecord = "CURRENT RECORD: " + OrBlank(record, "Recordname");
     for (const auto& [item, column] : words.items) {
@@ -103,7 +113,8 @@ void ReadLayout(Connection& store, std::string_view name, RecordDetails& details
         details.layout.push_back(
             {" " + field.Text("Fieldlevel"), " " + field.Text("fieldname"), " " + field.Text("fieldpicture"),
              " " + std::string(Trim(FirstCharacters(usage, kUsageCharacters))), repeats ? " YES" : "",
-             repeats ? " " + std::string(Trim(std::string_view(usage).substr(occurs + kOccurs.size()))) : ""});
+             repeats ? " " + std::string(Trim(std::string_view(usage).substr(occurs + kOccurs.size())))
+                     : ""});
     }
 }
 
@@ -133,21 +144,28 @@ RecordDetails getinfo2(Connection& store, std::string_view recordName) {
     return ReadDetails(store, recordName, kListWords);
 }
 
-std::optional<RecordLabels> ReadRecordLabels(Connection& store, std::string_view schema, std::string_view recordName) {
+std::optional<RecordLabels> ReadRecordLabels(Connection& store, std::string_view schema,
+                                             std::string_view recordName) {
     std::optional<RecordLabels> labels;
     IgnoringFailures([&] {
         const std::string name = UpperCase(Trim(recordName));
         auto record =
             schema.empty()
-                ? store.Select("Select * FROM Record_Details where recordtype = 'Record' and recordname = ?", {name})
-                : store.Select("Select * FROM Record_Details where schemaname = ? and recordtype = 'Record' and "
-                               "recordname = ?",
-                               {Trim(schema), name});
+                ? store.Select("Select * FROM Record_Details where recordtype = 'Record' and recordname = ?",
+                               {name})
+                : store.Select(
+                      "Select * FROM Record_Details where schemaname = ? and recordtype = 'Record' and "
+                      "recordname = ?",
+                      {Trim(schema), name});
         if (record.Eof()) return;
-        labels = RecordLabels{UpperCase(OrBlank(record, "Recordname")), OrBlank(record, "areaname"),
-                              OrBlank(record, "tableid"),               OrBlank(record, "recmode"),
-                              OrBlank(record, "reckey"),                OrBlank(record, "reclen"),
-                              OrBlank(record, "rectype"),               OrBlank(record, "dn")};
+        labels = RecordLabels{UpperCase(OrBlank(record, "Recordname")),
+                              OrBlank(record, "areaname"),
+                              OrBlank(record, "tableid"),
+                              OrBlank(record, "recmode"),
+                              OrBlank(record, "reckey"),
+                              OrBlank(record, "reclen"),
+                              OrBlank(record, "rectype"),
+                              OrBlank(record, "dn")};
     });
     return labels;
 }

@@ -8,8 +8,8 @@
 
 #include "store/connection.h"
 
-// What a person reads about one record or schema: the two grids of the isolate and list screens and the two tool
-// tips, as rows of text. Nothing here fails: a store that refuses leaves what was read until then.
+// What a person reads about one record or schema: the two grids of the isolate and list screens and the two
+// tool tips, as rows of text. Nothing here fails: a store that refuses leaves what was read until then.
 namespace norvelis {
 
 inline constexpr std::string_view kIsolateDetailsHeading = "RECORD ITEM|RECORD VALUE";
@@ -22,21 +22,27 @@ struct RecordDetails {
     std::vector<std::array<std::string, 6>> layout;  ///< One row a field, at least thirty.
 };
 
-RecordDetails getinfo(Connection& store, std::string_view recordName);   ///< For the isolate screen.
-RecordDetails getinfo2(Connection& store, std::string_view recordName);  ///< For the list screen, in its shorter words.
+RecordDetails getinfo(Connection& store, std::string_view recordName);  ///< For the isolate screen.
+RecordDetails getinfo2(Connection& store,
+                       std::string_view recordName);  ///< For the list screen, in its shorter words.
 
 /// The labels of frmToolTip and of the list screen's record box, by their names.
 struct RecordLabels {
     std::string lblRecordname, lblareaname, lbltableid, lblrecmode, lblreckey, lblreclen;
     std::string lbldn;   ///< Holds the record type.
     std::string lblDN2;  ///< Holds the duplicates flag.
+
+    bool operator==(const RecordLabels&) const = default;
 };
 /// Of the record with this name, in `schema` when that is not empty.
-std::optional<RecordLabels> ReadRecordLabels(Connection& store, std::string_view schema, std::string_view recordName);
+std::optional<RecordLabels> ReadRecordLabels(Connection& store, std::string_view schema,
+                                             std::string_view recordName);
 
 /// The labels of frmToolTip2.
 struct SchemaLabels {
     std::string lblRecordname, lblSchemaRelease, lblschemaVersion, lblschemadate;
+
+    bool operator==(const SchemaLabels&) const = default;
 };
 std::optional<SchemaLabels> ReadSchemaLabels(Connection& store, std::string_view schema);
 

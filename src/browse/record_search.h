@@ -9,8 +9,8 @@
 
 namespace norvelis {
 
-/// The search of the tree screens. The button's caption is its mode: SEARCH starts at the top, NEXT goes on behind
-/// the last hit; it never wraps by itself.
+/// The search of the tree screens. The button's caption is its mode: SEARCH starts at the top, NEXT goes on
+/// behind the last hit; it never wraps by itself.
 class RecordSearch {
   public:
     const std::string& Caption() const { return caption_; }
@@ -19,8 +19,8 @@ class RecordSearch {
     /// The search text was changed.
     void TextChanged() { caption_ = "SEARCH"; }
 
-    /// The search button, with what stands in the text box. The result is a node to select, colour red and bring
-    /// into view; nothing when a box has answered instead.
+    /// The search button, with what stands in the text box. The result is a node to select, colour red and
+    /// bring into view; nothing when a box has answered instead.
     std::optional<NodeIndex> Click(Host& host, const RecordTree& tree, std::string_view text);
 
     /// The next node whose text holds `text`, upper and lower case being different letters.

@@ -10,8 +10,8 @@ namespace norvelis {
 
 namespace {
 
-/// Sorts the numbers 0 to keys.size() - 1 by key, stably, in linear time: `order` lists them, those of key k from
-/// begin[k] up to begin[k + 1].
+/// Sorts the numbers 0 to keys.size() - 1 by key, stably, in linear time: `order` lists them, those of key k
+/// from begin[k] up to begin[k + 1].
 template <typename KeyOf>
 void CountingSort(NodeIndex count, std::size_t keys, const KeyOf& keyOf, std::vector<NodeIndex>& order,
                   std::vector<NodeIndex>& begin) {
@@ -42,9 +42,10 @@ void RecordTree::Complete() {
     const NodeIndex count = Size();
     // Roots hang from a parent of their own behind the last node.
     CountingSort(
-        count, count + 1u, [this, count](NodeIndex i) { return std::min(nodes_[i].parent, count); }, children_,
-        childrenBegin_);
-    CountingSort(count, texts_.size(), [this](NodeIndex i) { return nodes_[i].text; }, byText_, byTextBegin_);
+        count, count + 1u, [this, count](NodeIndex i) { return std::min(nodes_[i].parent, count); },
+        children_, childrenBegin_);
+    CountingSort(
+        count, texts_.size(), [this](NodeIndex i) { return nodes_[i].text; }, byText_, byTextBegin_);
 
     rows_.resize(count);
     for (NodeIndex i = 0; i < count; ++i) {
@@ -65,7 +66,8 @@ std::string RecordTree::Key(NodeIndex node) const {
 std::span<const NodeIndex> RecordTree::Children(NodeIndex node) const {
     if (children_.empty()) return {};
     const std::size_t parent = std::min(node, Size());
-    return std::span(children_).subspan(childrenBegin_[parent], childrenBegin_[parent + 1] - childrenBegin_[parent]);
+    return std::span(children_).subspan(childrenBegin_[parent],
+                                        childrenBegin_[parent + 1] - childrenBegin_[parent]);
 }
 
 int RecordTree::Level(NodeIndex node) const {

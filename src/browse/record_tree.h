@@ -14,11 +14,12 @@ namespace norvelis {
 using NodeIndex = std::uint32_t;
 inline constexpr NodeIndex kNoNode = UINT32_MAX;
 
-/// Schemas, their entry records, and below each record its members, to any depth. A network of sets unfolds to far
-/// more nodes than it has records, so a node is a few numbers: its parent, its text, its schema.
+/// Schemas, their entry records, and below each record its members, to any depth. A network of sets unfolds
+/// to far more nodes than it has records, so a node is a few numbers: its parent, its text, its schema.
 ///
-/// Nodes are numbered from 0 in order of creation, each parent followed by all that is below it, so a subtree is a
-/// range of numbers. Fill with Add, then call Complete; the functions after it answer for a completed tree only.
+/// Nodes are numbered from 0 in order of creation, each parent followed by all that is below it, so a subtree
+/// is a range of numbers. Fill with Add, then call Complete; the functions after it answer for a completed
+/// tree only.
 class RecordTree {
   public:
     using TextId = std::uint32_t;
@@ -40,7 +41,8 @@ class RecordTree {
     std::size_t TextCount() const { return texts_.size(); }
     const std::string& Schema(NodeIndex node) const { return *texts_[nodes_[node].schema]; }
 
-    /// Schema, "**" and 32 hexadecimal digits that no other node has. Only the part before "**" means something.
+    /// Schema, "**" and 32 hexadecimal digits that no other node has. Only the part before "**" means
+    /// something.
     std::string Key(NodeIndex node) const;
 
     std::span<const NodeIndex> Roots() const { return Children(kNoNode); }

@@ -17,8 +17,8 @@ const TreeVariant kTreeviewMax{false, "Select * FROM Parents where schemaname = 
 
 namespace {
 
-/// Who owns whom: all records of the store with their members, read by one statement. Of several records of one name
-/// the first counts, as in a look-up by name.
+/// Who owns whom: all records of the store with their members, read by one statement. Of several records of
+/// one name the first counts, as in a look-up by name.
 class MemberLists {
   public:
     using RecordId = std::uint32_t;
@@ -33,7 +33,8 @@ class MemberLists {
 
     MemberLists(Connection& store, RecordTree& tree) {
         std::vector<std::string> lists;
-        auto rows = store.Select("Select Recordname, next_step FROM Record_Details where recordtype = 'Record'");
+        auto rows =
+            store.Select("Select Recordname, next_step FROM Record_Details where recordtype = 'Record'");
         for (; !rows.Eof(); rows.MoveNext()) {
             const std::string name = rows.Text("Recordname");
             if (!ids_.try_emplace(Folded(name), static_cast<RecordId>(records_.size())).second) continue;
@@ -43,7 +44,8 @@ class MemberLists {
         for (std::size_t i = 0; i < lists.size(); ++i) {
             for (const std::string& item : SplitNextStep(lists[i])) {
                 const std::string_view name = Trim(item);
-                if (const auto record = Find(name)) records_[i].members.push_back({tree.Intern(name), *record});
+                if (const auto record = Find(name))
+                    records_[i].members.push_back({tree.Intern(name), *record});
             }
         }
     }
@@ -111,8 +113,8 @@ class TreeLoader {
         if (variant_.showsProgress) app_.progress.SetVisible(Bar::BackgroundValue, false);
     }
 
-    /// The members of one record and all below them. The branch being walked is a stack of its own, for a chain of
-    /// sets can be longer than the machine's stack is deep.
+    /// The members of one record and all below them. The branch being walked is a stack of its own, for a
+    /// chain of sets can be longer than the machine's stack is deep.
     void loadchildren(const std::string& name, NodeIndex node) {
         if (!lists_) {
             lists_.emplace(store_, tree_);
@@ -131,8 +133,8 @@ class TreeLoader {
             }
             const auto [text, record] = members[step.next++];
             if (tree_.Size() >= mostNodes_) {
-                throw RuntimeFailure(FailureNumber::Overflow,
-                                     "the record tree has more than " + std::to_string(mostNodes_) + " nodes");
+                throw RuntimeFailure(FailureNumber::Overflow, "the record tree has more than " +
+                                                                  std::to_string(mostNodes_) + " nodes");
             }
             const NodeIndex child = tree_.Add(step.node, text);
             app_.host.Yield();
@@ -160,7 +162,8 @@ class TreeLoader {
             step();
             return true;
         } catch (const RuntimeFailure& failure) {
-            WriteToErrorLog(app_, "frmTreeview", procedure, failure.what(), static_cast<int>(failure.Number()));
+            WriteToErrorLog(app_, "frmTreeview", procedure, failure.what(),
+                            static_cast<int>(failure.Number()));
             return false;
         }
     }
@@ -184,7 +187,8 @@ class TreeLoader {
 
 }  // namespace
 
-RecordTree loadnodesfromaccess(AppState& app, Connection& store, const TreeVariant& variant, NodeIndex mostNodes) {
+RecordTree loadnodesfromaccess(AppState& app, Connection& store, const TreeVariant& variant,
+                               NodeIndex mostNodes) {
     return TreeLoader(app, store, variant, mostNodes).loadnodesfromaccess();
 }
 
