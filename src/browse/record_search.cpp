@@ -1,10 +1,16 @@
 #include "browse/record_search.h"
 
-#include <vector>
-
 #include "core/text.h"
 
 namespace norvelis {
+
+std::vector<bool> MatchingTexts(const RecordTree& tree, std::string_view text) {
+    std::vector<bool> matches(tree.TextCount());
+    for (RecordTree::TextId id = 0; id < matches.size(); ++id) {
+        matches[id] = tree.TextOf(id).find(text) != std::string::npos;
+    }
+    return matches;
+}
 
 std::optional<NodeIndex> RecordSearch::Click(Host& host, const RecordTree& tree, std::string_view text) {
     text = Trim(text);
@@ -17,11 +23,7 @@ std::optional<NodeIndex> RecordSearch::Click(Host& host, const RecordTree& tree,
 }
 
 std::optional<NodeIndex> RecordSearch::Search(Host& host, const RecordTree& tree, std::string_view text) {
-    // Few texts stand on many nodes: each text is compared once.
-    std::vector<bool> matches(tree.TextCount());
-    for (RecordTree::TextId id = 0; id < matches.size(); ++id) {
-        matches[id] = tree.TextOf(id).find(text) != std::string::npos;
-    }
+    const std::vector<bool> matches = MatchingTexts(tree, text);
     for (NodeIndex node = caption_ == "NEXT" && lastNode_ ? *lastNode_ + 1 : 0; node < tree.Size(); ++node) {
         if (!matches[tree.TextIdOf(node)]) continue;
         caption_ = "NEXT";

@@ -3,11 +3,16 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "browse/record_tree.h"
 #include "core/host.h"
 
 namespace norvelis {
+
+/// For each text of the tree, by its id, whether it holds `text`; upper and lower case are different letters.
+/// Few texts stand on many nodes, so each is compared once.
+std::vector<bool> MatchingTexts(const RecordTree& tree, std::string_view text);
 
 /// The search of the tree screens. The button's caption is its mode: SEARCH starts at the top, NEXT goes on
 /// behind the last hit; it never wraps by itself.
@@ -23,7 +28,7 @@ class RecordSearch {
     /// bring into view; nothing when a box has answered instead.
     std::optional<NodeIndex> Click(Host& host, const RecordTree& tree, std::string_view text);
 
-    /// The next node whose text holds `text`, upper and lower case being different letters.
+    /// The next node whose text holds `text` as it stands.
     std::optional<NodeIndex> Search(Host& host, const RecordTree& tree, std::string_view text);
 
   private:
