@@ -35,5 +35,6 @@ std::string WithNewlines(const std::string& text);
 std::string AbsolutePath(const std::string& path);
 
 void AddDictionaryCommands(CLI::App& program, Context& context);  ///< validate, extract, dump, setting.
+void AddBrowseCommands(CLI::App& program, Context& context);      ///< tree, find.
 
 }  // namespace norvelis::cli

@@ -49,6 +49,7 @@ int Run(int argc, char** argv) {
     program.add_option("--app", folder, "Application folder (default: the folder of this program)");
     Context context;
     AddDictionaryCommands(program, context);
+    AddBrowseCommands(program, context);
     try {
         program.parse(argc, argv);
     } catch (const CLI::CallForHelp& help) {
