@@ -108,8 +108,12 @@ bool process_Classic_Extract_Report(AppState& app, const ExtractionDriver& drive
         ExtractionState state(app, driver.connection, Report::Read(app.gReportFile), driver.attended);
         try {
             RunPasses(app, driver, state);
-        } catch (const RuntimeFailure&) {
-            FinishExtraction(state);
+        } catch (const RuntimeFailure& failure) {
+            if (failure.Number() == FailureNumber::StoreFailure) {
+                transaction.Rollback();
+            } else {
+                FinishExtraction(state);
+            }
             throw;
         }
         FinishExtraction(state);

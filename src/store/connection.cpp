@@ -237,6 +237,14 @@ void Transaction::Commit() {
     }
 }
 
+void Transaction::Rollback() {
+    if (connection_ == nullptr) return;
+    Connection& connection = *std::exchange(connection_, nullptr);
+    if (--connection.transactions_ > 0 || !connection.IsOpen()) return;
+    // Refused when the engine has gone back by itself, which is as good.
+    sqlite3_exec(connection.database_, "ROLLBACK", nullptr, nullptr, nullptr);
+}
+
 Transaction::~Transaction() {
     try {
         Commit();

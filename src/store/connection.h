@@ -73,7 +73,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
 /// The connection string of a store file, as Open reads it.
 std::string ConnectionString(std::string_view path);
 
-/// All writes between Begin and the end become visible to a crash at once. The writes done so far are
+/// All writes until the scope's end become lasting at once. The writes done so far are
 /// committed when the scope is left, by a failure too: what a command wrote before it failed stays. Only a
 /// killed process goes back to the state before. Nested scopes belong to the outermost.
 class Transaction {
@@ -85,6 +85,8 @@ class Transaction {
 
     /// Commits now and reports a failure, which the destructor could not.
     void Commit();
+    /// Goes back to the state before: for a store that refuses (disk full), where half of the work is no use.
+    void Rollback();
 
   private:
     Connection* connection_;

@@ -118,5 +118,17 @@ TEST_F(DriverTest, AFailureLeavesWhatWasGatheredAndOtherSchemas) {
               std::nullopt);
 }
 
+TEST_F(DriverTest, AStoreThatRefusesInTheMiddleKeepsItsOldState) {
+    SetReport(ReportOf("ONE"));
+    Extract();
+    store.Execute("CREATE TRIGGER full BEFORE INSERT ON Record_layout BEGIN SELECT RAISE(ROLLBACK, 'full'); END");
+    SetReport(ReportOf("TWO"));
+    EXPECT_THROW(Extract(), RuntimeFailure);
+    EXPECT_EQ(Records("ONE"), 1);
+    EXPECT_EQ(Records("TWO"), 0);
+    store.Execute("DROP TRIGGER full");
+    EXPECT_TRUE(Extract()) << "the store is not left locked";
+}
+
 }  // namespace
 }  // namespace norvelis
