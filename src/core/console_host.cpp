@@ -9,6 +9,7 @@ namespace norvelis {
 namespace {
 
 constexpr auto kRepaintEvery = std::chrono::milliseconds(50);
+constexpr auto kReportEvery = std::chrono::milliseconds(1000);
 
 void Print(const std::string& text) {
     std::fprintf(stderr, "%s\n", text.c_str());
@@ -55,15 +56,18 @@ void ConsoleHost::ProgressChanged(Bar, const ProgressBar& state) {
     Repaint();
 }
 
-// A script's log wants no thousand lines of status, so only a terminal sees the moving line.
+// On a terminal one line moves; a script's log gets a line now and then instead of thousands.
 void ConsoleHost::Repaint() {
-    if (!terminal_) return;
     const auto now = std::chrono::steady_clock::now();
-    if (now < nextPaint_) return;
-    nextPaint_ = now + kRepaintEvery;
-    line_ = status_.substr(0, 78);
-    std::fprintf(stderr, "\r\033[K%s", line_.c_str());
-    std::fflush(stderr);
+    if (now < nextPaint_ || status_ == line_) return;
+    nextPaint_ = now + (terminal_ ? kRepaintEvery : kReportEvery);
+    line_ = status_;
+    if (terminal_) {
+        std::fprintf(stderr, "\r\033[K%s", line_.substr(0, 78).c_str());
+        std::fflush(stderr);
+    } else {
+        Print(line_);
+    }
 }
 
 void ConsoleHost::ClearLine() {
