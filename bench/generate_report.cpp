@@ -13,7 +13,9 @@ int main(int argc, char** argv) {
     app.add_option("file", path, "The report to write")->required();
     app.add_option("--records", records)->capture_default_str()->check(CLI::PositiveNumber);
     app.add_option("--sets", sets)->capture_default_str()->check(CLI::NonNegativeNumber);
-    app.add_option("--fields", fields, "Fields in each record")->capture_default_str()->check(CLI::NonNegativeNumber);
+    app.add_option("--fields", fields, "Fields in each record")
+        ->capture_default_str()
+        ->check(CLI::NonNegativeNumber);
     app.add_option("--seed", seed)->capture_default_str();
     CLI11_PARSE(app, argc, argv);
 

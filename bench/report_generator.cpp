@@ -40,8 +40,11 @@ class Listing {
     void StartPage() {
         line_ = 3;
         const std::string page = fmt::format("PAGE{:5}", ++page_);
-        Print('1', {{2, "IDMSRPTS RELEASE 19.0.04"}, {46, "SCHEMA DESCRIPTION LISTING"}, {89, "DATE 03/14/24"},
-                    {107, "TIME 10:42:17"}, {124, page}});
+        Print('1', {{2, "IDMSRPTS RELEASE 19.0.04"},
+                    {46, "SCHEMA DESCRIPTION LISTING"},
+                    {89, "DATE 03/14/24"},
+                    {107, "TIME 10:42:17"},
+                    {124, page}});
         Print(' ', {{2, "SCHEMA=BULKSCHM VERSION=1"}});
         Print(' ', {});
     }
@@ -84,29 +87,37 @@ struct Record {
     std::vector<Key> keys;
 };
 
-constexpr std::array kWords = {"ORDER",  "CLIENT", "PART",   "STOCK",  "TRUCK",  "ROUTE",  "DEPOT",  "PALLET",
-                               "TARIFF", "CARGO",  "DRIVER", "PERMIT", "LEDGER", "BOOKING", "FERRY", "CUSTOMS"};
-constexpr std::array kFieldWords = {"NUMBER", "NAME",  "DATE",   "AMOUNT", "STATUS", "CODE",   "WEIGHT", "REMARK",
-                                    "COUNT",  "PRICE", "ORIGIN", "TARGET", "LIMIT",  "REASON", "RATE",   "OWNER"};
+constexpr std::array kWords = {"ORDER",  "CLIENT",  "PART",   "STOCK",  "TRUCK",  "ROUTE",
+                               "DEPOT",  "PALLET",  "TARIFF", "CARGO",  "DRIVER", "PERMIT",
+                               "LEDGER", "BOOKING", "FERRY",  "CUSTOMS"};
+constexpr std::array kFieldWords = {"NUMBER", "NAME",   "DATE",  "AMOUNT", "STATUS", "CODE",
+                                    "WEIGHT", "REMARK", "COUNT", "PRICE",  "ORIGIN", "TARGET",
+                                    "LIMIT",  "REASON", "RATE",  "OWNER"};
 struct FieldType {
     std::string_view usage, picture;
     int length;
 };
-constexpr std::array kFieldTypes = {
-    FieldType{"DISPLAY", "X(8)", 8},       FieldType{"DISPLAY", "X(30)", 30},  FieldType{"DISPLAY", "9(6)", 6},
-    FieldType{"COMP-3", "S9(7)V99", 5},    FieldType{"COMP", "S9(4)", 2},      FieldType{"COMP", "S9(9)", 4},
-    FieldType{"DISPLAY     OCCURS 4", "X(12)", 48}, FieldType{"DISPLAY", "X", 1}};
+constexpr std::array kFieldTypes = {FieldType{"DISPLAY", "X(8)", 8},
+                                    FieldType{"DISPLAY", "X(30)", 30},
+                                    FieldType{"DISPLAY", "9(6)", 6},
+                                    FieldType{"COMP-3", "S9(7)V99", 5},
+                                    FieldType{"COMP", "S9(4)", 2},
+                                    FieldType{"COMP", "S9(9)", 4},
+                                    FieldType{"DISPLAY     OCCURS 4", "X(12)", 48},
+                                    FieldType{"DISPLAY", "X", 1}};
 
 class Schema {
   public:
     Schema(int recordCount, int setCount, int fieldCount, std::uint64_t seed)
         : fieldCount_(fieldCount), chance_(seed), records_(static_cast<std::size_t>(recordCount)) {
         // Names have one width, so that none is the beginning of another.
-        const int width = std::max(4, static_cast<int>(fmt::formatted_size("{}", std::max(recordCount, setCount))));
+        const int width =
+            std::max(4, static_cast<int>(fmt::formatted_size("{}", std::max(recordCount, setCount))));
         for (int i = 0; i < recordCount; ++i) {
             RecordAt(i).name = fmt::format("{}-{:0{}}", kWords[Below(kWords.size())], i + 1, width);
         }
-        for (int i = 0; i < setCount; ++i) AddSet(i, fmt::format("{}-S{:0{}}", kWords[Below(kWords.size())], i + 1, width));
+        for (int i = 0; i < setCount; ++i)
+            AddSet(i, fmt::format("{}-S{:0{}}", kWords[Below(kWords.size())], i + 1, width));
     }
 
     std::string Print() {
@@ -130,9 +141,11 @@ class Schema {
         Set set{std::move(name), kSystem, !tree && Below(3) == 0, {}};
         const int member = tree ? number + 1 : static_cast<int>(Below(records_.size()));
         if (!set.index || Below(2) == 0) {
-            // Owners stand at most a few dozen records before their members, as in schemas that grew over the years.
-            set.owner = std::max(0, member - 1 - static_cast<int>(Below(40)));
-            if (set.owner == member) set.owner = count - 1;
+            // Owners stand at most a few dozen records before their members, as in schemas that grew over the
+            // years.
+            const int before = std::min(member, 40);
+            set.owner = before == 0 ? count - 1
+                                    : member - 1 - static_cast<int>(Below(static_cast<std::size_t>(before)));
         }
         set.members.push_back(member);
         if (!set.index && !tree && Below(8) == 0 && member + 2 < count) set.members.push_back(member + 2);
@@ -170,26 +183,36 @@ class Schema {
         const std::string id = fmt::format("{:04}", number + 100);
         const std::string area = Area(number);
         listing.Add('0', {{2, "* * * * *"}}, 10);
-        listing.Add(' ', {{2, "RECORD NAME........ "}, {22, record.name}, {46, "VERSION 0001"}, {66, "RLGTH=  400"}});
+        listing.Add(
+            ' ', {{2, "RECORD NAME........ "}, {22, record.name}, {46, "VERSION 0001"}, {66, "RLGTH=  400"}});
         listing.Add(' ', {{2, "RECORD ID.......... "}, {22, id}});
         listing.Add(' ', {{2, "RECORD LENGTH...... FIXED"}, {66, "DLGTH=  380"}});
         if (record.viaSet >= 0) {
-            listing.Add(' ', {{2, "LOCATION MODE...... VIA SET"}, {34, sets_[static_cast<std::size_t>(record.viaSet)].name},
+            listing.Add(' ', {{2, "LOCATION MODE...... VIA SET"},
+                              {34, sets_[static_cast<std::size_t>(record.viaSet)].name},
                               {51, "DISPLACEMENT  0 PAGES"}});
         } else if (number % 10 == 7) {
             listing.Add(' ', {{2, "LOCATION MODE...... DIRECT"}});
         } else {
             const std::string key = FieldName(number, 0);
-            listing.Add(' ', {{2, "LOCATION MODE...... CALC USING"}, {34, key}, {66, "DUPLICATES NOT ALLOWED"}});
+            listing.Add(' ',
+                        {{2, "LOCATION MODE...... CALC USING"}, {34, key}, {66, "DUPLICATES NOT ALLOWED"}});
         }
         listing.Add(' ', {{2, "WITHIN............. "}, {22, area}, {46, "OFFSET    0 PAGES FOR 4000 PAGES"}});
         for (const int set : record.owns) {
-            listing.Add(' ', {{2, "SET OWNERSHIP...... "}, {22, SetAt(set).name}, {39, SetAt(set).index ? "INDEX OWNER" : "CHAIN OWNER"}});
+            listing.Add(' ', {{2, "SET OWNERSHIP...... "},
+                              {22, SetAt(set).name},
+                              {39, SetAt(set).index ? "INDEX OWNER" : "CHAIN OWNER"}});
         }
         for (const int set : record.memberOf) {
-            listing.Add(' ', {{2, "SET MEMBERSHIP..... "}, {22, SetAt(set).name}, {39, SetAt(set).index ? "INDEX MEMBER" : "CHAIN MEMBER"}});
+            listing.Add(' ', {{2, "SET MEMBERSHIP..... "},
+                              {22, SetAt(set).name},
+                              {39, SetAt(set).index ? "INDEX MEMBER" : "CHAIN MEMBER"}});
         }
-        listing.Add('0', {{2, "DATA ITEM"}, {39, "USAGE"}, {87, "PICTURE"}, {112, " STRT"}, {121, " LGTH"}, {128, " END"}}, 4);
+        listing.Add(
+            '0',
+            {{2, "DATA ITEM"}, {39, "USAGE"}, {87, "PICTURE"}, {112, " STRT"}, {121, " LGTH"}, {128, " END"}},
+            4);
         PrintFields(listing, number);
     }
 
@@ -212,13 +235,22 @@ class Schema {
             if (group) {
                 listing.Add(' ', {{2, level}, {5, name}, {39, "GROUP"}}, 3);
             } else {
-                listing.Add(' ', {{2, level}, {5, name}, {39, type.usage}, {87, type.picture}, {112, startText},
-                                  {122, lengthText}, {127, endText}}, 3);
+                listing.Add(' ',
+                            {{2, level},
+                             {5, name},
+                             {39, type.usage},
+                             {87, type.picture},
+                             {112, startText},
+                             {122, lengthText},
+                             {127, endText}},
+                            3);
                 start += type.length;
             }
             for (const Key& key : record.keys) {
                 if (key.field != field) continue;
-                listing.Add(' ', {{39, "SET CONTROL ITEM FOR --------      "}, {74, SetAt(key.set).name}, {91, key.descending ? "DSC" : "ASC"}});
+                listing.Add(' ', {{39, "SET CONTROL ITEM FOR --------      "},
+                                  {74, SetAt(key.set).name},
+                                  {91, key.descending ? "DSC" : "ASC"}});
             }
         }
     }
@@ -230,19 +262,28 @@ class Schema {
         listing.Add(' ', {{2, "SET...... CALC"}, {34, "MODE... CHAIN"}, {52, "ORDER... SORTED"}});
         listing.Add(' ', {{2, "OWNER.... SR1"}});
         for (const Record& record : records_) {
-            if (record.viaSet < 0) listing.Add(' ', {{2, "MEMBER... "}, {12, record.name}, {34, "NP"}, {52, "MA SORTED DN"}});
+            if (record.viaSet < 0)
+                listing.Add(' ', {{2, "MEMBER... "}, {12, record.name}, {34, "NP"}, {52, "MA SORTED DN"}});
         }
     }
 
     void PrintSet(Listing& listing, const Set& set) {
-        listing.Add(' ', {{2, "SET...... "}, {12, set.name}, {34, set.index ? "MODE... INDEX" : "MODE... CHAIN"},
-                          {52, "ORDER... LAST"}}, 2);
+        listing.Add(' ',
+                    {{2, "SET...... "},
+                     {12, set.name},
+                     {34, set.index ? "MODE... INDEX" : "MODE... CHAIN"},
+                     {52, "ORDER... LAST"}},
+                    2);
         const std::string owner = set.owner == kSystem ? "SYSTEM" : RecordAt(set.owner).name;
         listing.Add(' ', {{2, "OWNER.... "}, {12, owner}, {34, "NP"}});
         for (const int member : set.members) {
             const std::string area = Area(member);
-            listing.Add(' ', {{2, "MEMBER... "}, {12, RecordAt(member).name}, {34, set.index ? "INDX" : "NPO"},
-                              {52, set.index ? "MA SORTED DL" : "MA LAST"}, {106, "AREA"}, {111, area}});
+            listing.Add(' ', {{2, "MEMBER... "},
+                              {12, RecordAt(member).name},
+                              {34, set.index ? "INDX" : "NPO"},
+                              {52, set.index ? "MA SORTED DL" : "MA LAST"},
+                              {106, "AREA"},
+                              {111, area}});
         }
         const std::string area = "IN AREA " + Area(set.members.front());
         listing.Add(' ', {{34, "STORED"}, {62, area}, {103, "ALL PAGES"}});
