@@ -52,8 +52,8 @@ inline constexpr CellAddress kEndX{1, 4, 2};
 inline constexpr CellAddress kEventDrop{1, 5, 4};
 inline constexpr CellAddress kComment{1, 17, 16};
 inline constexpr CellAddress kGroupDisplayMode{1, 22, 4};
-inline constexpr CellAddress kTabPosition{5, 0, 0};
-inline constexpr CellAddress kTabAlignment{5, 0, 1};
+inline constexpr CellAddress kTabStopCount{5, 0, 0};
+inline constexpr CellAddress kTabStopPosition{5, 0, 1};  ///< Of the first stop.
 
 /// The page layout row of a page sheet; its cells are addressed as {kPageLayoutSection, kPageLayoutRow,
 /// cell}.
