@@ -5,6 +5,7 @@
 #include <cstddef>
 
 #include "drawing/layout/gaps.h"
+#include "drawing/layout/reach.h"
 #include "drawing/layout/ring.h"
 
 namespace norvelis::layout {
@@ -13,34 +14,6 @@ namespace {
 
 std::size_t At(int i) {
     return static_cast<std::size_t>(i);
-}
-
-using Neighbours = std::vector<std::vector<int>>;
-
-/// The box with the most reach: the nearer it is to the others, along sets in either direction, the more they
-/// count (harmonic centrality: Marchiori, Latora 2000).
-int MostReach(const Neighbours& neighbours) {
-    std::vector<int> distance(neighbours.size()), walk;
-    int best = 0;
-    double bestReach = -1;
-    for (std::size_t i = 0; i < neighbours.size(); ++i) {
-        std::fill(distance.begin(), distance.end(), -1);
-        walk.assign(1, static_cast<int>(i));
-        distance[i] = 0;
-        double reach = 0;
-        for (std::size_t k = 0; k < walk.size(); ++k) {
-            for (const int other : neighbours[At(walk[k])]) {
-                if (distance[At(other)] >= 0) continue;
-                distance[At(other)] = distance[At(walk[k])] + 1;
-                reach += 1.0 / distance[At(other)];
-                walk.push_back(other);
-            }
-        }
-        if (reach <= bestReach) continue;
-        best = static_cast<int>(i);
-        bestReach = reach;
-    }
-    return best;
 }
 
 /// The breadth-first tree around the middle: rings by distance, sectors by subtree size.
@@ -62,18 +35,13 @@ class RadialTree {
 };
 
 RadialTree::RadialTree(const Graph& graph)
-    : neighbours_(graph.boxes.size()),
+    : neighbours_(NeighboursOf(graph)),
       children_(graph.boxes.size()),
       parent_(graph.boxes.size(), -1),
       weight_(graph.boxes.size(), 1.0),
       angle_(graph.boxes.size()),
       from_(graph.boxes.size()),
       to_(graph.boxes.size()) {
-    for (const Line& line : graph.lines) {
-        if (line.from == line.to) continue;
-        neighbours_[At(line.from)].push_back(line.to);
-        neighbours_[At(line.to)].push_back(line.from);
-    }
     const int middle = MostReach(neighbours_);
     std::vector<bool> seen(graph.boxes.size());
     std::vector<int> ring{middle};
@@ -174,12 +142,12 @@ std::vector<Point> PlaceRings(const Graph& graph, const RadialTree& tree, const 
     RingShape hole{middle.width / 2, middle.height / 2, 3};
     for (std::size_t k = 1; k < tree.Rings().size(); ++k) {
         std::vector<RingBox> boxes;
-        std::vector<int> ids = tree.Rings()[k];
-        std::stable_sort(ids.begin(), ids.end(),
-                         [&](int a, int b) { return tree.AngleOf(a) < tree.AngleOf(b); });
-        for (const int box : ids) boxes.push_back({graph.boxes[At(box)], tree.AngleOf(box), {}});
+        for (const int box : tree.Rings()[k]) {
+            double turn = tree.AngleOf(box) / (2 * M_PI);
+            boxes.push_back({graph.boxes[At(box)], 2 * M_PI * (turn - std::floor(turn)), {}, box});
+        }
         PlaceOnRing(boxes, hole, gaps.x, gaps.y, 1000);
-        for (std::size_t i = 0; i < ids.size(); ++i) centers[At(ids[i])] = boxes[i].center;
+        for (const RingBox& box : boxes) centers[At(box.id)] = box.center;
     }
     KeepApart(graph.boxes, centers, gaps.x, gaps.y);
     return centers;

@@ -19,6 +19,7 @@ struct RingBox {
     Box size;
     double angle = 0;  ///< Where it would like to stand, in radians.
     Point center;      ///< Where it stands, around the origin.
+    int id = 0;        ///< The caller's.
 };
 
 /// Puts boxes, in their order of angles, on a ring around a hole of the given half axes: one lane, or as many
