@@ -70,11 +70,11 @@ void DrawRecordTree(DrawingState& drawing, const PageRef& page, const std::strin
     // The names still to come, the next one last: a stack of its own, for a chain of sets can be long.
     std::vector<std::string> names{recordName};
     while (!names.empty()) {
-        const std::string name = std::move(names.back());
+        const std::string name(Trim(names.back()));
         names.pop_back();
         if (!drawing.gSingleDrawing) drawing.gOwnerColor = PickLightColor(drawing.app.random);
         CreateRecordShape(drawing, page, drawing.gDrawSchema, name);
-        if (!drawing.walked.insert(UpperCase(Trim(name))).second) continue;
+        if (!drawing.walked.insert(UpperCase(name)).second) continue;
         const std::vector<std::string> members = MembersOf(drawing, name);
         names.insert(names.end(), members.rbegin(), members.rend());
         drawing.app.host.Yield();

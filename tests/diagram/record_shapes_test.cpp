@@ -22,7 +22,7 @@ TEST_F(RecordShapesTest, ABoxIsDroppedFilledAndSizedToItsText) {
     drawing.gOwnerColor = "RGB(200,210,220)";
     drawing.colored = true;
     const PageRef page = NewPage();
-    EXPECT_TRUE(CreateRecordShape(drawing, page, "EMPSCHM", " employee "));
+    EXPECT_TRUE(CreateRecordShape(drawing, page, "EMPSCHM", "employee "));
     EXPECT_EQ(engine.recorder->shapes[0]->text,
               "EMPLOYEE\n"
               "----------------------------------------------------\n"
@@ -43,7 +43,7 @@ TEST_F(RecordShapesTest, ABoxIsDroppedFilledAndSizedToItsText) {
             "Sheet.1.Characters[8,61].CharProps Color = 0", "Sheet.1.Characters[8,61].CharProps Style = 1",
             "Sheet.1.Characters[8,61].CharProps Size = 8"));
     EXPECT_THAT(LinesWith("Font"), ElementsAre("Fonts.Item \"Times New Roman\"",
-                                               "Sheet.1.Characters[206,217].CharProps Font = 1"));
+                                               "Sheet.1.Characters[205,216].CharProps Font = 1"));
     EXPECT_THAT(
         std::vector(lines.end() - 6, lines.end()),
         ElementsAre("Sheet.1.Name = EMPLOYEE", "Sheet.1!1,3,0.FormulaU = RGB(200,210,220)",
@@ -107,7 +107,7 @@ TEST_F(RecordShapesTest, IndexRowsOfTheStoreBecomeNotes) {
 TEST_F(RecordShapesTest, TheWalkIsDepthFirstAndDrawsEachRecordOnce) {
     {
         SchemaRows rows(*store);
-        rows.Entry("DEPARTMENT", "EMPLOYEE,MISSING,OFFICE");
+        rows.Entry("DEPARTMENT", "EMPLOYEE, MISSING , OFFICE");
         rows.Record("EMPLOYEE", "COVERAGE,OFFICE");
         rows.Record("COVERAGE", "DEPARTMENT");
         rows.Record("OFFICE");
