@@ -22,20 +22,6 @@ int Validate(const std::string& report) {
     return kDone;
 }
 
-void PrintSummary(Connection& store, const std::string& schema, double seconds) {
-    const auto count = [&](const std::string& table) {
-        return store.Count("Select count(*) FROM " + table + " where schemaname =?", {schema});
-    };
-    const long sets = static_cast<long>(
-        store.Select("Select distinct(set) FROM Connection_Details where schemaname =?", {schema})
-            .RecordCount());
-    const long indexes = static_cast<long>(
-        store.Select("Select distinct(Recordname) FROM Index_Details where schemaname =?", {schema})
-            .RecordCount());
-    std::printf("Schema %s: %ld records, %ld fields, %ld sets, %ld indexes in %.2f seconds\n", schema.c_str(),
-                count("Record_Details"), count("Record_layout"), sets, indexes, seconds);
-}
-
 int Extract(Context& context, const std::string& report, bool append) {
     context.OpenStore();
     AppState& app = *context.app;
@@ -43,11 +29,13 @@ int Extract(Context& context, const std::string& report, bool append) {
     setreportlocation(app, AbsolutePath(report));
     const auto start = std::chrono::steady_clock::now();
     context.host.PrintBoxes(false);
-    const bool done = process_Classic_Extract_Report(app, InteractiveDriver(app, {}));
-    if (!done) return Refuse(context.host.LastText());
+    const auto counts = process_Classic_Extract_Report(app, InteractiveDriver(app, {}));
+    if (!counts) return Refuse(context.host.LastText());
     const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
     std::printf("%s\n", WithNewlines(context.host.LastText()).c_str());
-    PrintSummary(*app.gConnection, app.gSchemaName, elapsed.count());
+    std::printf("Schema %s: %zu records, %zu fields, %zu sets, %zu indexes in %.2f seconds\n",
+                app.gSchemaName.c_str(), counts->records, counts->fields, counts->sets, counts->indexes,
+                elapsed.count());
     return kDone;
 }
 

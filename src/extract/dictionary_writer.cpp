@@ -90,6 +90,7 @@ void DictionaryWriter::AddField(std::string_view record, const Field& field) {
          {record, field.level, field.name, field.usage, field.picture, field.start, field.end})
         row.Add(text);
     fields_.Add(row.All());
+    ++fieldCount_;
 }
 
 int DictionaryWriter::AddConnection(std::string_view owner, std::string_view member, std::string_view set,
@@ -97,6 +98,7 @@ int DictionaryWriter::AddConnection(std::string_view owner, std::string_view mem
     int& sets = setsOfPair_[Key({owner, member})];
     if (connectionKeys_.insert(Key({set, owner, member})).second) {
         ++sets;
+        setNames_.insert(Folded(set));
         RowValues row(5);
         row.AddUtf8(schema_);
         for (const auto text : {owner, member, connection, set}) row.Add(text);
@@ -107,7 +109,10 @@ int DictionaryWriter::AddConnection(std::string_view owner, std::string_view mem
 
 IndexRow& DictionaryWriter::IndexOf(std::string_view index, std::string_view record) {
     const auto [entry, fresh] = indexesByKey_.try_emplace(Key({index, record}), indexes_.size());
-    if (fresh) indexes_.emplace_back();
+    if (fresh) {
+        indexes_.emplace_back();
+        indexNames_.insert(Folded(index));
+    }
     IndexRow& row = indexes_[entry->second];
     row.index = index;
     row.record = record;
@@ -166,6 +171,10 @@ void DictionaryWriter::WriteIndex(Inserter& rows, const IndexRow& index) {
     }
     row.Add(index.sortOption);
     rows.Add(row.All());
+}
+
+ExtractionCounts DictionaryWriter::Counts() const {
+    return {records_.size(), fieldCount_, setNames_.size(), indexNames_.size()};
 }
 
 void DictionaryWriter::Finish() {

@@ -34,6 +34,11 @@ struct IndexRow {
     std::array<std::optional<std::string_view>, kSlots> keys, orders;
 };
 
+/// How much an extraction found: rows of records and fields, different sets and indexes.
+struct ExtractionCounts {
+    std::size_t records = 0, fields = 0, sets = 0, indexes = 0;
+};
+
 /// Writes one schema's rows to the dictionary tables. Rows that later stages look up and change (records,
 /// indexes) are held until Finish; the others go to the store at once. Lookups follow the store's rule of
 /// names: case and trailing blanks do not count. Takes report bytes and stores UTF-8, trimmed. Views must
@@ -64,6 +69,7 @@ class DictionaryWriter {
 
     /// Writes what is held. To be called once, also when a pass has failed: what it had come to stays.
     void Finish();
+    ExtractionCounts Counts() const;
 
   private:
     void WriteRecord(Inserter& rows, const RecordRow& record);
@@ -72,7 +78,8 @@ class DictionaryWriter {
     Connection& connection_;
     std::string schema_;
     Inserter parents_, fields_, connections_;
-    std::unordered_set<std::string> parentNames_, connectionKeys_;
+    std::unordered_set<std::string> parentNames_, connectionKeys_, setNames_, indexNames_;
+    std::size_t fieldCount_ = 0;
     std::deque<RecordRow> records_;
     std::unordered_map<std::string, std::size_t> recordsByName_, indexesByKey_;
     std::deque<IndexRow> indexes_;

@@ -97,13 +97,15 @@ ExtractionDriver SchedulerDriver(AppState& app, Connection& batchConnection) {
     return {false, app.AppPath(kStore), batchConnection, {}};
 }
 
-bool process_Classic_Extract_Report(AppState& app, const ExtractionDriver& driver) {
+std::optional<ExtractionCounts> process_Classic_Extract_Report(AppState& app,
+                                                               const ExtractionDriver& driver) {
     app.gReportFile = getreportlocation(app);
-    if (!CheckReport(app, driver)) return false;
+    if (!CheckReport(app, driver)) return std::nullopt;
     const bool deleteAll = DecideToDelete(app, driver);
 
     Transaction transaction(driver.connection);
     if (deleteAll) DeleteAllDictionaries(driver.connection);
+    ExtractionCounts counts;
     {
         ExtractionState state(app, driver.connection, Report::Read(app.gReportFile), driver.attended);
         try {
@@ -117,6 +119,7 @@ bool process_Classic_Extract_Report(AppState& app, const ExtractionDriver& drive
             throw;
         }
         FinishExtraction(state);
+        counts = state.writer->Counts();
     }
     transaction.Commit();
 
@@ -124,7 +127,7 @@ bool process_Classic_Extract_Report(AppState& app, const ExtractionDriver& drive
     Say(app, driver,
         "Done Extracting Records from report file: " + std::string(kLineBreak) + app.gReportFile +
             std::string(kLineBreak) + " into Access File:" + std::string(kLineBreak) + driver.store);
-    return true;
+    return counts;
 }
 
 }  // namespace norvelis

@@ -23,7 +23,7 @@ inline constexpr std::string_view kOwner = "OWNER.... ";
 inline constexpr std::string_view kMember = "MEMBER... ";
 inline constexpr std::string_view kControlItem = "SET CONTROL ITEM FOR --------      ";
 inline constexpr std::string_view kIndexMember = "INDEX MEMBER";
-inline constexpr std::size_t kIndexMemberColumn = 39;
+inline constexpr long kIndexMemberColumn = 39;
 
 /// The header, in the first ten lines.
 inline constexpr int kHeaderLines = 10;

@@ -14,29 +14,29 @@ namespace {
 
 using namespace keywords;
 
+std::size_t Find(std::string_view bytes, std::string_view sought, std::size_t from) {
+    const void* found = sought.size() == 1
+                            ? std::memchr(bytes.data() + from, sought.front(), bytes.size() - from)
+                            : memmem(bytes.data() + from, bytes.size() - from, sought.data(), sought.size());
+    if (found == nullptr) return std::string_view::npos;
+    return static_cast<std::size_t>(static_cast<const char*>(found) - bytes.data());
+}
+
 // Finds the next occurrence of a text in the whole report, remembering it from line to line, so that the
 // report is searched once for each text and not once for each line.
 class Occurrences {
   public:
-    Occurrences(std::string_view report, std::string_view sought) : report_(report), sought_(sought) {
-        Seek(0);
-    }
+    Occurrences(std::string_view report, std::string_view sought)
+        : report_(report), sought_(sought), next_(Find(report, sought, 0)) {}
 
     bool IsIn(std::size_t begin, std::size_t end) {
-        if (next_ < begin) Seek(begin);
+        if (next_ < begin) next_ = Find(report_, sought_, begin);
         return next_ < end;
     }
 
   private:
-    void Seek(std::size_t from) {
-        const void* found =
-            memmem(report_.data() + from, report_.size() - from, sought_.data(), sought_.size());
-        next_ = found == nullptr ? std::string_view::npos
-                                 : static_cast<std::size_t>(static_cast<const char*>(found) - report_.data());
-    }
-
     std::string_view report_, sought_;
-    std::size_t next_ = 0;
+    std::size_t next_;
 };
 
 constexpr std::uint16_t Bit(Kind kind) {
@@ -84,11 +84,10 @@ Report Report::Read(const std::string& path) {
 
 Report::Report(std::string bytes) : bytes_(std::move(bytes)) {
     const std::string_view all = bytes_;
-    Occurrences dots(all, ". ");
-    Occurrences equals(all, "LGTH=");
+    Occurrences dots(all, ".");
+    Occurrences equals(all, "=");
     Occurrences dataItems(all, kDataItem);
     Occurrences controlItems(all, kControlItem);
-    Occurrences indexMembers(all, kIndexMember);
     std::optional<std::size_t> lastText;
 
     for (std::size_t begin = 0; begin < all.size();) {
@@ -101,7 +100,8 @@ Report::Report(std::string bytes) : bytes_(std::move(bytes)) {
             if (Column(line, kDataLength) != 0) kinds |= Bit(Kind::DataLength);
         }
         if (dataItems.IsIn(begin, end)) kinds |= Bit(Kind::DataItem);
-        if (indexMembers.IsIn(begin, end) && Column(line, kIndexMember) == kIndexMemberColumn) {
+        if (Text(line, kIndexMemberColumn, kIndexMember.size()) == kIndexMember &&
+            Column(line, kIndexMember) == kIndexMemberColumn) {
             kinds |= Bit(Kind::IndexMember);
         }
         if (IsFieldLine(line)) kinds |= Bit(Kind::Field);
@@ -131,24 +131,18 @@ std::optional<std::size_t> Report::TextAbove(std::size_t lineNumber) const {
 }
 
 bool ValidateReportFile(const std::string& path) {
-    return FileExists(path) && IsSchemaReport(Report::Read(path));
+    return FileExists(path) && IsSchemaReport(ReadFile(path));
 }
 
-// The name is cut shorter than in the dictionary, and then looked for from the top again: a report whose
-// first name line has a name passes.
-bool IsSchemaReport(const Report& report) {
-    for (const auto& line : report.Lines()) {
-        if (!line.Has(Kind::RecordName)) continue;
-        const std::string_view text = report.TextOf(line);
-        const auto behind = static_cast<long>(Column(text, kRecordName) + kRecordName.size());
-        const std::string_view name = Trim(Text(text, behind, 15));
-        if (name.empty()) return false;
-        const std::string sought = std::string(kRecordName) + std::string(name);
-        return std::any_of(report.Lines().begin(), report.Lines().end(), [&](const ReportLine& other) {
-            return other.Has(Kind::RecordName) && Column(report.TextOf(other), sought) != 0;
-        });
-    }
-    return false;
+// The name is cut shorter than in the dictionary, and then looked for from the top again: a name with blanks
+// before it is not found that way.
+bool IsSchemaReport(std::string_view bytes) {
+    const std::size_t first = Find(bytes, kRecordName, 0);
+    if (first == std::string_view::npos) return false;
+    const std::string_view behind = LineAt(bytes, first + kRecordName.size()).first;
+    const std::string_view name = Trim(Text(behind, 1, 15));
+    if (name.empty()) return false;
+    return Find(bytes, std::string(kRecordName) + std::string(name), 0) != std::string_view::npos;
 }
 
 }  // namespace norvelis

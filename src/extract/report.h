@@ -70,7 +70,7 @@ class Report {
 /// file that does not exist; RuntimeFailure when it cannot be read.
 bool ValidateReportFile(const std::string& path);
 
-/// The same test on a report that is read already.
-bool IsSchemaReport(const Report& report);
+/// The same test on the bytes of a report.
+bool IsSchemaReport(std::string_view bytes);
 
 }  // namespace norvelis

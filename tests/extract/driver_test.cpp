@@ -22,7 +22,7 @@ class DriverTest : public ::testing::Test {
         WriteFile(report, content);
         setreportlocation(app, report);
     }
-    bool Extract() { return process_Classic_Extract_Report(app, InteractiveDriver(app, {})); }
+    bool Extract() { return process_Classic_Extract_Report(app, InteractiveDriver(app, {})).has_value(); }
     long Records(const std::string& schema) {
         return store.Count("Select count(*) FROM Record_Details where schemaname =?", {schema});
     }

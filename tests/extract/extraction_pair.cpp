@@ -39,7 +39,7 @@ void ExtractionPair::Clear() {
 
 std::string ExtractionPair::Extract(const std::string& report) {
     const auto lines = literal::SplitLines(report);
-    if (IsSchemaReport(Report(report)) != literal::ValidateReport(lines)) {
+    if (IsSchemaReport(report) != literal::ValidateReport(lines)) {
         return literal::ValidateReport(lines) ? "refused, should be a schema report"
                                               : "taken for a schema report, should be refused";
     }

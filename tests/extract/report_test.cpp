@@ -34,7 +34,7 @@ TEST(Report, AFileIsAReportWhenItsFirstNameLineHasAName) {
                  {"RECORD NAME........ EMPLOYEE-ADDRESS-X\r\n", true},
                  {"Record name........ EMP", false},
                  {"RECORD NAME........EMP", false}};
-    for (const auto& c : cases) EXPECT_EQ(IsSchemaReport(Report(c.bytes)), c.expected) << c.bytes;
+    for (const auto& c : cases) EXPECT_EQ(IsSchemaReport(c.bytes), c.expected) << c.bytes;
 }
 
 TEST(Report, WhatIsNoFileIsNoReport) {
@@ -47,9 +47,8 @@ TEST(Report, WhatIsNoFileIsNoReport) {
 TEST(Report, OneEndlessLineIsReadLikeAnyOther) {
     std::string bytes(20'000'000, 'x');
     bytes += "RECORD NAME........ EMP ";
-    const Report report(bytes);
-    EXPECT_EQ(report.Lines().size(), 1u);
-    EXPECT_TRUE(IsSchemaReport(report));
+    EXPECT_EQ(Report(bytes).Lines().size(), 1u);
+    EXPECT_TRUE(IsSchemaReport(bytes));
 }
 
 }  // namespace
