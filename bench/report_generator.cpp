@@ -189,7 +189,7 @@ class Schema {
         listing.Add(' ', {{2, "RECORD LENGTH...... FIXED"}, {66, "DLGTH=  380"}});
         if (record.viaSet >= 0) {
             listing.Add(' ', {{2, "LOCATION MODE...... VIA SET"},
-                              {34, sets_[static_cast<std::size_t>(record.viaSet)].name},
+                              {34, SetAt(record.viaSet).name},
                               {51, "DISPLACEMENT  0 PAGES"}});
         } else if (number % 10 == 7) {
             listing.Add(' ', {{2, "LOCATION MODE...... DIRECT"}});

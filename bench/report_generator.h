@@ -8,9 +8,9 @@
 namespace norvelis {
 
 /// A report as a schema compiler prints it: numbered pages of 132 columns, a section for each record, then
-/// the sets. The schema is connected: every record but the first is a member of a set whose owner stands
-/// before it. A seventh of the sets are indexes of one to three keys. Lines end with LF. `sets` must be at
-/// least `records` - 1.
+/// the sets; lines end with LF. The first sets tie each record to one before it, so that the schema is
+/// connected when there are at least `records` - 1; a third of the others are indexes of one to three keys.
+/// No name is the beginning of another. At least one record.
 std::string GenerateSchemaReport(int records, int sets, int fieldsPerRecord, std::uint64_t seed);
 
 /// A small report full of what listings should not hold but do: names that begin other names, names of 16 to

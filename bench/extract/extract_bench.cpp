@@ -135,6 +135,11 @@ class Contest {
     std::vector<long> rows_;
 };
 
+/// What the program takes before it has read anything.
+double BareMegabytes() {
+    return Measure({NORVELIS_CLI, "--help"}, "/dev/null").peakMegabytes;
+}
+
 /// The medians of runs that take turns, so that a busy moment of the machine strikes both sides.
 Cost Compete(int records, int sets, int fields, int runs) {
     Contest contest(records, sets, fields);
@@ -168,7 +173,9 @@ int main(int argc, char** argv) {
     app.add_option("--runs", runs, "Runs of each; the medians count")->capture_default_str();
     CLI11_PARSE(app, argc, argv);
     try {
-        std::cout << "| records | sets | report MB | rows | extract s | .import s | ratio | peak MB | "
+        std::cout << fmt::format("The program alone takes {:.1f} MB, which the peaks include.\n\n",
+                                 norvelis::BareMegabytes())
+                  << "| records | sets | report MB | rows | extract s | .import s | ratio | peak MB | "
                      "peak/report |\n"
                      "|---|---|---|---|---|---|---|---|---|\n";
         const norvelis::Cost once = norvelis::Compete(records, sets, fields, runs);
