@@ -118,6 +118,8 @@ engine::Ref<engine::Document> NewDrawing(engine::Application& application) {
 void ResetDrawing(DrawingState& drawing, const DrawKind& kind) {
     drawing.gSingleDrawing = kind.gSingleDrawing;
     drawing.colored = drawing.options.color.value_or(getdiagramcolor(drawing.app) == "True");
+    drawing.storeHasIndexRows =
+        drawing.store.Count("Select count(*) FROM Record_Details where recordtype = 'index'") > 0;
     drawing.gDrawnShapes = {};
     drawing.gShapeIds = {};
     drawing.walked.clear();
@@ -164,6 +166,7 @@ DrawResult DrawDrawing(DrawingState& drawing, const DrawKind& kind, const DrawOr
 
     const bool saved = Save(*document, order);
     drawing.screen.ShowFile(order.File());
+    if (saved) drawing.screen.DrawingSaved(order.File());
     return saved ? DrawResult::Saved : DrawResult::NotSaved;
 }
 

@@ -26,7 +26,8 @@ class DrawScreen {
     virtual void EnsureVisible(NodeIndex) {}
     virtual void MarkNode(NodeIndex) {}  ///< Selected, red and in view.
     virtual void ShowText(const std::string&) {}
-    virtual void ShowFile(const std::string&) {}  ///< A drawing or snapshot was saved under this path.
+    virtual void ShowFile(const std::string&) {}      ///< The path of a drawing or snapshot, on the labels.
+    virtual void DrawingSaved(const std::string&) {}  ///< The finished drawing is on disk under this path.
 };
 
 /// What a person chose for this drawing; without a choice the settings decide.
@@ -68,6 +69,7 @@ struct DrawingState {
     ShapeIds gShapeIds;
     std::unordered_set<std::string> walked;  ///< Records whose members have been walked, names folded.
     bool colored = false;
+    bool storeHasIndexRows = true;  ///< Asked once, for there are none as a rule, and the question walks the table.
     std::string gOwnerColor, gFillFormula;
     BoxFields box;
 
