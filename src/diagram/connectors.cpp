@@ -25,8 +25,10 @@ void ConnectAllShapes(DrawingState& drawing, engine::Page& page) {
         const auto id = drawing.gShapeIds.Find(Trim(name));
         return id ? shapes->ItemFromID(*id) : nullptr;
     };
-    auto row =
-        drawing.store.Select("Select * FROM Connection_Details order by recordname asc, next_step asc");
+    // One read of the whole table: with a file for each parent it is walked many times.
+    auto row = drawing.store.Select(
+        "Select recordname, next_step, set, connection FROM Connection_Details "
+        "order by recordname asc, next_step asc, rowid");
     for (; !row.Eof(); row.MoveNext()) {
         const ShapeRef owner = shapeOf(row.Text("recordname"));
         if (!owner) continue;
