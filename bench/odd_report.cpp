@@ -155,6 +155,7 @@ class OddReport {
 
     void RecordSection() {
         const std::string name = Name();
+        records_.push_back(name);
         if (Maybe(10)) PageHeading();
         Line({{1, std::string(Pick({" ", " ", " ", "0", "1"}))},
               {2, "RECORD NAME........ " + (Maybe(20) ? " " + name : name)},
@@ -276,7 +277,7 @@ class OddReport {
         const std::string name = Name();
         Line({{2, "SET...... " + (Maybe(20) ? " " + name : name)}, {34, "MODE... CHAIN"}});
         if (Maybe(12)) PageHeading();
-        const std::string owner = Name();
+        const std::string owner = records_.empty() || Maybe(3) ? Name() : Pick(records_);
         if (!Maybe(12)) Line({{2, "OWNER.... " + owner}, {34, "NP"}});
         for (std::size_t i = Maybe(3) ? Below(5) : 1; i > 0; --i) Member(Maybe(10) ? owner : Name());
         if (Maybe(20)) Line({{2, "OWNER.... " + Name()}});
@@ -336,6 +337,7 @@ class OddReport {
 
     std::mt19937_64 chance_;
     std::vector<std::string> names_;
+    std::vector<std::string> records_;
     std::size_t oddness_;
     std::vector<std::string> lines_;
     const std::vector<int> bytes_ = {0,    '\t', '\r', ' ',  '\'', '"', ';',
