@@ -45,7 +45,7 @@ void ConnectTwoShapes(DrawingState& drawing, const ShapeRef& from, const ShapeRe
                       const std::string& label) {
     // The stencil finds its master in any letter case; the master reports its name as "Dynamic connector".
     const ShapeRef line =
-        DropShape(drawing.app.host, from->ContainingPage(), kFlowchartStencil, "Dynamic Connector", 0.5, 0.5);
+        DropShape(drawing.tellOnce, from->ContainingPage(), kFlowchartStencil, "Dynamic Connector", 0.5, 0.5);
     if (!line) return;
     const bool written = Glue(*line, engine::kBeginX, *from) && Glue(*line, engine::kEndX, *to) &&
                          line->SetText(Trim(label).empty() ? from->Name() + "-" + to->Name() : label) &&

@@ -86,9 +86,9 @@ class RunningEngine {
         const auto created =
             order.visible ? drawing.drawingEngine.CreateVisible() : drawing.drawingEngine.CreateHidden();
         if (!created) {
-            order.tell(std::string(kind.engineFails));
+            drawing.tell(std::string(kind.engineFails));
         } else if (!*created) {
-            order.tell(std::string(kind.engineIsNull));
+            drawing.tell(std::string(kind.engineIsNull));
         } else {
             drawing.VisioApp = *created;
         }
