@@ -130,7 +130,7 @@ void ResetDrawing(DrawingState& drawing, const DrawKind& kind) {
 
 bool Save(engine::Document& document, const DrawOrder& order) {
     if (!IsFileName(order.subfolder) || !IsFileName(order.name)) return false;
-    const std::string file = order.File();
+    const std::string file = Resolve(order.File());
     CreateFolder(std::filesystem::path(file).parent_path().string());
     return document.SaveAs(file);
 }
