@@ -25,8 +25,10 @@ void ConnectAllShapes(DrawingState& drawing, engine::Page& page) {
         const auto id = drawing.gShapeIds.Find(Trim(name));
         return id ? shapes->ItemFromID(*id) : nullptr;
     };
-    auto row =
-        drawing.store.Select("Select * FROM Connection_Details order by recordname asc, next_step asc");
+    // One read of the whole table: with a file for each parent it is walked many times.
+    auto row = drawing.store.Select(
+        "Select recordname, next_step, set, connection FROM Connection_Details "
+        "order by recordname asc, next_step asc, rowid");
     for (; !row.Eof(); row.MoveNext()) {
         const ShapeRef owner = shapeOf(row.Text("recordname"));
         if (!owner) continue;
@@ -43,7 +45,7 @@ void ConnectTwoShapes(DrawingState& drawing, const ShapeRef& from, const ShapeRe
                       const std::string& label) {
     // The stencil finds its master in any letter case; the master reports its name as "Dynamic connector".
     const ShapeRef line =
-        DropShape(drawing.app.host, from->ContainingPage(), kFlowchartStencil, "Dynamic Connector", 0.5, 0.5);
+        DropShape(drawing.tellOnce, from->ContainingPage(), kFlowchartStencil, "Dynamic Connector", 0.5, 0.5);
     if (!line) return;
     const bool written = Glue(*line, engine::kBeginX, *from) && Glue(*line, engine::kEndX, *to) &&
                          line->SetText(Trim(label).empty() ? from->Name() + "-" + to->Name() : label) &&

@@ -34,10 +34,6 @@ class ShownBars {
     Progress& progress_;
 };
 
-std::function<void(const std::string&)> InABox(DrawingState& drawing) {
-    return [&drawing](const std::string& text) { drawing.app.host.MessageBox(text); };
-}
-
 bool Confirmed(DrawingState& drawing, const std::string& text, const std::string& title) {
     return drawing.app.host.MessageBox({text, title, Buttons::YesNo, Icon::Information, Answer::No}) ==
            Answer::Yes;
@@ -105,7 +101,6 @@ DrawOrder OrderOfSchema(DrawingState& drawing, const std::string& schema, const 
         drawing.gDrawSchema = schema;
         AddAllParents(drawing, kDrawSingle, page, schema, tree);
     };
-    order.tell = InABox(drawing);
     return order;
 }
 
@@ -120,7 +115,6 @@ DrawOrder OrderOfRecord(DrawingState& drawing, const DrawKind& kind, const std::
         drawing.gDrawSchema = schema;
         AddParentToPage(drawing, kind, page, recordName);
     };
-    order.tell = InABox(drawing);
     return order;
 }
 
@@ -165,12 +159,13 @@ void DrawVisioDiagram(DrawingState& drawing, const RecordTree* tree) {
 }
 
 DrawResult DrawVisioDiagramSingle(DrawingState& drawing, const std::string& schema, const RecordTree* tree) {
+    drawing.told.clear();
     DrawResult result;
     DrawOrder order = OrderOfSchema(drawing, schema, tree);
     {
         const ShownBars bars(drawing.app.progress);
         if (schema.empty()) {
-            drawing.app.host.MessageBox("Request denied. Visio File to be generated must be named.");
+            drawing.tell("Request denied. Visio File to be generated must be named.");
             return DrawResult::NotSaved;
         }
         order.visible = WantsToWatch(drawing);
@@ -178,7 +173,7 @@ DrawResult DrawVisioDiagramSingle(DrawingState& drawing, const std::string& sche
         result = DrawDrawing(drawing, kDrawSingle, order);
     }
     if (result != DrawResult::NoEngine) {
-        drawing.app.host.MessageBox("Done Drawing. File saved as:" + order.File());
+        drawing.tell("Done Drawing. File saved as:" + order.File());
     }
     return result;
 }
@@ -188,7 +183,7 @@ void DrawVisioDiagramSeparate(DrawingState& drawing, const RecordTree* tree) {
     std::string location = drawing.options.location.value_or(getvisiolocation(drawing.app));
     if (Trim(location).empty()) location = AskVisioFolder(drawing);
     if (Trim(location).empty()) {
-        drawing.app.host.MessageBox(kNoLocation);
+        drawing.tell(kNoLocation);
         return;
     }
     for (const auto& schema :
@@ -196,11 +191,12 @@ void DrawVisioDiagramSeparate(DrawingState& drawing, const RecordTree* tree) {
         drawing.gDrawSchema = schema;
         if (DrawVisioDiagramSeparateParent(drawing, tree, visible).noEngine) return;
     }
-    drawing.app.host.MessageBox(
+    drawing.tell(
         std::string("Done Drawing. Visio Files saved at folder:").append(kLineBreak).append(location));
 }
 
 SeparateResult DrawVisioDiagramSeparateParent(DrawingState& drawing, const RecordTree* tree, bool visible) {
+    drawing.told.clear();
     SeparateResult result;
     const ShownBars bars(drawing.app.progress);
     const std::vector<std::string> parents = ParentsOf(drawing, drawing.gDrawSchema);
@@ -235,19 +231,19 @@ DrawResult DrawParentDrawing(DrawingState& drawing, const std::string& recordNam
                        OrderOfRecord(drawing, kDrawSeparate, drawing.gDrawSchema, recordName, visible));
 }
 
-DrawResult DrawScheduledDiagram(DrawingState& drawing, const std::string& schema, const std::string& job,
-                                const std::function<void(const std::string&)>& tell) {
+DrawResult DrawScheduledDiagram(DrawingState& drawing, const std::string& schema, const std::string& job) {
+    drawing.told.clear();
     DrawOrder order = OrderOfSchema(drawing, schema, nullptr);
     order.location = drawing.app.AppPath("\\batchjobs");
     order.subfolder = job;
-    order.tell = tell;
     return DrawDrawing(drawing, kDrawSingle, order);
 }
 
 void ProcessSingle(DrawingState& drawing, const std::string& schema, const RecordTree& Tviewrec) {
+    drawing.told.clear();
     ShowText(drawing, "Preparing to Draw, Please Wait..");
     if (Trim(getvisiolocation(drawing.app)).empty() && AskVisioFolder(drawing).empty()) {
-        drawing.app.host.MessageBox(kNoLocation);
+        drawing.tell(kNoLocation);
         return;
     }
     const std::string target = Tviewrec.Size() > 0 ? Tviewrec.Text(0) : "";
@@ -265,7 +261,7 @@ void ProcessSingle(DrawingState& drawing, const std::string& schema, const Recor
         };
         DrawDrawing(drawing, kDrawIsolated, order);
     } catch (const RuntimeFailure&) {
-        drawing.app.host.MessageBox("Error has been encountered. Close visio and try again.");
+        drawing.tell("Error has been encountered. Close visio and try again.");
     }
 }
 

@@ -35,8 +35,7 @@ DrawResult DrawParentDrawing(DrawingState& drawing, const std::string& recordNam
 
 /// One whole dictionary for a schedule: asks nothing, shows nothing;
 /// ApplicationFolder\batchjobs\job\schema.vsd. What a person would have been told goes to `tell`.
-DrawResult DrawScheduledDiagram(DrawingState& drawing, const std::string& schema, const std::string& job,
-                                const std::function<void(const std::string&)>& tell);
+DrawResult DrawScheduledDiagram(DrawingState& drawing, const std::string& schema, const std::string& job);
 
 /// What the isolate screen shows: its tree, whose root is a record or the schema itself.
 void ProcessSingle(DrawingState& drawing, const std::string& schema, const RecordTree& Tviewrec);

@@ -86,9 +86,9 @@ class RunningEngine {
         const auto created =
             order.visible ? drawing.drawingEngine.CreateVisible() : drawing.drawingEngine.CreateHidden();
         if (!created) {
-            order.tell(std::string(kind.engineFails));
+            drawing.tell(std::string(kind.engineFails));
         } else if (!*created) {
-            order.tell(std::string(kind.engineIsNull));
+            drawing.tell(std::string(kind.engineIsNull));
         } else {
             drawing.VisioApp = *created;
         }
@@ -118,6 +118,8 @@ engine::Ref<engine::Document> NewDrawing(engine::Application& application) {
 void ResetDrawing(DrawingState& drawing, const DrawKind& kind) {
     drawing.gSingleDrawing = kind.gSingleDrawing;
     drawing.colored = drawing.options.color.value_or(getdiagramcolor(drawing.app) == "True");
+    drawing.storeHasIndexRows =
+        drawing.store.Count("Select count(*) FROM Record_Details where recordtype = 'index'") > 0;
     drawing.gDrawnShapes = {};
     drawing.gShapeIds = {};
     drawing.walked.clear();
@@ -128,7 +130,7 @@ void ResetDrawing(DrawingState& drawing, const DrawKind& kind) {
 
 bool Save(engine::Document& document, const DrawOrder& order) {
     if (!IsFileName(order.subfolder) || !IsFileName(order.name)) return false;
-    const std::string file = order.File();
+    const std::string file = Resolve(order.File());
     CreateFolder(std::filesystem::path(file).parent_path().string());
     return document.SaveAs(file);
 }
@@ -164,6 +166,7 @@ DrawResult DrawDrawing(DrawingState& drawing, const DrawKind& kind, const DrawOr
 
     const bool saved = Save(*document, order);
     drawing.screen.ShowFile(order.File());
+    if (saved) drawing.screen.DrawingSaved(order.File());
     return saved ? DrawResult::Saved : DrawResult::NotSaved;
 }
 

@@ -30,7 +30,6 @@ struct DrawOrder {
     std::string location, subfolder;  ///< The file is location\subfolder\name.vsd.
     bool visible = false;             ///< The engine shows its window.
     std::function<void(const PageRef& page)> addShapes;
-    std::function<void(const std::string& text)> tell;  ///< Takes the answer when there is no engine.
 
     std::string File() const;
 };

@@ -8,6 +8,7 @@
 
 #include "browse/record_tree.h"
 #include "core/app_state.h"
+#include "diagram/common.h"
 #include "diagram/drawn_shapes.h"
 #include "diagram/engine.h"
 #include "store/connection.h"
@@ -26,7 +27,8 @@ class DrawScreen {
     virtual void EnsureVisible(NodeIndex) {}
     virtual void MarkNode(NodeIndex) {}  ///< Selected, red and in view.
     virtual void ShowText(const std::string&) {}
-    virtual void ShowFile(const std::string&) {}  ///< A drawing or snapshot was saved under this path.
+    virtual void ShowFile(const std::string&) {}      ///< The path of a drawing or snapshot, on the labels.
+    virtual void DrawingSaved(const std::string&) {}  ///< The finished drawing is on disk under this path.
 };
 
 /// What a person chose for this drawing; without a choice the settings decide.
@@ -51,6 +53,8 @@ struct DrawingState {
     DrawingState(AppState& appState, Connection& dictionary, engine::DrawingEngine& engine,
                  DrawScreen& drawScreen)
         : app(appState), store(dictionary), drawingEngine(engine), screen(drawScreen) {}
+    DrawingState(const DrawingState&) = delete;
+    DrawingState& operator=(const DrawingState&) = delete;
 
     AppState& app;
     Connection& store;  ///< The dictionary that is drawn: gConnection, or the copy of a scheduled run.
@@ -62,12 +66,22 @@ struct DrawingState {
     std::string gDrawSchema;
     std::string gDrawFileName;  ///< Without extension, in separate mode.
 
+    /// Where words to the person go.
+    Teller tell = [this](const std::string& text) { app.host.MessageBox(text); };
+    /// The same for what could come at every shape: each text once in a command.
+    Teller tellOnce = [this](const std::string& text) {
+        if (told.insert(text).second) tell(text);
+    };
+    std::unordered_set<std::string> told;
+
     // One drawing.
     engine::Ref<engine::Application> VisioApp;
     DrawnShapes gDrawnShapes;
     ShapeIds gShapeIds;
     std::unordered_set<std::string> walked;  ///< Records whose members have been walked, names folded.
     bool colored = false;
+    bool storeHasIndexRows =
+        true;  ///< Asked once, for there are none as a rule, and the question walks the table.
     std::string gOwnerColor, gFillFormula;
     BoxFields box;
 

@@ -49,18 +49,17 @@ Ref<engine::Master> CopyBackground(engine::Document& document, const Ref<engine:
 
 PageMasters PreparePageMasters(DrawingState& drawing, engine::Document& document) {
     PageMasters result;
-    Host& host = drawing.app.host;
     const auto application = document.Application();
     const auto documents = application ? application->Documents() : nullptr;
-    const auto backgrounds = GetStencil(host, documents, kBackgroundStencil);
+    const auto backgrounds = GetStencil(drawing.tellOnce, documents, kBackgroundStencil);
     if (!backgrounds) return result;
     const std::string name = drawing.options.background.value_or(getvisiobackground(drawing.app));
     result.background = CopyBackground(document, MasterOf(backgrounds, name));
-    const auto titles = GetStencil(host, documents, kTitleStencil);
+    const auto titles = GetStencil(drawing.tellOnce, documents, kTitleStencil);
     if (!titles) return result;
     result.title = MasterOf(titles, "Title block deco");
     result.complete = true;
-    host.Yield();
+    drawing.app.host.Yield();
     return result;
 }
 

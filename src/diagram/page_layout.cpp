@@ -1,7 +1,5 @@
 #include "diagram/page_layout.h"
 
-#include <algorithm>
-
 #include "core/text.h"
 
 namespace norvelis {
@@ -34,10 +32,15 @@ engine::Ref<engine::Cell> LayoutCell(engine::Page& page, int cell) {
 }  // namespace
 
 std::optional<int> LayoutIndex(std::string_view name) {
-    const auto found = std::find_if(kLayoutTypes.begin(), kLayoutTypes.end(),
-                                    [name](const auto& type) { return EqualIgnoringCase(type.name, name); });
-    if (found == kLayoutTypes.end()) return std::nullopt;
-    return static_cast<int>(found - kLayoutTypes.begin());
+    const auto bare = [](std::string_view text) {
+        while (text.starts_with('-')) text.remove_prefix(1);
+        while (text.ends_with('-')) text.remove_suffix(1);
+        return text;
+    };
+    for (std::size_t i = 0; i < kLayoutTypes.size(); ++i) {
+        if (EqualIgnoringCase(bare(kLayoutTypes[i].name), bare(name))) return static_cast<int>(i);
+    }
+    return std::nullopt;
 }
 
 void ApplyLayout(Host& host, engine::Page& page, int index) {

@@ -26,7 +26,7 @@ constexpr double kDropSquare = 10;  // inches
 ShapeRef DropAtRandom(DrawingState& drawing, const PageRef& page, std::string_view step) {
     const double x = drawing.app.random.Rnd() * kDropSquare;
     const double y = drawing.app.random.Rnd() * kDropSquare;
-    return DropShape(drawing.app.host, page, kFlowchartStencil, GetStepMaster(step), x, y);
+    return DropShape(drawing.tellOnce, page, kFlowchartStencil, GetStepMaster(step), x, y);
 }
 
 /// What a store may say of a record in its optional columns: where it leads, a remark, how long it takes.

@@ -131,13 +131,13 @@ TEST_F(DrawCommandsTest, TheIsolatedRecordAndAllBelowIt) {
 
 TEST_F(DrawCommandsTest, AScheduleAsksNobody) {
     std::vector<std::string> told;
-    const auto tell = [&](const std::string& text) { told.push_back(text); };
-    EXPECT_EQ(DrawScheduledDiagram(drawing, "EMPSCHM", "nightly", tell), DrawResult::Saved);
+    drawing.tell = [&](const std::string& text) { told.push_back(text); };
+    EXPECT_EQ(DrawScheduledDiagram(drawing, "EMPSCHM", "nightly"), DrawResult::Saved);
     EXPECT_EQ(lines.front(), "create hidden");
     EXPECT_THAT(LinesWith("SaveAs"),
                 ElementsAre("Document.SaveAs " + app.AppPath("\\batchjobs\\nightly\\EMPSCHM.vsd")));
     engine.recorder->creation = std::nullopt;
-    EXPECT_EQ(DrawScheduledDiagram(drawing, "EMPSCHM", "nightly", tell), DrawResult::NoEngine);
+    EXPECT_EQ(DrawScheduledDiagram(drawing, "EMPSCHM", "nightly"), DrawResult::NoEngine);
     EXPECT_THAT(told, ElementsAre("Visio is not installed. Please install Visio 2002 or better."));
     EXPECT_TRUE(test.host.messages.empty());
 }
@@ -223,6 +223,16 @@ TEST_F(DrawCommandsTest, ANameThatIsNoFileNameIsDrawnAndNotSaved) {
     }
     drawing.gDrawSchema = "..";
     EXPECT_THAT(DrawVisioDiagramSeparateParent(drawing, nullptr, false).notSaved, ElementsAre("R.."));
+}
+
+TEST_F(DrawCommandsTest, AMissingStencilIsToldOnceInACommand) {
+    engine.recorder->stencils.clear();
+    drawing.gDrawSchema = "EMPSCHM";
+    DrawVisioDiagramSeparateParent(drawing, nullptr, false);
+    const std::string notFound = "Stencil not found: \r\n";
+    EXPECT_THAT(test.host.Texts(), ElementsAre(notFound + "Basic Flowchart Shapes (US units).vss",
+                                               notFound + "Backgrounds (US units).vss"));
+    EXPECT_THAT(LinesWith("SaveAs"), SizeIs(2));
 }
 
 TEST_F(DrawCommandsTest, ASchemaWithoutParentsHasBackgroundAndTitle) {

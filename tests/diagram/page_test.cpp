@@ -85,6 +85,7 @@ TEST_F(PageTest, EveryLayoutWritesItsCells) {
     }
     EXPECT_EQ(LayoutIndex("circulardeep"), 7);
     EXPECT_EQ(LayoutIndex("-Default Layout-"), 0);
+    EXPECT_EQ(LayoutIndex("default layout"), 0);
     EXPECT_EQ(LayoutIndex("Other"), std::nullopt);
 }
 
