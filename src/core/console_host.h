@@ -8,8 +8,8 @@
 
 namespace norvelis {
 
-/// The Host of norvelis-cli: boxes, status and progress go to standard error (a moving bar only on a terminal),
-/// questions are answered by what the options said or by their default.
+/// The Host of norvelis-cli: boxes, status and progress go to standard error (a moving bar only on a
+/// terminal), questions are answered by what the options said or by their default.
 class ConsoleHost : public Host {
   public:
     using Host::MessageBox;
@@ -42,7 +42,7 @@ class ConsoleHost : public Host {
     std::string lastText_, status_, line_;
     bool printBoxes_ = true;
     bool terminal_;
-    std::chrono::steady_clock::time_point nextPaint_{};
+    std::chrono::steady_clock::time_point started_ = std::chrono::steady_clock::now(), nextPaint_{};
 };
 
 }  // namespace norvelis
