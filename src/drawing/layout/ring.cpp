@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <numeric>
 
+#include "drawing/routing/separate.h"
+
 namespace norvelis::layout {
 
 namespace {
@@ -45,32 +47,6 @@ class Lane {
     RingShape shape_;
     std::vector<double> places_;
 };
-
-/// Moves wishes (ascending) as little as possible so that each keeps its distance from the one before: blocks
-/// of equal shift are merged (pool adjacent violators: isotonic regression).
-std::vector<double> Separate(const std::vector<double>& wishes, const std::vector<double>& distance) {
-    struct Block {
-        double sum;
-        int count;
-        double Mean() const { return sum / count; }
-    };
-    std::vector<Block> blocks;
-    std::vector<double> offset(wishes.size());
-    for (std::size_t i = 0; i < wishes.size(); ++i) {
-        offset[i] = i > 0 ? offset[i - 1] + distance[i] : 0;
-        blocks.push_back({wishes[i] - offset[i], 1});
-        while (blocks.size() > 1 && blocks[blocks.size() - 2].Mean() >= blocks.back().Mean()) {
-            const Block last = blocks.back();
-            blocks.pop_back();
-            blocks.back().sum += last.sum;
-            blocks.back().count += last.count;
-        }
-    }
-    std::vector<double> places;
-    for (const Block& block : blocks)
-        for (int k = 0; k < block.count; ++k) places.push_back(block.Mean() + offset[places.size()]);
-    return places;
-}
 
 double NeededPlaces(const std::vector<RingBox*>& boxes, std::size_t i, std::size_t j, double gapX,
                     double gapY, double pitchX, double pitchY) {

@@ -2,41 +2,31 @@
 
 #include <cstddef>
 
-#include "drawing/routing/spatial_index.h"
+#include "drawing/routing/obstacles.h"
 
 namespace norvelis::layout {
 
 namespace {
 
-std::vector<Point> Fit(const std::vector<Point>& way, double radius, const std::vector<Rect>& boxes,
-                       const SpatialIndex& boxesNear) {
+std::vector<Point> Fit(const std::vector<Point>& way, double radius, const Obstacles& obstacles) {
     if (way.size() < 3) return way;
-    const auto hits = [&](Point a, Point b, Point c) {
-        bool hit = false;
-        boxesNear.Near(
-            {std::min({a.x, b.x, c.x}), std::min({a.y, b.y, c.y}), std::max({a.x, b.x, c.x}),
-             std::max({a.y, b.y, c.y})},
-            [&](int i) { return !(hit = TriangleHits(a, b, c, boxes[static_cast<std::size_t>(i)])); });
-        return hit;
-    };
     std::vector<Point> fitted{way.front()};
     for (std::size_t i = 1; i + 1 < way.size(); ++i) {
         const Point corner = way[i];
         const Point in = way[i - 1] - corner, out = way[i + 1] - corner;
         const double inLength = Length(in), outLength = Length(out);
         if (inLength <= 0 || outLength <= 0) continue;
-        double reach = std::min({radius, inLength / 2, outLength / 2});
-        const auto ends = [&](double r) {
-            return std::pair{corner + in * (r / inLength), corner + out * (r / outLength)};
-        };
-        while (reach > 1e-4 && hits(ends(reach).first, corner, ends(reach).second)) reach /= 2;
-        // The curve spans the middles of the corner's pieces, so the pieces are twice its reach.
-        const auto [before, after] = ends(std::min(reach * 2, inLength / 2));
-        if (reach * 2 < inLength - 1e-9) fitted.push_back(before);
+        // The curve spans the middles of the corner's pieces, so the pieces are twice as long as it reaches;
+        // two corners share the piece between them.
+        double size = 2 * radius;
+        const auto before = [&] { return corner + in * (std::min(size, inLength / 2) / inLength); };
+        const auto after = [&] { return corner + out * (std::min(size, outLength / 2) / outLength); };
+        while (size > 1e-4 &&
+               obstacles.Cover(Between(corner, before(), 0.5), corner, Between(corner, after(), 0.5)))
+            size /= 2;
+        if (!(before() == fitted.back())) fitted.push_back(before());
         fitted.push_back(corner);
-        const Point next = corner + out * (std::min(reach * 2, outLength / 2) / outLength);
-        (void)after;
-        if (reach * 2 < outLength - 1e-9) fitted.push_back(next);
+        fitted.push_back(after());
     }
     fitted.push_back(way.back());
     return fitted;
@@ -45,13 +35,8 @@ std::vector<Point> Fit(const std::vector<Point>& way, double radius, const std::
 }  // namespace
 
 void FitCurves(std::vector<std::vector<Point>>& ways, const std::vector<Rect>& boxes, double radius) {
-    Rect page = boxes.empty() ? Rect{} : boxes.front();
-    for (const Rect& box : boxes)
-        page = {std::min(page.x0, box.x0), std::min(page.y0, box.y0), std::max(page.x1, box.x1),
-                std::max(page.y1, box.y1)};
-    SpatialIndex boxesNear(page, 2.0);
-    for (std::size_t i = 0; i < boxes.size(); ++i) boxesNear.Add(boxes[i], static_cast<int>(i));
-    for (auto& way : ways) way = Fit(way, radius, boxes, boxesNear);
+    const Obstacles obstacles(boxes);
+    for (auto& way : ways) way = Fit(way, radius, obstacles);
 }
 
 }  // namespace norvelis::layout

@@ -2,22 +2,14 @@
 
 #include <cstddef>
 
+#include "drawing/routing/obstacles.h"
+
 namespace norvelis::layout {
 
 namespace {
 
 std::size_t At(int i) {
     return static_cast<std::size_t>(i);
-}
-
-Rect BoundsOf(const std::vector<Rect>& rects) {
-    Rect bounds{0, 0, 0, 0};
-    for (std::size_t i = 0; i < rects.size(); ++i) {
-        if (i == 0) bounds = rects[0];
-        bounds = {std::min(bounds.x0, rects[i].x0), std::min(bounds.y0, rects[i].y0),
-                  std::max(bounds.x1, rects[i].x1), std::max(bounds.y1, rects[i].y1)};
-    }
-    return bounds;
 }
 
 }  // namespace

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <numeric>
 
-#include "drawing/routing/spatial_index.h"
+#include "drawing/routing/obstacles.h"
 
 namespace norvelis::layout {
 
@@ -25,13 +25,7 @@ class LabelPlacer {
   public:
     LabelPlacer(const std::vector<Rect>& boxes, const std::vector<Line>& lines,
                 const std::vector<std::vector<Point>>& ways, const Rect& page)
-        : boxes_(boxes),
-          lines_(lines),
-          ways_(ways),
-          boxesNear_(page, 2.0),
-          labelsNear_(page, 1.0),
-          piecesNear_(page, 1.0) {
-        for (std::size_t i = 0; i < boxes.size(); ++i) boxesNear_.Add(boxes[i], static_cast<int>(i));
+        : lines_(lines), ways_(ways), obstacles_(boxes), labelsNear_(page, 1.0), piecesNear_(page, 1.0) {
         for (std::size_t i = 0; i < ways.size(); ++i) {
             for (std::size_t k = 1; k < ways[i].size(); ++k) {
                 piecesNear_.AddPiece(ways[i][k - 1], ways[i][k], static_cast<int>(pieces_.size()));
@@ -58,10 +52,10 @@ class LabelPlacer {
     Point NearestFree(Point wish, double width, double height) const;
     void Keep(const Rect& label);
 
-    const std::vector<Rect>& boxes_;
     const std::vector<Line>& lines_;
     const std::vector<std::vector<Point>>& ways_;
-    SpatialIndex boxesNear_, labelsNear_, piecesNear_;
+    Obstacles obstacles_;
+    SpatialIndex labelsNear_, piecesNear_;
     std::vector<Piece> pieces_;
     std::vector<Rect> labels_;
 };
@@ -106,8 +100,7 @@ std::vector<LabelPlacer::Spot> LabelPlacer::SpotsAlong(int line) const {
 
 bool LabelPlacer::IsFree(const Rect& label) const {
     const Rect area = label.Grown(clear);
-    bool isFree = true;
-    boxesNear_.Near(area, [&](int i) { return isFree = !Overlap(area, boxes_[At(i)]); });
+    bool isFree = !obstacles_.Cover(area);
     if (isFree) labelsNear_.Near(area, [&](int i) { return isFree = !Overlap(area, labels_[At(i)]); });
     return isFree;
 }

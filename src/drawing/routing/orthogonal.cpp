@@ -1,11 +1,10 @@
 #include "drawing/routing/orthogonal.h"
 
 #include <cstddef>
-#include <numeric>
 #include <optional>
 
 #include "drawing/routing/corridor.h"
-#include "drawing/routing/spatial_index.h"
+#include "drawing/routing/obstacles.h"
 #include "drawing/routing/tracks.h"
 
 namespace norvelis::layout {
@@ -27,14 +26,6 @@ struct Upright {
     double x = 0;
 };
 
-Rect PageOf(const std::vector<Rect>& boxes) {
-    Rect page = boxes.empty() ? Rect{} : boxes.front();
-    for (const Rect& box : boxes)
-        page = {std::min(page.x0, box.x0), std::min(page.y0, box.y0), std::max(page.x1, box.x1),
-                std::max(page.y1, box.y1)};
-    return page;
-}
-
 class OrthogonalRouter {
   public:
     OrthogonalRouter(const std::vector<Rect>& boxes, const RouteRule& rule, double lineGap, double clearance,
@@ -45,12 +36,9 @@ class OrthogonalRouter {
           clearance_(clearance),
           space_(boxes, clearance, margin),
           search_(space_, boxes, rule, lineGap),
-          boxesNear_(PageOf(boxes).Grown(margin), 3.0),
-          uprights_(lineGap, PageOf(boxes).x0 - margin, PageOf(boxes).x1 + margin),
-          levels_(lineGap, PageOf(boxes).y0 - margin, PageOf(boxes).y1 + margin) {
-        for (std::size_t i = 0; i < boxes.size(); ++i)
-            boxesNear_.Add(boxes[i].Grown(clearance), static_cast<int>(i));
-    }
+          obstacles_(boxes),
+          uprights_(lineGap, BoundsOf(boxes).x0 - margin, BoundsOf(boxes).x1 + margin),
+          levels_(lineGap, BoundsOf(boxes).y0 - margin, BoundsOf(boxes).y1 + margin) {}
 
     std::optional<std::vector<Point>> Route(int line, int from, int to);
     int Crowded() const { return crowded_; }
@@ -75,7 +63,7 @@ class OrthogonalRouter {
     double lineGap_, clearance_;
     FreeSpace space_;
     CorridorSearch search_;
-    SpatialIndex boxesNear_;
+    Obstacles obstacles_;
     Tracks uprights_, levels_;
     int crowded_ = 0;
 };
@@ -152,7 +140,7 @@ OrthogonalRouter::Range OrthogonalRouter::FreeHeights(int cell, double x0, doubl
     constexpr double farthest = 2.0;
     const Rect& area = space_.Cells()[At(cell)].area;
     Range range{area.y0 - farthest, area.y1 + farthest};
-    boxesNear_.Near({x0, range.lo, x1, range.hi}, [&](int i) {
+    obstacles_.Near(Rect{x0, range.lo, x1, range.hi}.Grown(clearance_), [&](int i) {
         const Rect box = boxes_[At(i)].Grown(clearance_);
         if (box.x1 <= x0 || box.x0 >= x1) return true;
         if (box.y1 <= area.y0 + 1e-9) range.lo = std::max(range.lo, box.y1);
@@ -242,17 +230,6 @@ std::optional<std::vector<Point>> OrthogonalRouter::Route(int line, int from, in
 }
 
 }  // namespace
-
-std::vector<int> ShortLinesFirst(const std::vector<Rect>& boxes, const std::vector<Line>& lines) {
-    std::vector<int> order(lines.size());
-    std::iota(order.begin(), order.end(), 0);
-    const auto length = [&](int i) {
-        const Point way = boxes[At(lines[At(i)].to)].Center() - boxes[At(lines[At(i)].from)].Center();
-        return std::abs(way.x) + std::abs(way.y);
-    };
-    std::stable_sort(order.begin(), order.end(), [&](int a, int b) { return length(a) < length(b); });
-    return order;
-}
 
 Ways RouteOrthogonally(const std::vector<Rect>& boxes, const std::vector<Line>& lines, const RouteRule& rule,
                        double lineGap) {

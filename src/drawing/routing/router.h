@@ -8,7 +8,7 @@ namespace norvelis::layout {
 
 struct Routing {
     std::vector<Route> routes;  ///< One for each line of the graph.
-    int crowded = 0;  ///< Lines and labels that found no room of their own: spread the boxes and try again.
+    int crowded = 0;  ///< Lines and labels that found no room of their own: the boxes may be spread.
 };
 
 /// Routes lines and places labels for boxes that stand already, by `routeStyle` and `lineRouteExt`. No line

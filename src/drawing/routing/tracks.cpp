@@ -82,7 +82,7 @@ Tracks::Room Tracks::Nearest(double wish, double from, double to, double lo, dou
             before = taken[i];
         }
         widest(to);
-        return {best, true};
+        return {best, width < spacing_};
     }
 }
 

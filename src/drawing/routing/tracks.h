@@ -20,7 +20,7 @@ class Tracks {
     };
     struct Room {
         double at = 0;
-        bool crowded = false;  ///< No place kept the spacing; this is the middle of the widest one.
+        bool crowded = false;  ///< No place kept even half the spacing; this is the middle of the widest gap.
     };
 
     /// The free place nearest to the wish, within from..to, for a run from lo to hi.

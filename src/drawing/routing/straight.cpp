@@ -1,0 +1,183 @@
+#include "drawing/routing/straight.h"
+
+#include <cstddef>
+#include <map>
+#include <optional>
+
+#include "drawing/routing/corridor.h"
+#include "drawing/routing/funnel.h"
+#include "drawing/routing/obstacles.h"
+#include "drawing/routing/orthogonal.h"
+
+namespace norvelis::layout {
+
+namespace {
+
+std::size_t At(int i) {
+    return static_cast<std::size_t>(i);
+}
+
+constexpr double touch = 1e-6;  // ends stand on borders, to within rounding
+
+class StraightRouter {
+  public:
+    StraightRouter(const std::vector<Rect>& boxes, const std::vector<Line>& lines, double lineGap)
+        : boxes_(boxes),
+          lines_(lines),
+          lineGap_(lineGap),
+          clearance_(lineGap),
+          obstacles_(boxes),
+          space_(boxes, clearance_, 1 + lineGap * std::min(200.0, static_cast<double>(lines.size()))),
+          search_(space_, boxes, RouteRule{}, lineGap),
+          passed_(At(space_.PortalCount())) {
+        std::map<std::pair<int, int>, int> count;
+        for (const Line& line : lines) ++count[std::minmax(line.from, line.to)];
+        std::map<std::pair<int, int>, int> index;
+        for (const Line& line : lines) {
+            const auto pair = std::minmax(line.from, line.to);
+            const int all = count[pair], at = index[pair]++;
+            // Seen from the lower box, so that lines in both directions spread as one bundle.
+            bundle_.push_back({all, (at - (all - 1) / 2.0) * (line.from <= line.to ? 1 : -1)});
+        }
+    }
+
+    /// Empty when the way is barred.
+    std::vector<Point> Route(int line);
+
+  private:
+    struct InBundle {
+        int count;
+        double step;
+    };
+    std::optional<std::vector<Point>> Direct(int line) const;
+    std::optional<std::vector<Point>> Around(int line);
+    std::vector<Door> DoorsOf(const Corridor& corridor, int line);
+    Door DoorAt(const Exit& exit, const Rect& box, bool leaves) const;
+
+    const std::vector<Rect>& boxes_;
+    const std::vector<Line>& lines_;
+    double lineGap_, clearance_;
+    Obstacles obstacles_;
+    FreeSpace space_;
+    CorridorSearch search_;
+    std::vector<int> passed_;  ///< Lines through each portal.
+    std::vector<InBundle> bundle_;
+};
+
+/// Cuts off what lies inside the two boxes; nothing when the way does not leave them properly.
+bool ClipToBorders(std::vector<Point>& way, const Rect& source, const Rect& target) {
+    double enters, leaves;
+    std::size_t first = 0;
+    while (first + 1 < way.size() && source.Holds(way[first + 1])) ++first;
+    if (first + 1 >= way.size() || !ClipPiece(way[first], way[first + 1], source, enters, leaves))
+        return false;
+    way[first] = Between(way[first], way[first + 1], leaves);
+    way.erase(way.begin(), way.begin() + static_cast<std::ptrdiff_t>(first));
+    std::size_t last = way.size() - 1;
+    while (last > 0 && target.Holds(way[last - 1])) --last;
+    if (last == 0 || !ClipPiece(way[last - 1], way[last], target, enters, leaves)) return false;
+    way[last] = Between(way[last - 1], way[last], enters);
+    way.resize(last + 1);
+    return true;
+}
+
+std::optional<std::vector<Point>> StraightRouter::Direct(int line) const {
+    const int from = lines_[At(line)].from, to = lines_[At(line)].to;
+    if (from == to) return std::nullopt;
+    const Rect &source = boxes_[At(from)], &target = boxes_[At(to)];
+    const Point way = target.Center() - source.Center();
+    const double length = Length(way);
+    if (length <= 0) return std::nullopt;
+    const Point normal{-way.y / length, way.x / length};
+    const InBundle& bundle = bundle_[At(line)];
+    // The bundle is as wide as the smaller box shows itself from the other, at most.
+    const auto shows = [&](const Rect& box) {
+        return std::abs(normal.x) * box.Width() + std::abs(normal.y) * box.Height();
+    };
+    const double step = std::min(2 * lineGap_, 0.8 * std::min(shows(source), shows(target)) / bundle.count);
+    const Point shift = normal * (bundle.step * step);
+    std::vector<Point> points{source.Center() + shift, target.Center() + shift};
+    if (!ClipToBorders(points, source, target)) return std::nullopt;
+    if (obstacles_.Bar(points[0], points[1], clearance_ * 0.5, from, to)) return std::nullopt;
+    return points;
+}
+
+Door StraightRouter::DoorAt(const Exit& exit, const Rect& box, bool leaves) const {
+    Door door;
+    switch (exit.side) {
+        case Side::Top:
+            door = {{exit.lo, box.y1}, {exit.hi, box.y1}};
+            break;
+        case Side::Bottom:
+            door = {{exit.hi, box.y0}, {exit.lo, box.y0}};
+            break;
+        case Side::Right:
+            door = {{box.x1, exit.hi}, {box.x1, exit.lo}};
+            break;
+        case Side::Left:
+            door = {{box.x0, exit.lo}, {box.x0, exit.hi}};
+            break;
+    }
+    if (!leaves) std::swap(door.left, door.right);
+    return door;
+}
+
+/// Doors are narrowed by the lines that passed them before, so that lines around one corner run side by side.
+std::vector<Door> StraightRouter::DoorsOf(const Corridor& corridor, int line) {
+    const Rect &source = boxes_[At(lines_[At(line)].from)], &target = boxes_[At(lines_[At(line)].to)];
+    std::vector<Door> doors{DoorAt(corridor.from, source, true),
+                            DoorAt(corridor.from, source.Grown(clearance_), true)};
+    for (std::size_t i = 0; i < corridor.portals.size(); ++i) {
+        const Portal& portal = corridor.portals[i];
+        const double width = portal.hi - portal.lo;
+        const double narrow = std::min(lineGap_ * passed_[At(portal.id)]++, width * 0.45);
+        const Point lo{portal.lo + narrow, portal.y}, hi{portal.hi - narrow, portal.y};
+        const bool upwards = space_.Cells()[At(corridor.cells[i])].area.y1 == portal.y;
+        doors.push_back(upwards ? Door{lo, hi} : Door{hi, lo});
+    }
+    doors.push_back(DoorAt(corridor.to, target.Grown(clearance_), false));
+    doors.push_back(DoorAt(corridor.to, target, false));
+    return doors;
+}
+
+std::optional<std::vector<Point>> StraightRouter::Around(int line) {
+    const int from = lines_[At(line)].from, to = lines_[At(line)].to;
+    const auto corridor = search_.Find(from, to);
+    if (!corridor) return std::nullopt;
+    search_.Take(*corridor);
+    const Rect &source = boxes_[At(from)], &target = boxes_[At(to)];
+    std::vector<Point> way = ShortestThrough(source.Center(), DoorsOf(*corridor, line), target.Center());
+    if (!ClipToBorders(way, source, target)) return std::nullopt;
+    for (std::size_t i = 1; i < way.size(); ++i) {
+        if (obstacles_.Bar(way[i - 1], way[i], -touch, -1, -1)) return std::nullopt;
+    }
+    return way;
+}
+
+std::vector<Point> StraightRouter::Route(int line) {
+    if (auto way = Direct(line)) return *way;
+    if (auto way = Around(line)) return *way;
+    return {};
+}
+
+}  // namespace
+
+Ways RouteStraight(const std::vector<Rect>& boxes, const std::vector<Line>& lines, double lineGap) {
+    StraightRouter router(boxes, lines, lineGap);
+    Ways ways;
+    ways.points.resize(lines.size());
+    std::vector<int> barred;
+    for (const int i : ShortLinesFirst(boxes, lines)) {
+        ways.points[At(i)] = router.Route(i);
+        if (ways.points[At(i)].empty()) barred.push_back(i);
+    }
+    if (barred.empty()) return ways;
+    std::vector<Line> rest;
+    for (const int i : barred) rest.push_back(lines[At(i)]);
+    Ways turned = RouteOrthogonally(boxes, rest, RouteRule{}, lineGap);
+    for (std::size_t k = 0; k < barred.size(); ++k) ways.points[At(barred[k])] = std::move(turned.points[k]);
+    ways.crowded = turned.crowded;
+    return ways;
+}
+
+}  // namespace norvelis::layout

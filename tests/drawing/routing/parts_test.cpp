@@ -1,0 +1,167 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "drawing/routing/free_space.h"
+#include "drawing/routing/funnel.h"
+#include "drawing/routing/geometry.h"
+#include "drawing/routing/router.h"
+#include "drawing/routing/separate.h"
+#include "drawing/routing/tracks.h"
+
+namespace norvelis::layout {
+namespace {
+
+TEST(Geometry, PiecesAndTrianglesHitTheInsideOfARectangleOnly) {
+    const Rect rect{0, 0, 2, 1};
+    EXPECT_TRUE(PieceHits({-1, 0.5}, {3, 0.5}, rect));
+    EXPECT_TRUE(PieceHits({-1, -1}, {1, 0.9}, rect));
+    EXPECT_FALSE(PieceHits({-1, 1}, {3, 1}, rect)) << "along the border";
+    EXPECT_FALSE(PieceHits({-1, 0.5}, {-0.1, 0.5}, rect));
+    EXPECT_TRUE(TriangleHits({-1, -1}, {4, -1}, {1, 5}, rect)) << "around it";
+    EXPECT_TRUE(TriangleHits({0.5, 0.4}, {0.6, 0.4}, {0.5, 0.5}, rect)) << "inside it";
+    EXPECT_FALSE(TriangleHits({-1, 0.5}, {-1, 3}, {1.5, 3}, rect)) << "past a corner";
+    EXPECT_FALSE(TriangleHits({-2, 0}, {0, 2}, {-1, 1}, rect)) << "no triangle, and past a corner";
+}
+
+TEST(Separate, MovesWhatIsTooNearAndNothingElse) {
+    using testing::DoubleNear;
+    using testing::ElementsAre;
+    EXPECT_THAT(
+        Separate({0, 5, 5, 9}, {1, 1, 1, 1}),
+        ElementsAre(DoubleNear(0, 1e-9), DoubleNear(4.5, 1e-9), DoubleNear(5.5, 1e-9), DoubleNear(9, 1e-9)));
+    EXPECT_THAT(SeparateWithin({9, 9, 9}, 1, 0, 10),
+                ElementsAre(DoubleNear(8, 1e-9), DoubleNear(9, 1e-9), DoubleNear(10, 1e-9)));
+    EXPECT_THAT(SeparateWithin({5, 5, 5}, 8, 0, 10),
+                ElementsAre(DoubleNear(0, 1e-9), DoubleNear(5, 1e-9), DoubleNear(10, 1e-9)));
+}
+
+TEST(Tracks, TakeTheFreePlaceNearestToTheWish) {
+    Tracks tracks(0.5, -10, 10);
+    EXPECT_DOUBLE_EQ(tracks.Nearest(1, 0, 3, 0, 10, 1).at, 1);
+    tracks.Add({1, 0, 10, 1});
+    EXPECT_DOUBLE_EQ(tracks.Nearest(1.1, 0, 3, 5, 20, 2).at, 1.5);
+    EXPECT_DOUBLE_EQ(tracks.Nearest(1.1, 0, 3, 11, 20, 2).at, 1.1) << "beyond the run's end";
+    EXPECT_DOUBLE_EQ(tracks.Nearest(1.1, 0, 3, 5, 20, 1).at, 1) << "runs of one net share a track";
+    const Tracks::Room narrow = tracks.Nearest(1, 0.9, 1.2, 0, 10, 3);
+    EXPECT_TRUE(narrow.crowded);
+    EXPECT_GE(narrow.at, 0.9);
+    EXPECT_LE(narrow.at, 1.2);
+}
+
+TEST(FreeSpace, CellsCoverThePageBetweenTheBoxes) {
+    const std::vector<Rect> boxes{{0, 0, 2, 1}, {3, 0.5, 5, 2}, {1, 3, 4, 4}};
+    const FreeSpace space(boxes, 0, 1);
+    double area = 0;
+    for (const FreeCell& cell : space.Cells()) {
+        area += cell.area.Width() * cell.area.Height();
+        for (const Rect& box : boxes) EXPECT_FALSE(Overlap(cell.area, box));
+        for (const Portal& portal : cell.portals) {
+            const Rect& other = space.Cells()[static_cast<std::size_t>(portal.to)].area;
+            EXPECT_TRUE(portal.y == other.y0 || portal.y == other.y1);
+            EXPECT_GE(portal.lo, other.x0);
+            EXPECT_LE(portal.hi, other.x1);
+        }
+    }
+    EXPECT_NEAR(area, 7 * 6 - 2 - 3 - 3, 1e-9);
+    for (int box = 0; box < 3; ++box) {
+        std::set<Side> sides;
+        for (const Exit& exit : space.ExitsOf(box)) sides.insert(exit.side);
+        EXPECT_EQ(sides.size(), 4u);
+    }
+}
+
+TEST(Funnel, GoesStraightThroughOpenDoorsAndAroundCorners) {
+    const auto upwards = [](double lo, double hi, double y) { return Door{{lo, y}, {hi, y}}; };
+    EXPECT_EQ(ShortestThrough({0, 0}, {upwards(-1, 1, 1), upwards(-2, 2, 2)}, {0, 3}),
+              (std::vector<Point>{{0, 0}, {0, 3}}));
+    EXPECT_EQ(ShortestThrough({0, 0}, {upwards(2, 4, 1), upwards(-4, -2, 3)}, {0, 4}),
+              (std::vector<Point>{{0, 0}, {2, 1}, {-2, 3}, {0, 4}}));
+}
+
+/// Two boxes side by side, and one above between them; all lines from the first.
+Graph ThreeBoxes() {
+    return {std::vector<Box>(3, Box{2, 1}), {{0, 1, 0.5, 0.2}, {0, 2, 0.5, 0.2}}};
+}
+const std::vector<Point> threeCenters{{0, 0}, {6, 0}, {3, 4}};
+
+std::vector<Route> RouteThree(int routeStyle) {
+    Style style;
+    style.routeStyle = routeStyle;
+    return RouteLines(ThreeBoxes(), threeCenters, style).routes;
+}
+
+TEST(RouteStyles, RightAnglesAreLevelOrUpright) {
+    for (const int style : {0, 1, 3, 5, 17, 21, 22, 99}) {
+        for (const Route& route : RouteThree(style))
+            for (std::size_t i = 1; i < route.points.size(); ++i)
+                EXPECT_TRUE(route.points[i].x == route.points[i - 1].x ||
+                            route.points[i].y == route.points[i - 1].y);
+    }
+}
+
+TEST(RouteStyles, StraightIsOnePieceTowardsTheMiddles) {
+    for (const int style : {2, 9, 16}) {
+        const std::vector<Point> way = RouteThree(style)[1].points;
+        ASSERT_EQ(way.size(), 2u);
+        EXPECT_NEAR(Cross(way[1] - way[0], Point{3, 4}), 0, 1e-9);
+    }
+}
+
+TEST(RouteStyles, SimpleBendsOnceInTheNamedOrder) {
+    const std::vector<Point> levelFirst = RouteThree(21)[1].points, uprightFirst = RouteThree(22)[1].points;
+    ASSERT_EQ(levelFirst.size(), 3u);
+    EXPECT_EQ(levelFirst[0].y, levelFirst[1].y);
+    ASSERT_EQ(uprightFirst.size(), 3u);
+    EXPECT_EQ(uprightFirst[0].x, uprightFirst[1].x);
+}
+
+TEST(RouteStyles, FlowLeavesAndArrivesOnTheNamedSides) {
+    const struct {
+        int style;
+        Point leaves, arrives;  // from the middles of boxes above one another or side by side
+        Point way;
+    } cases[] = {{5, {0, -0.5}, {0, 0.5}, {0, -4}},  {12, {0, 0.5}, {0, -0.5}, {0, 4}},
+                 {6, {1, 0}, {-1, 0}, {6, 0}},       {13, {-1, 0}, {1, 0}, {-6, 0}},
+                 {17, {0, -0.5}, {0, 0.5}, {0, -4}}, {3, {0, -0.5}, {0, 0.5}, {0, -4}},
+                 {8, {1, 0}, {-1, 0}, {6, 0}}};
+    for (const auto& c : cases) {
+        Style style;
+        style.routeStyle = c.style;
+        const Graph graph{{{2, 1}, {2, 1}}, {{0, 1, 0.5, 0.2}}};
+        const std::vector<Point> way = RouteLines(graph, {{0, 0}, c.way}, style).routes[0].points;
+        EXPECT_EQ(way.front(), c.leaves) << c.style;
+        EXPECT_EQ(way.back(), c.way + c.arrives) << c.style;
+    }
+}
+
+TEST(RouteStyles, LinesOfOneOwnerShareTheTrunkOfATree) {
+    const Graph graph{std::vector<Box>(4, Box{2, 1}), {{0, 1, 0.5, 0.2}, {0, 2, 0.5, 0.2}, {0, 3, 0.5, 0.2}}};
+    Style style;
+    style.routeStyle = 3;
+    const auto routes = RouteLines(graph, {{0, 0}, {-4, -3}, {4, -3}, {8, -3}}, style).routes;
+    EXPECT_EQ(routes[0].points.front(), routes[1].points.front());
+    EXPECT_EQ(routes[1].points.front(), routes[2].points.front());
+    EXPECT_EQ(routes[1].points[1], routes[2].points[1]) << "and its bar";
+    EXPECT_NE(routes[1].points.back(), routes[2].points.back());
+}
+
+TEST(RouteStyles, ParallelLinesRunSideBySide) {
+    const Graph graph{std::vector<Box>(2, Box{2, 1}), std::vector<Line>(3, Line{0, 1, 0.5, 0.2})};
+    for (const int routeStyle : {1, 2}) {
+        Style style;
+        style.routeStyle = routeStyle;
+        const auto routes = RouteLines(graph, {{0, 0}, {0, -4}}, style).routes;
+        std::vector<double> x;
+        for (const Route& route : routes) {
+            ASSERT_EQ(route.points.size(), 2u);
+            EXPECT_EQ(route.points[0].x, route.points[1].x);
+            x.push_back(route.points[0].x);
+        }
+        std::sort(x.begin(), x.end());
+        EXPECT_GE(x[1] - x[0], style.lineGap - 1e-9);
+        EXPECT_GE(x[2] - x[1], style.lineGap - 1e-9);
+    }
+}
+
+}  // namespace
+}  // namespace norvelis::layout

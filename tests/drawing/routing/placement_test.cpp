@@ -1,0 +1,130 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "drawing/layout/biconnected.h"
+#include "drawing/layout/circle_order.h"
+#include "drawing/layout/circular.h"
+#include "drawing/layout/radial.h"
+#include "drawing/layout/reach.h"
+#include "drawing/layout/ring.h"
+
+namespace norvelis::layout {
+namespace {
+
+TEST(BiconnectedComponents, SplitsAtCutVertices) {
+    // A triangle 0 1 2, a bridge 2-3, a square 3 4 5 6, a lone vertex 7; the edge 0-1 is there twice.
+    const std::vector<std::vector<int>> neighbours{{1, 1, 2}, {0, 0, 2}, {0, 1, 3}, {2, 4, 6},
+                                                   {3, 5},    {4, 6},    {5, 3},    {}};
+    std::vector<std::vector<int>> components = BiconnectedComponents(neighbours);
+    for (auto& component : components) std::sort(component.begin(), component.end());
+    std::sort(components.begin(), components.end());
+    EXPECT_EQ(components, (std::vector<std::vector<int>>{{0, 1, 2}, {2, 3}, {3, 4, 5, 6}}));
+}
+
+int Crossings(const std::vector<int>& order, const std::vector<std::pair<int, int>>& edges) {
+    std::vector<int> place(order.size());
+    for (std::size_t i = 0; i < order.size(); ++i)
+        place[static_cast<std::size_t>(order[i])] = static_cast<int>(i);
+    const auto at = [&](int v) { return place[static_cast<std::size_t>(v)]; };
+    int crossings = 0;
+    for (std::size_t i = 0; i < edges.size(); ++i) {
+        for (std::size_t k = 0; k < i; ++k) {
+            const auto [a, b] = std::minmax(at(edges[i].first), at(edges[i].second));
+            const int c = at(edges[k].first), d = at(edges[k].second);
+            const auto isInside = [a = a, b = b](int x) { return x > a && x < b; };
+            const auto isEnd = [a = a, b = b](int x) { return x == a || x == b; };
+            crossings += !isEnd(c) && !isEnd(d) && isInside(c) != isInside(d);
+        }
+    }
+    return crossings;
+}
+
+TEST(CircleOrder, DrawsOuterplanarGraphsWithoutCrossings) {
+    // A ring of twelve under scrambled numbers, with chords that share ends.
+    const auto name = [](int i) { return i * 5 % 12; };
+    std::vector<std::pair<int, int>> edges;
+    for (int i = 0; i < 12; ++i) edges.emplace_back(name(i), name((i + 1) % 12));
+    for (const int end : {2, 4, 7, 10}) edges.emplace_back(name(0), name(end));
+    EXPECT_EQ(Crossings(CircleOrder(12, edges), edges), 0);
+}
+
+TEST(CircleOrder, IsNearTheLeastForTheCompleteBipartiteGraph) {
+    std::vector<std::pair<int, int>> edges;
+    for (int a = 0; a < 4; ++a)
+        for (int b = 4; b < 8; ++b) edges.emplace_back(a, b);
+    std::vector<int> order = CircleOrder(8, edges);
+    EXPECT_LE(Crossings(order, edges), 18);
+    std::sort(order.begin(), order.end());
+    EXPECT_EQ(order, (std::vector<int>{0, 1, 2, 3, 4, 5, 6, 7}));
+}
+
+/// Box 0 owns 1 to 6, each of which owns two more.
+Graph TwoRings() {
+    Graph graph{std::vector<Box>(19, Box{3, 1}), {}};
+    for (int i = 1; i <= 6; ++i) graph.lines.push_back({0, i, 0.9, 0.2});
+    for (int i = 7; i < 19; ++i) graph.lines.push_back({(i - 7) / 2 + 1, i, 0.9, 0.2});
+    return graph;
+}
+
+TEST(Radial, PutsTheMostReachInTheMiddleAndTheOthersOnRingsAround) {
+    const Graph graph = TwoRings();
+    EXPECT_EQ(MostReach(NeighboursOf(graph)), 0);
+    Style style;
+    style.placeStyle = 3;
+    const std::vector<Point> centers = PlaceRadial(graph, style);
+    EXPECT_EQ(centers[0], (Point{0, 0}));
+    for (std::size_t member = 7; member < 19; ++member) {
+        const Point inner = centers[(member - 7) / 2 + 1], outer = centers[member];
+        EXPECT_GT(outer.x * outer.x + outer.y * outer.y, inner.x * inner.x + inner.y * inner.y);
+        EXPECT_GT(outer.x * inner.x + outer.y * inner.y, 0) << "in its owner's sector";
+    }
+}
+
+TEST(Radial, DepthSaysHowTightlyTheRingsStand) {
+    const auto width = [](int depth) {
+        Style style;
+        style.placeStyle = 3;
+        style.placeDepth = depth;
+        double most = 0;
+        for (const Point& center : PlaceRadial(TwoRings(), style)) most = std::max(most, center.x);
+        return most;
+    };
+    EXPECT_LT(width(2), width(1));
+    EXPECT_LT(width(1), width(3));
+}
+
+TEST(Circular, PutsABlockOnACircleAndWhatHangsOnItOutside) {
+    Graph graph{std::vector<Box>(9, Box{3, 1}), {}};
+    for (int i = 0; i < 8; ++i) graph.lines.push_back({i, (i + 1) % 8, 0.9, 0.2});
+    graph.lines.push_back({3, 8, 0.9, 0.2});
+    Style style;
+    style.placeStyle = 6;
+    const std::vector<Point> centers = PlaceCircular(graph, style);
+    Point middle{};
+    for (std::size_t i = 0; i < 8; ++i) middle = {middle.x + centers[i].x / 8, middle.y + centers[i].y / 8};
+    const auto apart = [](Point a, Point b) { return std::hypot(a.x - b.x, a.y - b.y); };
+    EXPECT_GT(apart(centers[8], middle), apart(centers[3], middle));
+    for (const std::size_t i : {0, 1, 2, 4, 5, 6, 7})
+        EXPECT_LT(apart(centers[8], centers[3]), apart(centers[8], centers[i]));
+}
+
+TEST(Ring, KeepsTheGapsBetweenBoxesOfAllSizes) {
+    std::vector<RingBox> boxes;
+    for (int i = 0; i < 30; ++i) boxes.push_back({{1.0 + i % 4, 0.5 + i % 3}, 0.1 * (i % 7), {}, i});
+    RingShape hole{2, 1, 2};
+    PlaceOnRing(boxes, hole, 0.5, 0.25, 1);
+    std::vector<Box> sizes;
+    std::vector<Point> centers;
+    for (const RingBox& box : boxes) {
+        sizes.push_back(box.size);
+        centers.push_back(box.center);
+    }
+    KeepApart(sizes, centers, 0.5, 0.25);
+    EXPECT_TRUE(AreApart(sizes, centers, 0.5, 0.25));
+    EXPECT_FALSE(AreApart(sizes, std::vector<Point>(30), 0.5, 0.25));
+}
+
+}  // namespace
+}  // namespace norvelis::layout
