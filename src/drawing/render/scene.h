@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QBrush>
+#include <QColor>
+#include <QFont>
+#include <QPainterPath>
+#include <QPen>
+#include <QString>
+#include <QTransform>
+#include <vector>
+
+#include "drawing/render/ink.h"
+
+// A page made ready to be shown: every outline, colour, broken line of text and link settled once, in z-order. All
+// outputs (screen, printer, PNG, PDF, SVG) only transcribe a scene, so they cannot differ in what they show.
+// Unit: a tenth of a point; the origin is the page's upper left corner, y grows downwards.
+namespace norvelis::drawing::render {
+
+/// One outline with its fill and line.
+struct Mark {
+    QPainterPath path;
+    QBrush fill;
+    QPen line = Qt::NoPen;
+    bool clipped = false;  ///< Shows only inside the figure's mark before it (the strokes of a hatch).
+};
+
+/// A piece of one line of text in one style.
+struct Fragment {
+    QPointF start;  ///< Left end on the base line.
+    double width = 0;
+    QString text;
+    QFont font;  ///< In pixels: scene units.
+    QColor color;
+};
+
+struct TextPicture {
+    QTransform place;  ///< From the text's own coordinates to the scene's.
+    QRectF bounds;     ///< In its own coordinates.
+    std::vector<Fragment> fragments;
+};
+
+struct Figure {
+    int shape = 0;     ///< ID of the shape on the page.
+    int topShape = 0;  ///< ID of the outermost group that holds it, or its own.
+    QString name;
+    QString tip;      ///< The shape's comment.
+    QString address;  ///< Of its hyperlink; empty for none.
+    QString addressText;
+    QRectF bounds;       ///< Of all that is painted.
+    QPainterPath touch;  ///< Where a click meets the shape.
+    std::vector<Mark> marks;
+    TextPicture text;
+};
+
+struct Scene {
+    QSizeF size;
+    QString title;
+    std::vector<Figure> figures;  ///< Back first.
+
+    /// The frontmost figure at a point, `slack` around; null when there is none.
+    const Figure* At(QPointF point, double slack = 0) const;
+};
+
+}  // namespace norvelis::drawing::render
