@@ -28,6 +28,15 @@ void PaintMarks(QPainter& painter, const Figure& figure) {
     }
 }
 
+void PaintPicture(QPainter& painter, const Figure& figure) {
+    if (figure.picture.isNull()) return;
+    painter.save();
+    painter.setTransform(figure.picturePlace, true);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawImage(QRectF(0, 0, 1, 1), figure.picture);
+    painter.restore();
+}
+
 void PaintText(QPainter& painter, const TextPicture& text, double scale, bool paper) {
     if (text.fragments.empty()) return;
     painter.save();
@@ -62,6 +71,7 @@ void PaintScene(QPainter& painter, const Scene& scene, const QRectF& exposed) {
     for (const Figure& figure : scene.figures) {
         if (!figure.bounds.intersects(exposed)) continue;
         PaintMarks(painter, figure);
+        PaintPicture(painter, figure);
         PaintText(painter, figure.text, scale, paper);
     }
 }

@@ -3,6 +3,7 @@
 #include <QBrush>
 #include <QColor>
 #include <QFont>
+#include <QImage>
 #include <QPainterPath>
 #include <QPen>
 #include <QString>
@@ -46,9 +47,10 @@ struct Figure {
     QString tip;      ///< The shape's comment.
     QString address;  ///< Of its hyperlink; empty for none.
     QString addressText;
-    QRectF bounds;       ///< Of all that is painted.
-    QPainterPath touch;  ///< Where a click meets the shape.
+    QRectF bounds;  ///< Of all that is painted.
     std::vector<Mark> marks;
+    QImage picture;           ///< A bitmap that came with the shape, or none;
+    QTransform picturePlace;  ///< it fills the unit square under this.
     TextPicture text;
 };
 
@@ -57,7 +59,7 @@ struct Scene {
     QString title;
     std::vector<Figure> figures;  ///< Back first.
 
-    /// The frontmost figure at a point, `slack` around; null when there is none.
+    /// The frontmost figure at a point or within `slack` of it; null when there is none.
     const Figure* At(QPointF point, double slack = 0) const;
 };
 

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <QBuffer>
 #include <cmath>
 #include <pugixml.hpp>
 #include <sstream>
@@ -77,7 +78,7 @@ class Writer {
     }
 
     void Add(const Figure& figure) {
-        if (figure.marks.empty() && figure.text.fragments.empty()) return;
+        if (figure.marks.empty() && figure.text.fragments.empty() && figure.picture.isNull()) return;
         auto parent = root_;
         if (!figure.address.isEmpty()) {
             parent = root_.append_child("a");
@@ -92,7 +93,23 @@ class Writer {
             AddMark(group, mark, before);
             if (!mark.clipped) before = &mark;
         }
+        AddPicture(group, figure);
         AddText(group, figure.text);
+    }
+
+    static void AddPicture(pugi::xml_node group, const Figure& figure) {
+        if (figure.picture.isNull()) return;
+        QByteArray bytes;
+        QBuffer buffer(&bytes);
+        figure.picture.save(&buffer, "PNG");
+        auto image = group.append_child("image");
+        const QTransform& place = figure.picturePlace;
+        const double unit = kUnitsPerPoint;
+        Set(image, "width", "1");
+        Set(image, "height", "1");
+        Set(image, "preserveAspectRatio", "none");
+        Set(image, "transform", Matrix(QTransform(place.m11() / unit, place.m12() / unit, place.m21() / unit, place.m22() / unit, place.dx(), place.dy())));
+        Set(image, "xlink:href", "data:image/png;base64," + bytes.toBase64().toStdString());
     }
 
     void AddMark(pugi::xml_node group, const Mark& mark, const Mark* before) {
