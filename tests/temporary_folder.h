@@ -24,7 +24,9 @@ class TemporaryFolder {
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
-    std::string Path(const std::string& name = {}) const { return name.empty() ? path_.string() : (path_ / name).string(); }
+    std::string Path(const std::string& name = {}) const {
+        return name.empty() ? path_.string() : (path_ / name).string();
+    }
 
   private:
     std::filesystem::path path_;

@@ -12,8 +12,8 @@ namespace norvelis {
 
 class Connection;  // store/connection.h
 
-/// What one running program shares among its parts: owned by main(), handed down by reference. A scheduled run and
-/// a test have a state of their own.
+/// What one running program shares among its parts: owned by main(), handed down by reference. A scheduled
+/// run and a test have a state of their own.
 struct AppState {
     AppState(std::string applicationFolder, Host& host, Clock& clock, Random random);
 
@@ -24,9 +24,9 @@ struct AppState {
     Random random;
     Progress progress;
 
-    std::string gLocalIni;    ///< Path of Local.Ini; empty when it does not exist.
-    bool gUseSkins = false;   ///< A skin is in force.
-    std::string gSkinScheme;  ///< Its name.
+    std::string gLocalIni;                    ///< Path of Local.Ini; empty when it does not exist.
+    bool gUseSkins = false;                   ///< A skin is in force.
+    std::string gSkinScheme;                  ///< Its name.
     std::shared_ptr<Connection> gConnection;  ///< The dictionary store, open from start to exit.
 
     std::string gReportFile;  ///< The schema report of the command that runs.

@@ -9,14 +9,19 @@ namespace norvelis {
 namespace {
 
 constexpr auto kRepaintEvery = std::chrono::milliseconds(50);
+constexpr auto kReportEvery = std::chrono::milliseconds(1000);
 
-void Print(const std::string& text) { std::fprintf(stderr, "%s\n", text.c_str()); }
+void Print(const std::string& text) {
+    std::fprintf(stderr, "%s\n", text.c_str());
+}
 
 }  // namespace
 
 ConsoleHost::ConsoleHost() : terminal_(isatty(STDERR_FILENO) != 0) {}
 
-ConsoleHost::~ConsoleHost() { ClearLine(); }
+ConsoleHost::~ConsoleHost() {
+    ClearLine();
+}
 
 Answer ConsoleHost::MessageBox(const Message& message) {
     ClearLine();
@@ -34,8 +39,12 @@ Answer ConsoleHost::MessageBox(const Message& message) {
 std::optional<std::string> ConsoleHost::InputBox(const std::string&, const std::string&, const std::string&) {
     return std::nullopt;
 }
-std::optional<std::string> ConsoleHost::OpenFileDialog(const std::string&, const std::string&) { return std::nullopt; }
-std::optional<std::string> ConsoleHost::FolderDialog(const std::string&) { return std::nullopt; }
+std::optional<std::string> ConsoleHost::OpenFileDialog(const std::string&, const std::string&) {
+    return std::nullopt;
+}
+std::optional<std::string> ConsoleHost::FolderDialog(const std::string&) {
+    return std::nullopt;
+}
 
 void ConsoleHost::Status(const std::string& text) {
     status_ = text;
@@ -47,15 +56,18 @@ void ConsoleHost::ProgressChanged(Bar, const ProgressBar& state) {
     Repaint();
 }
 
-// A script's log wants no thousand lines of status, so only a terminal sees the moving line.
+// On a terminal one line moves; a script's log gets a line now and then instead of thousands.
 void ConsoleHost::Repaint() {
-    if (!terminal_) return;
     const auto now = std::chrono::steady_clock::now();
-    if (now < nextPaint_) return;
-    nextPaint_ = now + kRepaintEvery;
-    line_ = status_.substr(0, 78);
-    std::fprintf(stderr, "\r\033[K%s", line_.c_str());
-    std::fflush(stderr);
+    if (now < nextPaint_ || status_ == line_) return;
+    nextPaint_ = now + (terminal_ ? kRepaintEvery : kReportEvery);
+    line_ = status_;
+    if (terminal_) {
+        std::fprintf(stderr, "\r\033[K%s", line_.substr(0, 78).c_str());
+        std::fflush(stderr);
+    } else {
+        Print(line_);
+    }
 }
 
 void ConsoleHost::ClearLine() {

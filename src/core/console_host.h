@@ -8,8 +8,8 @@
 
 namespace norvelis {
 
-/// The Host of norvelis-cli: boxes, status and progress go to standard error (a moving bar only on a terminal),
-/// questions are answered by what the options said or by their default.
+/// The Host of norvelis-cli: boxes, status and progress go to standard error (a moving bar only on a
+/// terminal), questions are answered by what the options said or by their default.
 class ConsoleHost : public Host {
   public:
     using Host::MessageBox;

@@ -118,7 +118,8 @@ DateTime ToDateTime(const CalendarTime& c) {
 CalendarTime ToCalendar(DateTime dateTime) {
     using namespace std::chrono;
     const long long total = std::llround(dateTime * kSecondsPerDay);
-    const long long day = total >= 0 ? total / kSecondsPerDay : -((-total + kSecondsPerDay - 1) / kSecondsPerDay);
+    const long long day =
+        total >= 0 ? total / kSecondsPerDay : -((-total + kSecondsPerDay - 1) / kSecondsPerDay);
     const int second = static_cast<int>(total - day * kSecondsPerDay);
     const year_month_day date(kDayZero + days(day));
     return {static_cast<int>(date.year()),
@@ -131,7 +132,8 @@ CalendarTime ToCalendar(DateTime dateTime) {
 
 std::string GeneralDateText(DateTime dateTime) {
     const CalendarTime c = ToCalendar(dateTime);
-    const std::string date = std::to_string(c.month) + "/" + std::to_string(c.day) + "/" + std::to_string(c.year);
+    const std::string date =
+        std::to_string(c.month) + "/" + std::to_string(c.day) + "/" + std::to_string(c.year);
     const auto twoDigits = [](int n) { return std::string(n < 10 ? "0" : "") + std::to_string(n); };
     const std::string time = std::to_string((c.hour + 11) % 12 + 1) + ":" + twoDigits(c.minute) + ":" +
                              twoDigits(c.second) + (c.hour < 12 ? " AM" : " PM");
@@ -162,7 +164,8 @@ DateTime SystemClock::Now() {
     const std::time_t now = std::time(nullptr);
     std::tm local{};
     localtime_r(&now, &local);
-    return ToDateTime({local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec});
+    return ToDateTime(
+        {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec});
 }
 
 }  // namespace norvelis

@@ -4,8 +4,9 @@
 #include <string>
 #include <string_view>
 
-// Date-times as serial day numbers: days since 1899-12-30, the time of day as the fraction. They are compared and
-// stepped in whole seconds, so that ten steps of a tenth of an hour make one hour. Nothing here asks the locale.
+// Date-times as serial day numbers: days since 1899-12-30, the time of day as the fraction. They are compared
+// and stepped in whole seconds, so that ten steps of a tenth of an hour make one hour. Nothing here asks the
+// locale.
 namespace norvelis {
 
 using DateTime = double;

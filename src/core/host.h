@@ -3,8 +3,8 @@
 #include <optional>
 #include <string>
 
-// The Host: everything that the logic says to a person or asks of one. Screens, the command line and tests each
-// bring their own; logic never includes a widget.
+// The Host: everything that the logic says to a person or asks of one. Screens, the command line and tests
+// each bring their own; logic never includes a widget.
 namespace norvelis {
 
 enum class Buttons { Ok, YesNo, YesNoCancel };
@@ -22,9 +22,20 @@ struct Message {
 };
 
 /// The screens that logic opens by name.
-enum class Screen { Treeview, TreeviewMax, Listview, IsolateView, Settings, ConvertSql, Scheduler, ReportViewer, DrawingViewer };
+enum class Screen {
+    Treeview,
+    TreeviewMax,
+    Listview,
+    IsolateView,
+    Settings,
+    ConvertSql,
+    Scheduler,
+    ReportViewer,
+    DrawingViewer
+};
 
-/// The bars that show progress: a pair (a line of text, a value) on the tree screen and one on the progress form.
+/// The bars that show progress: a pair (a line of text, a value) on the tree screen and one on the progress
+/// form.
 enum class Bar { TreeviewText, TreeviewValue, BackgroundText, BackgroundValue };
 
 /// A bar's state, changed by BResetprogressbar and BStepprogressbar (core/progress.h).
@@ -41,20 +52,23 @@ class Host {
     virtual ~Host() = default;
 
     virtual Answer MessageBox(const Message& message) = 0;
-    void MessageBox(const std::string& text) { MessageBox(Message{text, {}, Buttons::Ok, Icon::None, Answer::Ok}); }
+    void MessageBox(const std::string& text) {
+        MessageBox(Message{text, {}, Buttons::Ok, Icon::None, Answer::Ok});
+    }
 
     /// Nothing when the person cancels.
     virtual std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
                                                 const std::string& initial) = 0;
-    virtual std::optional<std::string> OpenFileDialog(const std::string& title, const std::string& filter) = 0;
+    virtual std::optional<std::string> OpenFileDialog(const std::string& title,
+                                                      const std::string& filter) = 0;
     virtual std::optional<std::string> FolderDialog(const std::string& title) = 0;
 
     virtual void Status(const std::string& text) = 0;
     virtual void ProgressChanged(Bar bar, const ProgressBar& state) = 0;
     virtual void WaitCursor(bool on) = 0;
 
-    /// A turn of the event loop. Called at every row and line, so it must cost next to nothing: an implementation
-    /// does real work at most about every 20 ms.
+    /// A turn of the event loop. Called at every row and line, so it must cost next to nothing: an
+    /// implementation does real work at most about every 20 ms.
     virtual void Yield() = 0;
 
     /// Shows a screen; modal waits until the person closes it.

@@ -82,10 +82,12 @@ std::string ReadINIValue(std::string_view section, std::string_view key, std::st
     }
     const auto lines = LinesWithEnds(content);
     const Place place = Find(lines, section, key);
-    return place.line ? std::string(ValueOf(lines[*place.line], key)->substr(0, kLongestValue)) : std::string();
+    return place.line ? std::string(ValueOf(lines[*place.line], key)->substr(0, kLongestValue))
+                      : std::string();
 }
 
-bool WriteINIValue(std::string_view section, std::string_view key, std::string_view value, std::string_view file) {
+bool WriteINIValue(std::string_view section, std::string_view key, std::string_view value,
+                   std::string_view file) {
     if (file.empty()) return false;
     try {
         auto lines = LinesWithEnds(FileExists(file) ? ReadFile(file) : std::string());

@@ -17,16 +17,18 @@ void AppendLine(AppState& app, std::string_view file, const std::string& line) {
     out << GeneralDateText(app.clock.Now()) << ": " << line << kLineBreak;
 }
 
-
 }  // namespace
 
-void WriteToProcessLog(AppState& app, std::string_view module, std::string_view procedure, std::string_view message) {
+void WriteToProcessLog(AppState& app, std::string_view module, std::string_view procedure,
+                       std::string_view message) {
     AppendLine(app, "\\INI\\ProcessLog.Txt",
-               std::string(module) + std::string(kGap) + std::string(procedure) + std::string(kGap) + std::string(message));
+               std::string(module) + std::string(kGap) + std::string(procedure) + std::string(kGap) +
+                   std::string(message));
 }
 
-void WriteToErrorLog(AppState& app, std::string_view module, std::string_view procedure, std::string_view description,
-                     int number, bool& showMessage, std::string_view message, Icon& icon) {
+void WriteToErrorLog(AppState& app, std::string_view module, std::string_view procedure,
+                     std::string_view description, int number, bool& showMessage, std::string_view message,
+                     Icon& icon) {
     const std::string numberText = std::to_string(number);
     std::string line(module);
     for (const std::string_view part : {procedure, description, std::string_view(numberText), message}) {
@@ -46,8 +48,8 @@ void WriteToErrorLog(AppState& app, std::string_view module, std::string_view pr
     app.host.MessageBox(Message{shown, "Error...", Buttons::Ok, icon, Answer::Ok});
 }
 
-void WriteToErrorLog(AppState& app, std::string_view module, std::string_view procedure, std::string_view description,
-                     int number) {
+void WriteToErrorLog(AppState& app, std::string_view module, std::string_view procedure,
+                     std::string_view description, int number) {
     bool showMessage = true;
     Icon icon = Icon::None;
     WriteToErrorLog(app, module, procedure, description, number, showMessage, {}, icon);

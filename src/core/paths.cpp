@@ -21,16 +21,22 @@ namespace {
 
 RuntimeFailure FileFailure(int error, const std::string& path) {
     switch (error) {
-        case ENOENT: return {FailureNumber::FileNotFound, path};
-        case ENOTDIR: return {FailureNumber::PathNotFound, path};
+        case ENOENT:
+            return {FailureNumber::FileNotFound, path};
+        case ENOTDIR:
+            return {FailureNumber::PathNotFound, path};
         case EACCES:
         case EPERM:
-        case EROFS: return {FailureNumber::PermissionDenied, path};
-        case EISDIR: return {FailureNumber::PathFileAccess, path + " is a folder"};
+        case EROFS:
+            return {FailureNumber::PermissionDenied, path};
+        case EISDIR:
+            return {FailureNumber::PathFileAccess, path + " is a folder"};
         case ENOSPC:
         case EDQUOT:
-        case EFBIG: return {FailureNumber::DiskFull, path};
-        default: return {FailureNumber::DeviceIoError, path};
+        case EFBIG:
+            return {FailureNumber::DiskFull, path};
+        default:
+            return {FailureNumber::DeviceIoError, path};
     }
 }
 
@@ -133,8 +139,12 @@ bool CopyFile(std::string_view from, std::string_view to) {
     }
 }
 
-std::vector<std::string> FilesIn(std::string_view folder) { return NamesIn(folder, false); }
-std::vector<std::string> FoldersIn(std::string_view folder) { return NamesIn(folder, true); }
+std::vector<std::string> FilesIn(std::string_view folder) {
+    return NamesIn(folder, false);
+}
+std::vector<std::string> FoldersIn(std::string_view folder) {
+    return NamesIn(folder, true);
+}
 
 std::string ReadFile(std::string_view path) {
     const std::string resolved = Resolve(path);
@@ -147,7 +157,8 @@ std::string ReadFile(std::string_view path) {
         content.reserve(static_cast<std::size_t>(status.st_size) + 1);
     }
     char buffer[1 << 16];
-    while (const std::size_t count = std::fread(buffer, 1, sizeof buffer, file.get())) content.append(buffer, count);
+    while (const std::size_t count = std::fread(buffer, 1, sizeof buffer, file.get()))
+        content.append(buffer, count);
     if (std::ferror(file.get())) throw FileFailure(errno, resolved);
     return content;
 }
@@ -158,7 +169,8 @@ void WriteFileThrough(std::string_view path, const std::function<void(const std:
     try {
         write(temporary);
         // A write-protected target is not replaced behind its owner's back.
-        if (access(target.c_str(), F_OK) == 0 && access(target.c_str(), W_OK) != 0) throw FileFailure(EACCES, target);
+        if (access(target.c_str(), F_OK) == 0 && access(target.c_str(), W_OK) != 0)
+            throw FileFailure(EACCES, target);
         if (std::rename(temporary.c_str(), target.c_str()) != 0) throw FileFailure(errno, target);
     } catch (...) {
         std::remove(temporary.c_str());

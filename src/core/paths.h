@@ -6,18 +6,18 @@
 #include <string_view>
 #include <vector>
 
-// Paths and files. A path may hold backslashes, double separators and letters in the wrong case: every function
-// here takes it as it comes and finds the file that is meant. Texts are UTF-8.
+// Paths and files. A path may hold backslashes, double separators and letters in the wrong case: every
+// function here takes it as it comes and finds the file that is meant. Texts are UTF-8.
 namespace norvelis {
 
 /// The path with the platform's separator, double separators folded: what messages and settings show.
 std::string NativePath(std::string_view path);
 
-/// NativePath, each part that does not exist as written replaced by the one that exists in another letter case.
-/// Parts that exist in no case stay as written, so the result serves for creating too.
+/// NativePath, each part that does not exist as written replaced by the one that exists in another letter
+/// case. Parts that exist in no case stay as written, so the result serves for creating too.
 std::string Resolve(std::string_view path);
 
-bool FileExists(std::string_view path);    ///< A regular file (or what can be read like one).
+bool FileExists(std::string_view path);  ///< A regular file (or what can be read like one).
 bool FolderExists(std::string_view path);
 bool CreateFolder(std::string_view path);  ///< One level or more; true when the folder stands afterwards.
 bool DeleteFile(std::string_view path);    ///< True when no such file stands afterwards.

@@ -34,7 +34,8 @@ void Progress::BStepprogressbar(Bar bar, int step, std::string_view name) {
     state.Tag += step;
     state.Value = std::clamp(state.Tag, state.Min, state.Max);
     if (state.Value < state.Max) {
-        state.Text = std::to_string(std::lround(state.Percent())) + "% Complete. Loading " + std::string(name);
+        state.Text =
+            std::to_string(std::lround(state.Percent())) + "% Complete. Loading " + std::string(name);
     }
     Tell(bar);
 }

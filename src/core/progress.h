@@ -21,8 +21,8 @@ class Progress {
     /// Tag and Value 0, Min 0, Max as given (16 bits in the classic bars; here as wide as it takes).
     void BResetprogressbar(Bar bar, int max);
 
-    /// Adds the step to the running total. Below Max the text becomes "<whole percent>% Complete. Loading <name>";
-    /// at or above it the text stays.
+    /// Adds the step to the running total. Below Max the text becomes "<whole percent>% Complete. Loading
+    /// <name>"; at or above it the text stays.
     void BStepprogressbar(Bar bar, int step, std::string_view name);
 
   private:

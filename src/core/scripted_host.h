@@ -20,8 +20,8 @@ class ScriptedHost : public Host {
         bool operator==(const OpenedScreen&) const = default;
     };
 
-    std::deque<Answer> answers;                       ///< For message boxes that ask.
-    std::deque<std::optional<std::string>> inputs;    ///< For input boxes and dialogs, in order of asking.
+    std::deque<Answer> answers;                     ///< For message boxes that ask.
+    std::deque<std::optional<std::string>> inputs;  ///< For input boxes and dialogs, in order of asking.
     std::vector<Message> messages;
     std::vector<std::string> statuses;
     std::vector<std::pair<Bar, ProgressBar>> progress;
@@ -40,7 +40,9 @@ class ScriptedHost : public Host {
     std::optional<std::string> InputBox(const std::string&, const std::string&, const std::string&) override {
         return NextInput();
     }
-    std::optional<std::string> OpenFileDialog(const std::string&, const std::string&) override { return NextInput(); }
+    std::optional<std::string> OpenFileDialog(const std::string&, const std::string&) override {
+        return NextInput();
+    }
     std::optional<std::string> FolderDialog(const std::string&) override { return NextInput(); }
     void Status(const std::string& text) override { statuses.push_back(text); }
     void ProgressChanged(Bar bar, const ProgressBar& state) override { progress.emplace_back(bar, state); }

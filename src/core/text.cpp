@@ -10,8 +10,12 @@ namespace norvelis {
 
 namespace {
 
-char ToUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
-char ToLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+char ToUpper(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+char ToLower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
 
 void AppendUtf8(std::string& out, unsigned codePoint) {
     if (codePoint < 0x80) {
@@ -27,10 +31,10 @@ void AppendUtf8(std::string& out, unsigned codePoint) {
 }
 
 // Windows-1252 differs from Latin-1 in these 32 places only.
-constexpr unsigned kWindows1252[32] = {
-    0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x8D,   0x017D, 0x8F,   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
+constexpr unsigned kWindows1252[32] = {0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                       0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x8D,   0x017D, 0x8F,
+                                       0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                       0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
 
 }  // namespace
 
@@ -70,10 +74,13 @@ std::string LowerCase(std::string_view text) {
 }
 
 bool EqualIgnoringCase(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return ToUpper(x) == ToUpper(y); });
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char x, char y) { return ToUpper(x) == ToUpper(y); });
 }
 
-bool SameName(std::string_view a, std::string_view b) { return EqualIgnoringCase(TrimEnd(a), TrimEnd(b)); }
+bool SameName(std::string_view a, std::string_view b) {
+    return EqualIgnoringCase(TrimEnd(a), TrimEnd(b));
+}
 
 std::string ToUtf8(std::string_view windows1252) {
     std::string out;
@@ -98,7 +105,8 @@ bool IsNumeric(std::string_view text) {
     if (text.starts_with('+')) text.remove_prefix(1);
     double value = 0;
     const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
-    return !text.empty() && result.ec == std::errc{} && result.ptr == text.data() + text.size() && std::isfinite(value);
+    return !text.empty() && result.ec == std::errc{} && result.ptr == text.data() + text.size() &&
+           std::isfinite(value);
 }
 
 bool ToBoolean(std::string_view text) {

@@ -30,18 +30,19 @@ bool SameName(std::string_view a, std::string_view b);
 /// Case-insensitive (A to Z) equality, blanks counting.
 bool EqualIgnoringCase(std::string_view a, std::string_view b);
 
-/// Report bytes (Windows-1252) as UTF-8; the five bytes that the code page leaves undefined become the control
-/// character of the same number.
+/// Report bytes (Windows-1252) as UTF-8; the five bytes that the code page leaves undefined become the
+/// control character of the same number.
 std::string ToUtf8(std::string_view windows1252);
 
-/// A number in the way a person would write it at the start of `text`: leading blanks, sign, digits, fraction,
-/// exponent; 0 when there is none. Independent of the locale.
+/// A number in the way a person would write it at the start of `text`: leading blanks, sign, digits,
+/// fraction, exponent; 0 when there is none. Independent of the locale.
 double Val(std::string_view text);
 
 /// True when the whole trimmed text is one number.
 bool IsNumeric(std::string_view text);
 
-/// "True"/"False" in any case, or a number (non-zero is true). Any other text is RuntimeFailure 13, type mismatch.
+/// "True"/"False" in any case, or a number (non-zero is true). Any other text is RuntimeFailure 13, type
+/// mismatch.
 bool ToBoolean(std::string_view text);
 
 inline constexpr std::string_view kLineBreak = "\r\n";

@@ -3,6 +3,7 @@
 #include <initializer_list>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,25 +11,29 @@
 #include "store/recordset.h"
 
 struct sqlite3;
+struct sqlite3_stmt;
 
 namespace norvelis {
 
-/// One open dictionary store: an encrypted file that stays one file and may be copied. Not for use by two threads.
+/// One open dictionary store: an encrypted file that stays one file and may be copied. Not for use by two
+/// threads.
 ///
-/// Statements keep their classic shape ("Delete * FROM Parents", "Select distinct(schemaname) FROM Parents", the
-/// bare column `set`, #date# literals); a `?` stands for each value, which is bound and so can neither break a
-/// statement nor change its meaning. Names of tables and columns ignore letter case, and so do comparisons of text,
-/// which also ignore trailing blanks. Rows come in order of insertion unless the statement orders them.
+/// Statements keep their classic shape ("Delete * FROM Parents", "Select distinct(schemaname) FROM Parents",
+/// the bare column `set`, #date# literals); a `?` stands for each value, which is bound and so can neither
+/// break a statement nor change its meaning. Names of tables and columns ignore letter case, and so do
+/// comparisons of text, which also ignore trailing blanks. Rows come in order of insertion unless the
+/// statement orders them.
 ///
 /// Every function throws RuntimeFailure (StoreFailure) with the file and the reason when the store refuses.
 class Connection : public std::enable_shared_from_this<Connection> {
   public:
-    /// Opens by the familiar string "Provider=…;Data Source=<path>;Jet OLEDB:Database password=<password>". A store
-    /// that is missing, has another password, or is no store is a failure; opening never creates a file.
+    /// Opens by the familiar string "Provider=…;Data Source=<path>;Jet OLEDB:Database password=<password>". A
+    /// store that is missing, has another password, or is no store is a failure; opening never creates a
+    /// file.
     static std::shared_ptr<Connection> Open(std::string_view connectionString);
 
     /// Makes an empty store with all tables at `path`, over whatever stands there.
-    static void CreateStore(const std::string& path, const std::string& password);
+    static void CreateStore(const std::string& path);
 
     ~Connection();
     Connection(const Connection&) = delete;
@@ -68,9 +73,9 @@ class Connection : public std::enable_shared_from_this<Connection> {
 /// The connection string of a store file, as Open reads it.
 std::string ConnectionString(std::string_view path);
 
-/// All writes between Begin and the end become visible to a crash at once. The writes done so far are committed when
-/// the scope is left, by a failure too: what a command wrote before it failed stays. Only a killed process goes back
-/// to the state before. Nested scopes belong to the outermost.
+/// All writes until the scope's end become lasting at once. The writes done so far are
+/// committed when the scope is left, by a failure too: what a command wrote before it failed stays. Only a
+/// killed process goes back to the state before. Nested scopes belong to the outermost.
 class Transaction {
   public:
     explicit Transaction(Connection& connection);
@@ -80,25 +85,25 @@ class Transaction {
 
     /// Commits now and reports a failure, which the destructor could not.
     void Commit();
+    /// Goes back to the state before: for a store that refuses (disk full), where half of the work is no use.
+    void Rollback();
 
   private:
     Connection* connection_;
 };
 
-/// Adds many rows to one table with one prepared statement: the fast road for bulk writers.
+/// Adds many rows to one table with one prepared statement: the fast road for bulk writers. Not to be used
+/// after its connection is closed.
 class Inserter {
   public:
     Inserter(Connection& connection, std::string_view table, std::initializer_list<std::string_view> columns);
-    ~Inserter();
-    Inserter(Inserter&&) noexcept;
-    Inserter(const Inserter&) = delete;
 
     /// One value for each column, in their order; nothing is null.
-    void Add(const std::vector<std::optional<std::string_view>>& values);
+    void Add(std::span<const std::optional<std::string_view>> values);
 
   private:
     Connection* connection_;
-    void* statement_;
+    sqlite3_stmt* statement_;
 };
 
 }  // namespace norvelis

@@ -12,12 +12,12 @@ namespace norvelis {
 
 class Connection;
 
-/// A keyset cursor. Selecting fixes which rows there are; reading a row reads its present values, and writing touches
-/// only the columns set, so a walk may stand open while others update its rows. Only "Select * FROM one table" can be
-/// written through; the rows of other statements (distinct, count) are a fixed copy.
+/// A keyset cursor. Selecting fixes which rows there are; reading a row reads its present values, and writing
+/// touches only the columns set, so a walk may stand open while others update its rows. Only "Select * FROM
+/// one table" can be written through; the rows of other statements (distinct, count) are a fixed copy.
 ///
-/// Column names ignore letter case. A column that the table lacks reads as null when it is one of the optional ones
-/// (Hyperlink, Hyperlinkname, comments, duration) and is a RuntimeFailure otherwise.
+/// Column names ignore letter case. A column that the table lacks reads as null when it is one of the
+/// optional ones (Hyperlink, Hyperlinkname, comments, duration) and is a RuntimeFailure otherwise.
 class Recordset {
   public:
     Recordset(Recordset&&) noexcept;
@@ -34,7 +34,8 @@ class Recordset {
     /// The same with null as empty text.
     std::string Text(std::string_view column) const;
 
-    /// Starts a new row; Set and Update then write it. The new row joins the rows of the cursor and is current.
+    /// Starts a new row; Set and Update then write it. The new row joins the rows of the cursor and is
+    /// current.
     void AddNew();
     void Set(std::string_view column, std::string_view value);
     void Update();

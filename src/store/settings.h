@@ -6,7 +6,8 @@
 
 #include "core/app_state.h"
 
-// The settings that belong to the work: rows of ApplicationSetting, one per name. A missing row gives the default.
+// The settings that belong to the work: rows of ApplicationSetting, one per name. A missing row gives the
+// default.
 namespace norvelis {
 
 std::string getreportlocation(AppState& app);  ///< Path of the schema report; default empty.

@@ -13,14 +13,16 @@ struct ColumnDefinition {
     ColumnKind kind = ColumnKind::Text;
 };
 
-/// One table of the store. Text compares without regard to letter case. Indexes serve the keys that statements use.
+/// One table of the store. Text compares without regard to letter case. Indexes serve the keys that
+/// statements use.
 struct TableDefinition {
     std::string_view name;
     std::span<const ColumnDefinition> columns;
     std::span<const std::string_view> indexes;  ///< Each a comma list of columns.
 };
 
-/// The six dictionary tables first, in the order of a dump, then ApplicationSetting, schedules, tableprocedures.
+/// The six dictionary tables first, in the order of a dump, then ApplicationSetting, schedules,
+/// tableprocedures.
 std::span<const TableDefinition> AllTables();
 /// The first six of them.
 std::span<const TableDefinition> DictionaryTables();

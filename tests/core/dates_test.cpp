@@ -14,12 +14,14 @@ TEST(Dates, GeneralTextLeavesOutMidnightAndDayZero) {
 
 TEST(Dates, TextsReadBackAndNonsenseDoesNot) {
     const DateTime moment = ToDateTime({2026, 11, 24, 13, 5, 9});
-    for (const char* text : {"11/24/2026 1:05:09 PM", "2026-11-24 13:05:09", "2026-11-24T13:05:09", "11/24/26 13:05:09"}) {
+    for (const char* text :
+         {"11/24/2026 1:05:09 PM", "2026-11-24 13:05:09", "2026-11-24T13:05:09", "11/24/26 13:05:09"}) {
         ASSERT_TRUE(ParseDateTime(text)) << text;
         EXPECT_EQ(GeneralDateText(*ParseDateTime(text)), GeneralDateText(moment)) << text;
     }
     EXPECT_EQ(GeneralDateText(*ParseDateTime("12:00 AM")), "12:00:00 AM");
-    for (const char* text : {"", "13/1/2026", "2/30/2026", "1/1/2026 25:00", "13:00 PM", "12", "1/1/2026x", "hello"}) {
+    for (const char* text :
+         {"", "13/1/2026", "2/30/2026", "1/1/2026 25:00", "13:00 PM", "12", "1/1/2026x", "hello"}) {
         EXPECT_FALSE(ParseDateTime(text)) << text;
     }
 }

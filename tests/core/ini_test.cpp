@@ -11,7 +11,8 @@ namespace {
 TEST(Ini, ReadsWithoutRegardToCaseAndCutsLongValues) {
     TemporaryFolder folder;
     const auto file = folder.Path("Local.Ini");
-    WriteFile(file, "; a remark\r\n[skins]\r\n UseSkins = True \r\n;UseSkins=no\r\n[Other]\r\nLong=" + std::string(300, 'x'));
+    WriteFile(file, "; a remark\r\n[skins]\r\n UseSkins = True \r\n;UseSkins=no\r\n[Other]\r\nLong=" +
+                        std::string(300, 'x'));
     EXPECT_EQ(ReadINIValue("Skins", "USESKINS", file), "True");
     EXPECT_EQ(ReadINIValue("other", "long", file).size(), 255u);
     EXPECT_EQ(ReadINIValue("Skins", "Long", file), "");
@@ -26,7 +27,8 @@ TEST(Ini, WritingLeavesEveryOtherByteAlone) {
     EXPECT_TRUE(WriteINIValue("one", "a", "9", file));
     EXPECT_TRUE(WriteINIValue("One", "New", "n", file));
     EXPECT_TRUE(WriteINIValue("Three", "C", "3", file));
-    EXPECT_EQ(ReadFile(file), "; top\r\n[One]\r\na=9\r\n; mid\r\nNew=n\r\n\r\n[Two]\r\nB=2\r\n[Three]\r\nC=3\r\n");
+    EXPECT_EQ(ReadFile(file),
+              "; top\r\n[One]\r\na=9\r\n; mid\r\nNew=n\r\n\r\n[Two]\r\nB=2\r\n[Three]\r\nC=3\r\n");
 }
 
 TEST(Ini, AFileIsMadeWhenMissingAndARefusalIsToldNotThrown) {

@@ -38,9 +38,11 @@ TEST_F(LogTest, AnErrorIsLoggedTwiceAndAlwaysShown) {
     WriteToErrorLog(app, "m", "p", "went wrong", 9, show, "", icon);
     EXPECT_TRUE(show);
     EXPECT_EQ(icon, Icon::Critical);
-    EXPECT_EQ(ReadFile(folder.Path("INI/ErrorLog.Txt")), "11/24/2026 8:30:00 AM: m ---- p ---- went wrong ---- 9 ---- \r\n");
+    EXPECT_EQ(ReadFile(folder.Path("INI/ErrorLog.Txt")),
+              "11/24/2026 8:30:00 AM: m ---- p ---- went wrong ---- 9 ---- \r\n");
     EXPECT_EQ(ReadFile(folder.Path("INI/ProcessLog.Txt")),
-              "11/24/2026 8:30:00 AM: GlobalFunctions ---- WriteToErrorLog sub ---- Details:m ---- p ---- went wrong ---- "
+              "11/24/2026 8:30:00 AM: GlobalFunctions ---- WriteToErrorLog sub ---- Details:m ---- p ---- "
+              "went wrong ---- "
               "9 ---- \r\n");
     ASSERT_EQ(host.messages.size(), 1u);
     EXPECT_EQ(host.messages[0].title, "Error...");

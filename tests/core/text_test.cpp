@@ -11,9 +11,10 @@ TEST(TextColumns, GivesWhatLiesInsideTheLineAndNeverFails) {
     const struct {
         long column, count;
         std::string_view expected;
-    } cases[] = {{1, 3, "ABC"}, {4, 9, "DEF"},  {6, 1, "F"},  {7, 5, ""},   {1, 0, ""}, {3, -2, ""},
-                 {-1, 4, "AB"}, {-9, 9, ""},    {0, 1, ""},   {100, 1, ""}, {6, 99, "F"}};
-    for (const auto& c : cases) EXPECT_EQ(Text("ABCDEF", c.column, c.count), c.expected) << c.column << "," << c.count;
+    } cases[] = {{1, 3, "ABC"}, {4, 9, "DEF"}, {6, 1, "F"}, {7, 5, ""},   {1, 0, ""},  {3, -2, ""},
+                 {-1, 4, "AB"}, {-9, 9, ""},   {0, 1, ""},  {100, 1, ""}, {6, 99, "F"}};
+    for (const auto& c : cases)
+        EXPECT_EQ(Text("ABCDEF", c.column, c.count), c.expected) << c.column << "," << c.count;
 }
 
 TEST(TextColumns, ColumnFindsTheFirstOccurrenceFromAColumnOn) {

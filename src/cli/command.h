@@ -1,0 +1,40 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "core/app_state.h"
+#include "core/console_host.h"
+
+// How a command of norvelis-cli is put together: it adds its subcommand with options, and what it does as a
+// function that runs once all options are read and gives the exit status.
+namespace norvelis::cli {
+
+enum ExitStatus { kDone = 0, kRefused = 1, kWrongUsage = 2 };
+
+struct Context {
+    ConsoleHost host;
+    SystemClock clock;
+    std::unique_ptr<AppState> app;  ///< There when a command runs.
+    std::function<int()> run;       ///< Set by the command that was named.
+
+    /// Opens the dictionary store of the application folder as gConnection.
+    void OpenStore();
+};
+
+/// A refusal with its reason in one line on standard error.
+int Refuse(const std::string& reason);
+
+/// A text of the system in one line: its line breaks become blanks.
+std::string OneLine(const std::string& text);
+/// With the line ends that a terminal wants.
+std::string WithNewlines(const std::string& text);
+
+std::string AbsolutePath(const std::string& path);
+
+void AddDictionaryCommands(CLI::App& program, Context& context);  ///< validate, extract, dump, setting.
+void AddBrowseCommands(CLI::App& program, Context& context);      ///< tree, find.
+
+}  // namespace norvelis::cli

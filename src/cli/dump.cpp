@@ -1,0 +1,51 @@
+#include "cli/dump.h"
+
+#include <cstdio>
+#include <nlohmann/json.hpp>
+
+#include "store/tables.h"
+
+namespace norvelis::cli {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+std::string Text(const Json& json) {
+    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+Recordset RowsOf(Connection& store, std::string_view table, const std::optional<std::string>& schema) {
+    const std::string statement = "Select * FROM " + std::string(table);
+    return schema ? store.Select(statement + " where schemaname =?", {*schema}) : store.Select(statement);
+}
+
+}  // namespace
+
+void PrintDump(Connection& store, const std::optional<std::string>& schema) {
+    std::printf("{\"tables\":{");
+    const char* betweenTables = "";
+    for (const auto& table : DictionaryTables()) {
+        std::printf("%s\n\"%s\":[", betweenTables, std::string(table.name).c_str());
+        betweenTables = ",";
+        const char* betweenRows = "";
+        for (Recordset rows = RowsOf(store, table.name, schema); !rows.Eof(); rows.MoveNext()) {
+            Json row = Json::object();
+            for (const auto& column : table.columns) {
+                const auto value = rows.Value(column.name);
+                row[std::string(column.name)] = value ? Json(*value) : Json();
+            }
+            std::printf("%s\n%s", betweenRows, Text(row).c_str());
+            betweenRows = ",";
+        }
+        std::printf("]");
+    }
+    std::printf("}}\n");
+}
+
+std::string SettingJson(const std::string& name, const Setting& setting) {
+    return Text(
+        Json{{"settingname", name}, {"settingvalue", setting.value}, {"settingvalue2", setting.value2}});
+}
+
+}  // namespace norvelis::cli

@@ -1,0 +1,35 @@
+#include "diagram/common.h"
+
+#include "core/text.h"
+
+namespace norvelis {
+
+engine::Ref<engine::Document> GetStencil(Host& host, const engine::Ref<engine::Documents>& documents,
+                                         const std::string& fileName) {
+    engine::Ref<engine::Document> stencil;
+    if (documents) {
+        stencil = documents->Item(fileName);
+        if (!stencil) stencil = documents->OpenEx(fileName, engine::kOpenReadOnlyDocked);
+    }
+    if (!stencil) host.MessageBox("Stencil not found: " + std::string(kLineBreak) + fileName);
+    return stencil;
+}
+
+engine::Ref<engine::Shape> DropShape(Host& host, const engine::Ref<engine::Page>& page,
+                                     const std::string& stencil, const std::string& master, double x,
+                                     double y) {
+    const auto application = page ? page->Application() : nullptr;
+    if (!application) return nullptr;
+    const auto document = GetStencil(host, application->Documents(), stencil);
+    const auto masters = document ? document->Masters() : nullptr;
+    const auto found = masters ? masters->Item(master) : nullptr;
+    return found ? page->Drop(found, x, y) : nullptr;
+}
+
+std::string QuoteFormula(std::string_view text) {
+    std::string quoted = "\"";
+    for (const char c : text) quoted.append(c == '"' ? 2 : 1, c);
+    return quoted + '"';
+}
+
+}  // namespace norvelis

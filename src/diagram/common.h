@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "core/host.h"
+#include "diagram/engine.h"
+
+// What every step of a drawing asks of the engine.
+namespace norvelis {
+
+/// The stencil of this bare file name, opened on first use and used again afterwards. When the engine has
+/// none, a box says so and the result is null.
+engine::Ref<engine::Document> GetStencil(Host& host, const engine::Ref<engine::Documents>& documents,
+                                         const std::string& fileName);
+
+/// A new shape of a stencil's master with its pin at x, y (inches). Null, and nothing reported, when the
+/// stencil has no such master or the page refuses.
+engine::Ref<engine::Shape> DropShape(Host& host, const engine::Ref<engine::Page>& page,
+                                     const std::string& stencil, const std::string& master, double x,
+                                     double y);
+
+/// Any text as a string formula: its double quotes doubled, one more at each end.
+std::string QuoteFormula(std::string_view text);
+
+}  // namespace norvelis

@@ -1,0 +1,192 @@
+#include "extract/dictionary_writer.h"
+
+#include <list>
+
+#include "core/text.h"
+
+namespace norvelis {
+
+namespace {
+
+// How the store compares: letter case and trailing blanks do not count.
+std::string Folded(std::string_view name) {
+    return UpperCase(TrimEnd(name));
+}
+
+std::string Key(std::initializer_list<std::string_view> parts) {
+    std::string key;
+    for (const auto part : parts) {
+        key += Folded(part);
+        key += '\0';
+    }
+    return key;
+}
+
+// The values of one row as the store takes them. Most report text is plain ASCII and needs no copy.
+class RowValues {
+  public:
+    explicit RowValues(std::size_t columns) { values_.reserve(columns); }
+
+    void Add(std::string_view reportText) { AddUntrimmed(Trim(reportText)); }
+    void AddUntrimmed(std::string_view reportText) {
+        for (const char c : reportText) {
+            if (static_cast<unsigned char>(c) >= 0x80) {
+                converted_.push_back(ToUtf8(reportText));
+                values_.emplace_back(converted_.back());
+                return;
+            }
+        }
+        values_.emplace_back(reportText);
+    }
+    void AddUtf8(std::string_view text) { values_.emplace_back(text); }
+    void AddNull() { values_.emplace_back(std::nullopt); }
+
+    std::span<const std::optional<std::string_view>> All() const { return values_; }
+
+  private:
+    std::vector<std::optional<std::string_view>> values_;
+    std::list<std::string> converted_;
+};
+
+}  // namespace
+
+DictionaryWriter::DictionaryWriter(Connection& connection, std::string_view schema)
+    : connection_(connection),
+      schema_(ToUtf8(Trim(schema))),
+      parents_(connection, "Parents", {"schemaname", "Recordname"}),
+      fields_(connection, "Record_layout",
+              {"schemaname", "Recordname", "Fieldlevel", "fieldname", "fieldusage", "fieldpicture",
+               "fieldstart", "fieldend"}),
+      connections_(connection, "Connection_Details",
+                   {"schemaname", "Recordname", "next_step", "connection", "set"}) {}
+
+void DictionaryWriter::AddParent(std::string_view record) {
+    if (Trim(record).empty() || parentNames_.contains(Folded(record))) return;
+    parentNames_.insert(Folded(Trim(record)));
+    RowValues row(2);
+    row.AddUtf8(schema_);
+    row.Add(record);
+    parents_.Add(row.All());
+}
+
+void DictionaryWriter::AddRecord(std::string_view record, std::string_view mode, std::string_view dn) {
+    if (Trim(record).empty() || recordsByName_.contains(Folded(record))) return;
+    recordsByName_.try_emplace(Folded(Trim(record)), records_.size());
+    RecordRow row;
+    row.name = Trim(record);
+    row.mode = mode;
+    row.dn = dn;
+    records_.push_back(std::move(row));
+}
+
+RecordRow& DictionaryWriter::RecordNamed(std::string_view name) {
+    return records_[recordsByName_.at(Folded(name))];
+}
+
+void DictionaryWriter::AddField(std::string_view record, const Field& field) {
+    RowValues row(8);
+    row.AddUtf8(schema_);
+    for (const auto text :
+         {record, field.level, field.name, field.usage, field.picture, field.start, field.end})
+        row.Add(text);
+    fields_.Add(row.All());
+}
+
+int DictionaryWriter::AddConnection(std::string_view owner, std::string_view member, std::string_view set,
+                                    std::string_view connection) {
+    int& sets = setsOfPair_[Key({owner, member})];
+    if (connectionKeys_.insert(Key({set, owner, member})).second) {
+        ++sets;
+        RowValues row(5);
+        row.AddUtf8(schema_);
+        for (const auto text : {owner, member, connection, set}) row.Add(text);
+        connections_.Add(row.All());
+    }
+    return sets;
+}
+
+IndexRow& DictionaryWriter::IndexOf(std::string_view index, std::string_view record) {
+    const auto [entry, fresh] = indexesByKey_.try_emplace(Key({index, record}), indexes_.size());
+    if (fresh) {
+        indexes_.emplace_back();
+        indexes_.back().index = index;
+        indexes_.back().record = record;
+    }
+    return indexes_[entry->second];
+}
+
+std::string RecordInformation(const RecordRow& record) {
+    const std::string rule = std::string(kLineBreak) + std::string(32, '_') + std::string(kLineBreak);
+    std::string text(Trim(record.name));
+    text += rule;
+    text += Trim(record.tableId);
+    for (const auto part : {record.lengthKind, record.length, record.modeWord})
+        text += " | " + std::string(Trim(part));
+    text += rule;
+    text += std::string(Trim(record.key)) + " | " + std::string(record.dn);
+    text += rule;
+    text += Trim(record.area);
+    return text;
+}
+
+void DictionaryWriter::WriteRecord(Inserter& rows, const RecordRow& record) {
+    const std::string information = record.completed ? RecordInformation(record) : std::string();
+    RowValues row(22);
+    row.AddUtf8(schema_);
+    row.Add(record.name);
+    row.Add(record.mode);
+    row.Add("Record");
+    row.AddUntrimmed(record.dn);
+    if (record.completed) {
+        for (const auto text :
+             {record.area, record.tableId, record.key, std::string_view(), record.lengthKind, record.length,
+              std::string_view(), std::string_view(information)}) {
+            row.Add(text);
+        }
+    } else {
+        for (int i = 0; i < 8; ++i) row.AddNull();
+    }
+    if (record.walked) {
+        row.Add(record.nextStep);
+        for (const auto index : record.indexes) row.Add(index);
+    } else {
+        for (int i = 0; i < 9; ++i) row.AddNull();
+    }
+    rows.Add(row.All());
+}
+
+void DictionaryWriter::WriteIndex(Inserter& rows, const IndexRow& index) {
+    RowValues row(38);
+    row.AddUtf8(schema_);
+    row.Add(index.index);
+    row.Add(index.record);
+    row.Add("");
+    index.information ? row.AddUntrimmed(*index.information) : row.AddNull();
+    for (const auto* slots : {&index.keys, &index.orders}) {
+        for (const auto& slot : *slots) slot ? row.Add(*slot) : row.AddNull();
+    }
+    row.Add(index.sortOption);
+    rows.Add(row.All());
+}
+
+void DictionaryWriter::Finish() {
+    Inserter records(
+        connection_, "Record_Details",
+        {"schemaname", "Recordname", "Recmode", "recordtype", "dn",          "areaname",  "tableid", "reckey",
+         "recdup",     "rectype",    "reclen",  "color",      "Information", "next_step", "Index1",  "Index2",
+         "Index3",     "Index4",     "Index5",  "Index6",     "Index7",      "Index8"});
+    for (const auto& record : records_) WriteRecord(records, record);
+
+    Inserter indexes(
+        connection_, "Index_Details",
+        {"schemaname",  "Recordname",  "next_step",   "sortcalckey", "Information", "sortkey1",
+         "sortkey2",    "sortkey3",    "sortkey4",    "sortkey5",    "sortkey6",    "sortkey7",
+         "sortkey8",    "sortkey9",    "sortkey10",   "sortkey11",   "sortkey12",   "sortkey13",
+         "sortkey14",   "sortkey15",   "sortkey16",   "sortorder1",  "sortorder2",  "sortorder3",
+         "sortorder4",  "sortorder5",  "sortorder6",  "sortorder7",  "sortorder8",  "sortorder9",
+         "sortorder10", "sortorder11", "sortorder12", "sortorder13", "sortorder14", "sortorder15",
+         "sortorder16", "sortoption"});
+    for (const auto& index : indexes_) WriteIndex(indexes, index);
+}
+
+}  // namespace norvelis

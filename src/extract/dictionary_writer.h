@@ -1,0 +1,85 @@
+#pragma once
+
+#include <array>
+#include <deque>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "store/connection.h"
+
+namespace norvelis {
+
+/// A row of Record_Details on its way. The texts that point into the report are taken as they stand there.
+struct RecordRow {
+    std::string_view name, mode, dn;  ///< The skeleton of the first pass; name trimmed.
+
+    bool completed = false;  ///< The columns from here on are null until then.
+    std::string_view area, tableId, key, lengthKind, length, modeWord;
+
+    bool walked = false;  ///< Likewise.
+    std::string nextStep;
+    std::array<std::string_view, 8> indexes;
+};
+
+/// A row of Index_Details on its way.
+struct IndexRow {
+    static constexpr std::size_t kSlots = 16;
+
+    std::string_view index, record, sortOption;
+    std::optional<std::string> information;
+    std::array<std::optional<std::string_view>, kSlots> keys, orders;
+};
+
+/// Writes one schema's rows to the dictionary tables. Rows that later stages look up and change (records,
+/// indexes) are held until Finish; the others go to the store at once. Lookups follow the store's rule of
+/// names: case and trailing blanks do not count. Takes report bytes and stores UTF-8, trimmed. Views must
+/// outlive the writer.
+class DictionaryWriter {
+  public:
+    DictionaryWriter(Connection& connection, std::string_view schema);
+
+    /// Each adds the row unless one of that (untrimmed) name is there; an empty name adds nothing.
+    void AddParent(std::string_view record);
+    void AddRecord(std::string_view record, std::string_view mode, std::string_view dn);
+
+    std::deque<RecordRow>& Records() { return records_; }
+    /// The first row of that name.
+    RecordRow& RecordNamed(std::string_view name);
+
+    struct Field {
+        std::string_view level, name, usage, picture, start, end;
+    };
+    void AddField(std::string_view record, const Field& field);
+
+    /// Adds the row unless it is there, and tells how many sets join owner and member now.
+    int AddConnection(std::string_view owner, std::string_view member, std::string_view set,
+                      std::string_view connection);
+
+    /// The row of index and record, added when missing.
+    IndexRow& IndexOf(std::string_view index, std::string_view record);
+
+    /// Writes what is held. To be called once, also when a pass has failed: what it had come to stays.
+    void Finish();
+
+  private:
+    void WriteRecord(Inserter& rows, const RecordRow& record);
+    void WriteIndex(Inserter& rows, const IndexRow& index);
+
+    Connection& connection_;
+    std::string schema_;
+    Inserter parents_, fields_, connections_;
+    std::unordered_set<std::string> parentNames_, connectionKeys_;
+    std::deque<RecordRow> records_;
+    std::unordered_map<std::string, std::size_t> recordsByName_, indexesByKey_;
+    std::deque<IndexRow> indexes_;
+    std::unordered_map<std::string, int> setsOfPair_;
+};
+
+/// The text of a record's box: name, identity, key and area between rules of underscores.
+std::string RecordInformation(const RecordRow& record);
+
+}  // namespace norvelis

@@ -1,0 +1,130 @@
+#include "extract/driver.h"
+
+#include "core/failure.h"
+#include "core/log.h"
+#include "core/paths.h"
+#include "core/text.h"
+#include "extract/passes.h"
+#include "extract/report.h"
+#include "store/settings.h"
+
+namespace norvelis {
+
+namespace {
+
+constexpr std::string_view kStore = "\\Database\\records.mdb";
+
+void Say(AppState& app, const ExtractionDriver& driver, const std::string& text) {
+    if (driver.attended) {
+        app.host.MessageBox(text);
+    } else {
+        WriteToProcessLog(app, "Form Scheduler", "General message", text);
+    }
+}
+
+void ShowStage(AppState& app, const ExtractionDriver& driver, const std::string& text) {
+    if (driver.attended) app.host.Status(text);
+    app.host.Yield();
+}
+
+// Refuses in words, or leaves gReportFile set to a report that can be read.
+bool CheckReport(AppState& app, const ExtractionDriver& driver) {
+    const std::string path = app.gReportFile;
+    if (path.empty()) {
+        Say(app, driver, "IDMS Report file has not been set.");
+        if (driver.attended) app.host.OpenScreen(Screen::Settings, false);
+        return false;
+    }
+    if (!FileExists(path)) {
+        Say(app, driver, "Report File :" + path + std::string(kLineBreak) + "does not exist. Please set it.");
+        if (driver.attended) app.host.OpenScreen(Screen::Settings, true);
+        return false;
+    }
+    if (!ValidateReportFile(path)) {
+        Say(app, driver, "Invalid IDMS Report File :" + path + std::string(kLineBreak) + "Action terminated");
+        app.gReportFile.clear();
+        return false;
+    }
+    if (!FileExists(path)) {
+        Say(app, driver, "IDMS Report file is missing");
+        return false;
+    }
+    return true;
+}
+
+bool DecideToDelete(AppState& app, const ExtractionDriver& driver) {
+    const std::string question = "Delete all dictionaries and extract report";
+    if (!driver.attended) {
+        Say(app, driver, question);
+        return true;
+    }
+    if (!FileExists(driver.store)) return false;
+    if (app.host.MessageBox({question + "?", {}, Buttons::YesNo, Icon::Question, Answer::Ok}) == Answer::Yes)
+        return true;
+    Say(app, driver, "You have chosen to append new dictionary to existing report");
+    return false;
+}
+
+// Leaves schema_details: those rows go when their schema is extracted again.
+void DeleteAllDictionaries(Connection& store) {
+    store.Execute("Delete * FROM Parents");
+    store.Execute("Delete * FROM connection_details");
+    store.Execute("Delete * FROM record_layout");
+    store.Execute("Delete * FROM index_details");
+    store.Execute("Delete * FROM Record_details");
+}
+
+void RunPasses(AppState& app, const ExtractionDriver& driver, ExtractionState& state) {
+    ShowStage(app, driver, "Collecting CALC and VIA Records ");
+    CollectParentandChildren(state);
+    ShowStage(app, driver, "Adding more information to Records ");
+    IdmsUpdateRecords(state);
+    ShowStage(app, driver, "Adding Index and Connections Records ");
+}
+
+}  // namespace
+
+ExtractionDriver InteractiveDriver(AppState& app, std::function<void()> refresh) {
+    return {true, app.AppPath(kStore), *app.gConnection, std::move(refresh)};
+}
+
+ExtractionDriver JobScreenDriver(AppState& app, const std::string& job, std::function<void()> refresh) {
+    return {true, app.AppPath("\\batchjobs\\" + job + "\\" + job + ".mdb"), *app.gConnection,
+            std::move(refresh)};
+}
+
+ExtractionDriver SchedulerDriver(AppState& app, Connection& batchConnection) {
+    return {false, app.AppPath(kStore), batchConnection, {}};
+}
+
+bool process_Classic_Extract_Report(AppState& app, const ExtractionDriver& driver) {
+    app.gReportFile = getreportlocation(app);
+    if (!CheckReport(app, driver)) return false;
+    const bool deleteAll = DecideToDelete(app, driver);
+
+    Transaction transaction(driver.connection);
+    if (deleteAll) DeleteAllDictionaries(driver.connection);
+    {
+        ExtractionState state(app, driver.connection, Report::Read(app.gReportFile), driver.attended);
+        try {
+            RunPasses(app, driver, state);
+        } catch (const RuntimeFailure& failure) {
+            if (failure.Number() == FailureNumber::StoreFailure) {
+                transaction.Rollback();
+            } else {
+                FinishExtraction(state);
+            }
+            throw;
+        }
+        FinishExtraction(state);
+    }
+    transaction.Commit();
+
+    if (driver.refresh) driver.refresh();
+    Say(app, driver,
+        "Done Extracting Records from report file: " + std::string(kLineBreak) + app.gReportFile +
+            std::string(kLineBreak) + " into Access File:" + std::string(kLineBreak) + driver.store);
+    return true;
+}
+
+}  // namespace norvelis

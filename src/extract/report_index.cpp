@@ -1,0 +1,170 @@
+#include "extract/report_index.h"
+
+#include <algorithm>
+
+#include "core/text.h"
+#include "extract/keywords.h"
+
+namespace norvelis {
+
+namespace {
+
+using namespace keywords;
+
+std::string_view NameAt(std::string_view line, Span span) {
+    return Trim(Text(line, span.column, span.count));
+}
+
+// Calls `use` for every place of the keyword in the line, from column `from` on.
+template <typename Use>
+void ForEachOccurrence(std::string_view text, std::string_view keyword, std::size_t line, std::size_t from,
+                       Use use) {
+    for (std::size_t column = Column(text, keyword, from); column != 0;
+         column = Column(text, keyword, column + 1)) {
+        use(Occurrence{text.substr(column - 1 + keyword.size(), kNameWidth), line, column});
+    }
+}
+
+}  // namespace
+
+void PrefixIndex::Sort() {
+    std::sort(occurrences_.begin(), occurrences_.end(), [](const Occurrence& a, const Occurrence& b) {
+        if (const int order = a.tail.compare(b.tail); order != 0) return order < 0;
+        return a.line != b.line ? a.line < b.line : a.column < b.column;
+    });
+}
+
+std::pair<std::size_t, std::size_t> PrefixIndex::Range(std::string_view name) const {
+    const auto first =
+        std::lower_bound(occurrences_.begin(), occurrences_.end(), name,
+                         [](const Occurrence& o, std::string_view n) { return o.tail.compare(n) < 0; });
+    const auto last = std::partition_point(first, occurrences_.end(),
+                                           [&](const Occurrence& o) { return o.tail.starts_with(name); });
+    return {static_cast<std::size_t>(first - occurrences_.begin()),
+            static_cast<std::size_t>(last - occurrences_.begin())};
+}
+
+std::vector<Occurrence> PrefixIndex::Matches(std::string_view name) const {
+    const auto [first, last] = Range(name);
+    std::vector<Occurrence> matches(occurrences_.begin() + static_cast<std::ptrdiff_t>(first),
+                                    occurrences_.begin() + static_cast<std::ptrdiff_t>(last));
+    std::sort(matches.begin(), matches.end(), [](const Occurrence& a, const Occurrence& b) {
+        return a.line != b.line ? a.line < b.line : a.column < b.column;
+    });
+    matches.erase(std::unique(matches.begin(), matches.end(),
+                              [](const auto& a, const auto& b) { return a.line == b.line; }),
+                  matches.end());
+    return matches;
+}
+
+std::optional<std::size_t> PrefixIndex::FirstLine(std::string_view name) const {
+    const auto [first, last] = Range(name);
+    std::optional<std::size_t> line;
+    for (std::size_t i = first; i < last; ++i) {
+        if (!line || occurrences_[i].line < *line) line = occurrences_[i].line;
+    }
+    return line;
+}
+
+ReportIndex::ReportIndex(const Report& report) : report_(report) {
+    const auto& lines = report_.Lines();
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const std::string_view text = report_.TextOf(lines[i]);
+        if (lines[i].Has(Kind::RecordName) && lines[i].Has(Kind::RecordLength)) {
+            ForEachOccurrence(text, kRecordName, i, 1, [&](const Occurrence& o) { sections_.Add(o); });
+        }
+        if (lines[i].Has(Kind::SetAtStart)) sets_.Add({text.substr(kSetAtStart.size(), kNameWidth), i, 1});
+        if (lines[i].Has(Kind::Member)) {
+            ForEachOccurrence(text, kMember, i, 1, [&](const Occurrence& o) { members_.Add(o); });
+        }
+        if (lines[i].Has(Kind::ControlItem)) {
+            ForEachOccurrence(text, kControlItem, i, 1, [&](const Occurrence& o) { controlItems_.Add(o); });
+        }
+    }
+    sections_.Sort();
+    sets_.Sort();
+    members_.Sort();
+    controlItems_.Sort();
+    ReadSets();
+    ReadBlocks();
+}
+
+void ReportIndex::ReadSets() {
+    const auto& lines = report_.Lines();
+    bool inSets = false;
+    std::string_view set;
+    std::vector<Membership>* owned = nullptr;
+    SetRegion* region = nullptr;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const std::string_view text = report_.TextOf(lines[i]);
+        if (lines[i].Has(Kind::SetAtStart)) {
+            set = NameAt(text, kSetOrOwnerOrMember);
+            // The pseudo-set stands before the real ones; behind them its name no longer means anything.
+            if (set != "CALC") inSets = true;
+            owned = nullptr;
+            region = &regions_[i];
+        }
+        if (region != nullptr && lines[i].Has(Kind::Member)) {
+            ForEachOccurrence(text, kMember, i, 2, [&](const Occurrence& o) { region->members.Add(o); });
+        }
+        if (!inSets) continue;
+        if (lines[i].Has(Kind::Owner)) {
+            const std::string_view owner = NameAt(text, kSetOrOwnerOrMember);
+            owned = owner.empty() ? nullptr : &ownerships_[owner];
+        }
+        if (owned != nullptr && lines[i].Has(Kind::Member) && Column(text, kMember, 2) != 0) {
+            owned->push_back({NameAt(text, kSetOrOwnerOrMember), set});
+        }
+    }
+}
+
+void ReportIndex::ReadBlocks() {
+    const auto& lines = report_.Lines();
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        if (lines[i].Has(Kind::RecordNameAtStart))
+            blocks_.try_emplace(NameAt(report_.TextOf(lines[i]), kIndexName), i);
+    }
+}
+
+const std::vector<ReportIndex::Membership>& ReportIndex::MembersOf(std::string_view owner) const {
+    static const std::vector<Membership> none;
+    const auto found = ownerships_.find(owner);
+    return found == ownerships_.end() ? none : found->second;
+}
+
+std::vector<Occurrence> ReportIndex::MemberLines(std::string_view set, std::string_view member) {
+    const auto start = sets_.FirstLine(set);
+    if (!start) return {};
+    SetRegion& region = regions_[*start];
+    if (!region.sorted) {
+        region.members.Sort();
+        region.sorted = true;
+    }
+    return region.members.Matches(member);
+}
+
+std::vector<std::string_view> ReportIndex::IndexNames(std::string_view record) const {
+    std::vector<std::string_view> names;
+    const auto block = blocks_.find(record);
+    if (block == blocks_.end()) return names;
+    const auto& lines = report_.Lines();
+    for (std::size_t i = block->second; i < lines.size(); ++i) {
+        const std::string_view text = report_.TextOf(lines[i]);
+        if (lines[i].Has(Kind::RecordNameAtStart) && NameAt(text, kIndexName) != record) break;
+        if (lines[i].Has(Kind::IndexMember)) names.push_back(NameAt(text, kIndexName));
+    }
+    return names;
+}
+
+std::optional<std::size_t> ReportIndex::LastMemberLine(std::string_view index, std::string_view record,
+                                                       std::size_t limit) const {
+    const auto start = sets_.FirstLine(index);
+    if (!start) return std::nullopt;
+    std::optional<std::size_t> last;
+    for (const Occurrence& o : members_.Matches(record)) {
+        if (o.line >= *start && o.line < limit) last = o.line;
+    }
+    return last;
+}
+
+}  // namespace norvelis

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <sys/wait.h>
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <string>
+
+#include "core/paths.h"
+#include "temporary_folder.h"
+
+namespace norvelis {
+
+/// Runs norvelis-cli on a copy of the delivered application folder.
+class Program {
+  public:
+    struct Result {
+        int status;
+        std::string out, error;
+    };
+
+    Program() {
+        std::filesystem::copy(NORVELIS_APP, folder_.Path("app"), std::filesystem::copy_options::recursive);
+    }
+
+    std::string App() const { return folder_.Path("app"); }
+    std::string Path(const std::string& name) const { return folder_.Path(name); }
+
+    Result Run(const std::string& arguments) const {
+        const std::string errors = folder_.Path("stderr");
+        const std::string command = App() + "/norvelis-cli " + arguments + " 2>" + errors + " </dev/null";
+        Result result{-1, {}, {}};
+        std::FILE* pipe = popen(command.c_str(), "r");
+        std::array<char, 4096> buffer{};
+        while (const auto count = std::fread(buffer.data(), 1, buffer.size(), pipe))
+            result.out.append(buffer.data(), count);
+        const int status = pclose(pipe);
+        result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        result.error = ReadFile(errors);
+        return result;
+    }
+
+  private:
+    TemporaryFolder folder_;
+};
+
+}  // namespace norvelis

@@ -1,0 +1,134 @@
+#include "extract/driver.h"
+
+#include <gtest/gtest.h>
+
+#include "core/failure.h"
+#include "core/paths.h"
+#include "extract/small_report.h"
+#include "store/settings.h"
+#include "test_store.h"
+
+namespace norvelis {
+namespace {
+
+class DriverTest : public ::testing::Test {
+  protected:
+    TestApp test;
+    AppState& app = test.app;
+    Connection& store = *test.app.gConnection;
+    std::string report = test.folder.Path("report.txt");
+
+    void SetReport(const std::string& content) {
+        WriteFile(report, content);
+        setreportlocation(app, report);
+    }
+    bool Extract() { return process_Classic_Extract_Report(app, InteractiveDriver(app, {})); }
+    long Records(const std::string& schema) {
+        return store.Count("Select count(*) FROM Record_Details where schemaname =?", {schema});
+    }
+    static std::string ReportOf(const std::string& schema) {
+        return HeaderOf(schema) + RecordHead("EMP", "CALC USING KEY") + LineOf({{1, "0DATA ITEM"}}) +
+               FieldLine("02", "F") + SetLine("CALC");
+    }
+};
+
+TEST_F(DriverTest, RefusalsAreToldInTheirWordsAndLeadToTheSettings) {
+    EXPECT_FALSE(Extract());
+    setreportlocation(app, report);
+    EXPECT_FALSE(Extract());
+    WriteFile(report, "no report");
+    EXPECT_FALSE(Extract());
+    const std::vector<std::string> expected = {
+        "IDMS Report file has not been set.",
+        "Report File :" + report + "\r\ndoes not exist. Please set it.",
+        "Invalid IDMS Report File :" + report + "\r\nAction terminated",
+    };
+    EXPECT_EQ(test.host.Texts(), expected);
+    const std::vector<ScriptedHost::OpenedScreen> screens = {{Screen::Settings, false},
+                                                             {Screen::Settings, true}};
+    EXPECT_EQ(test.host.screens, screens);
+    EXPECT_EQ(app.gReportFile, "");
+}
+
+TEST_F(DriverTest, StagesQuestionAndFinalTextComeInOrder) {
+    SetReport(ReportOf("ONE"));
+    bool refreshed = false;
+    EXPECT_TRUE(process_Classic_Extract_Report(app, InteractiveDriver(app, [&] { refreshed = true; })));
+    EXPECT_TRUE(refreshed);
+    const std::vector<std::string> statuses = {
+        "Collecting CALC and VIA Records ", "Adding more information to Records ", "Extracting Record: EMP",
+        "Adding Index and Connections Records "};
+    EXPECT_EQ(test.host.statuses, statuses);
+    EXPECT_EQ(test.host.messages[0].text, "Delete all dictionaries and extract report?");
+    EXPECT_EQ(test.host.messages[0].icon, Icon::Question);
+    EXPECT_EQ(test.host.Texts().back(), "Done Extracting Records from report file: \r\n" + report +
+                                            "\r\n into Access File:\r\n" + test.StorePath());
+    EXPECT_EQ(app.gSchemaName, "ONE");
+}
+
+TEST_F(DriverTest, NoAppendsAndReplacesTheSchemaOfTheReportAlone) {
+    SetReport(ReportOf("ONE"));
+    Extract();
+    SetReport(ReportOf("TWO"));
+    test.host.answers = {Answer::No, Answer::No};
+    Extract();
+    Extract();
+    EXPECT_EQ(Records("ONE"), 1);
+    EXPECT_EQ(Records("TWO"), 1);
+    EXPECT_EQ(test.host.messages[3].text, "You have chosen to append new dictionary to existing report");
+
+    Extract();  // Yes
+    EXPECT_EQ(Records("ONE"), 0);
+    EXPECT_EQ(store.Count("Select count(*) FROM schema_details"), 2)
+        << "headers of other schemas stay behind";
+}
+
+TEST_F(DriverTest, TheSchedulerAsksNothingAndTellsItsLog) {
+    SetReport(ReportOf("ONE"));
+    EXPECT_TRUE(process_Classic_Extract_Report(app, SchedulerDriver(app, store)));
+    EXPECT_TRUE(test.host.messages.empty());
+    EXPECT_TRUE(test.host.statuses.empty());
+    const std::string log = ReadFile(test.folder.Path("INI/ProcessLog.Txt"));
+    EXPECT_NE(
+        log.find("Form Scheduler ---- General message ---- Delete all dictionaries and extract report\r\n"),
+        std::string::npos);
+    EXPECT_NE(log.find("Form Scheduler ---- General message ---- Done Extracting Records"),
+              std::string::npos);
+
+    setreportlocation(app, "");
+    EXPECT_FALSE(process_Classic_Extract_Report(app, SchedulerDriver(app, store)));
+    EXPECT_TRUE(test.host.screens.empty());
+}
+
+TEST_F(DriverTest, AFailureLeavesWhatWasGatheredAndOtherSchemas) {
+    SetReport(ReportOf("ONE"));
+    Extract();
+    SetReport(HeaderOf("TWO") + RecordHead("EMP", "CALC USING KEY") +
+              LineOf({{2, "RECORD NAME........ LAST"}}) + "one line\n");
+    test.host.answers = {Answer::No};
+    try {
+        Extract();
+        FAIL() << "the look-ahead went past the end of the report";
+    } catch (const RuntimeFailure& failure) {
+        EXPECT_EQ(failure.Number(), FailureNumber::InputPastEnd);
+    }
+    EXPECT_EQ(Records("ONE"), 1);
+    EXPECT_EQ(Records("TWO"), 1);
+    EXPECT_EQ(store.Select("Select * FROM Record_Details where schemaname =?", {"TWO"}).Value("Information"),
+              std::nullopt);
+}
+
+TEST_F(DriverTest, AStoreThatRefusesInTheMiddleKeepsItsOldState) {
+    SetReport(ReportOf("ONE"));
+    Extract();
+    store.Execute("CREATE TRIGGER full BEFORE INSERT ON Record_layout BEGIN SELECT RAISE(ROLLBACK, 'full'); END");
+    SetReport(ReportOf("TWO"));
+    EXPECT_THROW(Extract(), RuntimeFailure);
+    EXPECT_EQ(Records("ONE"), 1);
+    EXPECT_EQ(Records("TWO"), 0);
+    store.Execute("DROP TRIGGER full");
+    EXPECT_TRUE(Extract()) << "the store is not left locked";
+}
+
+}  // namespace
+}  // namespace norvelis

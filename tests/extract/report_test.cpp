@@ -1,0 +1,56 @@
+#include "extract/report.h"
+
+#include <gtest/gtest.h>
+
+#include "core/failure.h"
+#include "core/paths.h"
+#include "temporary_folder.h"
+
+namespace norvelis {
+namespace {
+
+std::vector<std::string> LinesOf(const std::string& bytes) {
+    const Report report(bytes);
+    std::vector<std::string> lines;
+    std::size_t position = 0;
+    while (const auto line = report.NextLine(position)) lines.emplace_back(*line);
+    return lines;
+}
+
+TEST(Report, LinesEndWithLfOrCrlfAndTheLastMayLackItsEnd) {
+    EXPECT_EQ(LinesOf("a\r\nb\n\nc"), (std::vector<std::string>{"a", "b", "", "c"}));
+    EXPECT_EQ(LinesOf("a\n"), (std::vector<std::string>{"a"}));
+    EXPECT_TRUE(LinesOf("").empty());
+}
+
+TEST(Report, AFileIsAReportWhenItsFirstNameLineHasAName) {
+    const struct {
+        std::string bytes;
+        bool expected;
+    } cases[] = {{"", false},
+                 {std::string(1000, '\0'), false},
+                 {"RECORD NAME........ EMP", true},
+                 {"RECORD NAME........ \nRECORD NAME........ EMP\n", false},
+                 {"RECORD NAME........ EMPLOYEE-ADDRESS-X\r\n", true},
+                 {"Record name........ EMP", false},
+                 {"RECORD NAME........EMP", false}};
+    for (const auto& c : cases) EXPECT_EQ(IsSchemaReport(Report(c.bytes)), c.expected) << c.bytes;
+}
+
+TEST(Report, WhatIsNoFileIsNoReport) {
+    TemporaryFolder folder;
+    EXPECT_FALSE(ValidateReportFile(folder.Path("none")));
+    EXPECT_FALSE(ValidateReportFile(folder.Path()));
+    EXPECT_FALSE(ValidateReportFile(""));
+}
+
+TEST(Report, OneEndlessLineIsReadLikeAnyOther) {
+    std::string bytes(20'000'000, 'x');
+    bytes += "RECORD NAME........ EMP ";
+    const Report report(bytes);
+    EXPECT_EQ(report.Lines().size(), 1u);
+    EXPECT_TRUE(IsSchemaReport(report));
+}
+
+}  // namespace
+}  // namespace norvelis
