@@ -107,12 +107,11 @@ int DictionaryWriter::AddConnection(std::string_view owner, std::string_view mem
 
 IndexRow& DictionaryWriter::IndexOf(std::string_view index, std::string_view record) {
     const auto [entry, fresh] = indexesByKey_.try_emplace(Key({index, record}), indexes_.size());
-    if (fresh) {
-        indexes_.emplace_back();
-        indexes_.back().index = index;
-        indexes_.back().record = record;
-    }
-    return indexes_[entry->second];
+    if (fresh) indexes_.emplace_back();
+    IndexRow& row = indexes_[entry->second];
+    row.index = index;
+    row.record = record;
+    return row;
 }
 
 std::string RecordInformation(const RecordRow& record) {

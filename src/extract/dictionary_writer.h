@@ -47,7 +47,7 @@ class DictionaryWriter {
     void AddRecord(std::string_view record, std::string_view mode, std::string_view dn);
 
     std::deque<RecordRow>& Records() { return records_; }
-    /// The first row of that name.
+    /// The first row of that name, whatever its case.
     RecordRow& RecordNamed(std::string_view name);
 
     struct Field {
@@ -59,7 +59,7 @@ class DictionaryWriter {
     int AddConnection(std::string_view owner, std::string_view member, std::string_view set,
                       std::string_view connection);
 
-    /// The row of index and record, added when missing.
+    /// The row of index and record, added when missing. It takes the spelling of the last to ask.
     IndexRow& IndexOf(std::string_view index, std::string_view record);
 
     /// Writes what is held. To be called once, also when a pass has failed: what it had come to stays.

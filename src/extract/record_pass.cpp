@@ -69,6 +69,7 @@ void UpdateRecordLayout(ExtractionState& state, std::string_view record, std::st
 
     RecordRow& row = state.writer->RecordNamed(record);
     row.completed = true;
+    row.name = record;
     row.dn = dn;
     row.area = found.area;
     row.tableId = found.tableId;

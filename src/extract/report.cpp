@@ -67,13 +67,13 @@ std::uint16_t DottedKinds(std::string_view line) {
     return kinds;
 }
 
-// The line that begins at `begin` without its end, and where the next begins.
+// The line that begins at `begin` without its end, and where the next begins. A report that was cut off
+// between CR and LF has no CR in its last value.
 std::pair<std::string_view, std::size_t> LineAt(std::string_view bytes, std::size_t begin) {
-    const std::size_t newline = bytes.find('\n', begin);
-    if (newline == std::string_view::npos) return {bytes.substr(begin), bytes.size()};
+    const std::size_t newline = std::min(bytes.find('\n', begin), bytes.size());
     std::string_view line = bytes.substr(begin, newline - begin);
     if (line.ends_with('\r')) line.remove_suffix(1);
-    return {line, newline + 1};
+    return {line, std::min(newline + 1, bytes.size())};
 }
 
 }  // namespace

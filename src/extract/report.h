@@ -37,7 +37,7 @@ struct ReportLine {
 };
 
 /// A schema report in memory, read once: its bytes, and where its keywords stand. Lines end with LF or CRLF;
-/// the last may lack its end.
+/// the last may lack its end, or half of it.
 class Report {
   public:
     /// RuntimeFailure with the path when the file cannot be read.

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+// Schema reports made to measure, for benchmarks and tests. Equal arguments give equal bytes on every
+// machine.
+namespace norvelis {
+
+/// A report as a schema compiler prints it: numbered pages of 132 columns, a section for each record, then
+/// the sets. The schema is connected: every record but the first is a member of a set whose owner stands
+/// before it. A seventh of the sets are indexes of one to three keys. Lines end with LF. `sets` must be at
+/// least `records` - 1.
+std::string GenerateSchemaReport(int records, int sets, int fieldsPerRecord, std::uint64_t seed);
+
+/// A small report full of what listings should not hold but do: names that begin other names, names of 16 to
+/// 18 characters, records and sets that stand twice, pieces that are missing, out of order or at odd columns,
+/// limits passed, foreign line ends, 8-bit bytes, and cuts in the middle of a line.
+std::string GenerateOddReport(std::uint64_t seed);
+
+}  // namespace norvelis
