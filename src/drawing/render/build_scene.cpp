@@ -271,6 +271,7 @@ Scene EmptyScene(const Shape& sheet) {
 Scene BuildScene(const Document& document, const Page& page) {
     Scene scene = EmptyScene(page.sheet);
     scene.title = QString::fromStdString(document.title.empty() ? page.name : document.title);
+    scene.name = QString::fromStdString(page.name);
     SceneBuilder builder(document, scene);
     std::vector<const Page*> pages = {&page};
     for (const Page* back = document.PageById(page.backPage); back && std::find(pages.begin(), pages.end(), back) == pages.end();
@@ -282,7 +283,7 @@ Scene BuildScene(const Document& document, const Page& page) {
 
 Scene BuildScene(const Document& document, const Master& master) {
     Scene scene = EmptyScene(master.sheet);
-    scene.title = QString::fromStdString(master.name);
+    scene.title = scene.name = QString::fromStdString(master.name);
     SceneBuilder(document, scene).Add(master, PagePlacement(master.sheet));
     return scene;
 }

@@ -1,5 +1,6 @@
 #include "drawing/render/foreign.h"
 
+#include <QSvgRenderer>
 #include <libvisio/libvisio.h>
 #include <librevenge-generators/librevenge-generators.h>
 #include <librevenge-stream/librevenge-stream.h>
@@ -11,7 +12,17 @@ namespace {
 
 using Parser = bool (*)(librevenge::RVNGInputStream*, librevenge::RVNGDrawingInterface*);
 
-std::optional<std::vector<std::string>> Read(const std::string& bytes, Parser parse) {
+/// libvisio's SVG counts 72 units to the inch.
+std::optional<Scene> SceneOf(std::string svg) {
+    Scene scene;
+    auto picture = std::make_shared<QSvgRenderer>(QByteArray::fromStdString(svg));
+    if (!picture->isValid()) return std::nullopt;
+    scene.size = QSizeF(picture->defaultSize()) * kUnitsPerPoint;
+    scene.foreign = ForeignPage{std::move(svg), std::move(picture)};
+    return scene;
+}
+
+std::optional<std::vector<Scene>> Read(const std::string& bytes, Parser parse) {
     librevenge::RVNGStringStream stream(reinterpret_cast<const unsigned char*>(bytes.data()),
                                         static_cast<unsigned int>(bytes.size()));
     librevenge::RVNGStringVector pages;
@@ -22,19 +33,21 @@ std::optional<std::vector<std::string>> Read(const std::string& bytes, Parser pa
     } catch (const std::exception&) {
         return std::nullopt;
     }
-    std::vector<std::string> texts;
-    for (unsigned i = 0; i < pages.size(); ++i) texts.emplace_back(pages[i].cstr());
-    if (texts.empty()) return std::nullopt;
-    return texts;
+    std::vector<Scene> scenes;
+    for (unsigned i = 0; i < pages.size(); ++i) {
+        if (auto scene = SceneOf(pages[i].cstr())) scenes.push_back(std::move(*scene));
+    }
+    if (scenes.empty()) return std::nullopt;
+    return scenes;
 }
 
 }  // namespace
 
-std::optional<std::vector<std::string>> ForeignPages(const std::string& bytes) {
+std::optional<std::vector<Scene>> ForeignPages(const std::string& bytes) {
     return Read(bytes, &libvisio::VisioDocument::parse);
 }
 
-std::optional<std::vector<std::string>> ForeignMasters(const std::string& bytes) {
+std::optional<std::vector<Scene>> ForeignMasters(const std::string& bytes) {
     return Read(bytes, &libvisio::VisioDocument::parseStencils);
 }
 

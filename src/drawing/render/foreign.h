@@ -4,11 +4,13 @@
 #include <string>
 #include <vector>
 
+#include "drawing/render/scene.h"
+
 namespace norvelis::drawing::render {
 
 /// The pages of a drawing that others wrote (binary .vsd, .vdx, packages that our reader refuses) or the masters of
-/// such a stencil, one SVG text each, for showing only. Nothing when the file is none that can be read.
-std::optional<std::vector<std::string>> ForeignPages(const std::string& bytes);
-std::optional<std::vector<std::string>> ForeignMasters(const std::string& bytes);
+/// such a stencil, for showing only. Nothing when libvisio can not read the bytes either.
+std::optional<std::vector<Scene>> ForeignPages(const std::string& bytes);
+std::optional<std::vector<Scene>> ForeignMasters(const std::string& bytes);
 
 }  // namespace norvelis::drawing::render

@@ -2,6 +2,7 @@
 
 #include <QPaintEngine>
 #include <QPainter>
+#include <QSvgRenderer>
 #include <algorithm>
 #include <cmath>
 
@@ -68,6 +69,7 @@ void PaintScene(QPainter& painter, const Scene& scene, const QRectF& exposed) {
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
     const double scale = std::sqrt(std::abs(painter.worldTransform().determinant()));
     const bool paper = IsPaper(painter);
+    if (scene.foreign) scene.foreign->picture->render(&painter, QRectF(QPointF(), scene.size));
     for (const Figure& figure : scene.figures) {
         if (!figure.bounds.intersects(exposed)) continue;
         PaintMarks(painter, figure);

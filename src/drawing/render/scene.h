@@ -8,9 +8,14 @@
 #include <QPen>
 #include <QString>
 #include <QTransform>
+#include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "drawing/render/ink.h"
+
+class QSvgRenderer;
 
 // A page made ready to be shown: every outline, colour, broken line of text and link settled once, in z-order. All
 // outputs (screen, printer, PNG, PDF, SVG) only transcribe a scene, so they cannot differ in what they show.
@@ -54,9 +59,17 @@ struct Figure {
     TextPicture text;
 };
 
+/// A page that another program wrote and only libvisio can read: a picture without shapes.
+struct ForeignPage {
+    std::string svg;
+    std::shared_ptr<QSvgRenderer> picture;
+};
+
 struct Scene {
     QSizeF size;
-    QString title;
+    QString title;  ///< Of the drawing.
+    QString name;   ///< Of the page or master.
+    std::optional<ForeignPage> foreign;
     std::vector<Figure> figures;  ///< Back first.
 
     /// The frontmost figure at a point or within `slack` of it; null when there is none.

@@ -206,6 +206,6 @@ class Writer {
 
 }  // namespace
 
-std::string SvgText(const Scene& scene) { return Writer(scene).Write(); }
+std::string SvgText(const Scene& scene) { return scene.foreign ? scene.foreign->svg : Writer(scene).Write(); }
 
 }  // namespace norvelis::drawing::render
