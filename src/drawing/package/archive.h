@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// A package's parts in and out of zip archives.
+namespace norvelis::drawing {
+
+struct Part {
+    std::string name;  ///< Without a slash in front: "visio/document.xml".
+    std::string bytes;
+};
+
+/// An archive of the parts in their order, every entry with the same fixed time. RuntimeFailure 57 when the
+/// library refuses.
+std::string Zip(const std::vector<Part>& parts);
+
+/// The parts of an archive, unpacked one by one as they are asked for. All parts together may unpack to no
+/// more than kMostBytes, whatever the archive says of itself.
+class Archive {
+  public:
+    static constexpr std::uint64_t kMostBytes = 400u << 20;
+    static constexpr std::int64_t kMostParts = 20000;
+
+    /// `bytes` must outlive the archive. RuntimeFailure 57 when they are no archive.
+    explicit Archive(std::string_view bytes);
+    ~Archive();
+    Archive(const Archive&) = delete;
+    Archive& operator=(const Archive&) = delete;
+
+    bool Has(const std::string& name) const;
+    /// RuntimeFailure 57 when the part is missing, damaged or too large.
+    std::string Read(const std::string& name);
+
+  private:
+    struct Handle;
+    std::unique_ptr<Handle> handle_;
+    std::uint64_t unpacked_ = 0;
+};
+
+/// The failure that every refusal of a file is: number 57, "not a drawing: " and the reason.
+[[noreturn]] void Refuse(const std::string& reason);
+
+}  // namespace norvelis::drawing

@@ -1,0 +1,216 @@
+#include "drawing/package/sheet_reader.h"
+
+#include <fmt/format.h>
+
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "drawing/package/archive.h"
+#include "drawing/package/sheet_writer.h"
+
+namespace norvelis::drawing {
+
+namespace {
+
+bool ParseNumber(std::string_view text, double& number) {
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size() && !text.empty() && std::isfinite(number);
+}
+
+bool IsCoordinate(Name section, Name cell) {
+    if (section == Name::Geometry || section == Name::Control) return cell >= Name::X && cell <= Name::E;
+    return section == Name::None &&
+           ((cell >= Name::PinX && cell <= Name::EndY) || cell == Name::PageWidth ||
+            cell == Name::PageHeight || (cell >= Name::TxtPinX && cell <= Name::TxtLocPinY));
+}
+
+bool Is(const pugi::xml_node& node, const char* name) {
+    return std::strcmp(node.name(), name) == 0;
+}
+
+}  // namespace
+
+void SheetReader::Cells(const pugi::xml_node& element, CellList& cells, Name section) {
+    for (const auto& node : element.children("Cell")) {
+        const Name name = document_.names.Intern(node.attribute("N").value());
+        if (name == Name::None) continue;
+        Cell& cell = cells.At(name);
+        const std::string_view value = node.attribute("V").value(), formula = node.attribute("F").value();
+        cell.unit = document_.names.Intern(node.attribute("U").value());
+        double number = 0;
+        if (section == Name::Character && name == Name::Font && !ParseNumber(value, number)) {
+            number = document_.FontIndex(std::string(value));
+            cell.SetNumber(number);
+        } else if (!HoldsText(section, name) && cell.unit != Name::STR && ParseNumber(value, number)) {
+            cell.SetNumber(number);
+        } else {
+            cell.SetText(std::string(value));
+        }
+        if (IsCoordinate(section, name) && std::fabs(cell.value) > kFarthest) {
+            Refuse(fmt::format("the cell {} lies beyond every page", node.attribute("N").value()));
+        }
+        cell.inherited = formula == "Inh";
+        cell.formula = cell.inherited ? std::string_view() : formula;
+    }
+}
+
+void SheetReader::ReadSection(const pugi::xml_node& element, Sheet& sheet) {
+    const Name name = document_.names.Intern(element.attribute("N").value());
+    if (name == Name::None) return;
+    const int index = name == Name::Geometry ? element.attribute("IX").as_int() : 0;
+    if (index < 0 || index > 0x7000) Refuse("a section number is out of range");
+    // Row numbers are looked up here and not in the section, which may be long.
+    std::unordered_map<unsigned, std::size_t> known;
+    Section& section = sheet.At(name, index);
+    for (std::size_t i = 0; i < section.rows.size(); ++i) known.emplace(section.rows[i].key.bits, i);
+    section.deleted = element.attribute("Del").as_bool();
+    Cells(element, section.cells, name);
+    int next = 0;
+    for (const auto& node : element.children("Row")) {
+        const auto number = node.attribute("IX");
+        const int row = number ? number.as_int() : next;
+        if (row < 0 || row > 0x7000) Refuse("a row number is out of range");
+        const Name rowName = document_.names.Intern(node.attribute("N").value());
+        const RowKey key = rowName != Name::None ? RowKey::Named(rowName) : RowKey::Number(row);
+        const auto [found, isNew] = known.emplace(key.bits, section.rows.size());
+        if (isNew) section.rows.emplace_back().key = key;
+        Row& read = section.rows[found->second];
+        read.type = document_.names.Intern(node.attribute("T").value());
+        read.deleted = node.attribute("Del").as_bool();
+        Cells(node, read.cells, name);
+        next = row + 1;
+    }
+}
+
+void SheetReader::SheetContent(const pugi::xml_node& element, Sheet& sheet) {
+    Cells(element, sheet.cells, Name::None);
+    for (const auto& node : element.children("Section")) ReadSection(node, sheet);
+}
+
+void SheetReader::Styles(const pugi::xml_node& element, Sheet& sheet) {
+    const auto style = [&](const char* name) -> const StyleSheet* {
+        const auto attribute = element.attribute(name);
+        return attribute ? document_.StyleById(attribute.as_int(-1)) : nullptr;
+    };
+    sheet.lineStyle = style("LineStyle");
+    sheet.fillStyle = style("FillStyle");
+    sheet.textStyle = style("TextStyle");
+}
+
+TextRuns SheetReader::ReadText(const pugi::xml_node& element) const {
+    TextRuns runs;
+    TextRun format;
+    const auto add = [&runs, &format](std::string_view text) {
+        if (text.empty()) return;
+        if (runs.empty() || !runs.back().SameFormat(format) || format.field >= 0) {
+            runs.push_back(format);
+            runs.back().text.clear();
+        }
+        runs.back().text += text;
+    };
+    for (const auto& node : element.children()) {
+        const int row = node.attribute("IX").as_int();
+        if (node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata) {
+            add(node.value());
+        } else if (Is(node, "cp")) {
+            format.character = row;
+        } else if (Is(node, "pp")) {
+            format.paragraph = row;
+        } else if (Is(node, "tp")) {
+            format.tabs = row;
+        } else if (Is(node, "fld")) {
+            format.field = row;
+            add(node.text().get());
+            format.field = -1;
+        }
+    }
+    if (!runs.empty() && runs.back().text.ends_with('\n')) {  // The file's own end of text.
+        runs.back().text.pop_back();
+        if (runs.back().text.empty() && runs.size() > 1) runs.pop_back();
+    }
+    return runs;
+}
+
+std::unique_ptr<Shape> SheetReader::ReadShape(const pugi::xml_node& element, Canvas& canvas,
+                                              const FindPicture& findPicture, int depth) {
+    if (++shapes_ > kMostShapes) Refuse("more shapes than any drawing has");
+    if (depth > kDeepestGroup) Refuse("groups stand in groups beyond every measure");
+    auto shape = std::make_unique<Shape>();
+    shape->id = element.attribute("ID").as_int();
+    if (shape->id <= 0) Refuse("a shape has no ID");
+    shape->nameU = element.attribute("NameU").value();
+    shape->name = element.attribute("Name").value();
+    const std::string_view type = element.attribute("Type").value();
+    shape->kind = type == "Group"     ? ShapeKind::Group
+                  : type == "Foreign" ? ShapeKind::Foreign
+                                      : ShapeKind::Shape;
+    Styles(element, *shape);
+    SheetContent(element, *shape);
+    if (const auto text = element.child("Text")) shape->text = ReadText(text);
+    if (const auto data = element.child("ForeignData"); data && findPicture) {
+        shape->picture = findPicture(data.child("Rel").attribute("r:id").value());
+        if (shape->picture) {
+            shape->picture->type = data.attribute("ForeignType").value();
+            shape->picture->compression = data.attribute("CompressionType").value();
+        }
+    }
+    const auto master = element.attribute("Master"), masterShape = element.attribute("MasterShape");
+    if (master || masterShape) {
+        ties_.push_back(
+            {shape.get(), &canvas, master ? master.as_int() : 0, masterShape ? masterShape.as_int() : 0});
+    }
+    for (const auto& inner : element.child("Shapes").children("Shape")) {
+        shape->shapes.push_back(ReadShape(inner, canvas, findPicture, depth + 1));
+    }
+    return shape;
+}
+
+void SheetReader::Shapes(const pugi::xml_node& parent, Canvas& canvas, const FindPicture& findPicture) {
+    for (const auto& node : parent.child("Shapes").children("Shape")) {
+        const int before = canvas.ShapeCount(), read = shapes_;
+        canvas.Add(ReadShape(node, canvas, findPicture, 0));
+        if (canvas.ShapeCount() - before != shapes_ - read) Refuse("two shapes have the same ID");
+    }
+    for (const auto& node : parent.child("Connects").children("Connect")) {
+        Connect& connect = canvas.connects.emplace_back();
+        connect.fromSheet = node.attribute("FromSheet").as_int();
+        connect.fromCell = node.attribute("FromCell").value();
+        connect.fromPart = node.attribute("FromPart").as_int();
+        connect.toSheet = node.attribute("ToSheet").as_int();
+        connect.toCell = node.attribute("ToCell").value();
+        connect.toPart = node.attribute("ToPart").as_int();
+    }
+}
+
+void SheetReader::TieToMasters() {
+    for (const auto& tie : ties_) {
+        if (tie.master == 0) continue;
+        tie.shape->master = document_.MasterById(tie.master);
+        if (!tie.shape->master) Refuse(fmt::format("the master {} is missing", tie.master));
+        if (!tie.shape->master->shapes.empty()) tie.shape->base = tie.shape->master->shapes.front().get();
+    }
+    for (const auto& tie : ties_) {
+        if (tie.masterShape == 0) continue;
+        const Master* master = MasterOf(*tie.shape);
+        if (master && tie.canvas != master) tie.shape->base = master->ById(tie.masterShape);
+    }
+    RefuseCycles();
+}
+
+void SheetReader::RefuseCycles() const {
+    // A base is always inside a master, so following bases from the tied shapes meets every cycle there can
+    // be.
+    std::unordered_set<const Shape*> sound;
+    for (const auto& tie : ties_) {
+        std::unordered_set<const Shape*> path;
+        for (const Shape* at = tie.shape; at && !sound.contains(at); at = at->base) {
+            if (!path.insert(at).second) Refuse("a master is made of itself");
+        }
+        sound.insert(path.begin(), path.end());
+    }
+}
+
+}  // namespace norvelis::drawing

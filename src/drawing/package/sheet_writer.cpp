@@ -1,0 +1,149 @@
+#include "drawing/package/sheet_writer.h"
+
+#include "core/text.h"
+
+namespace norvelis::drawing {
+
+bool HoldsText(Name section, Name cell) {
+    switch (section) {
+        case Name::None:
+            return cell == Name::Comment || cell == Name::LayerMember || cell == Name::ShapeKeywords;
+        case Name::Hyperlink:
+            return cell == Name::Description || cell == Name::Address || cell == Name::SubAddress ||
+                   cell == Name::ExtraInfo || cell == Name::Frame || cell == Name::SortKey;
+        case Name::Property:
+            return cell == Name::Label || cell == Name::Prompt || cell == Name::Format ||
+                   cell == Name::SortKey;
+        case Name::Layer:
+            return cell == Name::Name || cell == Name::NameUniv;
+        case Name::Control:
+        case Name::User:
+            return cell == Name::Prompt;
+        default:
+            return cell == Name::BulletStr;
+    }
+}
+
+namespace {
+
+/// Files know one kind of line end.
+std::string WithLineFeeds(std::string_view text) {
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '\r') {
+            result += text[i];
+        } else if (i + 1 == text.size() || text[i + 1] != '\n') {
+            result += '\n';
+        }
+    }
+    return result;
+}
+
+}  // namespace
+
+void SheetWriter::StyleAttributes(const Sheet& sheet) {
+    if (sheet.lineStyle) xml_.Attribute("LineStyle", sheet.lineStyle->id);
+    if (sheet.fillStyle) xml_.Attribute("FillStyle", sheet.fillStyle->id);
+    if (sheet.textStyle) xml_.Attribute("TextStyle", sheet.textStyle->id);
+}
+
+void SheetWriter::Cells(const CellList& cells, Name section) {
+    for (const auto& cell : cells) {
+        xml_.Open("Cell").Attribute("N", document_.names.Text(cell.name));
+        if (section == Name::Character && cell.name == Name::Font && !cell.isText) {
+            xml_.Attribute("V", document_.FontName(static_cast<int>(cell.value)));
+        } else if (cell.isText) {
+            xml_.Attribute("V", cell.text);
+        } else {
+            xml_.Attribute("V", cell.value);
+        }
+        if (cell.unit != Name::None) {
+            xml_.Attribute("U", document_.names.Text(cell.unit));
+        } else if (cell.isText && !HoldsText(section, cell.name) && IsNumeric(cell.text)) {
+            xml_.Attribute("U", "STR");
+        }
+        if (cell.inherited) {
+            xml_.Attribute("F", "Inh");
+        } else if (!cell.formula.empty()) {
+            xml_.Attribute("F", cell.formula);
+        }
+        xml_.Close();
+    }
+}
+
+void SheetWriter::SectionElement(const Section& section) {
+    xml_.Open("Section").Attribute("N", document_.names.Text(section.name));
+    if (section.name == Name::Geometry) xml_.Attribute("IX", section.index);
+    if (section.deleted) xml_.Attribute("Del", 1);
+    Cells(section.cells, section.name);
+    for (const auto& row : section.rows) {
+        xml_.Open("Row");
+        if (row.key.IsNamed()) xml_.Attribute("N", document_.names.Text(row.key.RowName()));
+        if (row.type != Name::None) xml_.Attribute("T", document_.names.Text(row.type));
+        if (!row.key.IsNamed()) xml_.Attribute("IX", row.key.Index());
+        if (row.deleted) xml_.Attribute("Del", 1);
+        Cells(row.cells, section.name);
+        xml_.Close();
+    }
+    xml_.Close();
+}
+
+void SheetWriter::SheetContent(const Sheet& sheet) {
+    Cells(sheet.cells, Name::None);
+    for (const auto& section : sheet.sections) SectionElement(section);
+}
+
+void SheetWriter::TextElement(const Shape& shape) {
+    xml_.Open("Text");
+    int character = shape.Find(Name::Character) ? -1 : 0;
+    int paragraph = shape.Find(Name::Paragraph) ? -1 : 0;
+    int tabs = shape.Find(Name::Tabs) ? -1 : 0;
+    const auto mark = [this](const char* element, int& current, int row) {
+        if (current == row) return;
+        xml_.Open(element).Attribute("IX", row).Close();
+        current = row;
+    };
+    for (const auto& run : *shape.text) {
+        mark("cp", character, run.character);
+        mark("pp", paragraph, run.paragraph);
+        mark("tp", tabs, run.tabs);
+        if (run.field >= 0) xml_.Open("fld").Attribute("IX", run.field);
+        xml_.Text(WithLineFeeds(run.text));
+        if (run.field >= 0) xml_.Close();
+    }
+    if (!shape.text->empty()) xml_.Text("\n");
+    xml_.Close();
+}
+
+void SheetWriter::Picture(const ForeignPicture& picture) {
+    if (!addPicture_) return;
+    xml_.Open("ForeignData").Attribute("ForeignType", picture.type);
+    if (!picture.compression.empty()) xml_.Attribute("CompressionType", picture.compression);
+    xml_.Open("Rel").Attribute("r:id", addPicture_(picture)).Close().Close();
+}
+
+void SheetWriter::ShapeElement(const Shape& shape) {
+    xml_.Open("Shape").Attribute("ID", shape.id);
+    if (!shape.nameU.empty()) xml_.Attribute("NameU", shape.nameU);
+    if (!shape.name.empty()) xml_.Attribute("Name", shape.name);
+    const char* kinds[] = {"Shape", "Group", "Foreign"};
+    xml_.Attribute("Type", kinds[static_cast<int>(shape.kind)]);
+    if (shape.master) {
+        xml_.Attribute("Master", shape.master->id);
+    } else if (shape.base) {
+        xml_.Attribute("MasterShape", shape.base->id);
+    }
+    StyleAttributes(shape);
+    SheetContent(shape);
+    if (shape.text) TextElement(shape);
+    if (shape.picture) Picture(*shape.picture);
+    if (!shape.shapes.empty()) {
+        xml_.Open("Shapes");
+        for (const auto& inner : shape.shapes) ShapeElement(*inner);
+        xml_.Close();
+    }
+    xml_.Close();
+}
+
+}  // namespace norvelis::drawing
