@@ -23,8 +23,9 @@ void WriteStencil(const std::string& folder, const stencils::StencilDefinition& 
 
 void WriteBackgroundChoice(const std::string& path) {
     const auto stencil = stencils::BuildStencil(stencils::PageBackgrounds());
+    FontLibrary fonts;
     std::vector<render::Scene> scenes;
-    for (const auto& master : stencil->masters) scenes.push_back(render::BuildScene(*stencil, *master));
+    for (const auto& master : stencil->masters) scenes.push_back(render::BuildScene(fonts, *stencil, *master));
     WriteFileThrough(path, [&scenes](const std::string& temporary) {
         if (!render::BackgroundChoice(scenes).save(QString::fromStdString(temporary), "JPG", kJpegQuality))
             throw RuntimeFailure(FailureNumber::DeviceIoError, temporary);

@@ -46,7 +46,8 @@ double Units(double inches) { return inches * kUnitsPerInch; }
 
 class SceneBuilder {
   public:
-    SceneBuilder(const Document& document, Scene& scene) : document_(document), scene_(scene) {}
+    SceneBuilder(FontLibrary& fonts, const Document& document, Scene& scene)
+        : fonts_(fonts), document_(document), scene_(scene) {}
 
     void Add(const Canvas& canvas, const Placement& page) {
         FindHiddenLayers(canvas.sheet);
@@ -201,14 +202,14 @@ class SceneBuilder {
         figure.picturePlace = QTransform(width, 0, 0, -height, x, y + height) * place.toScene;
     }
 
-    void AddText(const Shape& shape, const Placement& place, Figure& figure) const {
+    void AddText(const Shape& shape, const Placement& place, Figure& figure) {
         if (TextOf(shape).empty() || Value(shape, Name::HideText) != 0) return;
         const double width = Value(shape, Name::Width), height = Value(shape, Name::Height);
         const auto orElse = [&](Name cell, double otherwise) { return Find(shape, cell) ? Value(shape, cell) : otherwise; };
         const double blockWidth = orElse(Name::TxtWidth, std::abs(width)), blockHeight = orElse(Name::TxtHeight, std::abs(height));
         const QPointF pin(orElse(Name::TxtPinX, width / 2), orElse(Name::TxtPinY, height / 2));
         const double pinX = orElse(Name::TxtLocPinX, blockWidth / 2), pinY = orElse(Name::TxtLocPinY, blockHeight / 2);
-        figure.text = LayOutText(document_, shape, blockWidth, blockHeight);
+        figure.text = PictureOfText(fonts_, document_, shape, blockWidth, blockHeight);
         if (figure.text.fragments.empty()) return;
         const QPointF at = place.toScene.map(pin);
         QTransform text;
@@ -243,9 +244,10 @@ class SceneBuilder {
         if (!figure.picture.isNull()) figure.bounds |= figure.picturePlace.mapRect(QRectF(0, 0, 1, 1));
     }
 
+    FontLibrary& fonts_;
     const Document& document_;
     Scene& scene_;
-    std::set<int> hidden_;
+    std::set<int> hidden_;  ///< Layers.
 };
 
 /// Of a page whose drawing scale is not its page scale: paper inches to the drawing's inch.
@@ -268,11 +270,11 @@ Scene EmptyScene(const Shape& sheet) {
 
 }  // namespace
 
-Scene BuildScene(const Document& document, const Page& page) {
+Scene BuildScene(FontLibrary& fonts, const Document& document, const Page& page) {
     Scene scene = EmptyScene(page.sheet);
     scene.title = QString::fromStdString(document.title.empty() ? page.name : document.title);
     scene.name = QString::fromStdString(page.name);
-    SceneBuilder builder(document, scene);
+    SceneBuilder builder(fonts, document, scene);
     std::vector<const Page*> pages = {&page};
     for (const Page* back = document.PageById(page.backPage); back && std::find(pages.begin(), pages.end(), back) == pages.end();
          back = document.PageById(back->backPage))
@@ -281,10 +283,10 @@ Scene BuildScene(const Document& document, const Page& page) {
     return scene;
 }
 
-Scene BuildScene(const Document& document, const Master& master) {
+Scene BuildScene(FontLibrary& fonts, const Document& document, const Master& master) {
     Scene scene = EmptyScene(master.sheet);
     scene.title = scene.name = QString::fromStdString(master.name);
-    SceneBuilder(document, scene).Add(master, PagePlacement(master.sheet));
+    SceneBuilder(fonts, document, scene).Add(master, PagePlacement(master.sheet));
     return scene;
 }
 

@@ -12,13 +12,20 @@ namespace {
 constexpr int kCardWidth = 300, kCardHeight = 250, kPadding = 14, kCaption = 30, kGap = 16;
 constexpr double kLargestScale = 0.2;  ///< Pixels to the scene unit: 144 to the inch.
 
-/// Paints the scene into the middle of `area`, as large as fits.
-void PaintInto(QPainter& painter, const Scene& scene, const QRectF& area) {
-    const double scale = std::min({area.width() / scene.size.width(), area.height() / scene.size.height(), kLargestScale});
+/// What the scene shows, which may reach beyond its page (a note's leader); an empty page as it is.
+QRectF Contents(const Scene& scene) {
+    QRectF contents;
+    for (const Figure& figure : scene.figures) contents |= figure.bounds;
+    return contents.isEmpty() ? QRectF(QPointF(), scene.size) : contents;
+}
+
+/// Paints that part of the scene into the middle of `area`, as large as fits.
+void PaintInto(QPainter& painter, const Scene& scene, const QRectF& part, const QRectF& area) {
+    const double scale = std::min({area.width() / part.width(), area.height() / part.height(), kLargestScale});
     painter.save();
     painter.translate(area.center());
     painter.scale(scale, scale);
-    painter.translate(-scene.size.width() / 2, -scene.size.height() / 2);
+    painter.translate(-part.center());
     PaintScene(painter, scene);
     painter.restore();
 }
@@ -34,21 +41,20 @@ void PaintCard(QPainter& painter, const Scene& scene, const QRectF& card) {
     painter.setPen(QPen(QColor(0xD0, 0xD7, 0xDF), 1));
     painter.setBrush(Qt::white);
     painter.drawRoundedRect(card, 6, 6);
-    PaintInto(painter, scene, card.adjusted(kPadding, kPadding, -kPadding, -kPadding - kCaption));
+    PaintInto(painter, scene, Contents(scene), card.adjusted(kPadding, kPadding, -kPadding, -kPadding - kCaption));
     painter.setPen(QColor(0x33, 0x41, 0x52));
     painter.setFont(CaptionFont());
     painter.drawText(card.adjusted(0, 0, 0, -8), Qt::AlignHCenter | Qt::AlignBottom, scene.name);
 }
 
-/// Two owners, a member and their lines, in fractions of the card.
+/// An owner, a member and their line at the upper left, in fractions of the card.
 void PaintSampleBoxes(QPainter& painter, const QRectF& card) {
     const auto at = [&card](double x, double y) { return card.topLeft() + QPointF(x * card.width(), y * card.height()); };
-    painter.setPen(QPen(QColor(84, 100, 122), 1));
-    painter.drawLine(at(0.28, 0.36), at(0.47, 0.58));
-    painter.drawLine(at(0.70, 0.36), at(0.53, 0.58));
+    painter.setPen(QPen(QColor(120, 134, 152), 1));
+    painter.drawLine(at(0.22, 0.30), at(0.36, 0.48));
     painter.setBrush(QColor(249, 251, 253));
-    for (const QPointF corner : {at(0.16, 0.18), at(0.58, 0.18), at(0.38, 0.58)})
-        painter.drawRect(QRectF(corner, QSizeF(card.width() * 0.24, card.height() * 0.18)));
+    for (const QPointF corner : {at(0.12, 0.16), at(0.28, 0.48)})
+        painter.drawRect(QRectF(corner, QSizeF(card.width() * 0.19, card.height() * 0.14)));
 }
 
 }  // namespace
@@ -76,7 +82,8 @@ QImage BackgroundChoice(const std::vector<Scene>& backgrounds) {
     for (int i = 0; i < count; ++i) {
         const QPointF corner(kChoiceGap + (i % kChoiceColumns) * (kChoiceWidth + kChoiceGap), kChoiceGap + (i / kChoiceColumns) * (kChoiceHeight + kChoiceGap));
         const QRectF card(corner, QSizeF(kChoiceWidth, kChoiceHeight));
-        PaintInto(painter, backgrounds[static_cast<std::size_t>(i)], card);
+        const Scene& background = backgrounds[static_cast<std::size_t>(i)];
+        PaintInto(painter, background, QRectF(QPointF(), background.size), card);
         PaintSampleBoxes(painter, card);
         painter.setPen(QPen(QColor(0xC6, 0xD0, 0xDC), 1));
         painter.setBrush(Qt::NoBrush);

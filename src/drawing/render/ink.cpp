@@ -11,9 +11,9 @@ namespace {
 
 QBrush Gradient(QGradient* gradient, const FillStyle& style, bool mirrored) {
     gradient->setCoordinateMode(QGradient::ObjectMode);
-    gradient->setColorAt(0, style.foreground);
-    gradient->setColorAt(mirrored ? 0.5 : 1, style.background);
-    if (mirrored) gradient->setColorAt(1, style.foreground);
+    gradient->setColorAt(mirrored ? 0.5 : 0, style.foreground);
+    gradient->setColorAt(1, style.background);
+    if (mirrored) gradient->setColorAt(0, style.background);
     return QBrush(*gradient);
 }
 
@@ -41,13 +41,13 @@ std::vector<Strokes> HatchOf(int pattern) {
         case 5: return {{135, 60}};
         case 6: return {{0, 60}};
         case 7: return {{90, 60}};
-        case 13: return {{0, 30}};
-        case 14: return {{90, 30}};
-        case 15: return {{135, 30}};
-        case 16: return {{45, 30}};
+        case 13: case 19: return {{0, 30}};
+        case 14: case 20: return {{90, 30}};
+        case 15: case 21: return {{135, 30}};
+        case 16: case 22: return {{45, 30}};
         case 17: return {{0, 30}, {90, 30}};
         case 18: return {{45, 30}, {135, 30}};
-        default: return {{45, 40}, {135, 40}};  // Screens and bricks: a net of middling weight.
+        default: return {{0, 20}, {90, 20}};  // Screens and bricks: a close net.
     }
 }
 
@@ -106,9 +106,9 @@ QBrush FillBrush(const FillStyle& style) {
         case 25: return Linear(style, left, right);
         case 26: return Linear(style, left, right, true);
         case 27: return Linear(style, right, left);
-        case 28: return Linear(style, bottom, top);
+        case 28: return Linear(style, top, bottom);
         case 29: return Linear(style, top, bottom, true);
-        case 30: return Linear(style, top, bottom);
+        case 30: return Linear(style, bottom, top);
         case 31: return Linear(style, {0, 0}, {1, 1});
         case 32: return Linear(style, {1, 0}, {0, 1});
         case 33: return Linear(style, {0, 1}, {1, 0});

@@ -40,9 +40,10 @@ void AddSampleText(Document& document, Master& master) {
 std::vector<Scene> OpenPages(const std::string& path) {
     NeedFonts();
     const auto ours = [](Document& document) {
+        FontLibrary fonts;
         std::vector<Scene> scenes;
         for (const auto& page : document.pages) {
-            if (!page->background || document.pages.size() == 1) scenes.push_back(BuildScene(document, *page));
+            if (!page->background || document.pages.size() == 1) scenes.push_back(BuildScene(fonts, document, *page));
         }
         return scenes;
     };
@@ -52,10 +53,11 @@ std::vector<Scene> OpenPages(const std::string& path) {
 std::vector<Scene> OpenMasters(const std::string& path) {
     NeedFonts();
     const auto ours = [](Document& document) {
+        FontLibrary fonts;
         std::vector<Scene> scenes;
         for (const auto& master : document.masters) {
             AddSampleText(document, *master);
-            scenes.push_back(BuildScene(document, *master));
+            scenes.push_back(BuildScene(fonts, document, *master));
         }
         return scenes;
     };

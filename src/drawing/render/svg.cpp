@@ -175,6 +175,7 @@ class Writer {
         if (picture.fragments.empty()) return;
         auto text = group.append_child("text");
         Set(text, "xml:space", "preserve");
+        Set(text, "font-kerning", "none");  // As the lines were measured.
         if (!picture.place.isIdentity()) Set(text, "transform", Matrix(picture.place));
         for (const Fragment& fragment : picture.fragments) {
             auto span = text.append_child("tspan");

@@ -27,7 +27,7 @@ struct Frame {
 };
 
 /// The published numbers of gradient fills, from the foreground to the background colour.
-enum class Fill { None = 0, Solid = 1, LeftToRight = 25, RightToLeft = 27, TopToBottom = 30, BottomToTop = 28 };
+enum class Fill { None = 0, Solid = 1, LeftToRight = 25, RightToLeft = 27, TopToBottom = 28, BottomToTop = 30 };
 
 struct Layer {
     Frame frame;
