@@ -122,7 +122,7 @@ class PackageWriter {
     void WriteCanvas(const std::string& folder, const std::string& file, const Canvas& canvas,
                      std::string_view rootElement, std::string_view visioType, Relationships relations) {
         XmlWriter xml;
-        Root(xml, rootElement);
+        Root(xml, rootElement).Text("");
         SheetWriter sheets(document_, xml, [&](const ForeignPicture& picture) {
             const std::string name = fmt::format("image{}.{}", ++pictures_, picture.extension);
             pictureExtensions_.insert(picture.extension);
@@ -262,17 +262,19 @@ class PackageWriter {
         xml.Element("GlueSettings", "9").Element("SnapSettings", "65847").Element("SnapExtensions", "34");
         xml.Element("DynamicGridEnabled", "1").Close();
 
-        xml.Open("Colors");
+        // A list without entries is left out, and sheets have end tags: some readers run past an empty
+        // element.
+        if (!document_.colors.empty()) xml.Open("Colors");
         for (const auto& [index, color] : document_.colors) {
             xml.Open("ColorEntry").Attribute("IX", index);
             xml.Attribute("RGB", fmt::format("#{:02X}{:02X}{:02X}", color.red, color.green, color.blue))
                 .Close();
         }
-        xml.Close();
+        if (!document_.colors.empty()) xml.Close();
 
-        xml.Open("FaceNames");
+        if (!document_.fonts.empty()) xml.Open("FaceNames");
         for (const auto& font : document_.fonts) xml.Open("FaceName").Attribute("NameU", font).Close();
-        xml.Close();
+        if (!document_.fonts.empty()) xml.Close();
 
         xml.Open("StyleSheets");
         for (const auto& each : document_.styles) {

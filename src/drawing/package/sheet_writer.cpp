@@ -90,12 +90,13 @@ void SheetWriter::SectionElement(const Section& section) {
 }
 
 void SheetWriter::SheetContent(const Sheet& sheet) {
+    xml_.Text("");
     Cells(sheet.cells, Name::None);
     for (const auto& section : sheet.sections) SectionElement(section);
 }
 
 void SheetWriter::TextElement(const Shape& shape) {
-    xml_.Open("Text");
+    xml_.Open("Text").Text("");
     int character = shape.Find(Name::Character) ? -1 : 0;
     int paragraph = shape.Find(Name::Paragraph) ? -1 : 0;
     int tabs = shape.Find(Name::Tabs) ? -1 : 0;

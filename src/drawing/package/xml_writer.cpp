@@ -68,7 +68,6 @@ XmlWriter& XmlWriter::Attribute(std::string_view name, double value) {
 }
 
 XmlWriter& XmlWriter::Text(std::string_view text) {
-    if (text.empty()) return *this;
     EndTag();
     Escape(text, false);
     return *this;

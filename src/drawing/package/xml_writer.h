@@ -20,6 +20,7 @@ class XmlWriter {
     XmlWriter& Attribute(std::string_view name, int value);
     /// The shortest text that reads back as the same number.
     XmlWriter& Attribute(std::string_view name, double value);
+    /// Even an empty text gives the element an end tag of its own.
     XmlWriter& Text(std::string_view text);
     XmlWriter& Close();
     /// An element of one text.

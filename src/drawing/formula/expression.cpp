@@ -1,0 +1,449 @@
+#include "drawing/formula/expression.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <numbers>
+
+#include "core/text.h"
+#include "drawing/formula/lexer.h"
+
+namespace norvelis::drawing {
+
+namespace {
+
+constexpr int kDeepest = 60;            // Nested parentheses.
+constexpr std::size_t kLongest = 8192;  // Bytes.
+constexpr double kGreatest = 1e12;
+
+enum class Function {
+    Guard,
+    TextWidth,
+    TextHeight,
+    Rgb,
+    If,
+    Min,
+    Max,
+    Abs,
+    And,
+    Or,
+    Not,
+    Sum,
+    Round,
+    Int,
+    Sqrt,
+    Sin,
+    Cos,
+    Tan,
+    Atan2,
+    Pi,
+    Mod,
+    Sign,
+    SetAtRef,
+    WalkGlue,
+    Trigger,
+    Unknown,
+};
+
+struct FunctionWord {
+    std::string_view word;
+    Function function;
+    std::size_t least, most;  // Arguments.
+};
+constexpr std::size_t kMany = 64;
+constexpr std::array<FunctionWord, 27> kFunctions = {{
+    {"GUARD", Function::Guard, 1, 1},
+    {"TEXTWIDTH", Function::TextWidth, 1, 2},
+    {"TEXTHEIGHT", Function::TextHeight, 2, 2},
+    {"RGB", Function::Rgb, 3, 3},
+    {"IF", Function::If, 3, 3},
+    {"MIN", Function::Min, 1, kMany},
+    {"MAX", Function::Max, 1, kMany},
+    {"ABS", Function::Abs, 1, 1},
+    {"AND", Function::And, 1, kMany},
+    {"OR", Function::Or, 1, kMany},
+    {"NOT", Function::Not, 1, 1},
+    {"SUM", Function::Sum, 1, kMany},
+    {"ROUND", Function::Round, 2, 2},
+    {"INT", Function::Int, 1, 1},
+    {"SQRT", Function::Sqrt, 1, 1},
+    {"SIN", Function::Sin, 1, 1},
+    {"COS", Function::Cos, 1, 1},
+    {"TAN", Function::Tan, 1, 1},
+    {"ATAN2", Function::Atan2, 2, 2},
+    {"PI", Function::Pi, 0, 0},
+    {"MODULUS", Function::Mod, 2, 2},
+    {"SIGN", Function::Sign, 1, 1},
+    {"SETATREF", Function::SetAtRef, 1, 3},
+    {"THEMEGUARD", Function::Guard, 1, 1},
+    {"_WALKGLUE", Function::WalkGlue, 3, 3},
+    {"_XFTRIGGER", Function::Trigger, 1, 1},
+    {"DEPENDSON", Function::Trigger, 1, kMany},
+}};
+
+}  // namespace
+
+struct Expression::Node {
+    enum class Kind { Constant, Reference, Unary, Binary, Call } kind = Kind::Constant;
+    Value value;
+    Name unit = Name::None;
+    std::size_t reference = 0;  // Index in references_.
+    std::string operation;
+    Function function = Function::Unknown;
+    std::vector<std::unique_ptr<Node>> arguments;
+};
+
+Expression::Expression() = default;
+Expression::~Expression() = default;
+
+/// Recursive descent over the tokens; builds the tree and the universal spelling in one pass.
+class Expression::Parser {
+  public:
+    Parser(const NamePool& names, Expression& result, std::string_view text)
+        : names_(names), result_(result), tokens_(Tokens(text)) {}
+
+    bool Run() {
+        if (tokens_.empty()) return false;
+        result_.root_ = Comparison(0);
+        return result_.root_ && Peek().kind == Token::Kind::End;
+    }
+
+  private:
+    using NodePtr = std::unique_ptr<Node>;
+
+    const Token& Peek() const { return tokens_[at_]; }
+    Token& Take() {
+        Token& token = tokens_[at_];
+        if (at_ + 1 < tokens_.size()) ++at_;
+        return token;
+    }
+    void Spell(std::string_view text) { result_.text_ += text; }
+
+    bool TakeSymbol(std::initializer_list<std::string_view> symbols, std::string& taken) {
+        if (Peek().kind != Token::Kind::Symbol) return false;
+        for (const auto symbol : symbols) {
+            if (Peek().text != symbol) continue;
+            taken = Take().text;
+            Spell(taken);
+            return true;
+        }
+        return false;
+    }
+
+    template <class Operand>
+    NodePtr LeftToRight(std::initializer_list<std::string_view> symbols, int depth, Operand operand) {
+        NodePtr left = operand(depth);
+        std::string symbol;
+        // A long chain makes a deep tree.
+        for (int links = depth; left && TakeSymbol(symbols, symbol); ++links) {
+            if (links > 20 * kDeepest) return nullptr;
+            auto node = std::make_unique<Node>();
+            node->kind = Node::Kind::Binary;
+            node->operation = symbol;
+            node->arguments.push_back(std::move(left));
+            node->arguments.push_back(operand(depth));
+            if (!node->arguments.back()) return nullptr;
+            left = std::move(node);
+        }
+        return left;
+    }
+
+    NodePtr Comparison(int depth) {
+        if (depth > kDeepest) return nullptr;
+        return LeftToRight({"<=", ">=", "<>", "<", ">", "="}, depth, [this](int d) { return Joined(d); });
+    }
+    NodePtr Joined(int depth) {
+        return LeftToRight({"&"}, depth, [this](int d) { return Additive(d); });
+    }
+    NodePtr Additive(int depth) {
+        return LeftToRight({"+", "-"}, depth, [this](int d) { return Multiplicative(d); });
+    }
+    NodePtr Multiplicative(int depth) {
+        return LeftToRight({"*", "/"}, depth, [this](int d) { return Power(d); });
+    }
+    NodePtr Power(int depth) {
+        return LeftToRight({"^"}, depth, [this](int d) { return Signed(d); });
+    }
+    NodePtr Signed(int depth) {
+        if (depth > kDeepest) return nullptr;
+        std::string sign;
+        if (!TakeSymbol({"-", "+"}, sign)) return Primary(depth);
+        auto node = std::make_unique<Node>();
+        node->kind = Node::Kind::Unary;
+        node->operation = sign;
+        node->arguments.push_back(Signed(depth + 1));
+        return node->arguments.back() ? std::move(node) : nullptr;
+    }
+
+    NodePtr Primary(int depth) {
+        auto node = std::make_unique<Node>();
+        std::string symbol;
+        if (Peek().kind == Token::Kind::Number || Peek().kind == Token::Kind::String) {
+            const Token& token = Take();
+            Spell(token.spelling);
+            node->value = token.kind == Token::Kind::Number ? Value::Of(token.number) : Value::Of(token.text);
+            node->unit = token.unit;
+            return node;
+        }
+        if (Peek().kind == Token::Kind::Word) return Word(depth);
+        if (!TakeSymbol({"("}, symbol)) return nullptr;
+        node = Comparison(depth + 1);
+        return node && TakeSymbol({")"}, symbol) ? std::move(node) : nullptr;
+    }
+
+    NodePtr Word(int depth) {
+        const std::string word = Take().text;
+        if (Peek().kind == Token::Kind::Symbol && Peek().text == "(") return Call(word, depth);
+        auto node = std::make_unique<Node>();
+        if (EqualIgnoringCase(word, "TRUE") || EqualIgnoringCase(word, "FALSE")) {
+            Spell(UpperCase(word));
+            node->value = Value::Of(word.size() == 4 ? 1.0 : 0.0);
+            node->unit = Name::BOOL;
+            return node;
+        }
+        node->kind = Node::Kind::Reference;
+        return RefersTo(word, *node) ? std::move(node) : nullptr;
+    }
+
+    bool RefersTo(const std::string& word, Node& node) {
+        const auto mark = word.rfind('!');
+        const std::string_view sheet = std::string_view(word).substr(0, mark == std::string::npos ? 0 : mark);
+        const std::string_view cell = std::string_view(word).substr(mark == std::string::npos ? 0 : mark + 1);
+        Reference reference;
+        reference.cell = ParseCellName(names_, cell);
+        if (EqualIgnoringCase(sheet, "ThePage")) {
+            reference.where = Reference::Where::Page;
+            Spell("ThePage!");
+        } else if (sheet.size() > 6 && EqualIgnoringCase(sheet.substr(0, 6), "Sheet.")) {
+            reference.where = Reference::Where::Sheet;
+            const auto end = sheet.data() + sheet.size();
+            if (const auto result = std::from_chars(sheet.data() + 6, end, reference.sheet);
+                result.ec != std::errc() || result.ptr != end) {
+                return false;
+            }
+            Spell(fmt::format("Sheet.{}!", reference.sheet));
+        } else if (!sheet.empty()) {  // Another document's or page's cell, or a shape by its name.
+            result_.opaque_ = true;
+            Spell(word);
+            return true;
+        }
+        if (reference.cell.cell == Name::None) return false;
+        Spell(cell.find_first_of(".[") == std::string_view::npos ? names_.Text(reference.cell.cell) : cell);
+        node.reference = result_.references_.size();
+        result_.references_.push_back(reference);
+        return true;
+    }
+
+    NodePtr Call(const std::string& word, int depth) {
+        auto node = std::make_unique<Node>();
+        node->kind = Node::Kind::Call;
+        const auto known =
+            std::find_if(kFunctions.begin(), kFunctions.end(),
+                         [&word](const FunctionWord& each) { return EqualIgnoringCase(each.word, word); });
+        Spell(UpperCase(word));
+        std::string symbol;
+        TakeSymbol({"("}, symbol);
+        if (!TakeSymbol({")"}, symbol)) {
+            do {
+                node->arguments.push_back(Comparison(depth + 1));
+                if (!node->arguments.back()) return nullptr;
+            } while (TakeSymbol({",", ";"}, symbol));
+            if (!TakeSymbol({")"}, symbol)) return nullptr;
+        }
+        if (known == kFunctions.end()) {
+            result_.opaque_ = true;
+            return node;
+        }
+        if (node->arguments.size() < known->least || node->arguments.size() > known->most) return nullptr;
+        node->function = known->function;
+        return node;
+    }
+
+    const NamePool& names_;
+    Expression& result_;
+    std::vector<Token> tokens_;
+    std::size_t at_ = 0;
+};
+
+class Expression::Evaluation {
+  public:
+    Evaluation(const Expression& expression, FormulaSource& source)
+        : expression_(expression), source_(source) {}
+
+    std::optional<Value> Of(const Node& node) {
+        switch (node.kind) {
+            case Node::Kind::Constant:
+                return node.value;
+            case Node::Kind::Reference:
+                return source_.CellValue(expression_.references_[node.reference]);
+            case Node::Kind::Unary: {
+                auto value = Of(*node.arguments[0]);
+                if (value && node.operation == "-") value->number = -value->number;
+                return value;
+            }
+            case Node::Kind::Binary:
+                return Binary(node);
+            case Node::Kind::Call:
+                return Call(node);
+        }
+        return std::nullopt;
+    }
+
+  private:
+    std::optional<Value> Binary(const Node& node) {
+        const auto left = Of(*node.arguments[0]), right = Of(*node.arguments[1]);
+        if (!left || !right) return std::nullopt;
+        const std::string& op = node.operation;
+        if (op == "&") return Value::Of(AsText(*left) + AsText(*right));
+        const double a = left->number, b = right->number;
+        const int order = left->isText && right->isText
+                              ? UpperCase(left->text).compare(UpperCase(right->text))
+                          : a < b ? -1
+                          : a > b ? 1
+                                  : 0;
+        const auto truth = [](bool true_) { return Value::Of(true_ ? 1.0 : 0.0); };
+        if (op == "=") return truth(order == 0);
+        if (op == "<>") return truth(order != 0);
+        if (op == "<") return truth(order < 0);
+        if (op == ">") return truth(order > 0);
+        if (op == "<=") return truth(order <= 0);
+        if (op == ">=") return truth(order >= 0);
+        if (op == "/" && b == 0) return std::nullopt;
+        const double result = op == "+"   ? a + b
+                              : op == "-" ? a - b
+                              : op == "*" ? a * b
+                              : op == "/" ? a / b
+                                          : std::pow(a, b);
+        return Finite(result);
+    }
+
+    static std::optional<Value> Finite(double number) {
+        if (!std::isfinite(number) || std::fabs(number) > kGreatest) return std::nullopt;
+        return Value::Of(number);
+    }
+
+    static std::string AsText(const Value& value) {
+        return value.isText ? value.text : fmt::format("{:.10g}", value.number);
+    }
+
+    std::optional<Value> Call(const Node& node) {
+        const auto& arguments = node.arguments;
+        // These look at some of their arguments only.
+        switch (node.function) {
+            case Function::If: {
+                const auto condition = Of(*arguments[0]);
+                if (!condition) return std::nullopt;
+                return Of(*arguments[condition->number != 0 ? 1 : 2]);
+            }
+            case Function::TextWidth: {
+                if (arguments.size() == 1) return Finite(source_.TextWidth(HUGE_VAL));
+                const auto most = Of(*arguments[1]);
+                return most ? Finite(source_.TextWidth(most->number)) : std::nullopt;
+            }
+            case Function::TextHeight: {
+                const auto most = Of(*arguments[1]);
+                return most ? Finite(source_.TextHeight(most->number)) : std::nullopt;
+            }
+            case Function::WalkGlue: {
+                const auto end = source_.WalkGlue();
+                return end ? Finite(*end) : std::nullopt;
+            }
+            case Function::Trigger:
+            case Function::Unknown:
+                return std::nullopt;
+            default:
+                break;
+        }
+        std::vector<Value> values;
+        for (const auto& argument : arguments) {
+            auto value = Of(*argument);
+            if (!value) return std::nullopt;
+            values.push_back(std::move(*value));
+        }
+        return Plain(node.function, values);
+    }
+
+    static std::optional<Value> Plain(Function function, const std::vector<Value>& values) {
+        const auto n = [&values](std::size_t i) { return values[i].number; };
+        const auto isTrue = [](const Value& value) { return value.number != 0; };
+        const auto less = [](const Value& a, const Value& b) { return a.number < b.number; };
+        switch (function) {
+            case Function::Guard:
+            case Function::SetAtRef:
+                return values[0];
+            case Function::Rgb: {
+                const auto part = [&n](std::size_t i) {
+                    return static_cast<int>(std::clamp(n(i), 0.0, 255.0));
+                };
+                return Value::Of(fmt::format("#{:02X}{:02X}{:02X}", part(0), part(1), part(2)));
+            }
+            case Function::Min:
+                return *std::min_element(values.begin(), values.end(), less);
+            case Function::Max:
+                return *std::max_element(values.begin(), values.end(), less);
+            case Function::Abs:
+                return Finite(std::fabs(n(0)));
+            case Function::And:
+                return Value::Of(std::all_of(values.begin(), values.end(), isTrue) ? 1.0 : 0.0);
+            case Function::Or:
+                return Value::Of(std::any_of(values.begin(), values.end(), isTrue) ? 1.0 : 0.0);
+            case Function::Not:
+                return Value::Of(n(0) == 0 ? 1.0 : 0.0);
+            case Function::Sum: {
+                double sum = 0;
+                for (const auto& value : values) sum += value.number;
+                return Finite(sum);
+            }
+            case Function::Round: {
+                const double scale = std::pow(10, std::clamp(std::trunc(n(1)), -12.0, 12.0));
+                return Finite(std::round(n(0) * scale) / scale);
+            }
+            case Function::Int:
+                return Finite(std::floor(n(0)));
+            case Function::Sqrt:
+                return Finite(std::sqrt(n(0)));
+            case Function::Sin:
+                return Finite(std::sin(n(0)));
+            case Function::Cos:
+                return Finite(std::cos(n(0)));
+            case Function::Tan:
+                return Finite(std::tan(n(0)));
+            case Function::Atan2:
+                return Finite(std::atan2(n(0), n(1)));
+            case Function::Pi:
+                return Value::Of(std::numbers::pi);
+            case Function::Mod:
+                return n(1) == 0 ? std::nullopt : Finite(n(0) - n(1) * std::floor(n(0) / n(1)));
+            case Function::Sign:
+                return Value::Of(n(0) > 0 ? 1.0 : n(0) < 0 ? -1.0 : 0.0);
+            default:
+                return std::nullopt;
+        }
+    }
+
+    const Expression& expression_;
+    FormulaSource& source_;
+};
+
+std::shared_ptr<const Expression> Expression::Parse(const NamePool& names, std::string_view text) {
+    if (text.size() > kLongest) return nullptr;
+    std::shared_ptr<Expression> expression(new Expression);
+    return Parser(names, *expression, text).Run() ? expression : nullptr;
+}
+
+bool Expression::IsConstant() const {
+    return root_->kind == Node::Kind::Constant;
+}
+
+Name Expression::ConstantUnit() const {
+    return root_->unit;
+}
+
+std::optional<Value> Expression::Evaluate(FormulaSource& source) const {
+    return opaque_ ? std::nullopt : Evaluation(*this, source).Of(*root_);
+}
+
+}  // namespace norvelis::drawing
