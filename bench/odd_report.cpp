@@ -121,6 +121,17 @@ class OddReport {
 
     std::string Blanks() { return std::string(Below(5), ' '); }
 
+    static std::string Recased(std::string name) {
+        for (char& c : name) {
+            if (c >= 'a' && c <= 'z') {
+                c = static_cast<char>(c - 'a' + 'A');
+            } else if (c >= 'A' && c <= 'Z') {
+                c = static_cast<char>(c - 'A' + 'a');
+            }
+        }
+        return name;
+    }
+
     void PageHeading() {
         lines_.emplace_back("1IDMSRPTS RELEASE 19.0.04        DATE 03/14/24    PAGE    2");
         if (Maybe(2))
@@ -154,7 +165,9 @@ class OddReport {
     }
 
     void RecordSection() {
-        const std::string name = Name();
+        std::string name = Name();
+        if (!records_.empty() && Maybe(9)) name = " " + Recased(Pick(records_));
+        records_.push_back(name);
         if (Maybe(10)) PageHeading();
         Line({{1, std::string(Pick({" ", " ", " ", "0", "1"}))},
               {2, "RECORD NAME........ " + (Maybe(20) ? " " + name : name)},
@@ -224,7 +237,10 @@ class OddReport {
         const std::size_t count = Maybe(9) ? 7 + Below(5) : Below(4);
         for (std::size_t i = 0; i < count; ++i) {
             const std::string name = count > 6 && !Maybe(4) ? fmt::format("IX-{}", i + 1) : Name();
-            Line({{2, "SET MEMBERSHIP..... " + (Maybe(20) ? " " + name : name)},
+            indexes_.push_back(name);
+            Line({{2, "SET MEMBERSHIP..... " + (Maybe(20)   ? " " + name
+                                                : Maybe(20) ? "INDEX MEMBER"
+                                                            : name)},
                   {39, std::string(Pick(
                            {"INDEX MEMBER", "INDEX MEMBER", "INDEX MEMBER", "CHAIN MEMBER", "INDEX OWNER"}))},
                   {60, Maybe(20) ? "INDEX MEMBER" : ""}});
@@ -252,7 +268,7 @@ class OddReport {
         }
         if (Maybe(30)) {
             const std::size_t keys = Maybe(6) ? 498 + Below(5) : 14 + Below(8);
-            const std::string index = Name();
+            const std::string index = indexes_.empty() ? Name() : indexes_.back();
             for (std::size_t i = 0; i < keys; ++i) {
                 lines_.push_back(fmt::format(" 02 KEY-{}", i + 1));
                 lines_.push_back(std::string(38, ' ') + "SET CONTROL ITEM FOR --------      " + index +
@@ -273,12 +289,18 @@ class OddReport {
     }
 
     void SetSection() {
-        const std::string name = Name();
-        Line({{2, "SET...... " + (Maybe(20) ? " " + name : name)}, {34, "MODE... CHAIN"}});
+        const std::string name = indexes_.empty() || Maybe(2) ? Name() : Pick(indexes_);
+        const std::string owner = records_.empty() || Maybe(3) ? Name() : Pick(records_);
+        const std::string member = records_.empty() || Maybe(3) ? Name() : Pick(records_);
+        // Owner and member on the set's own line are read from there as well.
+        Line({{2, "SET...... " + (Maybe(20) ? " " + name : name)},
+              {34, Maybe(20) ? "OWNER.... " : "MODE... CHAIN"},
+              {52, Maybe(20) ? "MEMBER... " + member : ""}});
         if (Maybe(12)) PageHeading();
-        const std::string owner = Name();
         if (!Maybe(12)) Line({{2, "OWNER.... " + owner}, {34, "NP"}});
-        for (std::size_t i = Maybe(3) ? Below(5) : 1; i > 0; --i) Member(Maybe(10) ? owner : Name());
+        for (std::size_t i = Maybe(3) ? Below(5) : 1; i > 0; --i) {
+            Member(Maybe(10) ? owner : Maybe(2) ? member : Name());
+        }
         if (Maybe(20)) Line({{2, "OWNER.... " + Name()}});
     }
 
@@ -336,6 +358,7 @@ class OddReport {
 
     std::mt19937_64 chance_;
     std::vector<std::string> names_;
+    std::vector<std::string> records_, indexes_;  ///< What the report has named so far.
     std::size_t oddness_;
     std::vector<std::string> lines_;
     const std::vector<int> bytes_ = {0,    '\t', '\r', ' ',  '\'', '"', ';',

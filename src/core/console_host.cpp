@@ -51,8 +51,10 @@ void ConsoleHost::Status(const std::string& text) {
     Repaint();
 }
 
+// Bars are of interest once a command turns out to be long.
 void ConsoleHost::ProgressChanged(Bar, const ProgressBar& state) {
-    if (!state.Text.empty()) status_ = state.Text;
+    if (state.Text.empty() || std::chrono::steady_clock::now() < started_ + kReportEvery) return;
+    status_ = state.Text;
     Repaint();
 }
 

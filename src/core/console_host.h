@@ -42,7 +42,7 @@ class ConsoleHost : public Host {
     std::string lastText_, status_, line_;
     bool printBoxes_ = true;
     bool terminal_;
-    std::chrono::steady_clock::time_point nextPaint_{};
+    std::chrono::steady_clock::time_point started_ = std::chrono::steady_clock::now(), nextPaint_{};
 };
 
 }  // namespace norvelis

@@ -2,9 +2,9 @@
 
 #include <vector>
 
-// What placement and routing work on: boxes with their sizes, lines with the sizes of their labels, and the page's
-// layout cells; what they give back: where each box stands and how each line runs. Pure geometry, no documents.
-// Inches; x grows to the right, y grows upwards (as on a page). Equal input gives equal output.
+// What placement and routing work on: boxes with their sizes, lines with the sizes of their labels, and the
+// page's layout cells; what they give back: where each box stands and how each line runs. Pure geometry, no
+// documents. Inches; x grows to the right, y grows upwards (as on a page). Equal input gives equal output.
 namespace norvelis::layout {
 
 struct Point {
@@ -34,12 +34,12 @@ struct Style {
     int placeDepth = 0;    ///< 0 default, 1 medium, 2 deep, 3 shallow: how tightly rings or layers stand.
     int lineRouteExt = 0;  ///< 0 default (straight), 1 straight pieces, 2 curved.
     double boxGapX = 0.5, boxGapY = 0.5;  ///< Least distance between boxes.
-    double lineGap = 0.125;               ///< Least distance between parallel lines, and of a line from a box.
+    double lineGap = 0.125;  ///< Least distance between parallel lines, and of a line from a box.
 };
 
-/// One line's way: from the border of its owner's box to the border of its member's. A curved route is drawn with its
-/// corners rounded (each corner a quadratic curve between the middles of its two pieces, end pieces kept straight to
-/// their middle), so that it stays in the corners' triangles.
+/// One line's way: from the border of its owner's box to the border of its member's. A curved route is drawn
+/// with its corners rounded (each corner a quadratic curve between the middles of its two pieces, end pieces
+/// kept straight to their middle), so that it stays in the corners' triangles.
 struct Route {
     std::vector<Point> points;
     bool curved = false;

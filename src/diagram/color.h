@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+#include "core/random.h"
+
+namespace norvelis {
+
+/// Fill formulas such as "RGB(204,255,153)": all three parts above 178 for a box, all below for a line.
+std::string PickLightColor(Random& random);
+std::string PickDarkColor(Random& random);
+
+}  // namespace norvelis

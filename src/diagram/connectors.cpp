@@ -1,0 +1,65 @@
+#include "diagram/connectors.h"
+
+#include "core/text.h"
+#include "diagram/color.h"
+#include "diagram/common.h"
+#include "diagram/shape_text.h"
+
+namespace norvelis {
+
+namespace {
+
+bool Glue(engine::Shape& line, const engine::CellAddress& end, engine::Shape& box) {
+    const CellRef cell = line.CellsSRC(end);
+    const CellRef pin = cell ? box.CellsSRC(engine::kPinX) : nullptr;
+    return pin && cell->GlueTo(pin);
+}
+
+}  // namespace
+
+void ConnectAllShapes(DrawingState& drawing, engine::Page& page) {
+    ShowText(drawing, "Connecting shapes..");
+    const auto shapes = page.Shapes();
+    if (!shapes) return;
+    const auto shapeOf = [&](const std::string& name) -> ShapeRef {
+        const auto id = drawing.gShapeIds.Find(Trim(name));
+        return id ? shapes->ItemFromID(*id) : nullptr;
+    };
+    auto row =
+        drawing.store.Select("Select * FROM Connection_Details order by recordname asc, next_step asc");
+    for (; !row.Eof(); row.MoveNext()) {
+        const ShapeRef owner = shapeOf(row.Text("recordname"));
+        if (!owner) continue;
+        drawing.app.host.Yield();
+        const ShapeRef member = shapeOf(row.Text("next_step"));
+        if (!member) continue;
+        const std::string label =
+            std::string(Trim(row.Text("Set"))).append(kLineBreak).append(Trim(row.Text("connection")));
+        ConnectTwoShapes(drawing, owner, member, label);
+    }
+}
+
+void ConnectTwoShapes(DrawingState& drawing, const ShapeRef& from, const ShapeRef& to,
+                      const std::string& label) {
+    // The stencil finds its master in any letter case; the master reports its name as "Dynamic connector".
+    const ShapeRef line =
+        DropShape(drawing.app.host, from->ContainingPage(), kFlowchartStencil, "Dynamic Connector", 0.5, 0.5);
+    if (!line) return;
+    const bool written = Glue(*line, engine::kBeginX, *from) && Glue(*line, engine::kEndX, *to) &&
+                         line->SetText(Trim(label).empty() ? from->Name() + "-" + to->Name() : label) &&
+                         SetFormula(line->Cells("Char.Size"), kSixPoints) &&
+                         SetFormulaU(line->Cells("LineColor"), PickDarkColor(drawing.app.random));
+    if (written) line->SendToBack();
+}
+
+void FormatConnectorLabels(engine::Page& page) {
+    const auto shapes = page.Shapes();
+    const int count = shapes ? shapes->Count() : 0;
+    for (int i = 1; i <= count; ++i) {
+        const ShapeRef shape = shapes->Item(i);
+        const auto master = shape ? shape->Master() : nullptr;
+        if (master && master->Name() == "Dynamic connector") TextFieldAndFormattingDemo(*shape);
+    }
+}
+
+}  // namespace norvelis

@@ -1,0 +1,298 @@
+#include "diagram/draw_commands.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "core/failure.h"
+#include "core/paths.h"
+#include "core/text.h"
+#include "diagram/color.h"
+#include "diagram/page_layout.h"
+#include "store/settings.h"
+
+namespace norvelis {
+
+namespace {
+
+constexpr Bar kBars[] = {Bar::TreeviewText, Bar::TreeviewValue, Bar::BackgroundText, Bar::BackgroundValue};
+constexpr Bar kValueBars[] = {Bar::TreeviewValue, Bar::BackgroundValue};
+
+const std::string kNoLocation = "You must select a location to store visio files.";
+
+/// The bars for the length of a command.
+class ShownBars {
+  public:
+    explicit ShownBars(Progress& progress) : progress_(progress) { Show(true); }
+    ~ShownBars() { Show(false); }
+    ShownBars(const ShownBars&) = delete;
+    ShownBars& operator=(const ShownBars&) = delete;
+
+  private:
+    void Show(bool visible) {
+        for (const Bar bar : kBars) progress_.SetVisible(bar, visible);
+    }
+    Progress& progress_;
+};
+
+std::function<void(const std::string&)> InABox(DrawingState& drawing) {
+    return [&drawing](const std::string& text) { drawing.app.host.MessageBox(text); };
+}
+
+bool Confirmed(DrawingState& drawing, const std::string& text, const std::string& title) {
+    return drawing.app.host.MessageBox({text, title, Buttons::YesNo, Icon::Information, Answer::No}) ==
+           Answer::Yes;
+}
+
+bool WantsToWatch(DrawingState& drawing) {
+    return drawing.app.host.MessageBox({"Want to View While Norvelis is drawing", "Hide or Show Visio",
+                                        Buttons::YesNo, Icon::Question, Answer::Ok}) == Answer::Yes;
+}
+
+/// The folder of a file that the person picks becomes the setting. Empty when none was picked.
+std::string AskVisioFolder(DrawingState& drawing) {
+    const auto picked = drawing.app.host.OpenFileDialog("", "*.*");
+    if (!picked) return {};
+    const std::string folder(Trim(std::filesystem::path(NativePath(*picked)).parent_path().string()));
+    setvisiolocation(drawing.app, folder);
+    return folder;
+}
+
+std::vector<std::string> ParentsOf(DrawingState& drawing, const std::string& schema) {
+    std::vector<std::string> names;
+    auto row = drawing.store.Select("Select * FROM Parents where schemaname = ?", {schema});
+    for (; !row.Eof(); row.MoveNext()) names.push_back(row.Text("recordname"));
+    return names;
+}
+
+std::vector<std::string> Schemas(DrawingState& drawing, std::string_view statement) {
+    std::vector<std::string> names;
+    auto row = drawing.store.Select(statement);
+    for (; !row.Eof(); row.MoveNext()) names.emplace_back(Trim(row.Text("schemaname")));
+    return names;
+}
+
+/// The first node of this text in the schema, in any schema when that is empty.
+NodeIndex FindNode(const RecordTree& tree, const std::string& text, const std::string& schema) {
+    for (const NodeIndex node : tree.NodesOf(text)) {
+        if (schema.empty() || tree.Schema(node) == schema) return node;
+    }
+    return kNoNode;
+}
+
+/// All parents of a schema on one page, each tree in a colour of its own. Further nodes of a name could add
+/// nothing.
+void AddAllParents(DrawingState& drawing, const DrawKind& kind, const PageRef& page,
+                   const std::string& schema, const RecordTree* tree) {
+    const std::vector<std::string> parents = ParentsOf(drawing, schema);
+    ProgressSetMax(drawing, static_cast<int>(parents.size()));
+    for (const std::string& parent : parents) {
+        drawing.gOwnerColor = PickLightColor(drawing.app.random);
+        ProgressStep(drawing);
+        if (tree != nullptr) {
+            const NodeIndex node = FindNode(*tree, parent, schema);
+            if (node == kNoNode) continue;
+            drawing.screen.EnsureVisible(node);
+        }
+        AddParentToPage(drawing, kind, page, parent);
+    }
+}
+
+DrawOrder OrderOfSchema(DrawingState& drawing, const std::string& schema, const RecordTree* tree) {
+    DrawOrder order;
+    order.name = schema;
+    order.subfolder = schema;
+    order.addShapes = [&drawing, schema, tree](const PageRef& page) {
+        drawing.gDrawSchema = schema;
+        AddAllParents(drawing, kDrawSingle, page, schema, tree);
+    };
+    order.tell = InABox(drawing);
+    return order;
+}
+
+DrawOrder OrderOfRecord(DrawingState& drawing, const DrawKind& kind, const std::string& schema,
+                        const std::string& recordName, bool visible) {
+    DrawOrder order;
+    order.name = recordName;
+    order.location = DrawingLocation(drawing);
+    order.subfolder = schema;
+    order.visible = visible;
+    order.addShapes = [&drawing, &kind, schema, recordName](const PageRef& page) {
+        drawing.gDrawSchema = schema;
+        AddParentToPage(drawing, kind, page, recordName);
+    };
+    order.tell = InABox(drawing);
+    return order;
+}
+
+}  // namespace
+
+std::string DrawingLocation(DrawingState& drawing) {
+    if (drawing.options.location) return *drawing.options.location;
+    std::string location = getvisiolocation(drawing.app);
+    if (Trim(location).empty()) {
+        location = drawing.app.AppPath("\\visio files\\");
+        setvisiolocation(drawing.app, location);
+    }
+    return location;
+}
+
+void ProgressSetMax(DrawingState& drawing, int count) {
+    for (const Bar bar : kValueBars) drawing.app.progress.BResetprogressbar(bar, count);
+}
+
+void ProgressStep(DrawingState& drawing) {
+    Progress& progress = drawing.app.progress;
+    for (const Bar bar : kValueBars) {
+        progress.SetValue(bar, progress[bar].Value + 1);
+        if (progress[bar].Value >= progress[bar].Max) progress.SetText(bar, "100% ");
+    }
+}
+
+void DrawVisioDiagram(DrawingState& drawing, const RecordTree* tree) {
+    drawing.app.progress.SetText(Bar::TreeviewText, "Preparing to Draw, Please Wait..");
+    if (!drawing.gSingleDrawing) {
+        DrawVisioDiagramSeparate(drawing, tree);
+        return;
+    }
+    const std::string question =
+        std::string("This Process may take some time.").append(kLineBreak).append("Do you want to continue?");
+    if (!Confirmed(drawing, question, "Please Confirm")) return;
+    for (const std::string& schema : Schemas(drawing, "Select distinct(schemaname) FROM Parents")) {
+        if (Confirmed(drawing, "Draw diagram for dictionary " + schema + "?", schema)) {
+            DrawVisioDiagramSingle(drawing, schema, tree);
+        }
+    }
+}
+
+DrawResult DrawVisioDiagramSingle(DrawingState& drawing, const std::string& schema, const RecordTree* tree) {
+    DrawResult result;
+    DrawOrder order = OrderOfSchema(drawing, schema, tree);
+    {
+        const ShownBars bars(drawing.app.progress);
+        if (schema.empty()) {
+            drawing.app.host.MessageBox("Request denied. Visio File to be generated must be named.");
+            return DrawResult::NotSaved;
+        }
+        order.visible = WantsToWatch(drawing);
+        order.location = DrawingLocation(drawing);
+        result = DrawDrawing(drawing, kDrawSingle, order);
+    }
+    if (result != DrawResult::NoEngine) {
+        drawing.app.host.MessageBox("Done Drawing. File saved as:" + order.File());
+    }
+    return result;
+}
+
+void DrawVisioDiagramSeparate(DrawingState& drawing, const RecordTree* tree) {
+    const bool visible = WantsToWatch(drawing);
+    std::string location = drawing.options.location.value_or(getvisiolocation(drawing.app));
+    if (Trim(location).empty()) location = AskVisioFolder(drawing);
+    if (Trim(location).empty()) {
+        drawing.app.host.MessageBox(kNoLocation);
+        return;
+    }
+    for (const auto& schema :
+         Schemas(drawing, "Select distinct(schemaname) FROM Parents order by schemaname")) {
+        drawing.gDrawSchema = schema;
+        if (DrawVisioDiagramSeparateParent(drawing, tree, visible).noEngine) return;
+    }
+    drawing.app.host.MessageBox(
+        std::string("Done Drawing. Visio Files saved at folder:").append(kLineBreak).append(location));
+}
+
+SeparateResult DrawVisioDiagramSeparateParent(DrawingState& drawing, const RecordTree* tree, bool visible) {
+    SeparateResult result;
+    const ShownBars bars(drawing.app.progress);
+    const std::vector<std::string> parents = ParentsOf(drawing, drawing.gDrawSchema);
+    ProgressSetMax(drawing, static_cast<int>(parents.size()));
+    for (const std::string& parent : parents) {
+        ProgressStep(drawing);
+        if (tree != nullptr) {
+            const NodeIndex node = FindNode(*tree, parent, "");
+            if (node == kNoNode) continue;
+            drawing.screen.MarkNode(node);
+        }
+        const std::string name(Trim(parent));
+        if (name.empty()) continue;
+        switch (DrawParentDrawing(drawing, name, visible)) {
+            case DrawResult::Saved:
+                ++result.saved;
+                break;
+            case DrawResult::NotSaved:
+                result.notSaved.push_back(name);
+                break;
+            case DrawResult::NoEngine:
+                result.noEngine = true;
+                return result;
+        }
+    }
+    return result;
+}
+
+DrawResult DrawParentDrawing(DrawingState& drawing, const std::string& recordName, bool visible) {
+    drawing.gDrawFileName = recordName;
+    return DrawDrawing(drawing, kDrawSeparate,
+                       OrderOfRecord(drawing, kDrawSeparate, drawing.gDrawSchema, recordName, visible));
+}
+
+DrawResult DrawScheduledDiagram(DrawingState& drawing, const std::string& schema, const std::string& job,
+                                const std::function<void(const std::string&)>& tell) {
+    DrawOrder order = OrderOfSchema(drawing, schema, nullptr);
+    order.location = drawing.app.AppPath("\\batchjobs");
+    order.subfolder = job;
+    order.tell = tell;
+    return DrawDrawing(drawing, kDrawSingle, order);
+}
+
+void ProcessSingle(DrawingState& drawing, const std::string& schema, const RecordTree& Tviewrec) {
+    ShowText(drawing, "Preparing to Draw, Please Wait..");
+    if (Trim(getvisiolocation(drawing.app)).empty() && AskVisioFolder(drawing).empty()) {
+        drawing.app.host.MessageBox(kNoLocation);
+        return;
+    }
+    const std::string target = Tviewrec.Size() > 0 ? Tviewrec.Text(0) : "";
+    if (target.empty()) return;
+    const bool visible = WantsToWatch(drawing);
+    try {
+        if (target != schema) {
+            DrawIsolatedRecord(drawing, schema, target, visible);
+            return;
+        }
+        DrawOrder order = OrderOfRecord(drawing, kDrawIsolated, schema, target, visible);
+        order.addShapes = [&](const PageRef& page) {
+            drawing.gDrawSchema = schema;
+            AddAllParents(drawing, kDrawIsolated, page, schema, &Tviewrec);
+        };
+        DrawDrawing(drawing, kDrawIsolated, order);
+    } catch (const RuntimeFailure&) {
+        drawing.app.host.MessageBox("Error has been encountered. Close visio and try again.");
+    }
+}
+
+DrawResult DrawIsolatedRecord(DrawingState& drawing, const std::string& schema, const std::string& recordName,
+                              bool visible) {
+    return DrawDrawing(drawing, kDrawIsolated,
+                       OrderOfRecord(drawing, kDrawIsolated, schema, recordName, visible));
+}
+
+bool ApplyLayoutToFile(DrawingState& drawing, const std::string& file) {
+    if (file.empty() || !FileExists(file)) return false;
+    const clsHourglass hourglass(drawing.app.host);
+    const auto application = drawing.drawingEngine.CreateHidden().value_or(nullptr);
+    if (!application) return false;
+    const std::string path = NativePath(file);
+    const auto documents = application->Documents();
+    const auto document = documents ? documents->Open(path) : nullptr;
+    const auto pages = document ? document->Pages() : nullptr;
+    const PageRef page = pages ? pages->Item(1) : nullptr;
+    bool saved = false;
+    if (page) {
+        ApplyLayout(drawing.app.host, *page, drawing.options.layout);
+        page->PlaceNotes();
+        saved = document->SaveAs(path);
+    }
+    application->Quit();
+    return saved;
+}
+
+}  // namespace norvelis

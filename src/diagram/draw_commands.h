@@ -1,0 +1,59 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "browse/record_tree.h"
+#include "diagram/draw_sequence.h"
+#include "diagram/drawing_state.h"
+
+// The commands that make drawings from the dictionary. Where a command takes the record tree, it draws what
+// has a node there and brings the nodes into view; without a tree it draws all parents of the schema.
+namespace norvelis {
+
+/// The entry of both kinds: asks, then draws every dictionary that is agreed to on one page (gSingleDrawing),
+/// or every parent of every dictionary in a file of its own.
+void DrawVisioDiagram(DrawingState& drawing, const RecordTree* tree);
+
+/// One whole dictionary: location\schema\schema.vsd.
+DrawResult DrawVisioDiagramSingle(DrawingState& drawing, const std::string& schema, const RecordTree* tree);
+
+/// Every parent of every dictionary: location\schema\record.vsd.
+void DrawVisioDiagramSeparate(DrawingState& drawing, const RecordTree* tree);
+
+/// Every parent of gDrawSchema; without an engine it ends at the first.
+struct SeparateResult {
+    int saved = 0;
+    std::vector<std::string> notSaved;  ///< The records whose drawing is not on disk.
+    bool noEngine = false;
+};
+SeparateResult DrawVisioDiagramSeparateParent(DrawingState& drawing, const RecordTree* tree, bool visible);
+
+/// One parent of gDrawSchema with all that is below it.
+DrawResult DrawParentDrawing(DrawingState& drawing, const std::string& recordName, bool visible);
+
+/// One whole dictionary for a schedule: asks nothing, shows nothing;
+/// ApplicationFolder\batchjobs\job\schema.vsd. What a person would have been told goes to `tell`.
+DrawResult DrawScheduledDiagram(DrawingState& drawing, const std::string& schema, const std::string& job,
+                                const std::function<void(const std::string&)>& tell);
+
+/// What the isolate screen shows: its tree, whose root is a record or the schema itself.
+void ProcessSingle(DrawingState& drawing, const std::string& schema, const RecordTree& Tviewrec);
+
+/// One record with all that is below it, as ProcessSingle draws it.
+DrawResult DrawIsolatedRecord(DrawingState& drawing, const std::string& schema, const std::string& recordName,
+                              bool visible);
+
+/// Lays a saved drawing out anew by the chosen layout and saves it under its name; false when the file is not
+/// there or the engine refuses, and the file is then as it was.
+bool ApplyLayoutToFile(DrawingState& drawing, const std::string& file);
+
+/// The folder of all drawings: the one chosen for this drawing, else the setting, else the default, which
+/// becomes the setting.
+std::string DrawingLocation(DrawingState& drawing);
+
+void ProgressSetMax(DrawingState& drawing, int count);
+void ProgressStep(DrawingState& drawing);
+
+}  // namespace norvelis

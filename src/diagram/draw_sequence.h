@@ -1,0 +1,51 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "diagram/drawing_state.h"
+
+// The one sequence that every drawing goes through: engine, boxes, lines, background and layout, notes,
+// labels, saved file. No step can be left out or change its place: background and layout come after the
+// lines, which the layout routes, and before the notes, which stand relative to where the boxes end up.
+namespace norvelis {
+
+/// How the ways to draw differ. A "{}" in a text is the name of what is drawn; an empty text is not shown.
+struct DrawKind {
+    bool gSingleDrawing;  ///< A colour for each parent's tree; otherwise one for each box.
+    bool titleInCapitals;
+    std::string_view creating, parentDone;  ///< Around the tree of each parent.
+    std::string_view connecting, layingOut, arranging, finished;
+    std::string_view engineFails, engineIsNull;  ///< The answers when there is no engine to draw with.
+};
+
+extern const DrawKind kDrawSingle;    ///< A whole schema, ordered by a person or by a schedule.
+extern const DrawKind kDrawSeparate;  ///< One of many files, one for each parent.
+extern const DrawKind kDrawIsolated;  ///< What the isolate screen shows.
+
+/// What is drawn. The name stands in the texts and in the title, and names the file.
+struct DrawOrder {
+    std::string name;
+    std::string location, subfolder;  ///< The file is location\subfolder\name.vsd.
+    bool visible = false;             ///< The engine shows its window.
+    std::function<void(const PageRef& page)> addShapes;
+    std::function<void(const std::string& text)> tell;  ///< Takes the answer when there is no engine.
+
+    std::string File() const;
+};
+
+enum class DrawResult { NoEngine, NotSaved, Saved };
+
+/// Draws and saves. A file that stands there is replaced when the new one is whole, and not before.
+DrawResult DrawDrawing(DrawingState& drawing, const DrawKind& kind, const DrawOrder& order);
+
+/// One parent: names the page, draws the record's tree, takes a snapshot. Nothing for a blank name.
+void AddParentToPage(DrawingState& drawing, const DrawKind& kind, const PageRef& page,
+                     const std::string& recordName);
+
+/// The drawing as it stands, under a random name in the Temp folder, so that one sees it grow. At most about
+/// twice a second, so that the cost of a draw does not grow with the square of its size.
+void SnapshotDrawing(DrawingState& drawing, engine::Page& page);
+
+}  // namespace norvelis

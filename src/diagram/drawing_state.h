@@ -1,0 +1,96 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <optional>
+#include <string>
+#include <unordered_set>
+
+#include "browse/record_tree.h"
+#include "core/app_state.h"
+#include "diagram/drawn_shapes.h"
+#include "diagram/engine.h"
+#include "store/connection.h"
+
+namespace norvelis {
+
+using PageRef = engine::Ref<engine::Page>;
+using ShapeRef = engine::Ref<engine::Shape>;
+using CellRef = engine::Ref<engine::Cell>;
+
+/// What the screen that ordered a drawing shows of it besides the progress bars. A program without screens
+/// takes it as it is: nothing.
+class DrawScreen {
+  public:
+    virtual ~DrawScreen() = default;
+    virtual void EnsureVisible(NodeIndex) {}
+    virtual void MarkNode(NodeIndex) {}  ///< Selected, red and in view.
+    virtual void ShowText(const std::string&) {}
+    virtual void ShowFile(const std::string&) {}  ///< A drawing or snapshot was saved under this path.
+};
+
+/// What a person chose for this drawing; without a choice the settings decide.
+struct DrawOptions {
+    int layout = 0;  ///< Place in kLayoutTypes.
+    std::optional<bool> color;
+    std::optional<std::string> background;
+    std::optional<std::string> location;  ///< Folder of the drawings.
+};
+
+/// The fields of the box being drawn.
+struct BoxFields {
+    std::string gBoxRecordName, gBoxTableId, gBoxRecType, gBoxRecLen, gBoxRecMode, gBoxRecKey, gBoxDn,
+        gBoxArea;
+};
+
+/// The state of drawing: what the commands share, and what belongs to the one drawing on the table.
+///
+/// A step that the engine refuses is skipped, and the rest of the drawing comes. A failure of the store is no
+/// such step: it ends the draw as RuntimeFailure, and a drawing that was saved before stays.
+struct DrawingState {
+    DrawingState(AppState& appState, Connection& dictionary, engine::DrawingEngine& engine,
+                 DrawScreen& drawScreen)
+        : app(appState), store(dictionary), drawingEngine(engine), screen(drawScreen) {}
+
+    AppState& app;
+    Connection& store;  ///< The dictionary that is drawn: gConnection, or the copy of a scheduled run.
+    engine::DrawingEngine& drawingEngine;
+    DrawScreen& screen;
+    DrawOptions options;
+
+    bool gSingleDrawing = true;  ///< One file for the dictionary; otherwise one for each parent.
+    std::string gDrawSchema;
+    std::string gDrawFileName;  ///< Without extension, in separate mode.
+
+    // One drawing.
+    engine::Ref<engine::Application> VisioApp;
+    DrawnShapes gDrawnShapes;
+    ShapeIds gShapeIds;
+    std::unordered_set<std::string> walked;  ///< Records whose members have been walked, names folded.
+    bool colored = false;
+    std::string gOwnerColor, gFillFormula;
+    BoxFields box;
+
+    // Snapshots come by the time that has passed and not by the size of the drawing.
+    std::function<std::chrono::steady_clock::time_point()> steadyNow = std::chrono::steady_clock::now;
+    std::chrono::steady_clock::time_point lastSnapshot{};
+};
+
+/// A line of text on the progress form's second bar, the tree screen's and the screen's own.
+void ShowText(DrawingState& drawing, const std::string& text);
+
+// Cell writes that skip a cell which is not there.
+inline bool SetFormula(const CellRef& cell, const std::string& formula) {
+    return cell && cell->SetFormula(formula);
+}
+inline bool SetFormulaU(const CellRef& cell, const std::string& formula) {
+    return cell && cell->SetFormulaU(formula);
+}
+inline bool SetResultIU(const CellRef& cell, double value) {
+    return cell && cell->SetResultIU(value);
+}
+
+inline const std::string kFlowchartStencil = "Basic Flowchart Shapes (US units).vss";
+inline const std::string kSixPoints = "=6 pt.";
+
+}  // namespace norvelis

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+
+#include "diagram/drawing_state.h"
+
+// The look of a page: the chosen background, a title block in the upper left corner, both on a locked layer.
+namespace norvelis {
+
+/// Background and title of one page, then its layout by the chosen type.
+void formatPageBackground(DrawingState& drawing, const PageRef& page, const std::string& title);
+
+/// Background and title of every page of a drawing, and the date and time in its printed footer; no layout.
+void formatBackgroundAndTitle(DrawingState& drawing, engine::Document& document, const std::string& title);
+
+/// A finished drawing with background and title, its own title being the file's name, saved.
+bool SaveWithBackground(DrawingState& drawing, engine::Document& document, const std::string& fileName);
+
+}  // namespace norvelis

@@ -1,0 +1,68 @@
+#include "diagram/page_layout.h"
+
+#include <algorithm>
+
+#include "core/text.h"
+
+namespace norvelis {
+
+using engine::kLineRouteExtCell;
+using engine::kPlaceDepthCell;
+using engine::kPlaceStyleCell;
+using engine::kRouteStyleCell;
+
+const std::array<LayoutType, 8> kLayoutTypes = {{
+    {"-Default Layout-", 1, 0, 5, 0, 0},
+    {"RadialDefault", 3, 2, 2, kLineRouteExtCell, 2},
+    {"RadialRightAngle", 3, 3, 1, kLineRouteExtCell, 1},
+    {"RadialSimpleVH", 3, 3, 22, kLineRouteExtCell, 2},
+    {"TopToBottom", 1, 1, 3, kLineRouteExtCell, 1},
+    {"LeftToRight", 2, 1, 1, kLineRouteExtCell, 2},
+    {"CircularSimpleHV", 6, 2, 21, kLineRouteExtCell, 2},
+    {"CircularDeep", 6, 2, 0, 1, 1},
+}};
+
+namespace {
+
+constexpr LayoutType kNoLayout{"", 0, 0, 0, kLineRouteExtCell, 0};
+
+engine::Ref<engine::Cell> LayoutCell(engine::Page& page, int cell) {
+    const auto sheet = page.PageSheet();
+    return sheet ? sheet->CellsSRC({engine::kPageLayoutSection, engine::kPageLayoutRow, cell}) : nullptr;
+}
+
+}  // namespace
+
+std::optional<int> LayoutIndex(std::string_view name) {
+    const auto found = std::find_if(kLayoutTypes.begin(), kLayoutTypes.end(),
+                                    [name](const auto& type) { return EqualIgnoringCase(type.name, name); });
+    if (found == kLayoutTypes.end()) return std::nullopt;
+    return static_cast<int>(found - kLayoutTypes.begin());
+}
+
+void ApplyLayout(Host& host, engine::Page& page, int index) {
+    const bool known = index >= 0 && index < static_cast<int>(kLayoutTypes.size());
+    const LayoutType& type = known ? kLayoutTypes[static_cast<std::size_t>(index)] : kNoLayout;
+    if (index == 0) {
+        const auto write = [&page](int number, int value) {
+            if (const auto cell = LayoutCell(page, number)) cell->SetResult(engine::Unit::NoCast, value);
+        };
+        write(kPlaceStyleCell, type.placeStyle);
+        write(kRouteStyleCell, type.routeStyle);
+    } else {
+        SetLayoutCell(page, kPlaceStyleCell, type.placeStyle);
+        SetLayoutCell(page, kPlaceDepthCell, type.placeDepth);
+        host.Yield();
+        SetLayoutCell(page, kRouteStyleCell, type.routeStyle);
+        SetLayoutCell(page, type.fourthCell, type.fourthValue);
+    }
+    page.Layout();
+    page.ResizeToFitContents();
+    page.CenterDrawing();
+}
+
+void SetLayoutCell(engine::Page& page, int cell, int value) {
+    if (const auto layoutCell = LayoutCell(page, cell)) layoutCell->SetResultIU(value);
+}
+
+}  // namespace norvelis

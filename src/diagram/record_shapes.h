@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "diagram/drawing_state.h"
+
+// One box for each record, dropped at random on a square of ten inches; the layout of the page places it
+// later.
+namespace norvelis {
+
+/// The record and all that is below it, depth first in the order of the member lists. A record met again is
+/// not walked again, for all that hangs below it has its boxes.
+void DrawRecordTree(DrawingState& drawing, const PageRef& page, const std::string& recordName);
+
+/// One box. False when it stands already or the engine gave no shape; true for a record that the store does
+/// not hold.
+bool CreateRecordShape(DrawingState& drawing, const PageRef& page, const std::string& schema,
+                       const std::string& recordName);
+
+/// A note for each row of the kind "index" that leads to the record. Extraction writes none; a store may hold
+/// them.
+bool CreateIndexShapes(DrawingState& drawing, const PageRef& page, const std::string& recordName);
+
+/// The master in the flowchart stencil for a step word; the first one for a word that is not known.
+std::string GetStepMaster(std::string_view step);
+
+}  // namespace norvelis

@@ -1,0 +1,191 @@
+#include "drawing/routing/corridor.h"
+
+#include <cstddef>
+#include <limits>
+
+namespace norvelis::layout {
+
+namespace {
+
+constexpr double bendCost = 1.0;       // inches that a line goes out of its way to save a bend
+constexpr double wrongSideCost = 4.0;  // inches to keep the side that the style asks for
+
+std::size_t At(int i) {
+    return static_cast<std::size_t>(i);
+}
+
+double Distance(double lo, double hi, double from, double to) {
+    return std::max({0.0, from - hi, lo - to});
+}
+
+bool IsLevel(Side side) {
+    return side == Side::Left || side == Side::Right;
+}
+
+double SideX(const Exit& exit, const Rect& box) {
+    return exit.side == Side::Left ? box.x0 : box.x1;
+}
+double SideY(const Exit& exit, const Rect& box) {
+    return exit.side == Side::Bottom ? box.y0 : box.y1;
+}
+
+}  // namespace
+
+CorridorSearch::CorridorSearch(const FreeSpace& space, const std::vector<Rect>& boxes, const RouteRule& rule,
+                               double lineGap)
+    : space_(space),
+      boxes_(boxes),
+      rule_(rule),
+      lineGap_(std::max(lineGap, 1e-6)),
+      portalUse_(At(space.PortalCount())),
+      exitUse_(At(space.ExitCount())),
+      levelUse_(space.Cells().size()),
+      states_(space.Cells().size()) {}
+
+double CorridorSearch::PortalToll(int portal, double width) const {
+    const double share = (portalUse_[At(portal)] + 1) * lineGap_ / std::max(width, 1e-6);
+    return share <= 0.5 ? share * 0.2 : share <= 1 ? 0.1 + (share - 0.5) * 4 : 2.1 + (share - 1) * 20;
+}
+
+double CorridorSearch::ExitToll(const Exit& exit, bool leaves) const {
+    const double share = (exitUse_[At(exit.id)] + 1) * lineGap_ / std::max(exit.hi - exit.lo, 1e-6);
+    double toll = share <= 0.7 ? share * 0.3 : share <= 1 ? 0.2 + (share - 0.7) * 6 : 2 + (share - 1) * 10;
+    if (rule_.hasSides && exit.side != (leaves ? rule_.leave : rule_.arrive)) toll += wrongSideCost;
+    if (rule_.levelFirst && IsLevel(exit.side) != leaves) toll += wrongSideCost;
+    if (rule_.uprightFirst && IsLevel(exit.side) == leaves) toll += wrongSideCost;
+    return toll;
+}
+
+double CorridorSearch::LevelCost(int cell, double length) const {
+    const Rect& area = space_.Cells()[At(cell)].area;
+    const double share = levelUse_[At(cell)] * lineGap_ / std::max(area.Width() * area.Height(), 1e-6);
+    return length * (1 + std::min(4.0, 2 * share * share));
+}
+
+double CorridorSearch::GoalCost(const State& state, int cell, const Exit& goal, const Rect& target) const {
+    double cost = state.cost + ExitToll(goal, false);
+    if (IsLevel(goal.side)) {
+        const double x = SideX(goal, target);
+        if (!state.level) return cost + LevelCost(cell, Distance(state.lo, state.hi, x, x)) + bendCost;
+        const double apart = Distance(state.start->lo, state.start->hi, goal.lo, goal.hi);
+        return cost + std::abs(x - state.lo) + apart +
+               (apart > 0 || goal.hi < state.start->lo ? 2 * bendCost : 0);
+    }
+    const double side = Distance(state.lo, state.hi, goal.lo, goal.hi);
+    cost += std::abs(SideY(goal, target) - state.y);
+    if (state.level) return cost + LevelCost(cell, side) + bendCost;
+    return cost + (side > 0 || std::min(state.hi, goal.hi) <= std::max(state.lo, goal.lo)
+                       ? LevelCost(cell, side) + 2 * bendCost
+                       : 0);
+}
+
+std::optional<Corridor> CorridorSearch::Find(int from, int to) {
+    ++search_;
+    queue_.clear();
+    const Rect& source = boxes_[At(from)];
+    const Rect& target = boxes_[At(to)];
+    const bool loop = from == to;
+    const auto push = [&](int cell, const State& state) {
+        State& known = states_[At(cell)];
+        if (known.done == search_ || (known.seen == search_ && known.cost <= state.cost)) return;
+        known = state;
+        known.seen = search_;
+        const double ahead = Distance(state.lo, state.hi, target.x0, target.x1) +
+                             Distance(state.y, state.y, target.y0, target.y1);
+        queue_.push_back({state.cost + ahead, cell});
+        std::push_heap(queue_.begin(), queue_.end());
+    };
+    for (const Exit& exit : space_.ExitsOf(from)) {
+        State state;
+        state.start = &exit;
+        state.cost = ExitToll(exit, true);
+        state.level = IsLevel(exit.side);
+        if (loop && state.level) continue;
+        if (state.level) {
+            state.lo = state.hi = SideX(exit, source);
+            state.y = std::clamp((target.y0 + target.y1) / 2, exit.lo, exit.hi);
+        } else {
+            state.lo = exit.lo;
+            state.hi = exit.hi;
+            state.y = SideY(exit, source);
+        }
+        push(exit.cell, state);
+    }
+
+    double best = std::numeric_limits<double>::infinity();
+    int bestCell = -1;
+    const Exit* bestGoal = nullptr;
+    while (!queue_.empty() && queue_.front().estimate < best) {
+        const int cell = queue_.front().cell;
+        std::pop_heap(queue_.begin(), queue_.end());
+        queue_.pop_back();
+        State& state = states_[At(cell)];
+        if (state.done == search_) continue;
+        state.done = search_;
+        for (const Exit& goal : space_.ExitsOf(to)) {
+            if (goal.cell != cell || (loop && !IsLevel(goal.side))) continue;
+            const double cost = GoalCost(state, cell, goal, target);
+            if (cost < best) {
+                best = cost;
+                bestCell = cell;
+                bestGoal = &goal;
+            }
+        }
+        const FreeCell& here = space_.Cells()[At(cell)];
+        for (std::size_t i = 0; i < here.portals.size(); ++i) {
+            const Portal& portal = here.portals[i];
+            if (states_[At(portal.to)].done == search_) continue;
+            State next;
+            next.start = state.start;
+            next.parent = cell;
+            next.portal = static_cast<int>(i);
+            next.y = portal.y;
+            next.cost =
+                state.cost + std::abs(portal.y - state.y) + PortalToll(portal.id, portal.hi - portal.lo);
+            next.lo = std::max(state.lo, portal.lo);
+            next.hi = std::min(state.hi, portal.hi);
+            if (next.lo >= next.hi || state.level) {
+                next.cost += LevelCost(cell, Distance(state.lo, state.hi, portal.lo, portal.hi)) +
+                             (state.level ? bendCost : 2 * bendCost);
+                next.lo = portal.lo;
+                next.hi = portal.hi;
+            }
+            push(portal.to, next);
+        }
+    }
+    if (bestCell < 0) return std::nullopt;
+
+    Corridor corridor{*states_[At(bestCell)].start, *bestGoal, {}, {bestCell}};
+    for (int cell = bestCell; states_[At(cell)].parent >= 0;) {
+        const State& state = states_[At(cell)];
+        corridor.portals.push_back(space_.Cells()[At(state.parent)].portals[At(state.portal)]);
+        cell = state.parent;
+        corridor.cells.push_back(cell);
+    }
+    std::reverse(corridor.portals.begin(), corridor.portals.end());
+    std::reverse(corridor.cells.begin(), corridor.cells.end());
+    return corridor;
+}
+
+void CorridorSearch::Take(const Corridor& corridor) {
+    ++exitUse_[At(corridor.from.id)];
+    ++exitUse_[At(corridor.to.id)];
+    double lo = corridor.from.lo, hi = corridor.from.hi;
+    if (IsLevel(corridor.from.side))
+        lo = hi = corridor.cells.empty() ? 0 : space_.Cells()[At(corridor.cells[0])].area.x0;
+    for (std::size_t i = 0; i < corridor.portals.size(); ++i) {
+        const Portal& portal = corridor.portals[i];
+        ++portalUse_[At(portal.id)];
+        const double side = Distance(lo, hi, portal.lo, portal.hi);
+        if (std::min(hi, portal.hi) > std::max(lo, portal.lo)) {
+            lo = std::max(lo, portal.lo);
+            hi = std::min(hi, portal.hi);
+        } else {
+            levelUse_[At(corridor.cells[i])] += side;
+            lo = portal.lo;
+            hi = portal.hi;
+        }
+    }
+}
+
+}  // namespace norvelis::layout

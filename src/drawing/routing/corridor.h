@@ -1,0 +1,64 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "drawing/routing/free_space.h"
+
+// The coarse way of each line: from cell to cell of the free space, by A* over a length that also counts
+// bends and the crowd of the lines before (global routing, as it is done for circuits: Lee 1961; Hart,
+// Nilsson, Raphael 1968).
+namespace norvelis::layout {
+
+struct Corridor {
+    Exit from, to;
+    std::vector<Portal> portals;  ///< Passed one after the other.
+    std::vector<int> cells;       ///< One more than portals.
+};
+
+class CorridorSearch {
+  public:
+    CorridorSearch(const FreeSpace& space, const std::vector<Rect>& boxes, const RouteRule& rule,
+                   double lineGap);
+
+    /// Nothing when a box is walled in.
+    std::optional<Corridor> Find(int from, int to);
+
+    /// Counts the line in, so that the next ones see the crowd.
+    void Take(const Corridor& corridor);
+
+  private:
+    struct State {
+        double cost = 0;        ///< So far.
+        double lo = 0, hi = 0;  ///< Where the upright piece that arrives may stand.
+        double y = 0;
+        bool level = false;  ///< Still on the level piece that left a box's side.
+        int parent = -1;
+        int portal = -1;  ///< Of the parent's portals.
+        const Exit* start = nullptr;
+        int seen = -1, done = -1;  ///< Search in which this was reached, finished.
+    };
+    struct Entry {
+        double estimate;
+        int cell;
+        bool operator<(const Entry& other) const {
+            return estimate != other.estimate ? estimate > other.estimate : cell > other.cell;
+        }
+    };
+    double PortalToll(int portal, double width) const;
+    double ExitToll(const Exit& exit, bool leaves) const;
+    double LevelCost(int cell, double length) const;
+    double GoalCost(const State& state, int cell, const Exit& goal, const Rect& target) const;
+
+    const FreeSpace& space_;
+    const std::vector<Rect>& boxes_;
+    RouteRule rule_;
+    double lineGap_;
+    std::vector<int> portalUse_, exitUse_;
+    std::vector<double> levelUse_;  ///< Inches of level pieces in each cell.
+    std::vector<State> states_;
+    std::vector<Entry> queue_;
+    int search_ = -1;
+};
+
+}  // namespace norvelis::layout

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <vector>
+
+#include "drawing/routing/geometry.h"
+
+namespace norvelis::layout {
+
+/// Prepares ways for being drawn with rounded corners. A corner is drawn as a curve between the middles of
+/// its two pieces: extra points on long pieces keep the curve short, and off all boxes.
+void FitCurves(std::vector<std::vector<Point>>& ways, const std::vector<Rect>& boxes, double radius);
+
+}  // namespace norvelis::layout

@@ -1,0 +1,189 @@
+#include "drawing/routing/labels.h"
+
+#include <cstddef>
+#include <numeric>
+
+#include "drawing/routing/spatial_index.h"
+
+namespace norvelis::layout {
+
+namespace {
+
+constexpr double clear = 0.03;  // between a label and what it must not cover
+
+std::size_t At(int i) {
+    return static_cast<std::size_t>(i);
+}
+
+double LengthOf(const std::vector<Point>& way) {
+    double length = 0;
+    for (std::size_t i = 1; i < way.size(); ++i) length += Length(way[i] - way[i - 1]);
+    return length;
+}
+
+class LabelPlacer {
+  public:
+    LabelPlacer(const std::vector<Rect>& boxes, const std::vector<Line>& lines,
+                const std::vector<std::vector<Point>>& ways, const Rect& page)
+        : boxes_(boxes),
+          lines_(lines),
+          ways_(ways),
+          boxesNear_(page, 2.0),
+          labelsNear_(page, 1.0),
+          piecesNear_(page, 1.0) {
+        for (std::size_t i = 0; i < boxes.size(); ++i) boxesNear_.Add(boxes[i], static_cast<int>(i));
+        for (std::size_t i = 0; i < ways.size(); ++i) {
+            for (std::size_t k = 1; k < ways[i].size(); ++k) {
+                piecesNear_.AddPiece(ways[i][k - 1], ways[i][k], static_cast<int>(pieces_.size()));
+                pieces_.push_back({ways[i][k - 1], ways[i][k], static_cast<int>(i)});
+            }
+        }
+    }
+
+    /// True when the label stands on or right beside its line.
+    bool Place(int line, Point& middle);
+
+  private:
+    struct Piece {
+        Point a, b;
+        int line;
+    };
+    struct Spot {
+        Point middle;
+        double cost;
+    };
+    std::vector<Spot> SpotsAlong(int line) const;
+    bool IsFree(const Rect& label) const;
+    int LinesThrough(const Rect& label, int line, int most) const;
+    Point NearestFree(Point wish, double width, double height) const;
+    void Keep(const Rect& label);
+
+    const std::vector<Rect>& boxes_;
+    const std::vector<Line>& lines_;
+    const std::vector<std::vector<Point>>& ways_;
+    SpatialIndex boxesNear_, labelsNear_, piecesNear_;
+    std::vector<Piece> pieces_;
+    std::vector<Rect> labels_;
+};
+
+/// On the line, and then right beside it; dearer away from the middle and beside the line.
+std::vector<LabelPlacer::Spot> LabelPlacer::SpotsAlong(int line) const {
+    const std::vector<Point>& way = ways_[At(line)];
+    const double width = lines_[At(line)].labelWidth, height = lines_[At(line)].labelHeight;
+    const double whole = LengthOf(way);
+    const double step = std::max(height / 2, whole / 60);
+    std::vector<Spot> spots;
+    double passed = 0;
+    for (std::size_t i = 1; i < way.size(); ++i) {
+        const Point piece = way[i] - way[i - 1];
+        const double length = Length(piece);
+        if (length <= 0) continue;
+        const Point direction = piece * (1 / length);
+        // A label along a level piece should not hang over its ends.
+        const double alongX = std::abs(direction.x), alongY = std::abs(direction.y);
+        const double half =
+            std::min(alongX > 1e-9 ? width / 2 / alongX : 1e9, alongY > 1e-9 ? height / 2 / alongY : 1e9);
+        const int count = 1 + 2 * static_cast<int>(length / 2 / step);
+        for (int k = 0; k < count; ++k) {
+            const double at = length / 2 + (k - count / 2) * step;
+            if (at < 0 || at > length) continue;
+            const double overhang = std::max(0.0, half - std::min(at, length - at));
+            const double offMiddle = whole > 0 ? std::abs(passed + at - whole / 2) / whole : 0;
+            const Point on = way[i - 1] + direction * at;
+            const double base = offMiddle * 0.8 + overhang * 0.6 + (alongX < 0.3 ? 0.4 : 0);
+            spots.push_back({on, base});
+            const double aside = alongX * (height / 2 + clear) + alongY * (width / 2 + clear);
+            const Point normal{-direction.y, direction.x};
+            spots.push_back({on + normal * aside, base + 1.2});
+            spots.push_back({on - normal * aside, base + 1.2});
+        }
+        passed += length;
+    }
+    std::stable_sort(spots.begin(), spots.end(),
+                     [](const Spot& a, const Spot& b) { return a.cost < b.cost; });
+    return spots;
+}
+
+bool LabelPlacer::IsFree(const Rect& label) const {
+    const Rect area = label.Grown(clear);
+    bool isFree = true;
+    boxesNear_.Near(area, [&](int i) { return isFree = !Overlap(area, boxes_[At(i)]); });
+    if (isFree) labelsNear_.Near(area, [&](int i) { return isFree = !Overlap(area, labels_[At(i)]); });
+    return isFree;
+}
+
+int LabelPlacer::LinesThrough(const Rect& label, int line, int most) const {
+    int count = 0;
+    piecesNear_.Near(label, [&](int i) {
+        const Piece& piece = pieces_[At(i)];
+        if (piece.line != line && PieceHits(piece.a, piece.b, label)) ++count;
+        return count < most;
+    });
+    return count;
+}
+
+Point LabelPlacer::NearestFree(Point wish, double width, double height) const {
+    for (int ring = 1;; ++ring) {
+        const double reach = ring * height;
+        const int count = 8 * std::min(ring, 16);
+        for (int k = 0; k < count; ++k) {
+            const double angle = 2 * M_PI * k / count;
+            const Point middle = wish + Point{std::cos(angle) * reach * 2, std::sin(angle) * reach};
+            if (IsFree(RectAround(middle, width, height))) return middle;
+        }
+    }
+}
+
+void LabelPlacer::Keep(const Rect& label) {
+    labelsNear_.Add(label, static_cast<int>(labels_.size()));
+    labels_.push_back(label);
+}
+
+bool LabelPlacer::Place(int line, Point& middle) {
+    const double width = lines_[At(line)].labelWidth, height = lines_[At(line)].labelHeight;
+    const std::vector<Spot> spots = SpotsAlong(line);
+    middle =
+        spots.empty() ? (ways_[At(line)].empty() ? Point{} : ways_[At(line)].front()) : spots.front().middle;
+    if (width <= 0 || height <= 0) return true;
+    double best = 1e9;
+    for (const Spot& spot : spots) {
+        if (spot.cost >= best) break;
+        const Rect label = RectAround(spot.middle, width, height);
+        if (!IsFree(label)) continue;
+        const double cost = spot.cost + LinesThrough(label, line, 8);
+        if (cost < best) {
+            best = cost;
+            middle = spot.middle;
+        }
+    }
+    if (best == 1e9) middle = NearestFree(middle, width, height);
+    Keep(RectAround(middle, width, height));
+    return best < 1e9;
+}
+
+}  // namespace
+
+Labels PlaceLabels(const std::vector<Rect>& boxes, const std::vector<Line>& lines,
+                   const std::vector<std::vector<Point>>& ways) {
+    Rect page = boxes.empty() ? Rect{} : boxes.front();
+    const auto widen = [&](const Rect& r) {
+        page = {std::min(page.x0, r.x0), std::min(page.y0, r.y0), std::max(page.x1, r.x1),
+                std::max(page.y1, r.y1)};
+    };
+    for (const Rect& box : boxes) widen(box);
+    for (const auto& way : ways)
+        for (const Point& point : way) widen({point.x, point.y, point.x, point.y});
+
+    LabelPlacer placer(boxes, lines, ways, page);
+    std::vector<int> order(lines.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::vector<double> lengths;
+    for (const auto& way : ways) lengths.push_back(LengthOf(way));
+    std::stable_sort(order.begin(), order.end(),
+                     [&](int a, int b) { return lengths[At(a)] < lengths[At(b)]; });
+    Labels labels{std::vector<Point>(lines.size()), 0};
+    for (const int i : order) labels.astray += !placer.Place(i, labels.middles[At(i)]);
+    return labels;
+}
+
+}  // namespace norvelis::layout

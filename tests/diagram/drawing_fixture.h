@@ -1,0 +1,58 @@
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <string>
+#include <vector>
+
+#include "diagram/draw_commands.h"
+#include "recording_engine.h"
+#include "schema_rows.h"
+#include "store/settings.h"
+#include "test_store.h"
+
+namespace norvelis {
+
+class RecordingScreen : public DrawScreen {
+  public:
+    std::vector<NodeIndex> visible, marked;
+    std::vector<std::string> texts, files;
+    void EnsureVisible(NodeIndex node) override { visible.push_back(node); }
+    void MarkNode(NodeIndex node) override { marked.push_back(node); }
+    void ShowText(const std::string& text) override { texts.push_back(text); }
+    void ShowFile(const std::string& path) override { files.push_back(path); }
+};
+
+/// A drawing on the recording engine, with an empty store. Time stands still, so that no snapshot comes.
+class DrawingTest : public ::testing::Test {
+  protected:
+    DrawingTest() {
+        drawing.steadyNow = [this] { return now; };
+        drawing.gDrawSchema = "EMPSCHM";
+        setvisiolocation(app, location);
+    }
+
+    /// Starts an engine by hand, for the tests of single steps.
+    PageRef NewPage() {
+        drawing.VisioApp = *engine.CreateHidden();
+        const auto page =
+            drawing.VisioApp->Documents()->Add("Basic Flowchart (US Units).vst")->Pages()->Item(1);
+        lines.clear();
+        return page;
+    }
+    std::vector<std::string> LinesWith(std::string_view part) const {
+        return engine.recorder->LinesWith(part);
+    }
+
+    TestApp test;
+    AppState& app = test.app;
+    Connection* store = app.gConnection.get();
+    const std::string location = test.folder.Path();
+    recording::RecordingEngine engine;
+    std::vector<std::string>& lines = engine.recorder->lines;
+    RecordingScreen screen;
+    DrawingState drawing{app, *store, engine, screen};
+    std::chrono::steady_clock::time_point now{std::chrono::hours(1)};
+};
+
+}  // namespace norvelis
