@@ -17,13 +17,12 @@ namespace {
 
 constexpr int kJpegQuality = 92;
 
-void WriteStencil(const std::string& folder, const stencils::StencilDefinition& definition) {
-    WriteFile(folder + "/" + definition.file, WritePackage(*stencils::BuildStencil(definition)));
+void WriteStencil(FontLibrary& fonts, const std::string& folder, const stencils::StencilDefinition& definition) {
+    WriteFile(folder + "/" + definition.file, WritePackage(*stencils::BuildStencil(fonts, definition)));
 }
 
-void WriteBackgroundChoice(const std::string& path) {
-    const auto stencil = stencils::BuildStencil(stencils::PageBackgrounds());
-    FontLibrary fonts;
+void WriteBackgroundChoice(FontLibrary& fonts, const std::string& path) {
+    const auto stencil = stencils::BuildStencil(fonts, stencils::PageBackgrounds());
     std::vector<render::Scene> scenes;
     for (const auto& master : stencil->masters) scenes.push_back(render::BuildScene(fonts, *stencil, *master));
     WriteFileThrough(path, [&scenes](const std::string& temporary) {
@@ -41,10 +40,11 @@ int main(int argc, char** argv) {
     }
     try {
         render::NeedFonts();
+        FontLibrary fonts;
         for (const auto& definition : {stencils::FlowchartShapes(), stencils::PageBackgrounds(), stencils::BordersAndTitles()})
-            WriteStencil(argv[1], definition);
+            WriteStencil(fonts, argv[1], definition);
         WriteFile(std::string(argv[1]) + "/" + stencils::kTemplateFile, WritePackage(*stencils::BuildTemplate()));
-        WriteBackgroundChoice(argv[2]);
+        WriteBackgroundChoice(fonts, argv[2]);
         return 0;
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "make_stencils: %s\n", failure.what());

@@ -5,6 +5,7 @@
 
 #include "core/failure.h"
 #include "core/paths.h"
+#include "drawing/formula/recalculation.h"
 #include "drawing/package/package.h"
 #include "drawing/render/build_scene.h"
 #include "drawing/render/foreign.h"
@@ -27,12 +28,12 @@ std::vector<Scene> Open(const std::string& path, Ours ours, Foreign foreign) {
 }
 
 /// A box without text shows what it is called.
-void AddSampleText(Document& document, Master& master) {
+void AddSampleText(Recalculation& recalculation, Master& master) {
     if (master.shapes.empty()) return;
     Shape& shape = *master.shapes.front();
     if (!TextOf(shape).empty() || FormulaOf(shape, Name::Width).find("ThePage") != std::string_view::npos) return;
     shape.text = TextRuns{{master.name}};
-    Recalculate(document, master);
+    recalculation.TextChanged(master, shape);
 }
 
 }  // namespace
@@ -55,10 +56,10 @@ std::vector<Scene> OpenMasters(const std::string& path) {
     const auto ours = [](Document& document) {
         FontLibrary fonts;
         std::vector<Scene> scenes;
-        for (const auto& master : document.masters) {
-            AddSampleText(document, *master);
-            scenes.push_back(BuildScene(fonts, document, *master));
-        }
+        Recalculation recalculation(document, fonts);
+        for (const auto& master : document.masters) AddSampleText(recalculation, *master);
+        recalculation.Settle();
+        for (const auto& master : document.masters) scenes.push_back(BuildScene(fonts, document, *master));
         return scenes;
     };
     return Open(path, ours, &ForeignMasters);

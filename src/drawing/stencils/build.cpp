@@ -1,6 +1,8 @@
 #include "drawing/stencils/build.h"
 
 #include "core/failure.h"
+#include "drawing/formula/expression.h"
+#include "drawing/formula/recalculation.h"
 
 namespace norvelis::drawing::stencils {
 
@@ -9,10 +11,17 @@ namespace {
 constexpr double kLetterWidth = 11, kLetterHeight = 8.5;
 constexpr int kFirstShapeId = 5;  // As programs of this format count in masters; "Sheet.5" in the definitions.
 
-Cell& CellNamed(Document& document, Shape& shape, const std::string& name) {
-    const CellRef ref = ParseCellName(document.names, name);
-    if (ref.cell == Name::None) throw RuntimeFailure(FailureNumber::InvalidCall, "there is no cell " + name);
-    return shape.LocalAt(ref);
+/// Writes a formula down; its value comes with the recalculation of the whole.
+void Put(const Document& document, Cell& cell, const std::string& name, const std::string& formula) {
+    if (!Expression::Parse(document.names, formula))
+        throw RuntimeFailure(FailureNumber::InvalidCall, name + " can not be " + formula);
+    cell.formula = formula;
+}
+
+void Put(const Document& document, Shape& shape, const CellDefinition& definition) {
+    const CellRef ref = ParseCellName(document.names, definition.name);
+    if (ref.cell == Name::None) throw RuntimeFailure(FailureNumber::InvalidCall, "there is no cell " + definition.name);
+    Put(document, shape.LocalAt(ref), definition.name, definition.formula);
 }
 
 void AddGeometry(Document& document, Shape& shape, const GeometryDefinition& definition, int index) {
@@ -21,7 +30,8 @@ void AddGeometry(Document& document, Shape& shape, const GeometryDefinition& def
     for (const RowDefinition& rowDefinition : definition.rows) {
         Row& row = section.At(RowKey::Number(section.NextIndex(1)));
         row.type = document.names.Find(rowDefinition.type);
-        for (const CellDefinition& cell : rowDefinition.cells) row.cells.At(document.names.Find(cell.name)).formula = cell.formula;
+        for (const CellDefinition& cell : rowDefinition.cells)
+            Put(document, row.cells.At(document.names.Find(cell.name)), cell.name, cell.formula);
     }
 }
 
@@ -30,7 +40,7 @@ std::unique_ptr<Shape> MakeShape(Document& document, const ShapeDefinition& defi
     shape->kind = definition.parts.empty() ? ShapeKind::Shape : ShapeKind::Group;
     shape->name = shape->nameU = definition.name;
     shape->lineStyle = shape->fillStyle = shape->textStyle = document.FindStyle("Normal");
-    for (const CellDefinition& cell : definition.cells) CellNamed(document, *shape, cell.name).formula = cell.formula;
+    for (const CellDefinition& cell : definition.cells) Put(document, *shape, cell);
     for (const PropertyDefinition& property : definition.properties) {
         Row& row = shape->At(Name::Property).At(RowKey::Named(document.names.Intern(property.row)));
         row.cells.SetText(Name::Label, property.label).SetText(Name::Value, "");
@@ -66,17 +76,20 @@ void FitPage(Master& master) {
 
 }  // namespace
 
-std::unique_ptr<Document> BuildStencil(const StencilDefinition& definition) {
+std::unique_ptr<Document> BuildStencil(FontLibrary& fonts, const StencilDefinition& definition) {
     auto document = std::make_unique<Document>(DocumentKind::Stencil);
     document->title = definition.title;
     document->creator = "Norvelis";
     AddStandardStyles(*document);
-    for (const MasterDefinition& master : definition.masters) {
-        Master& made = AddMaster(*document, master);
-        Recalculate(*document, made);
-        FitPage(made);
-        Recalculate(*document, made);
+    for (const MasterDefinition& master : definition.masters) AddMaster(*document, master);
+    Recalculation recalculation(*document, fonts);
+    for (const auto& master : document->masters) recalculation.AllChanged(*master);
+    recalculation.Settle();
+    for (const auto& master : document->masters) {
+        FitPage(*master);
+        recalculation.AllChanged(*master);
     }
+    recalculation.Settle();
     return document;
 }
 
