@@ -1,0 +1,79 @@
+#include "drawing/render/open.h"
+
+#include <QGuiApplication>
+#include <QLoggingCategory>
+
+#include "core/failure.h"
+#include "core/paths.h"
+#include "drawing/formula/recalculation.h"
+#include "drawing/package/package.h"
+#include "drawing/render/build_scene.h"
+#include "drawing/render/foreign.h"
+
+namespace norvelis::drawing::render {
+
+namespace {
+
+/// Our reader's scenes, or libvisio's when our reader refuses; when both do, our reader's reason.
+template <class Ours, class Foreign>
+std::vector<Scene> Open(const std::string& path, Ours ours, Foreign foreign) {
+    const std::string bytes = ReadFile(path);
+    try {
+        const auto document = ReadPackage(bytes);
+        return ours(*document);
+    } catch (const RuntimeFailure&) {
+        if (auto scenes = foreign(bytes)) return std::move(*scenes);
+        throw;
+    }
+}
+
+/// A box without text shows what it is called.
+void AddSampleText(Recalculation& recalculation, Master& master) {
+    if (master.shapes.empty()) return;
+    Shape& shape = *master.shapes.front();
+    if (!TextOf(shape).empty() || FormulaOf(shape, Name::Width).find("ThePage") != std::string_view::npos) return;
+    shape.text = TextRuns{{master.name}};
+    recalculation.TextChanged(master, shape);
+}
+
+}  // namespace
+
+std::vector<Scene> OpenPages(const std::string& path) {
+    NeedFonts();
+    const auto ours = [](Document& document) {
+        FontLibrary fonts;
+        std::vector<Scene> scenes;
+        for (const auto& page : document.pages) {
+            if (!page->background || document.pages.size() == 1) scenes.push_back(BuildScene(fonts, document, *page));
+        }
+        return scenes;
+    };
+    return Open(path, ours, &ForeignPages);
+}
+
+std::vector<Scene> OpenMasters(const std::string& path) {
+    NeedFonts();
+    const auto ours = [](Document& document) {
+        FontLibrary fonts;
+        std::vector<Scene> scenes;
+        Recalculation recalculation(document, fonts);
+        for (const auto& master : document.masters) AddSampleText(recalculation, *master);
+        recalculation.Settle();
+        for (const auto& master : document.masters) scenes.push_back(BuildScene(fonts, document, *master));
+        return scenes;
+    };
+    return Open(path, ours, &ForeignMasters);
+}
+
+void NeedFonts() {
+    if (QCoreApplication::instance()) return;
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    QLoggingCategory::setFilterRules("default.warning=false");  // Words about missing screens help nobody here.
+    static int count = 1;
+    static char name[] = "norvelis";
+    static char* arguments[] = {name, nullptr};
+    static auto* const application = new QGuiApplication(count, arguments);  // Lives as long as the process.
+    Q_UNUSED(application);
+}
+
+}  // namespace norvelis::drawing::render

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <QBrush>
+#include <QColor>
+#include <QFont>
+#include <QImage>
+#include <QPainterPath>
+#include <QPen>
+#include <QString>
+#include <QTransform>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "drawing/render/ink.h"
+
+class QSvgRenderer;
+
+// A page made ready to be shown: every outline, colour, broken line of text and link settled once, in z-order. All
+// outputs (screen, printer, PNG, PDF, SVG) only transcribe a scene, so they cannot differ in what they show.
+// Unit: a tenth of a point; the origin is the page's upper left corner, y grows downwards.
+namespace norvelis::drawing::render {
+
+/// One outline with its fill and line.
+struct Mark {
+    QPainterPath path;
+    QBrush fill;
+    QPen line = Qt::NoPen;
+    bool clipped = false;  ///< Shows only inside the figure's mark before it (the strokes of a hatch).
+};
+
+/// A piece of one line of text in one style.
+struct Fragment {
+    QPointF start;  ///< Left end on the base line.
+    double width = 0;
+    QString text;
+    QFont font;  ///< In pixels: scene units.
+    QColor color;
+};
+
+struct TextPicture {
+    QTransform place;  ///< From the text's own coordinates to the scene's.
+    QRectF bounds;     ///< In its own coordinates.
+    std::vector<Fragment> fragments;
+};
+
+struct Figure {
+    int shape = 0;     ///< ID of the shape on the page.
+    int topShape = 0;  ///< ID of the outermost group that holds it, or its own.
+    QString name;
+    QString tip;      ///< The shape's comment.
+    QString address;  ///< Of its hyperlink; empty for none.
+    QString addressText;
+    QRectF bounds;  ///< Of all that is painted.
+    std::vector<Mark> marks;
+    QImage picture;           ///< A bitmap that came with the shape, or none;
+    QTransform picturePlace;  ///< it fills the unit square under this.
+    TextPicture text;
+};
+
+/// A page that another program wrote and only libvisio can read: a picture without shapes.
+struct ForeignPage {
+    std::string svg;
+    std::shared_ptr<QSvgRenderer> picture;
+};
+
+struct Scene {
+    QSizeF size;
+    QString title;  ///< Of the drawing.
+    QString name;   ///< Of the page or master.
+    std::optional<ForeignPage> foreign;
+    std::vector<Figure> figures;  ///< Back first.
+
+    /// The frontmost figure at a point or within `slack` of it; null when there is none.
+    const Figure* At(QPointF point, double slack = 0) const;
+};
+
+}  // namespace norvelis::drawing::render
