@@ -1,0 +1,455 @@
+#include "drawing/formula/recalculation.h"
+
+#include <algorithm>
+#include <set>
+
+#include "drawing/formula/glue_points.h"
+#include "drawing/text/text_layout.h"
+
+namespace norvelis::drawing {
+
+namespace {
+
+constexpr int kDeepest = 400;  // Cells that wait for one another; only a hostile drawing has such chains.
+
+/// Cells whose change moves or resizes a shape: they fire its EventXFMod.
+bool MovesShape(const CellRef& ref) {
+    return ref.section == Name::None && ref.cell >= Name::PinX && ref.cell <= Name::FlipY;
+}
+
+/// Cells that the composed text depends on.
+bool FormatsText(const CellRef& ref) {
+    if (ref.section == Name::Character || ref.section == Name::Paragraph || ref.section == Name::Tabs)
+        return true;
+    return ref.section == Name::None && ref.cell >= Name::LeftMargin && ref.cell <= Name::DefaultTabStop;
+}
+
+bool IsTrigger(const CellRef& ref) {
+    return ref.cell == Name::TheText || ref.cell == Name::EventXFMod;
+}
+
+template <class Visit>
+void EachFormula(const Sheet& sheet, Visit visit) {
+    const auto list = [&visit](const CellList& cells, Name section, int index, RowKey row) {
+        for (const auto& cell : cells) {
+            if (!cell.formula.empty() && !cell.inherited)
+                visit(CellRef(section, index, row, cell.name), cell.formula);
+        }
+    };
+    list(sheet.cells, Name::None, 0, {});
+    for (const auto& section : sheet.sections) {
+        list(section.cells, section.name, section.index, CellRef::kSectionCell);
+        for (const auto& row : section.rows) list(row.cells, section.name, section.index, row.key);
+    }
+}
+
+}  // namespace
+
+/// The formulas of a master's shape, its own and those it inherits, with an index of who depends on what.
+struct Recalculation::FormulaTable {
+    std::vector<LocalFormula> formulas;                   // Sorted by cell.
+    std::vector<std::pair<CellRef, CellRef>> dependents;  // Own cell -> cells that read it, sorted.
+    std::vector<std::pair<Reference, CellRef>> elsewhere;
+
+    const Expression* Find(const CellRef& ref) const {
+        const auto found =
+            std::lower_bound(formulas.begin(), formulas.end(), ref,
+                             [](const LocalFormula& a, const CellRef& b) { return a.ref < b; });
+        return found != formulas.end() && found->ref == ref ? found->expression.get() : nullptr;
+    }
+};
+
+/// What a formula sees while it is evaluated for one cell.
+class Recalculation::Source : public FormulaSource {
+  public:
+    Source(Recalculation& owner, const Place& place) : owner_(owner), place_(place) {}
+
+    std::optional<Value> CellValue(const Reference& reference) override {
+        Shape* sheet = owner_.Resolve(*place_.canvas, *place_.shape, place_.ref, reference);
+        if (!sheet) return std::nullopt;
+        return owner_.Get(*place_.canvas, *sheet, reference.cell);
+    }
+    double TextWidth(double mostWidth) override {
+        return drawing::TextWidth(owner_.fonts_, owner_.document_, *place_.shape, mostWidth);
+    }
+    double TextHeight(double mostWidth) override {
+        return drawing::TextHeight(owner_.fonts_, owner_.document_, *place_.shape, mostWidth);
+    }
+    std::optional<double> WalkGlue() override {
+        return owner_.WalkGlue(*place_.canvas, *place_.shape, place_.ref.cell);
+    }
+
+  private:
+    Recalculation& owner_;
+    const Place& place_;
+};
+
+Recalculation::Recalculation(Document& document, FontLibrary& fonts) : document_(document), fonts_(fonts) {
+    for (const auto& page : document.pages) {
+        Added(*page, page->sheet);
+        for (const auto& shape : page->shapes) Added(*page, *shape);
+    }
+}
+
+Recalculation::~Recalculation() = default;
+
+Recalculation::ExpressionPtr Recalculation::Parsed(const std::string& formula) {
+    const auto [found, isNew] = parsed_.try_emplace(formula);
+    if (isNew) found->second = Expression::Parse(document_.names, formula);
+    return found->second;
+}
+
+const Recalculation::FormulaTable& Recalculation::TableOf(const Shape& base) {
+    if (const auto known = tables_.find(&base); known != tables_.end()) return *known->second;
+    auto table = std::make_unique<FormulaTable>();
+    EachFormula(base, [&](const CellRef& ref, const std::string& formula) {
+        if (auto expression = Parsed(formula)) table->formulas.push_back({ref, std::move(expression)});
+    });
+    if (base.base) {
+        for (const auto& inherited : TableOf(*base.base).formulas) {
+            const Cell* own = base.FindLocal(inherited.ref);
+            if (!own || own->inherited) table->formulas.push_back(inherited);
+        }
+    }
+    std::sort(table->formulas.begin(), table->formulas.end(),
+              [](const LocalFormula& a, const LocalFormula& b) { return a.ref < b.ref; });
+    for (const auto& formula : table->formulas) {
+        for (const auto& reference : formula.expression->References()) {
+            if (reference.where == Reference::Where::Own) {
+                table->dependents.emplace_back(reference.cell, formula.ref);
+            } else {
+                table->elsewhere.emplace_back(reference, formula.ref);
+            }
+        }
+    }
+    std::sort(table->dependents.begin(), table->dependents.end());
+    return *tables_.emplace(&base, std::move(table)).first->second;
+}
+
+void Recalculation::Added(Canvas& canvas, Shape& shape) {
+    EachFormula(shape, [&](const CellRef& ref, const std::string& formula) {
+        if (auto expression = Parsed(formula)) RememberLocal(canvas, shape, ref, std::move(expression));
+    });
+    if (shape.base) {
+        for (const auto& [reference, dependent] : TableOf(*shape.base).elsewhere) {
+            if (reference.where == Reference::Where::Page) {
+                watches_[{&canvas, 0}].push_back({reference.cell, &shape, dependent});
+            }
+        }
+    }
+    for (const auto& inner : shape.shapes) Added(canvas, *inner);
+}
+
+void Recalculation::RememberLocal(Canvas& canvas, Shape& shape, const CellRef& ref,
+                                  ExpressionPtr expression) {
+    WatchOthers(canvas, shape, ref, *expression);
+    locals_[&shape].push_back({ref, std::move(expression)});
+}
+
+void Recalculation::WatchOthers(Canvas& canvas, Shape& shape, const CellRef& ref,
+                                const Expression& expression) {
+    for (const auto& reference : expression.References()) {
+        if (reference.where == Reference::Where::Own) continue;
+        const int sheet = reference.where == Reference::Where::Page ? 0 : reference.sheet;
+        watches_[{&canvas, sheet}].push_back({reference.cell, &shape, ref});
+    }
+}
+
+void Recalculation::ForgetLocal(Canvas& canvas, Shape& shape, const CellRef& ref) {
+    const auto known = locals_.find(&shape);
+    if (known == locals_.end()) return;
+    std::erase_if(known->second, [&](const LocalFormula& formula) {
+        if (formula.ref != ref) return false;
+        for (const auto& reference : formula.expression->References()) {
+            if (reference.where == Reference::Where::Own) continue;
+            const int sheet = reference.where == Reference::Where::Page ? 0 : reference.sheet;
+            std::erase_if(watches_[{&canvas, sheet}], [&](const Watch& watch) {
+                return watch.shape == &shape && watch.dependent == ref;
+            });
+        }
+        return true;
+    });
+}
+
+const Expression* Recalculation::FormulaInForce(const Shape& shape, const CellRef& ref) {
+    if (const auto known = locals_.find(&shape); known != locals_.end()) {
+        for (const auto& formula : known->second) {
+            if (formula.ref == ref) return formula.expression.get();
+        }
+    }
+    const Cell* own = shape.FindLocal(ref);
+    if (!shape.base || (own && !own->inherited)) return nullptr;
+    return TableOf(*shape.base).Find(ref);
+}
+
+Shape* Recalculation::Resolve(Canvas& canvas, Shape& shape, const CellRef& ref,
+                              const Reference& reference) const {
+    if (reference.where == Reference::Where::Own) return &shape;
+    if (reference.where == Reference::Where::Page) return &canvas.sheet;
+    const Cell* own = shape.FindLocal(ref);
+    if (!shape.base || (own && !own->inherited)) return canvas.ById(reference.sheet);
+    // An inherited formula names the master's shapes; it means their instances in this group.
+    Shape* top = &shape;
+    while (top->parent && !top->master) top = top->parent;
+    std::vector<Shape*> open{top};
+    while (!open.empty()) {
+        Shape* at = open.back();
+        open.pop_back();
+        if (at->base && at->base->id == reference.sheet) return at;
+        for (const auto& inner : at->shapes) open.push_back(inner.get());
+    }
+    return nullptr;
+}
+
+bool Recalculation::Reaches(Canvas& canvas, Shape& shape, const CellRef& ref, const Expression& expression) {
+    std::set<std::pair<const Shape*, CellRef>> seen;
+    std::vector<Place> open;
+    const auto follow = [&](Shape& from, const CellRef& cell, const Expression& formula) {
+        for (const auto& reference : formula.References()) {
+            Shape* sheet = Resolve(canvas, from, cell, reference);
+            if (sheet && seen.insert({sheet, reference.cell}).second)
+                open.push_back({&canvas, sheet, reference.cell});
+        }
+    };
+    // The cell may still inherit its formula while the new one, which is its own, is followed.
+    for (const auto& reference : expression.References()) {
+        Shape* sheet = reference.where == Reference::Where::Own    ? &shape
+                       : reference.where == Reference::Where::Page ? &canvas.sheet
+                                                                   : canvas.ById(reference.sheet);
+        if (sheet && seen.insert({sheet, reference.cell}).second)
+            open.push_back({&canvas, sheet, reference.cell});
+    }
+    while (!open.empty()) {
+        const Place at = open.back();
+        open.pop_back();
+        if (at.shape == &shape && at.ref == ref) return true;
+        if (IsTrigger(at.ref)) {
+            const bool text = at.ref.cell == Name::TheText;
+            const auto fires = [&](const CellRef& cell) {
+                return text ? FormatsText(cell) : MovesShape(cell);
+            };
+            if (at.shape == &shape && fires(ref)) return true;
+            const auto add = [&](const LocalFormula& formula) {
+                if (fires(formula.ref) && seen.insert({at.shape, formula.ref}).second) {
+                    open.push_back({&canvas, at.shape, formula.ref});
+                }
+            };
+            if (const auto known = locals_.find(at.shape); known != locals_.end()) {
+                for (const auto& formula : known->second) add(formula);
+            }
+            if (at.shape->base) {
+                for (const auto& formula : TableOf(*at.shape->base).formulas) add(formula);
+            }
+        } else if (const Expression* formula = FormulaInForce(*at.shape, at.ref)) {
+            follow(*at.shape, at.ref, *formula);
+        }
+    }
+    return false;
+}
+
+bool Recalculation::SetFormula(Canvas& canvas, Shape& shape, const CellRef& ref, std::string_view formula) {
+    if (formula.starts_with('=')) formula.remove_prefix(1);
+    const auto expression = Expression::Parse(document_.names, formula);
+    if (!expression) return false;
+    if (expression->IsConstant()) {
+        ForgetLocal(canvas, shape, ref);
+        Cell& cell = shape.LocalAt(ref);
+        cell.formula.clear();
+        cell.inherited = cell.stale = false;
+        Place place{&canvas, &shape, ref};
+        const auto value = expression->Evaluate(*std::make_unique<Source>(*this, place));
+        value->isText ? cell.SetText(value->text) : cell.SetNumber(value->number);
+        cell.unit = expression->ConstantUnit();
+        Changed(canvas, shape, ref);
+        return true;
+    }
+    for (const auto& reference : expression->References()) {
+        if (reference.where == Reference::Where::Sheet && !canvas.ById(reference.sheet)) return false;
+    }
+    if (Reaches(canvas, shape, ref, *expression)) return false;
+    ForgetLocal(canvas, shape, ref);
+    Cell& cell = shape.LocalAt(ref);
+    cell.formula = expression->IsOpaque() ? std::string(formula) : expression->Text();
+    cell.inherited = false;
+    cell.unit = Name::None;
+    RememberLocal(canvas, shape, ref, expression);
+    std::vector<Place> todo;
+    MarkStale({&canvas, &shape, ref}, todo);
+    Changed(canvas, shape, ref);
+    return true;
+}
+
+bool Recalculation::SetValue(Canvas& canvas, Shape& shape, const CellRef& ref, const Value& value) {
+    if (FormulaOf(shape, ref).starts_with("GUARD(")) return false;
+    ForgetLocal(canvas, shape, ref);
+    Cell& cell = shape.LocalAt(ref);
+    cell.formula.clear();
+    cell.inherited = cell.stale = false;
+    value.isText ? cell.SetText(value.text) : cell.SetNumber(value.number);
+    Changed(canvas, shape, ref);
+    return true;
+}
+
+void Recalculation::MarkStale(const Place& place, std::vector<Place>& todo) {
+    Cell* cell = place.shape->FindLocal(place.ref);
+    if (cell && cell->stale) return;
+    if (!cell) {  // The formula is the master's; the value becomes the shape's own.
+        const Cell* inherited = drawing::Find(*place.shape, place.ref);
+        const Value old = inherited ? Value{inherited->value, inherited->text, inherited->isText} : Value();
+        const Name type = [&] {
+            if (place.ref.section != Name::Geometry || !place.shape->base) return Name::None;
+            for (const Shape* at = place.shape->base; at; at = at->base) {
+                const Section* section = at->Find(Name::Geometry, place.ref.index);
+                const Row* row = section ? section->Find(place.ref.row) : nullptr;
+                if (row && row->type != Name::None) return row->type;
+            }
+            return Name::None;
+        }();
+        cell = &place.shape->LocalAt(place.ref);
+        if (type != Name::None)
+            place.shape->At(Name::Geometry, place.ref.index).At(place.ref.row).type = type;
+        cell->inherited = true;
+        old.isText ? cell->SetText(old.text) : cell->SetNumber(old.number);
+    }
+    cell->stale = true;
+    stale_.push_back(place);
+    todo.push_back(place);
+}
+
+void Recalculation::MarkDependents(const Place& place, std::vector<Place>& todo) {
+    Canvas& canvas = *place.canvas;
+    Shape& shape = *place.shape;
+    if (const auto known = locals_.find(&shape); known != locals_.end()) {
+        for (const auto& formula : known->second) {
+            for (const auto& reference : formula.expression->References()) {
+                if (reference.where == Reference::Where::Own && reference.cell == place.ref) {
+                    MarkStale({&canvas, &shape, formula.ref}, todo);
+                }
+            }
+        }
+    }
+    const auto inForce = [](const Shape& at, const CellRef& ref) {
+        const Cell* own = at.FindLocal(ref);
+        return !own || own->inherited;
+    };
+    if (shape.base) {
+        const auto& dependents = TableOf(*shape.base).dependents;
+        auto at = std::lower_bound(dependents.begin(), dependents.end(), std::pair(place.ref, CellRef()));
+        for (; at != dependents.end() && at->first == place.ref; ++at) {
+            if (inForce(shape, at->second)) MarkStale({&canvas, &shape, at->second}, todo);
+        }
+        Shape* top = &shape;
+        while (top->parent && !top->master) top = top->parent;
+        std::vector<Shape*> open;
+        if (!top->shapes.empty()) open.push_back(top);
+        while (!open.empty()) {
+            Shape* each = open.back();
+            open.pop_back();
+            for (const auto& inner : each->shapes) open.push_back(inner.get());
+            if (!each->base) continue;
+            for (const auto& [reference, dependent] : TableOf(*each->base).elsewhere) {
+                if (reference.where == Reference::Where::Sheet && reference.sheet == shape.base->id &&
+                    reference.cell == place.ref && inForce(*each, dependent)) {
+                    MarkStale({&canvas, each, dependent}, todo);
+                }
+            }
+        }
+    }
+    const bool isPage = &shape == &canvas.sheet;
+    if (const auto watched = watches_.find({&canvas, isPage ? 0 : shape.id}); watched != watches_.end()) {
+        for (const auto& watch : watched->second) {
+            if (watch.watched == place.ref) MarkStale({&canvas, watch.shape, watch.dependent}, todo);
+        }
+    }
+}
+
+void Recalculation::Changed(Canvas& canvas, Shape& shape, const CellRef& ref) {
+    std::vector<Place> todo{{&canvas, &shape, ref}};
+    bool moved = false, composed = ref.cell == Name::TheText;
+    while (!todo.empty()) {
+        const Place at = todo.back();
+        todo.pop_back();
+        MarkDependents(at, todo);
+        // The pseudo cells fire once for each shape that changed through this call at most.
+        if (MovesShape(at.ref) && !(at.shape == &shape && std::exchange(moved, true))) {
+            MarkDependents({at.canvas, at.shape, Name::EventXFMod}, todo);
+        }
+        if (FormatsText(at.ref) && !(at.shape == &shape && std::exchange(composed, true))) {
+            MarkDependents({at.canvas, at.shape, Name::TheText}, todo);
+        }
+    }
+}
+
+void Recalculation::AllChanged(Canvas& canvas) {
+    std::vector<Place> todo;
+    const auto mark = [&](auto& self, Shape& shape) -> void {
+        if (const auto known = locals_.find(&shape); known != locals_.end()) {
+            for (const auto& formula : known->second) MarkStale({&canvas, &shape, formula.ref}, todo);
+        }
+        if (shape.base) {
+            for (const auto& formula : TableOf(*shape.base).formulas) {
+                const Cell* own = shape.FindLocal(formula.ref);
+                if (!own || own->inherited) MarkStale({&canvas, &shape, formula.ref}, todo);
+            }
+        }
+        for (const auto& inner : shape.shapes) self(self, *inner);
+    };
+    mark(mark, canvas.sheet);
+    for (const auto& shape : canvas.shapes) mark(mark, *shape);
+}
+
+Value Recalculation::Get(Canvas& canvas, Shape& shape, const CellRef& ref) {
+    const Cell* cell = shape.FindLocal(ref);
+    if (cell && cell->stale) {
+        Evaluate({&canvas, &shape, ref});
+        cell = shape.FindLocal(ref);
+    }
+    if (!cell) cell = drawing::Find(shape, ref);
+    return cell ? Value{cell->value, cell->text, cell->isText} : Value::Of(DefaultNumber(ref));
+}
+
+void Recalculation::Evaluate(const Place& place) {
+    Cell* cell = place.shape->FindLocal(place.ref);
+    if (!cell || !cell->stale || depth_ >= kDeepest) return;
+    cell->stale = false;  // A chain that leads back here finds the old value.
+    const Expression* expression = FormulaInForce(*place.shape, place.ref);
+    if (!expression) return;
+    ++depth_;
+    ++evaluations_;
+    Source source(*this, place);
+    const auto value = expression->Evaluate(source);
+    --depth_;
+    if (!value) return;
+    cell = place.shape->FindLocal(place.ref);
+    value->isText ? cell->SetText(value->text) : cell->SetNumber(value->number);
+}
+
+void Recalculation::Settle() {
+    for (std::size_t i = 0; i < stale_.size(); ++i) Evaluate(Place(stale_[i]));
+    stale_.clear();
+}
+
+std::optional<double> Recalculation::WalkGlue(Canvas& canvas, Shape& shape, Name cell) {
+    const auto boxOf = [&](Name trigger) -> std::optional<glue::Box> {
+        const Expression* expression = FormulaInForce(shape, trigger);
+        if (!expression || expression->References().empty()) return std::nullopt;
+        Shape* box = canvas.ById(expression->References()[0].sheet);
+        if (!box) return std::nullopt;
+        const auto number = [&](Name name) { return Number(canvas, *box, name); };
+        return glue::Box{number(Name::PinX) - number(Name::LocPinX),
+                         number(Name::PinY) - number(Name::LocPinY), number(Name::Width),
+                         number(Name::Height)};
+    };
+    const bool begin = cell == Name::BeginX || cell == Name::BeginY;
+    const auto from = boxOf(Name::BegTrigger), to = boxOf(Name::EndTrigger);
+    const auto& mine = begin ? from : to;
+    const auto& other = begin ? to : from;
+    if (!mine) return std::nullopt;
+    const Name otherX = begin ? Name::EndX : Name::BeginX, otherY = begin ? Name::EndY : Name::BeginY;
+    const glue::Point target =
+        other ? other->Middle() : glue::Point{Number(canvas, shape, otherX), Number(canvas, shape, otherY)};
+    const glue::Point end = other && *other == *mine ? mine->LoopEnd(begin) : mine->BorderTowards(target);
+    return cell == Name::BeginX || cell == Name::EndX ? end.x : end.y;
+}
+
+}  // namespace norvelis::drawing

@@ -1,0 +1,96 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "drawing/formula/expression.h"
+#include "drawing/text/fonts.h"
+
+namespace norvelis::drawing {
+
+/// Keeps the values of a document's cells in step with their formulas. A change marks the cells that depend
+/// on it, in any number of steps, as stale; each is evaluated once, when it is asked for or at Settle. All
+/// changes of cells that formulas may read go through here.
+///
+/// A shape works by its own formulas and by those of the shape in the master that it inherits from; the
+/// latter are indexed once for each master.
+class Recalculation {
+  public:
+    Recalculation(Document& document, FontLibrary& fonts);
+    ~Recalculation();
+    Recalculation(const Recalculation&) = delete;
+    Recalculation& operator=(const Recalculation&) = delete;
+
+    /// Makes a shape's formulas known, sub-shapes included; for shapes that did not come with the document.
+    void Added(Canvas& canvas, Shape& shape);
+
+    /// Sets a formula, with or without "=" in front. False, and nothing changed, when it is no formula, names
+    /// what is not there, or would make the cell depend on itself.
+    bool SetFormula(Canvas& canvas, Shape& shape, const CellRef& ref, std::string_view formula);
+    /// Sets a value in place of the formula. False when the formula is guarded.
+    bool SetValue(Canvas& canvas, Shape& shape, const CellRef& ref, const Value& value);
+    /// The shape's text or its formats are different now.
+    void TextChanged(Canvas& canvas, Shape& shape) { Changed(canvas, shape, Name::TheText); }
+    /// A value was written directly into the model.
+    void Changed(Canvas& canvas, Shape& shape, const CellRef& ref);
+    /// Marks the cells of all formulas of a canvas, its page sheet included.
+    void AllChanged(Canvas& canvas);
+
+    /// The value in force, brought up to date first.
+    Value Get(Canvas& canvas, Shape& shape, const CellRef& ref);
+    double Number(Canvas& canvas, Shape& shape, const CellRef& ref) { return Get(canvas, shape, ref).number; }
+    /// Brings all stale cells up to date.
+    void Settle();
+    /// How often a formula was evaluated so far.
+    long Evaluations() const { return evaluations_; }
+
+  private:
+    class Source;
+    struct FormulaTable;
+    struct Place {
+        Canvas* canvas;
+        Shape* shape;
+        CellRef ref;
+    };
+    /// A local formula, or one of a master, that names a cell of the page or of another shape.
+    struct Watch {
+        CellRef watched;
+        Shape* shape;
+        CellRef dependent;
+    };
+    struct LocalFormula {
+        CellRef ref;
+        std::shared_ptr<const Expression> expression;
+    };
+    using ExpressionPtr = std::shared_ptr<const Expression>;
+
+    ExpressionPtr Parsed(const std::string& formula);
+    const FormulaTable& TableOf(const Shape& base);
+    const Expression* FormulaInForce(const Shape& shape, const CellRef& ref);
+    void RememberLocal(Canvas& canvas, Shape& shape, const CellRef& ref, ExpressionPtr expression);
+    void ForgetLocal(Canvas& canvas, Shape& shape, const CellRef& ref);
+    void WatchOthers(Canvas& canvas, Shape& shape, const CellRef& ref, const Expression& expression);
+    /// The shape that a reference of a formula of `shape` leads to; null when it is not there.
+    Shape* Resolve(Canvas& canvas, Shape& shape, const CellRef& ref, const Reference& reference) const;
+    bool Reaches(Canvas& canvas, Shape& shape, const CellRef& ref, const Expression& expression);
+    void MarkStale(const Place& place, std::vector<Place>& todo);
+    void MarkDependents(const Place& place, std::vector<Place>& todo);
+    void Evaluate(const Place& place);
+    std::optional<double> WalkGlue(Canvas& canvas, Shape& shape, Name cell);
+
+    Document& document_;
+    FontLibrary& fonts_;
+    std::unordered_map<std::string, ExpressionPtr> parsed_;
+    std::unordered_map<const Shape*, std::unique_ptr<FormulaTable>> tables_;
+    std::unordered_map<const Shape*, std::vector<LocalFormula>> locals_;
+    std::map<std::pair<Canvas*, int>, std::vector<Watch>>
+        watches_;  // By the watched sheet's ID, the page's is 0.
+    std::vector<Place> stale_;
+    int depth_ = 0;
+    long evaluations_ = 0;
+};
+
+}  // namespace norvelis::drawing
