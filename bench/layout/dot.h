@@ -1,0 +1,18 @@
+#pragma once
+
+#include <optional>
+
+#include "drawing/layout/graph.h"
+
+namespace norvelis::layout {
+
+struct DotDrawing {
+    Placement placement;  ///< Splines as straight pieces.
+    double seconds = 0;
+};
+
+/// The graph drawn by Graphviz dot with the same sizes of boxes and labels and dot's own distances; nothing when dot is
+/// not installed.
+std::optional<DotDrawing> DrawWithDot(const Graph& graph, bool leftToRight);
+
+}  // namespace norvelis::layout

@@ -1,0 +1,192 @@
+#include "layout/metrics.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <set>
+
+namespace norvelis::layout {
+
+namespace {
+
+constexpr double slack = 1e-6;  // what touches only is no fault
+
+struct Area {
+    double x0, y0, x1, y1;
+};
+
+Area Around(const Point& center, double width, double height) {
+    return {center.x - width / 2, center.y - height / 2, center.x + width / 2, center.y + height / 2};
+}
+
+bool Overlap(const Area& a, const Area& b) {
+    return a.x0 + slack < b.x1 && b.x0 + slack < a.x1 && a.y0 + slack < b.y1 && b.y0 + slack < a.y1;
+}
+
+struct Piece {
+    Point a, b;
+    int line;
+    Area Bounds() const {
+        return {std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
+    }
+};
+
+/// The line as drawn.
+std::vector<Point> Drawn(const Route& route) {
+    const auto& points = route.points;
+    if (!route.curved || points.size() < 3) return points;
+    constexpr int steps = 8;
+    const auto middle = [](const Point& a, const Point& b) { return Point{(a.x + b.x) / 2, (a.y + b.y) / 2}; };
+    std::vector<Point> drawn{points.front()};
+    for (std::size_t i = 1; i + 1 < points.size(); ++i) {
+        const Point from = middle(points[i - 1], points[i]), to = middle(points[i], points[i + 1]);
+        for (int step = 0; step <= steps; ++step) {
+            const double t = static_cast<double>(step) / steps, u = 1 - t;
+            drawn.push_back({u * u * from.x + 2 * u * t * points[i].x + t * t * to.x,
+                             u * u * from.y + 2 * u * t * points[i].y + t * t * to.y});
+        }
+    }
+    drawn.push_back(points.back());
+    return drawn;
+}
+
+double Turn(const Point& a, const Point& b, const Point& c) {
+    return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
+}
+
+bool Cross(const Piece& p, const Piece& q) {
+    const auto opposite = [](double a, double b) { return (a > slack && b < -slack) || (a < -slack && b > slack); };
+    return opposite(Turn(p.a, p.b, q.a), Turn(p.a, p.b, q.b)) && opposite(Turn(q.a, q.b, p.a), Turn(q.a, q.b, p.b));
+}
+
+/// Whether two pieces lie on one another for more than a hair.
+bool Share(const Piece& p, const Piece& q) {
+    constexpr double hair = 1e-3;
+    const double length = std::hypot(p.b.x - p.a.x, p.b.y - p.a.y);
+    if (length < hair) return false;
+    if (std::abs(Turn(p.a, p.b, q.a)) / length > hair || std::abs(Turn(p.a, p.b, q.b)) / length > hair) return false;
+    const auto along = [&](const Point& c) {
+        return ((c.x - p.a.x) * (p.b.x - p.a.x) + (c.y - p.a.y) * (p.b.y - p.a.y)) / length;
+    };
+    const double from = std::max(0.0, std::min(along(q.a), along(q.b)));
+    const double to = std::min(length, std::max(along(q.a), along(q.b)));
+    return to - from > hair;
+}
+
+/// Whether the piece has a part inside the area (Liang, Barsky).
+bool RunsThrough(const Piece& piece, const Area& area) {
+    double enter = 0, leave = 1;
+    const double dx = piece.b.x - piece.a.x, dy = piece.b.y - piece.a.y;
+    const double p[] = {-dx, dx, -dy, dy};
+    const double q[] = {piece.a.x - area.x0 - slack, area.x1 - slack - piece.a.x, piece.a.y - area.y0 - slack,
+                        area.y1 - slack - piece.a.y};
+    for (int i = 0; i < 4; ++i) {
+        if (p[i] == 0) {
+            if (q[i] <= 0) return false;
+        } else if (p[i] < 0) {
+            enter = std::max(enter, q[i] / p[i]);
+        } else {
+            leave = std::min(leave, q[i] / p[i]);
+        }
+    }
+    return enter < leave;
+}
+
+/// Calls visit(i, k) for all pairs of areas, i from the first and k from the second list, that may touch.
+template <typename F>
+void ForPairs(const std::vector<Area>& first, const std::vector<Area>& second, F&& visit) {
+    std::vector<std::pair<double, int>> starts;  // sweep from left to right; the second list's numbers are negative
+    for (std::size_t i = 0; i < first.size(); ++i) starts.emplace_back(first[i].x0, static_cast<int>(i));
+    for (std::size_t k = 0; k < second.size(); ++k) starts.emplace_back(second[k].x0, -1 - static_cast<int>(k));
+    std::sort(starts.begin(), starts.end());
+    std::vector<int> openFirst, openSecond;
+    const auto meet = [](std::vector<int>& open, const std::vector<Area>& areas, const Area& area, auto&& met) {
+        for (std::size_t n = 0; n < open.size();) {
+            const Area& other = areas[open[n]];
+            if (other.x1 < area.x0) {
+                open[n] = open.back();
+                open.pop_back();
+                continue;
+            }
+            if (other.y0 <= area.y1 && area.y0 <= other.y1) met(open[n]);
+            ++n;
+        }
+    };
+    for (const auto& [x, id] : starts) {
+        if (id >= 0) {
+            meet(openSecond, second, first[id], [&, i = id](int k) { visit(i, k); });
+            openFirst.push_back(id);
+        } else {
+            const int k = -1 - id;
+            meet(openFirst, first, second[k], [&](int i) { visit(i, k); });
+            openSecond.push_back(k);
+        }
+    }
+}
+
+}  // namespace
+
+Quality Measure(const Graph& graph, const Placement& placement) {
+    Quality quality;
+    std::vector<Area> boxes, labels, pieceBounds;
+    std::vector<int> labelLine;
+    std::vector<Piece> pieces;
+    for (std::size_t i = 0; i < graph.boxes.size(); ++i)
+        boxes.push_back(Around(placement.centers[i], graph.boxes[i].width, graph.boxes[i].height));
+    for (std::size_t k = 0; k < graph.lines.size(); ++k) {
+        const Line& line = graph.lines[k];
+        const Route& route = placement.routes[k];
+        const std::vector<Point> drawn = Drawn(route);
+        for (std::size_t i = 0; i + 1 < drawn.size(); ++i) {
+            if (drawn[i] == drawn[i + 1]) continue;
+            pieces.push_back({drawn[i], drawn[i + 1], static_cast<int>(k)});
+            pieceBounds.push_back(pieces.back().Bounds());
+            quality.length += std::hypot(drawn[i + 1].x - drawn[i].x, drawn[i + 1].y - drawn[i].y);
+        }
+        for (std::size_t i = 1; i + 1 < route.points.size(); ++i)
+            if (std::abs(Turn(route.points[i - 1], route.points[i], route.points[i + 1])) > slack) ++quality.bends;
+        if (line.labelWidth > 0 && line.labelHeight > 0) {
+            labels.push_back(Around(route.label, line.labelWidth, line.labelHeight));
+            labelLine.push_back(static_cast<int>(k));
+        }
+    }
+
+    ForPairs(boxes, boxes, [&](int i, int k) { quality.boxOverlaps += i < k && Overlap(boxes[i], boxes[k]); });
+    ForPairs(labels, labels,
+             [&](int i, int k) { quality.labelCollisions += i < k && Overlap(labels[i], labels[k]); });
+    ForPairs(labels, boxes, [&](int i, int k) { quality.labelCollisions += Overlap(labels[i], boxes[k]); });
+    std::set<std::pair<int, int>> boxesCrossed, labelsCrossed, shared, labelsTouched;
+    ForPairs(pieceBounds, boxes, [&](int i, int k) {
+        if (RunsThrough(pieces[i], boxes[k])) boxesCrossed.emplace(pieces[i].line, k);
+    });
+    ForPairs(pieceBounds, labels, [&](int i, int k) {
+        if (!RunsThrough(pieces[i], labels[k])) return;
+        (pieces[i].line == labelLine[k] ? labelsTouched : labelsCrossed).emplace(pieces[i].line, k);
+    });
+    ForPairs(pieceBounds, pieceBounds, [&](int i, int k) {
+        const Piece &p = pieces[i], &q = pieces[k];
+        if (i >= k || p.line == q.line) return;
+        quality.crossings += Cross(p, q);
+        if (Share(p, q)) shared.emplace(std::min(p.line, q.line), std::max(p.line, q.line));
+    });
+    quality.boxesCrossed = static_cast<int>(boxesCrossed.size());
+    quality.labelsCrossed = static_cast<int>(labelsCrossed.size());
+    quality.labelsAstray = static_cast<int>(labels.size() - labelsTouched.size());
+    quality.sharedPieces = static_cast<int>(shared.size());
+
+    constexpr double infinite = std::numeric_limits<double>::infinity();
+    Area all{infinite, infinite, -infinite, -infinite};
+    for (const auto* areas : {&boxes, &labels, &pieceBounds}) {
+        for (const Area& area : *areas) {
+            all.x0 = std::min(all.x0, area.x0);
+            all.y0 = std::min(all.y0, area.y0);
+            all.x1 = std::max(all.x1, area.x1);
+            all.y1 = std::max(all.y1, area.y1);
+        }
+    }
+    quality.width = std::max(0.0, all.x1 - all.x0);
+    quality.height = std::max(0.0, all.y1 - all.y0);
+    return quality;
+}
+
+}  // namespace norvelis::layout

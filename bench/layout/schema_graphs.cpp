@@ -1,0 +1,110 @@
+#include "layout/schema_graphs.h"
+
+#include <algorithm>
+#include <random>
+
+namespace norvelis::layout {
+
+namespace {
+
+constexpr int hubMembers = 40;
+
+class Maker {
+  public:
+    explicit Maker(const SchemaShape& shape) : shape_(shape), chance_(shape.seed) {}
+
+    Graph Make() {
+        for (int i = 0; i < shape_.records; ++i) graph_.boxes.push_back(RecordBox());
+        const int parts = std::min(shape_.parts, shape_.records);
+        for (int part = 0; part < parts; ++part) {
+            const int first = shape_.records * part / parts, last = shape_.records * (part + 1) / parts;
+            MakePart(first, last, part < shape_.hubs ? (shape_.hubs + parts - 1 - part) / parts : 0);
+        }
+        return std::move(graph_);
+    }
+
+  private:
+    int Below(int limit) { return static_cast<int>(chance_() % static_cast<unsigned>(limit)); }
+
+    /// Seven lines of small text; the rule between them sets the width unless a name is longer.
+    Box RecordBox() {
+        const double width = Below(8) == 0 ? 3.0 + 0.05 * Below(12) : 3.0;
+        return {width, 1.1 + (Below(6) == 0 ? 0.12 : 0)};
+    }
+
+    void AddSet(int owner, int member) {
+        graph_.lines.push_back({owner, member, 0.6 + 0.05 * Below(10), 0.2});
+    }
+
+    /// An owner among the records before this one: mostly a near one, so that there are neighbourhoods.
+    int OwnerFor(int record, int first) {
+        const int before = record - first;
+        if (Below(4) == 0) return first + Below(before);
+        return record - 1 - Below(std::min(before, 4 + before / 3));
+    }
+
+    void MakePart(int first, int last, int hubs) {
+        std::vector<int> hubLeft;
+        int hub = first;
+        for (int i = 0; i < hubs; ++i) hubLeft.push_back(hubMembers);
+        for (int record = first + 1; record < last; ++record) {
+            const int at = record - first - 1;
+            if (!hubLeft.empty() && at % 2 == 0) {
+                AddSet(hub, record);
+                if (--hubLeft.back() == 0) {
+                    hubLeft.pop_back();
+                    hub = record;
+                }
+            } else {
+                AddSet(OwnerFor(record, first), record);
+            }
+        }
+        if (shape_.shape == Shape::Tree) return;
+        const int count = last - first;
+        const int more = static_cast<int>(count * shape_.setsPerRecord) - (count - 1);
+        for (int i = 0; i < more && count > 1; ++i) {
+            const int member = first + 1 + Below(count - 1);
+            const int owner = OwnerFor(member, first);
+            const bool upwards = shape_.shape == Shape::Network && Below(8) == 0;
+            AddSet(upwards ? member : owner, upwards ? owner : member);
+            if (Below(30) == 0) AddSet(owner, member);  // two sets between one pair
+        }
+    }
+
+    const SchemaShape& shape_;
+    std::mt19937 chance_;
+    Graph graph_;
+};
+
+}  // namespace
+
+Graph SchemaGraph(const SchemaShape& shape) { return Maker(shape).Make(); }
+
+std::vector<NamedGraph> BenchmarkGraphs() {
+    using enum Shape;
+    const struct {
+        const char* name;
+        SchemaShape shape;
+    } shapes[] = {
+        {"tree 12", {Tree, 12, 1, 0, 1, 11}},
+        {"network 12", {Network, 12, 1.6, 0, 1, 12}},
+        {"tree 60", {Tree, 60, 1, 1, 1, 13}},
+        {"dag 60", {Dag, 60, 1.4, 0, 1, 14}},
+        {"network 60", {Network, 60, 1.6, 0, 1, 15}},
+        {"dag 60, 5 parts", {Dag, 60, 1.4, 0, 5, 16}},
+        {"tree 200", {Tree, 200, 1, 1, 1, 17}},
+        {"dag 200", {Dag, 200, 1.2, 1, 1, 18}},
+        {"network 200", {Network, 200, 1.4, 1, 3, 19}},
+        {"network 200, dense", {Network, 200, 2.0, 0, 1, 20}},
+        {"dag 500", {Dag, 500, 1.4, 2, 1, 21}},
+        {"network 500, 8 parts", {Network, 500, 1.6, 2, 8, 22}},
+        {"tree 1000", {Tree, 1000, 1, 4, 1, 23}},
+        {"dag 1000, 12 parts", {Dag, 1000, 1.4, 4, 12, 24}},
+        {"network 1000", {Network, 1000, 1.6, 4, 1, 25}},
+    };
+    std::vector<NamedGraph> graphs;
+    for (const auto& [name, shape] : shapes) graphs.push_back({name, SchemaGraph(shape)});
+    return graphs;
+}
+
+}  // namespace norvelis::layout

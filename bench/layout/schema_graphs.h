@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "drawing/layout/graph.h"
+
+namespace norvelis::layout {
+
+enum class Shape {
+    Tree,    ///< One owner for each record.
+    Dag,     ///< Records with several owners, all of them higher.
+    Network  ///< Records with several owners, some sets leading back up.
+};
+
+/// A graph shaped like a schema's diagram: boxes as record boxes come out, every line with a label of two short lines.
+struct SchemaShape {
+    Shape shape = Shape::Dag;
+    int records = 60;
+    double setsPerRecord = 1.4;  ///< Trees have fewer than one.
+    int hubs = 0;                ///< Records that own 40 members each.
+    int parts = 1;               ///< Connected components at least.
+    std::uint32_t seed = 1;
+};
+
+Graph SchemaGraph(const SchemaShape& shape);
+
+/// The graphs that the layouts are judged by.
+struct NamedGraph {
+    std::string name;
+    Graph graph;
+};
+std::vector<NamedGraph> BenchmarkGraphs();
+
+}  // namespace norvelis::layout

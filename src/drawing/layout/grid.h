@@ -1,0 +1,37 @@
+#pragma once
+
+#include <vector>
+
+#include "drawing/layout/graph.h"
+#include "drawing/layout/layers.h"
+
+namespace norvelis::layout {
+
+/// A place in a row: a box, a label, or a line passing. Its line runs through `x`.
+struct Place {
+    int row = 0;
+    int box = -1;        ///< -1 when a line passes.
+    int line = -1;       ///< -1 for a box.
+    bool label = false;  ///< The line's label stands here.
+    double before = 0, after = 0;  ///< How far it reaches left and right of x.
+    double height = 0;
+    double x = 0;
+};
+
+/// The layers with room for every single line and label. Even rows are the layers; odd rows lie between them and give
+/// labels of short lines their room.
+struct Grid {
+    std::vector<Place> places;           ///< The first ones are the graph's boxes.
+    std::vector<std::vector<int>> rows;  ///< Places from left to right.
+    std::vector<std::vector<int>> ways;  ///< For each line, its places from its upper to its lower box.
+};
+
+/// How near two places of one row may come.
+double LeastDistance(const Place& left, const Place& right, const Style& style);
+
+/// Room right of a box for its lines to itself.
+double LoopRoom(const std::vector<const Line*>& loops, const Style& style);
+
+Grid MakeGrid(const Graph& graph, const Layers& layers, const Style& style);
+
+}  // namespace norvelis::layout
