@@ -1,4 +1,5 @@
-// Makes the delivered stencils, the template, and the picture of the backgrounds that the settings screen shows.
+// Makes the delivered stencils, the template, and the picture of the backgrounds that the settings screen
+// shows.
 #include <QImage>
 #include <cstdio>
 
@@ -17,14 +18,16 @@ namespace {
 
 constexpr int kJpegQuality = 92;
 
-void WriteStencil(FontLibrary& fonts, const std::string& folder, const stencils::StencilDefinition& definition) {
+void WriteStencil(FontLibrary& fonts, const std::string& folder,
+                  const stencils::StencilDefinition& definition) {
     WriteFile(folder + "/" + definition.file, WritePackage(*stencils::BuildStencil(fonts, definition)));
 }
 
 void WriteBackgroundChoice(FontLibrary& fonts, const std::string& path) {
     const auto stencil = stencils::BuildStencil(fonts, stencils::PageBackgrounds());
     std::vector<render::Scene> scenes;
-    for (const auto& master : stencil->masters) scenes.push_back(render::BuildScene(fonts, *stencil, *master));
+    for (const auto& master : stencil->masters)
+        scenes.push_back(render::BuildScene(fonts, *stencil, *master));
     WriteFileThrough(path, [&scenes](const std::string& temporary) {
         if (!render::BackgroundChoice(scenes).save(QString::fromStdString(temporary), "JPG", kJpegQuality))
             throw RuntimeFailure(FailureNumber::DeviceIoError, temporary);
@@ -41,9 +44,11 @@ int main(int argc, char** argv) {
     try {
         render::NeedFonts();
         FontLibrary fonts;
-        for (const auto& definition : {stencils::FlowchartShapes(), stencils::PageBackgrounds(), stencils::BordersAndTitles()})
+        for (const auto& definition :
+             {stencils::FlowchartShapes(), stencils::PageBackgrounds(), stencils::BordersAndTitles()})
             WriteStencil(fonts, argv[1], definition);
-        WriteFile(std::string(argv[1]) + "/" + stencils::kTemplateFile, WritePackage(*stencils::BuildTemplate()));
+        WriteFile(std::string(argv[1]) + "/" + stencils::kTemplateFile,
+                  WritePackage(*stencils::BuildTemplate()));
         WriteBackgroundChoice(fonts, argv[2]);
         return 0;
     } catch (const std::exception& failure) {

@@ -44,7 +44,8 @@ void AddExport(CLI::App& program, Context& context) {
     auto* command = program.add_subcommand("export", "Write a drawing as .svg, .png, .pdf or .vsdx");
     command->add_option("DRAWING", options->drawing, "Drawing file")->required();
     command->add_option("OUT", options->out, "File to write; its ending says the form")->required();
-    command->add_option("--page", options->page, "Page of the drawing for .svg and .png, from 1")->capture_default_str();
+    command->add_option("--page", options->page, "Page of the drawing for .svg and .png, from 1")
+        ->capture_default_str();
     command->callback([&context, options] {
         context.run = [options] { return ExportDrawing(options->drawing, options->out, options->page); };
     });

@@ -2,6 +2,7 @@
 #include <cstdio>
 
 #include "cli/command.h"
+#include "cli/drawing_commands.h"
 #include "core/failure.h"
 #include "core/paths.h"
 #include "store/connection.h"
@@ -50,6 +51,7 @@ int Run(int argc, char** argv) {
     Context context;
     AddDictionaryCommands(program, context);
     AddBrowseCommands(program, context);
+    AddDrawingCommands(program, context);
     try {
         program.parse(argc, argv);
     } catch (const CLI::CallForHelp& help) {

@@ -15,9 +15,15 @@ namespace {
 constexpr int kMaxGroupDepth = 64;
 constexpr double kFarthest = 1e7;  ///< Inches: what lies beyond comes from a damaged file.
 
-double Finite(double value) { return std::isfinite(value) ? std::clamp(value, -kFarthest, kFarthest) : 0; }
-double Value(const Shape& shape, const CellRef& ref) { return Finite(Number(shape, ref)); }
-int Whole(const Shape& shape, const CellRef& ref) { return static_cast<int>(Value(shape, ref)); }
+double Finite(double value) {
+    return std::isfinite(value) ? std::clamp(value, -kFarthest, kFarthest) : 0;
+}
+double Value(const Shape& shape, const CellRef& ref) {
+    return Finite(Number(shape, ref));
+}
+int Whole(const Shape& shape, const CellRef& ref) {
+    return static_cast<int>(Value(shape, ref));
+}
 
 QColor Translucent(Color color, double transparency) {
     QColor result(color.red, color.green, color.blue);
@@ -42,7 +48,9 @@ Placement Place(const Shape& shape, const Placement& around) {
 }
 
 /// A length of the scene's lines, which the page's scale does not change.
-double Units(double inches) { return inches * kUnitsPerInch; }
+double Units(double inches) {
+    return inches * kUnitsPerInch;
+}
 
 class SceneBuilder {
   public:
@@ -67,9 +75,11 @@ class SceneBuilder {
     /// A shape shows while one of its layers does.
     bool IsHidden(const Shape& shape) const {
         if (hidden_.empty()) return false;
-        const QStringList member = QString::fromStdString(TextValue(shape, Name::LayerMember)).split(';', Qt::SkipEmptyParts);
-        return !member.isEmpty() &&
-               std::all_of(member.begin(), member.end(), [this](const QString& layer) { return hidden_.contains(layer.toInt()); });
+        const QStringList member =
+            QString::fromStdString(TextValue(shape, Name::LayerMember)).split(';', Qt::SkipEmptyParts);
+        return !member.isEmpty() && std::all_of(member.begin(), member.end(), [this](const QString& layer) {
+            return hidden_.contains(layer.toInt());
+        });
     }
 
     void Add(const Shape& shape, const Placement& around, const Figure* group, int topShape, int depth) {
@@ -91,7 +101,8 @@ class SceneBuilder {
     }
 
     void Keep(Figure figure) {
-        if (!figure.marks.empty() || !figure.text.fragments.empty() || !figure.picture.isNull()) scene_.figures.push_back(std::move(figure));
+        if (!figure.marks.empty() || !figure.text.fragments.empty() || !figure.picture.isNull())
+            scene_.figures.push_back(std::move(figure));
     }
 
     static Figure Describe(const Shape& shape, const Figure* group, int topShape) {
@@ -103,15 +114,18 @@ class SceneBuilder {
         const Section links = SectionOf(shape, Name::Hyperlink);
         if (!links.rows.empty()) {
             const auto text = [&](Name cell) {
-                return QString::fromStdString(TextValue(shape, CellRef(Name::Hyperlink, 0, links.rows.front().key, cell)));
+                return QString::fromStdString(
+                    TextValue(shape, CellRef(Name::Hyperlink, 0, links.rows.front().key, cell)));
             };
             figure.address = text(Name::Address);
-            if (const QString inside = text(Name::SubAddress); !inside.isEmpty()) figure.address += '#' + inside;
+            if (const QString inside = text(Name::SubAddress); !inside.isEmpty())
+                figure.address += '#' + inside;
             figure.addressText = text(Name::Description);
         }
         if (group) {
             if (figure.tip.isEmpty()) figure.tip = group->tip;
-            if (figure.address.isEmpty()) figure.address = group->address, figure.addressText = group->addressText;
+            if (figure.address.isEmpty())
+                figure.address = group->address, figure.addressText = group->addressText;
         }
         return figure;
     }
@@ -119,26 +133,34 @@ class SceneBuilder {
     QPainterPath GeometryPath(const Shape& shape, int index) const {
         std::vector<OutlineRow> rows;
         for (const Row& row : SectionOf(shape, Name::Geometry, index).rows) {
-            const auto value = [&](Name cell) { return Value(shape, CellRef(Name::Geometry, index, row.key, cell)); };
-            rows.push_back({row.type, value(Name::X), value(Name::Y), value(Name::A), value(Name::B), value(Name::C), value(Name::D)});
+            const auto value = [&](Name cell) {
+                return Value(shape, CellRef(Name::Geometry, index, row.key, cell));
+            };
+            rows.push_back({row.type, value(Name::X), value(Name::Y), value(Name::A), value(Name::B),
+                            value(Name::C), value(Name::D)});
         }
         return Outline(rows, Value(shape, Name::Width), Value(shape, Name::Height));
     }
 
     void AddMarks(const Shape& shape, const Placement& place, Figure& figure) const {
-        const LineStyle style{Whole(shape, Name::LinePattern), Units(Value(shape, Name::LineWeight)),
-                              Translucent(ColorOf(document_, shape, Name::LineColor), Value(shape, Name::LineColorTrans)),
-                              Whole(shape, Name::LineCap)};
-        const FillStyle fill{Whole(shape, Name::FillPattern),
-                             Translucent(ColorOf(document_, shape, Name::FillForegnd), Value(shape, Name::FillForegndTrans)),
-                             Translucent(ColorOf(document_, shape, Name::FillBkgnd), Value(shape, Name::FillBkgndTrans))};
+        const LineStyle style{
+            Whole(shape, Name::LinePattern), Units(Value(shape, Name::LineWeight)),
+            Translucent(ColorOf(document_, shape, Name::LineColor), Value(shape, Name::LineColorTrans)),
+            Whole(shape, Name::LineCap)};
+        const FillStyle fill{
+            Whole(shape, Name::FillPattern),
+            Translucent(ColorOf(document_, shape, Name::FillForegnd), Value(shape, Name::FillForegndTrans)),
+            Translucent(ColorOf(document_, shape, Name::FillBkgnd), Value(shape, Name::FillBkgndTrans))};
         const double rounding = Value(shape, Name::Rounding);
         QPainterPath filled, lined;
         bool same = true;
         for (const int index : GeometryIndexes(shape)) {
-            const auto says = [&](Name cell) { return Value(shape, CellRef(Name::Geometry, index, CellRef::kSectionCell, cell)) != 0; };
+            const auto says = [&](Name cell) {
+                return Value(shape, CellRef(Name::Geometry, index, CellRef::kSectionCell, cell)) != 0;
+            };
             if (says(Name::NoShow)) continue;
-            const bool fills = fill.pattern != 0 && !says(Name::NoFill), lines = style.pattern != 0 && !says(Name::NoLine);
+            const bool fills = fill.pattern != 0 && !says(Name::NoFill),
+                       lines = style.pattern != 0 && !says(Name::NoLine);
             if (!fills && !lines) continue;
             const QPainterPath path = place.toScene.map(Rounded(GeometryPath(shape, index), rounding));
             if (fills) filled.addPath(path);
@@ -147,14 +169,17 @@ class SceneBuilder {
         }
         filled.setFillRule(Qt::OddEvenFill);
         const int begin = Whole(shape, Name::BeginArrow), end = Whole(shape, Name::EndArrow);
-        const bool together = same && begin == 0 && end == 0 && HatchLines(fill.pattern, filled.boundingRect()) == std::nullopt;
+        const bool together =
+            same && begin == 0 && end == 0 && HatchLines(fill.pattern, filled.boundingRect()) == std::nullopt;
         if (!filled.isEmpty()) {
-            figure.marks.push_back({filled, FillBrush(fill), together ? LinePen(style) : QPen(Qt::NoPen), false});
+            figure.marks.push_back(
+                {filled, FillBrush(fill), together ? LinePen(style) : QPen(Qt::NoPen), false});
             if (const auto hatch = HatchLines(fill.pattern, filled.boundingRect()))
                 figure.marks.push_back({*hatch, Qt::NoBrush, LinePen({1, 4, fill.foreground, 1}), true});
         }
         if (lined.isEmpty() || (together && !filled.isEmpty())) return;
-        AddLines(lined, style, {begin, Whole(shape, Name::BeginArrowSize)}, {end, Whole(shape, Name::EndArrowSize)}, figure);
+        AddLines(lined, style, {begin, Whole(shape, Name::BeginArrowSize)},
+                 {end, Whole(shape, Name::EndArrowSize)}, figure);
     }
 
     struct Arrow {
@@ -162,7 +187,8 @@ class SceneBuilder {
     };
 
     /// The lines, open ones with their ends.
-    static void AddLines(const QPainterPath& path, const LineStyle& style, Arrow begin, Arrow end, Figure& figure) {
+    static void AddLines(const QPainterPath& path, const LineStyle& style, Arrow begin, Arrow end,
+                         Figure& figure) {
         QPainterPath line = path;
         std::vector<LineEnd> ends;
         const int count = line.elementCount();
@@ -189,14 +215,16 @@ class SceneBuilder {
         for (LineEnd& made : ends) {
             LineStyle solid = style;
             solid.pattern = 1;
-            figure.marks.push_back({made.path, made.filled ? QBrush(style.color) : QBrush(Qt::NoBrush), LinePen(solid), false});
+            figure.marks.push_back(
+                {made.path, made.filled ? QBrush(style.color) : QBrush(Qt::NoBrush), LinePen(solid), false});
         }
     }
 
     static void AddPicture(const Shape& shape, const Placement& place, Figure& figure) {
         if (!shape.picture) return;
         const auto& bytes = shape.picture->bytes;
-        figure.picture = QImage::fromData(reinterpret_cast<const uchar*>(bytes.data()), static_cast<int>(std::min<std::size_t>(bytes.size(), 1U << 28)));
+        figure.picture = QImage::fromData(reinterpret_cast<const uchar*>(bytes.data()),
+                                          static_cast<int>(std::min<std::size_t>(bytes.size(), 1U << 28)));
         const double x = Value(shape, Name::ImgOffsetX), y = Value(shape, Name::ImgOffsetY);
         const double width = Value(shape, Name::ImgWidth), height = Value(shape, Name::ImgHeight);
         figure.picturePlace = QTransform(width, 0, 0, -height, x, y + height) * place.toScene;
@@ -205,10 +233,14 @@ class SceneBuilder {
     void AddText(const Shape& shape, const Placement& place, Figure& figure) {
         if (TextOf(shape).empty() || Value(shape, Name::HideText) != 0) return;
         const double width = Value(shape, Name::Width), height = Value(shape, Name::Height);
-        const auto orElse = [&](Name cell, double otherwise) { return Find(shape, cell) ? Value(shape, cell) : otherwise; };
-        const double blockWidth = orElse(Name::TxtWidth, std::abs(width)), blockHeight = orElse(Name::TxtHeight, std::abs(height));
+        const auto orElse = [&](Name cell, double otherwise) {
+            return Find(shape, cell) ? Value(shape, cell) : otherwise;
+        };
+        const double blockWidth = orElse(Name::TxtWidth, std::abs(width)),
+                     blockHeight = orElse(Name::TxtHeight, std::abs(height));
         const QPointF pin(orElse(Name::TxtPinX, width / 2), orElse(Name::TxtPinY, height / 2));
-        const double pinX = orElse(Name::TxtLocPinX, blockWidth / 2), pinY = orElse(Name::TxtLocPinY, blockHeight / 2);
+        const double pinX = orElse(Name::TxtLocPinX, blockWidth / 2),
+                     pinY = orElse(Name::TxtLocPinY, blockHeight / 2);
         figure.text = PictureOfText(fonts_, document_, shape, blockWidth, blockHeight);
         if (figure.text.fragments.empty()) return;
         const QPointF at = place.toScene.map(pin);
@@ -224,12 +256,16 @@ class SceneBuilder {
         }
     }
 
-    /// The colour behind the text; the cell holds none (0 or 255), a colour, or a palette index counted from 1.
+    /// The colour behind the text; the cell holds none (0 or 255), a colour, or a palette index counted
+    /// from 1.
     std::optional<QColor> TextGround(const Shape& shape) const {
         const Cell* cell = Find(shape, Name::TextBkgnd);
         if (!cell) return std::nullopt;
         const double transparency = Value(shape, Name::TextBkgndTrans);
-        if (cell->isText) return cell->text.starts_with('#') ? std::optional(Translucent(ColorOf(document_, *cell), transparency)) : std::nullopt;
+        if (cell->isText)
+            return cell->text.starts_with('#')
+                       ? std::optional(Translucent(ColorOf(document_, *cell), transparency))
+                       : std::nullopt;
         if (!(cell->value >= 1 && cell->value < 255)) return std::nullopt;
         return Translucent(document_.PaletteColor(static_cast<int>(cell->value) - 1), transparency);
     }
@@ -264,7 +300,8 @@ Placement PagePlacement(const Shape& sheet) {
 Scene EmptyScene(const Shape& sheet) {
     Scene scene;
     const double scale = Scale(sheet) * kUnitsPerInch;
-    scene.size = {std::max(Value(sheet, Name::PageWidth) * scale, 1.0), std::max(Value(sheet, Name::PageHeight) * scale, 1.0)};
+    scene.size = {std::max(Value(sheet, Name::PageWidth) * scale, 1.0),
+                  std::max(Value(sheet, Name::PageHeight) * scale, 1.0)};
     return scene;
 }
 
@@ -276,7 +313,8 @@ Scene BuildScene(FontLibrary& fonts, const Document& document, const Page& page)
     scene.name = QString::fromStdString(page.name);
     SceneBuilder builder(fonts, document, scene);
     std::vector<const Page*> pages = {&page};
-    for (const Page* back = document.PageById(page.backPage); back && std::find(pages.begin(), pages.end(), back) == pages.end();
+    for (const Page* back = document.PageById(page.backPage);
+         back && std::find(pages.begin(), pages.end(), back) == pages.end();
          back = document.PageById(back->backPage))
         pages.push_back(back);
     for (auto at = pages.rbegin(); at != pages.rend(); ++at) builder.Add(**at, PagePlacement((*at)->sheet));

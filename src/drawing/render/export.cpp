@@ -20,20 +20,23 @@ namespace {
 constexpr double kPixelsPerInch = 144;
 
 bool EndsWith(const std::string& path, std::string_view ending) {
-    return path.size() > ending.size() && EqualIgnoringCase(std::string_view(path).substr(path.size() - ending.size()), ending);
+    return path.size() > ending.size() &&
+           EqualIgnoringCase(std::string_view(path).substr(path.size() - ending.size()), ending);
 }
 
 std::string PngText(const QImage& image) {
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
-    if (!image.save(&buffer, "PNG")) throw RuntimeFailure(FailureNumber::DeviceIoError, "the picture can not be written");
+    if (!image.save(&buffer, "PNG"))
+        throw RuntimeFailure(FailureNumber::DeviceIoError, "the picture can not be written");
     return bytes.toStdString();
 }
 
 const Scene& PageOf(const std::vector<Scene>& pages, int page) {
     if (page < 1 || page > static_cast<int>(pages.size()))
-        throw RuntimeFailure(FailureNumber::SubscriptOutOfRange, "the drawing has " + std::to_string(pages.size()) + " page(s)");
+        throw RuntimeFailure(FailureNumber::SubscriptOutOfRange,
+                             "the drawing has " + std::to_string(pages.size()) + " page(s)");
     return pages[static_cast<std::size_t>(page) - 1];
 }
 
@@ -49,11 +52,13 @@ void Export(const std::string& drawing, const std::string& out, int page) {
     else if (EndsWith(out, ".vsdx"))
         WriteFile(out, WritePackage(*ReadPackage(ReadFile(drawing))));
     else
-        throw RuntimeFailure(FailureNumber::InvalidCall, "a drawing is exported to .svg, .png, .pdf or .vsdx, not to " + out);
+        throw RuntimeFailure(FailureNumber::InvalidCall,
+                             "a drawing is exported to .svg, .png, .pdf or .vsdx, not to " + out);
 }
 
 void ExportContactSheet(const std::string& stencil, const std::string& out) {
-    if (!EndsWith(out, ".png")) throw RuntimeFailure(FailureNumber::InvalidCall, "a contact sheet is written to .png, not to " + out);
+    if (!EndsWith(out, ".png"))
+        throw RuntimeFailure(FailureNumber::InvalidCall, "a contact sheet is written to .png, not to " + out);
     WriteFile(out, PngText(ContactSheet(OpenMasters(stencil))));
 }
 

@@ -4,10 +4,11 @@
 
 namespace norvelis::drawing::render {
 
-/// Writes a drawing file in another form, which the ending of `out` says: .svg and .png (one page, counted from 1),
-/// .pdf (all pages), .vsdx (the whole drawing as our writer writes it). The target is whole or untouched.
-/// RuntimeFailure 53 or 57 when the drawing can not be read, 9 when there is no such page, 5 for another ending or
-/// for a drawing that can only be shown, 75 and the like when the target can not be written.
+/// Writes a drawing file in another form, which the ending of `out` says: .svg and .png (one page, counted
+/// from 1), .pdf (all pages), .vsdx (the whole drawing as our writer writes it). The target is whole or
+/// untouched. RuntimeFailure 53 or 57 when the drawing can not be read, 9 when there is no such page, 5 for
+/// another ending or for a drawing that can only be shown, 75 and the like when the target can not be
+/// written.
 void Export(const std::string& drawing, const std::string& out, int page = 1);
 
 /// Writes the picture of all masters of a stencil.

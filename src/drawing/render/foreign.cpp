@@ -1,10 +1,10 @@
 #include "drawing/render/foreign.h"
 
-#include <QSvgRenderer>
-#include <libvisio/libvisio.h>
 #include <librevenge-generators/librevenge-generators.h>
 #include <librevenge-stream/librevenge-stream.h>
 #include <librevenge/librevenge.h>
+#include <libvisio/libvisio.h>
+#include <QSvgRenderer>
 
 namespace norvelis::drawing::render {
 
@@ -17,7 +17,8 @@ std::optional<Scene> SceneOf(std::string svg) {
     Scene scene;
     auto picture = std::make_shared<QSvgRenderer>(QByteArray::fromStdString(svg));
     if (!picture->isValid()) return std::nullopt;
-    scene.size = QSizeF(picture->defaultSize()) * kUnitsPerPoint;
+    scene.size = picture->viewBoxF().size() * kUnitsPerPoint;
+    if (scene.size.isEmpty()) return std::nullopt;
     scene.foreign = ForeignPage{std::move(svg), std::move(picture)};
     return scene;
 }

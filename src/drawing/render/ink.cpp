@@ -35,19 +35,36 @@ struct Strokes {
 
 std::vector<Strokes> HatchOf(int pattern) {
     switch (pattern) {
-        case 2: return {{45, 60}};
-        case 3: return {{0, 60}, {90, 60}};
-        case 4: return {{45, 60}, {135, 60}};
-        case 5: return {{135, 60}};
-        case 6: return {{0, 60}};
-        case 7: return {{90, 60}};
-        case 13: case 19: return {{0, 30}};
-        case 14: case 20: return {{90, 30}};
-        case 15: case 21: return {{135, 30}};
-        case 16: case 22: return {{45, 30}};
-        case 17: return {{0, 30}, {90, 30}};
-        case 18: return {{45, 30}, {135, 30}};
-        default: return {{0, 20}, {90, 20}};  // Screens and bricks: a close net.
+        case 2:
+            return {{45, 60}};
+        case 3:
+            return {{0, 60}, {90, 60}};
+        case 4:
+            return {{45, 60}, {135, 60}};
+        case 5:
+            return {{135, 60}};
+        case 6:
+            return {{0, 60}};
+        case 7:
+            return {{90, 60}};
+        case 13:
+        case 19:
+            return {{0, 30}};
+        case 14:
+        case 20:
+            return {{90, 30}};
+        case 15:
+        case 21:
+            return {{135, 30}};
+        case 16:
+        case 22:
+            return {{45, 30}};
+        case 17:
+            return {{0, 30}, {90, 30}};
+        case 18:
+            return {{45, 30}, {135, 30}};
+        default:
+            return {{0, 20}, {90, 20}};  // Screens and bricks: a close net.
     }
 }
 
@@ -55,22 +72,38 @@ std::vector<Strokes> HatchOf(int pattern) {
 QList<qreal> DashesOf(int pattern) {
     const qreal dot = 1, dash = 6, gap = 4;
     switch (pattern) {
-        case 2: return {dash, gap};
-        case 3: return {dot, 3};
-        case 4: return {dash, gap, dot, gap};
-        case 5: return {dash, gap, dot, gap, dot, gap};
-        case 6: return {dash, gap, dash, gap, dot, gap};
-        case 7: return {14, gap, dash, gap};
-        case 8: return {14, gap, dash, gap, dash, gap};
-        case 9: return {3, 2};
-        case 10: return {dot, 2};
-        case 11: return {3, 2, dot, 2};
-        case 12: return {3, 2, dot, 2, dot, 2};
-        case 16: return {12, 8};
-        case 17: return {dot, 8};
-        case 18: return {12, 8, dot, 8};
-        case 23: return {dot, 1};
-        default: return {dash, 3};
+        case 2:
+            return {dash, gap};
+        case 3:
+            return {dot, 3};
+        case 4:
+            return {dash, gap, dot, gap};
+        case 5:
+            return {dash, gap, dot, gap, dot, gap};
+        case 6:
+            return {dash, gap, dash, gap, dot, gap};
+        case 7:
+            return {14, gap, dash, gap};
+        case 8:
+            return {14, gap, dash, gap, dash, gap};
+        case 9:
+            return {3, 2};
+        case 10:
+            return {dot, 2};
+        case 11:
+            return {3, 2, dot, 2};
+        case 12:
+            return {3, 2, dot, 2, dot, 2};
+        case 16:
+            return {12, 8};
+        case 17:
+            return {dot, 8};
+        case 18:
+            return {12, 8, dot, 8};
+        case 23:
+            return {dot, 1};
+        default:
+            return {dash, 3};
     }
 }
 
@@ -83,17 +116,47 @@ struct EndKind {
 
 EndKind EndOf(int arrow) {
     switch (arrow) {
-        case 1: case 3: case 7: case 12: return {End::Open, false};
-        case 8: case 17: case 18: case 19: return {End::Sharp, arrow == 8};
-        case 9: case 23: case 24: case 25: case 26: case 27: case 28: return {End::Bar, false};
-        case 10: case 41: case 42: return {End::Circle, true};
-        case 20: case 29: case 30: return {End::Circle, false};
-        case 11: return {End::Square, true};
-        case 21: return {End::Square, false};
-        case 22: return {End::Diamond, false};
-        case 14: case 15: case 16: return {End::Triangle, false};
-        case 5: case 13: return {End::Sharp, true};
-        default: return {End::Triangle, true};
+        case 1:
+        case 3:
+        case 7:
+        case 12:
+            return {End::Open, false};
+        case 8:
+        case 17:
+        case 18:
+        case 19:
+            return {End::Sharp, arrow == 8};
+        case 9:
+        case 23:
+        case 24:
+        case 25:
+        case 26:
+        case 27:
+        case 28:
+            return {End::Bar, false};
+        case 10:
+        case 41:
+        case 42:
+            return {End::Circle, true};
+        case 20:
+        case 29:
+        case 30:
+            return {End::Circle, false};
+        case 11:
+            return {End::Square, true};
+        case 21:
+            return {End::Square, false};
+        case 22:
+            return {End::Diamond, false};
+        case 14:
+        case 15:
+        case 16:
+            return {End::Triangle, false};
+        case 5:
+        case 13:
+            return {End::Sharp, true};
+        default:
+            return {End::Triangle, true};
     }
 }
 
@@ -102,23 +165,41 @@ EndKind EndOf(int arrow) {
 QBrush FillBrush(const FillStyle& style) {
     const QPointF left(0, 0.5), right(1, 0.5), top(0.5, 0), bottom(0.5, 1), middle(0.5, 0.5);
     switch (style.pattern) {
-        case 0: return Qt::NoBrush;
-        case 25: return Linear(style, left, right);
-        case 26: return Linear(style, left, right, true);
-        case 27: return Linear(style, right, left);
-        case 28: return Linear(style, top, bottom);
-        case 29: return Linear(style, top, bottom, true);
-        case 30: return Linear(style, bottom, top);
-        case 31: return Linear(style, {0, 0}, {1, 1});
-        case 32: return Linear(style, {1, 0}, {0, 1});
-        case 33: return Linear(style, {0, 1}, {1, 0});
-        case 34: return Linear(style, {1, 1}, {0, 0});
-        case 36: return Radial(style, {0, 0}, 1.4);
-        case 37: return Radial(style, {1, 0}, 1.4);
-        case 38: return Radial(style, {0, 1}, 1.4);
-        case 39: return Radial(style, {1, 1}, 1.4);
-        case 35: case 40: return Radial(style, middle, 0.7);
-        default: return style.pattern == 1 ? style.foreground : style.background;
+        case 0:
+            return Qt::NoBrush;
+        case 25:
+            return Linear(style, left, right);
+        case 26:
+            return Linear(style, left, right, true);
+        case 27:
+            return Linear(style, right, left);
+        case 28:
+            return Linear(style, top, bottom);
+        case 29:
+            return Linear(style, top, bottom, true);
+        case 30:
+            return Linear(style, bottom, top);
+        case 31:
+            return Linear(style, {0, 0}, {1, 1});
+        case 32:
+            return Linear(style, {1, 0}, {0, 1});
+        case 33:
+            return Linear(style, {0, 1}, {1, 0});
+        case 34:
+            return Linear(style, {1, 1}, {0, 0});
+        case 36:
+            return Radial(style, {0, 0}, 1.4);
+        case 37:
+            return Radial(style, {1, 0}, 1.4);
+        case 38:
+            return Radial(style, {0, 1}, 1.4);
+        case 39:
+            return Radial(style, {1, 1}, 1.4);
+        case 35:
+        case 40:
+            return Radial(style, middle, 0.7);
+        default:
+            return style.pattern == 1 ? style.foreground : style.background;
     }
 }
 
@@ -130,7 +211,8 @@ std::optional<QPainterPath> HatchLines(int pattern, const QRectF& area) {
     for (const Strokes& strokes : HatchOf(pattern)) {
         const double turn = strokes.degrees * std::numbers::pi / 180;
         const QPointF along(std::cos(turn), -std::sin(turn)), across(along.y(), -along.x());
-        const double distance = std::max(strokes.distance, reach / 200);  // Never more than some hundred strokes.
+        const double distance =
+            std::max(strokes.distance, reach / 200);  // Never more than some hundred strokes.
         for (double at = -reach; at <= reach; at += distance) {
             lines.moveTo(center + across * at - along * reach);
             lines.lineTo(center + across * at + along * reach);
@@ -182,11 +264,13 @@ std::optional<LineEnd> MakeLineEnd(int arrow, int size, double weight, QPointF f
             end.cut = kind.filled ? 0 : half;
             break;
         case End::Square:
-            end.path.addPolygon(QPolygonF{at(-half, half), at(half, half), at(half, -half), at(-half, -half), at(-half, half)});
+            end.path.addPolygon(QPolygonF{at(-half, half), at(half, half), at(half, -half), at(-half, -half),
+                                          at(-half, half)});
             end.cut = kind.filled ? 0 : half;
             break;
         case End::Diamond:
-            end.path.addPolygon(QPolygonF{at(0, 0), at(half, half), at(2 * half, 0), at(half, -half), at(0, 0)});
+            end.path.addPolygon(
+                QPolygonF{at(0, 0), at(half, half), at(2 * half, 0), at(half, -half), at(0, 0)});
             end.cut = 2 * half;
             break;
         case End::Bar:

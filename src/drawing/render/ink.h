@@ -6,10 +6,12 @@
 #include <QPen>
 #include <optional>
 
-// Fills, lines and line ends by the published numbers of the fill, line and arrow cells. Lengths are scene units.
+// Fills, lines and line ends by the published numbers of the fill, line and arrow cells. Lengths are scene
+// units.
 namespace norvelis::drawing::render {
 
-/// The scene's unit is a tenth of a point: font sizes stay whole numbers of pixels, and any output scales down.
+/// The scene's unit is a tenth of a point: font sizes stay whole numbers of pixels, and any output scales
+/// down.
 inline constexpr double kUnitsPerInch = 720;
 inline constexpr double kUnitsPerPoint = 10;
 
@@ -39,8 +41,8 @@ struct LineEnd {
     double cut = 0;      ///< What the line is to be shortened by, so that it does not show beside the tip.
 };
 
-/// The end `arrow` (0 none, 1 to 45) of `size` (0 very small to 6 colossal) for a line of `weight` that arrives at
-/// `tip` from `from`.
+/// The end `arrow` (0 none, 1 to 45) of `size` (0 very small to 6 colossal) for a line of `weight` that
+/// arrives at `tip` from `from`.
 std::optional<LineEnd> MakeLineEnd(int arrow, int size, double weight, QPointF from, QPointF tip);
 
 }  // namespace norvelis::drawing::render

@@ -31,8 +31,10 @@ std::vector<Scene> Open(const std::string& path, Ours ours, Foreign foreign) {
 void AddSampleText(Recalculation& recalculation, Master& master) {
     if (master.shapes.empty()) return;
     Shape& shape = *master.shapes.front();
-    if (!TextOf(shape).empty() || FormulaOf(shape, Name::Width).find("ThePage") != std::string_view::npos) return;
+    if (!TextOf(shape).empty() || FormulaOf(shape, Name::Width).find("ThePage") != std::string_view::npos)
+        return;
     shape.text = TextRuns{{master.name}};
+    recalculation.Added(master, shape);
     recalculation.TextChanged(master, shape);
 }
 
@@ -44,7 +46,8 @@ std::vector<Scene> OpenPages(const std::string& path) {
         FontLibrary fonts;
         std::vector<Scene> scenes;
         for (const auto& page : document.pages) {
-            if (!page->background || document.pages.size() == 1) scenes.push_back(BuildScene(fonts, document, *page));
+            if (!page->background || document.pages.size() == 1)
+                scenes.push_back(BuildScene(fonts, document, *page));
         }
         return scenes;
     };
@@ -68,7 +71,8 @@ std::vector<Scene> OpenMasters(const std::string& path) {
 void NeedFonts() {
     if (QCoreApplication::instance()) return;
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-    QLoggingCategory::setFilterRules("default.warning=false");  // Words about missing screens help nobody here.
+    QLoggingCategory::setFilterRules(
+        "default.warning=false");  // Words about missing screens help nobody here.
     static int count = 1;
     static char name[] = "norvelis";
     static char* arguments[] = {name, nullptr};

@@ -13,7 +13,8 @@ namespace {
 constexpr double kPi = std::numbers::pi;
 
 /// An arc of the unit circle's image under `toCircle` inverted, from one angle over `sweep`, as cubic curves.
-void AddArc(QPainterPath& path, QPointF center, double radius, double from, double sweep, const QTransform& back) {
+void AddArc(QPainterPath& path, QPointF center, double radius, double from, double sweep,
+            const QTransform& back) {
     const int pieces = std::max(1, static_cast<int>(std::ceil(std::abs(sweep) / (kPi / 2))));
     const double step = sweep / pieces, reach = 4.0 / 3 * std::tan(step / 4) * radius;
     for (int i = 0; i < pieces; ++i) {
@@ -25,8 +26,8 @@ void AddArc(QPainterPath& path, QPointF center, double radius, double from, doub
     }
 }
 
-/// The arc through three points of an ellipse whose long axis is turned by `angle` and `ratio` times the other; a
-/// line when they do not lie on one.
+/// The arc through three points of an ellipse whose long axis is turned by `angle` and `ratio` times the
+/// other; a line when they do not lie on one.
 void EllipticalArcTo(QPainterPath& path, QPointF to, QPointF through, double angle, double ratio) {
     if (!(std::abs(ratio) > 1e-9)) return path.lineTo(to);
     QTransform toCircle;  // Turns the axes level and squeezes the ellipse to a circle.
@@ -34,20 +35,25 @@ void EllipticalArcTo(QPainterPath& path, QPointF to, QPointF through, double ang
     toCircle.rotateRadians(-angle);
     const QPointF p = toCircle.map(path.currentPosition()), q = toCircle.map(through), r = toCircle.map(to);
     const double area = 2 * (p.x() * (q.y() - r.y()) + q.x() * (r.y() - p.y()) + r.x() * (p.y() - q.y()));
-    const double extent = std::max({std::abs(p.x() - r.x()), std::abs(p.y() - r.y()), std::abs(p.x() - q.x()), std::abs(p.y() - q.y())});
+    const double extent = std::max(
+        {std::abs(p.x() - r.x()), std::abs(p.y() - r.y()), std::abs(p.x() - q.x()), std::abs(p.y() - q.y())});
     if (!(std::abs(area) > 1e-9 * extent * extent) || extent == 0) return path.lineTo(to);
     const auto square = [](QPointF point) { return QPointF::dotProduct(point, point); };
-    const QPointF center((square(p) * (q.y() - r.y()) + square(q) * (r.y() - p.y()) + square(r) * (p.y() - q.y())) / area,
-                         (square(p) * (r.x() - q.x()) + square(q) * (p.x() - r.x()) + square(r) * (q.x() - p.x())) / area);
+    const QPointF center(
+        (square(p) * (q.y() - r.y()) + square(q) * (r.y() - p.y()) + square(r) * (p.y() - q.y())) / area,
+        (square(p) * (r.x() - q.x()) + square(q) * (p.x() - r.x()) + square(r) * (q.x() - p.x())) / area);
     const double radius = std::hypot(p.x() - center.x(), p.y() - center.y());
-    const auto angleOf = [&center](QPointF point) { return std::atan2(point.y() - center.y(), point.x() - center.x()); };
+    const auto angleOf = [&center](QPointF point) {
+        return std::atan2(point.y() - center.y(), point.x() - center.x());
+    };
     const double from = angleOf(p);
     const auto onward = [from](double other) { return std::fmod(other - from + 4 * kPi, 2 * kPi); };
     const double end = onward(angleOf(r)), middle = onward(angleOf(q));
     AddArc(path, center, radius, from, middle <= end ? end : end - 2 * kPi, toCircle.inverted());
 }
 
-/// `bow` is the distance of the arc's middle from the middle of its chord, to the right of the way when positive.
+/// `bow` is the distance of the arc's middle from the middle of its chord, to the right of the way when
+/// positive.
 void ArcTo(QPainterPath& path, QPointF to, double bow) {
     const QPointF from = path.currentPosition(), way = to - from;
     const double length = std::hypot(way.x(), way.y());
@@ -81,21 +87,42 @@ QPainterPath Outline(const std::vector<OutlineRow>& rows, double width, double h
         const QPointF at(row.x, row.y);
         const auto part = [&](double x, double y) { return QPointF(x * width, y * height); };
         switch (row.type) {
-            case Name::MoveTo: path.moveTo(at); break;
-            case Name::RelMoveTo: path.moveTo(part(row.x, row.y)); break;
-            case Name::RelLineTo: path.lineTo(part(row.x, row.y)); break;
-            case Name::RelCubBezTo: path.cubicTo(part(row.a, row.b), part(row.c, row.d), part(row.x, row.y)); break;
-            case Name::RelQuadBezTo: path.quadTo(part(row.a, row.b), part(row.x, row.y)); break;
-            case Name::ArcTo: ArcTo(path, at, row.a); break;
-            case Name::EllipticalArcTo: EllipticalArcTo(path, at, {row.a, row.b}, row.c, row.d); break;
-            case Name::RelEllipticalArcTo: EllipticalArcTo(path, part(row.x, row.y), part(row.a, row.b), row.c, row.d); break;
-            case Name::Ellipse: Ellipse(path, at, {row.a, row.b}, {row.c, row.d}); break;
+            case Name::MoveTo:
+                path.moveTo(at);
+                break;
+            case Name::RelMoveTo:
+                path.moveTo(part(row.x, row.y));
+                break;
+            case Name::RelLineTo:
+                path.lineTo(part(row.x, row.y));
+                break;
+            case Name::RelCubBezTo:
+                path.cubicTo(part(row.a, row.b), part(row.c, row.d), part(row.x, row.y));
+                break;
+            case Name::RelQuadBezTo:
+                path.quadTo(part(row.a, row.b), part(row.x, row.y));
+                break;
+            case Name::ArcTo:
+                ArcTo(path, at, row.a);
+                break;
+            case Name::EllipticalArcTo:
+                EllipticalArcTo(path, at, {row.a, row.b}, row.c, row.d);
+                break;
+            case Name::RelEllipticalArcTo:
+                EllipticalArcTo(path, part(row.x, row.y), part(row.a, row.b), row.c, row.d);
+                break;
+            case Name::Ellipse:
+                Ellipse(path, at, {row.a, row.b}, {row.c, row.d});
+                break;
             case Name::LineTo:
             case Name::PolylineTo:
             case Name::SplineStart:
             case Name::SplineKnot:
-            case Name::NURBSTo: path.lineTo(at); break;  // Free curves by their knots.
-            default: break;
+            case Name::NURBSTo:
+                path.lineTo(at);
+                break;  // Free curves by their knots.
+            default:
+                break;
         }
     }
     return path;
@@ -114,7 +141,8 @@ QPainterPath Rounded(const QPainterPath& outline, double radius) {
         const bool closed = polygon.isClosed();
         const int corners = closed ? count - 1 : count;
         const auto corner = [&](int i) { return polygon[(i + corners) % corners]; };
-        const auto towards = [&](QPointF from, QPointF to) {  // Half a side at most, so that neighbours do not meet.
+        const auto towards = [&](QPointF from,
+                                 QPointF to) {  // Half a side at most, so that neighbours do not meet.
             const QLineF line(from, to);
             return line.length() > 0 ? line.pointAt(std::min(radius / line.length(), 0.5)) : from;
         };
@@ -123,7 +151,8 @@ QPainterPath Rounded(const QPainterPath& outline, double radius) {
         else
             rounded.moveTo(corner(0));
         for (int i = 1; i < (closed ? corners + 1 : corners - 1); ++i) {
-            const QPointF at = corner(i), start = towards(at, corner(i - 1)), end = towards(at, corner(i + 1));
+            const QPointF at = corner(i), start = towards(at, corner(i - 1)),
+                          end = towards(at, corner(i + 1));
             rounded.lineTo(start);
             rounded.cubicTo(start + (at - start) * 0.5523, end + (at - end) * 0.5523, end);
         }

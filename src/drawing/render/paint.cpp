@@ -48,7 +48,8 @@ void PaintText(QPainter& painter, const TextPicture& text, double scale, bool pa
             QColor grey = fragment.color;
             grey.setAlphaF(grey.alphaF() * 0.35F);
             const double height = fragment.font.pixelSize() * 0.5;
-            painter.fillRect(QRectF(fragment.start.x(), fragment.start.y() - height, fragment.width, height), grey);
+            painter.fillRect(QRectF(fragment.start.x(), fragment.start.y() - height, fragment.width, height),
+                             grey);
             continue;
         }
         painter.setFont(fragment.font);
@@ -85,8 +86,11 @@ void PaintScene(QPainter& painter, const Scene& scene) {
 QImage Picture(const Scene& scene, double pixelsPerInch, int longest) {
     double scale = pixelsPerInch / kUnitsPerInch;
     scale = std::min(scale, longest / std::max({scene.size.width(), scene.size.height(), 1.0}));
-    const auto pixels = [scale](double units) { return std::max(1, static_cast<int>(std::ceil(units * scale - 1e-6))); };
-    QImage image(pixels(scene.size.width()), pixels(scene.size.height()), QImage::Format_ARGB32_Premultiplied);
+    const auto pixels = [scale](double units) {
+        return std::max(1, static_cast<int>(std::ceil(units * scale - 1e-6)));
+    };
+    QImage image(pixels(scene.size.width()), pixels(scene.size.height()),
+                 QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::white);
     QPainter painter(&image);
     painter.scale(scale, scale);

@@ -9,8 +9,8 @@ class QPainter;
 
 namespace norvelis::drawing::render {
 
-/// Paints what of the scene lies in `exposed` (scene units) with the painter's present transform. Text that would
-/// come out too small to read is drawn as a grey line, which keeps wide views of large drawings quick.
+/// Paints what of the scene lies in `exposed` (scene units) with the painter's present transform. Text that
+/// would come out too small to read is drawn as a grey line, which keeps wide views of large drawings quick.
 void PaintScene(QPainter& painter, const Scene& scene, const QRectF& exposed);
 void PaintScene(QPainter& painter, const Scene& scene);
 

@@ -52,8 +52,9 @@ QByteArray PaintPages(const std::vector<Scene>& scenes) {
 QPDFObjectHandle Link(const Figure& figure, const Scene& scene) {
     const double points = PointsPerUnit(scene), height = scene.size.height() * points;
     const QRectF box = figure.bounds;
-    auto area = QPDFObjectHandle::newArray(QPDFObjectHandle::Rectangle(
-        box.left() * points, height - box.bottom() * points, box.right() * points, height - box.top() * points));
+    auto area = QPDFObjectHandle::newArray(
+        QPDFObjectHandle::Rectangle(box.left() * points, height - box.bottom() * points, box.right() * points,
+                                    height - box.top() * points));
     auto action = QPDFObjectHandle::newDictionary();
     action.replaceKey("/S", QPDFObjectHandle::newName("/URI"));
     action.replaceKey("/URI", QPDFObjectHandle::newString(figure.address.toUtf8().toStdString()));
@@ -78,7 +79,8 @@ std::string PdfText(const std::vector<Scene>& scenes) {
     for (std::size_t i = 0; i < pages.size() && i < scenes.size(); ++i) {
         auto links = QPDFObjectHandle::newArray();
         for (const Figure& figure : scenes[i].figures) {
-            if (!figure.address.isEmpty()) links.appendItem(document.makeIndirectObject(Link(figure, scenes[i])));
+            if (!figure.address.isEmpty())
+                links.appendItem(document.makeIndirectObject(Link(figure, scenes[i])));
         }
         if (links.getArrayNItems() > 0) pages[i].getObjectHandle().replaceKey("/Annots", links);
     }

@@ -17,7 +17,8 @@ bool Meets(const Figure& figure, QPointF point, double slack) {
     for (const Mark& mark : figure.marks) {
         if (Meets(mark, point, slack)) return true;
     }
-    if (!figure.picture.isNull() && figure.picturePlace.mapRect(QRectF(0, 0, 1, 1)).contains(point)) return true;
+    if (!figure.picture.isNull() && figure.picturePlace.mapRect(QRectF(0, 0, 1, 1)).contains(point))
+        return true;
     return !figure.text.fragments.empty() && figure.text.place.mapRect(figure.text.bounds).contains(point);
 }
 
@@ -25,7 +26,8 @@ bool Meets(const Figure& figure, QPointF point, double slack) {
 
 const Figure* Scene::At(QPointF point, double slack) const {
     for (auto figure = figures.rbegin(); figure != figures.rend(); ++figure) {
-        if (figure->bounds.adjusted(-slack, -slack, slack, slack).contains(point) && Meets(*figure, point, slack))
+        if (figure->bounds.adjusted(-slack, -slack, slack, slack).contains(point) &&
+            Meets(*figure, point, slack))
             return &*figure;
     }
     return nullptr;

@@ -17,9 +17,9 @@
 
 class QSvgRenderer;
 
-// A page made ready to be shown: every outline, colour, broken line of text and link settled once, in z-order. All
-// outputs (screen, printer, PNG, PDF, SVG) only transcribe a scene, so they cannot differ in what they show.
-// Unit: a tenth of a point; the origin is the page's upper left corner, y grows downwards.
+// A page made ready to be shown: every outline, colour, broken line of text and link settled once, in
+// z-order. All outputs (screen, printer, PNG, PDF, SVG) only transcribe a scene, so they cannot differ in
+// what they show. Unit: a tenth of a point; the origin is the page's upper left corner, y grows downwards.
 namespace norvelis::drawing::render {
 
 /// One outline with its fill and line.

@@ -18,7 +18,9 @@ std::string Number(double units) {
     return fmt::format("{}", value);
 }
 
-std::string Color(const QColor& color) { return color.name().toStdString(); }
+std::string Color(const QColor& color) {
+    return color.name().toStdString();
+}
 
 std::string PathData(const QPainterPath& path) {
     std::string data;
@@ -28,17 +30,26 @@ std::string PathData(const QPainterPath& path) {
     for (int i = 0; i < path.elementCount(); ++i) {
         const auto element = path.elementAt(i);
         switch (element.type) {
-            case QPainterPath::MoveToElement: add("M", element); break;
-            case QPainterPath::LineToElement: add("L", element); break;
-            case QPainterPath::CurveToElement: add("C", element); break;
-            case QPainterPath::CurveToDataElement: add(" ", element); break;
+            case QPainterPath::MoveToElement:
+                add("M", element);
+                break;
+            case QPainterPath::LineToElement:
+                add("L", element);
+                break;
+            case QPainterPath::CurveToElement:
+                add("C", element);
+                break;
+            case QPainterPath::CurveToDataElement:
+                add(" ", element);
+                break;
         }
     }
     return data;
 }
 
 std::string Matrix(const QTransform& m) {
-    return fmt::format("matrix({:.6g} {:.6g} {:.6g} {:.6g} {} {})", m.m11(), m.m12(), m.m21(), m.m22(), Number(m.dx()), Number(m.dy()));
+    return fmt::format("matrix({:.6g} {:.6g} {:.6g} {:.6g} {} {})", m.m11(), m.m12(), m.m21(), m.m22(),
+                       Number(m.dx()), Number(m.dy()));
 }
 
 class Writer {
@@ -58,8 +69,8 @@ class Writer {
         if (!scene_.title.isEmpty()) AddText(root_, "title", scene_.title);
         definitions_ = root_.append_child("defs");
         auto paper = root_.append_child("rect");
-        Set(paper, "width", "100%");
-        Set(paper, "height", "100%");
+        Set(paper, "width", Number(scene_.size.width()));
+        Set(paper, "height", Number(scene_.size.height()));
         Set(paper, "fill", "#ffffff");
         for (const Figure& figure : scene_.figures) Add(figure);
         if (!definitions_.first_child()) root_.remove_child(definitions_);
@@ -108,7 +119,9 @@ class Writer {
         Set(image, "width", "1");
         Set(image, "height", "1");
         Set(image, "preserveAspectRatio", "none");
-        Set(image, "transform", Matrix(QTransform(place.m11() / unit, place.m12() / unit, place.m21() / unit, place.m22() / unit, place.dx(), place.dy())));
+        Set(image, "transform",
+            Matrix(QTransform(place.m11() / unit, place.m12() / unit, place.m21() / unit, place.m22() / unit,
+                              place.dx(), place.dy())));
         Set(image, "xlink:href", "data:image/png;base64," + bytes.toBase64().toStdString());
     }
 
@@ -116,7 +129,8 @@ class Writer {
         auto path = group.append_child("path");
         Set(path, "d", PathData(mark.path));
         SetFill(path, mark.fill);
-        if (mark.path.fillRule() == Qt::OddEvenFill && mark.fill.style() != Qt::NoBrush) Set(path, "fill-rule", "evenodd");
+        if (mark.path.fillRule() == Qt::OddEvenFill && mark.fill.style() != Qt::NoBrush)
+            Set(path, "fill-rule", "evenodd");
         SetLine(path, mark.line);
         if (mark.clipped && before) {
             const std::string id = fmt::format("clip{}", ++clips_);
@@ -129,22 +143,26 @@ class Writer {
 
     void SetFill(pugi::xml_node path, const QBrush& brush) {
         if (brush.style() == Qt::NoBrush) return Set(path, "fill", "none");
-        if (const QGradient* gradient = brush.gradient()) return Set(path, "fill", "url(#" + GradientId(*gradient) + ')');
+        if (const QGradient* gradient = brush.gradient())
+            return Set(path, "fill", "url(#" + GradientId(*gradient) + ')');
         Set(path, "fill", Color(brush.color()));
-        if (brush.color().alpha() < 255) Set(path, "fill-opacity", fmt::format("{:.3g}", brush.color().alphaF()));
+        if (brush.color().alpha() < 255)
+            Set(path, "fill-opacity", fmt::format("{:.3g}", brush.color().alphaF()));
     }
 
     static void SetLine(pugi::xml_node path, const QPen& pen) {
         if (pen.style() == Qt::NoPen) return;
         Set(path, "stroke", Color(pen.color()));
-        if (pen.color().alpha() < 255) Set(path, "stroke-opacity", fmt::format("{:.3g}", pen.color().alphaF()));
+        if (pen.color().alpha() < 255)
+            Set(path, "stroke-opacity", fmt::format("{:.3g}", pen.color().alphaF()));
         Set(path, "stroke-width", Number(pen.widthF()));
         if (pen.capStyle() == Qt::RoundCap) Set(path, "stroke-linecap", "round");
         if (pen.capStyle() == Qt::SquareCap) Set(path, "stroke-linecap", "square");
         if (pen.joinStyle() == Qt::RoundJoin) Set(path, "stroke-linejoin", "round");
         if (pen.style() != Qt::CustomDashLine) return;
         std::string dashes;
-        for (const qreal dash : pen.dashPattern()) dashes += (dashes.empty() ? "" : " ") + Number(dash * pen.widthF());
+        for (const qreal dash : pen.dashPattern())
+            dashes += (dashes.empty() ? "" : " ") + Number(dash * pen.widthF());
         Set(path, "stroke-dasharray", dashes);
     }
 
@@ -153,7 +171,9 @@ class Writer {
         const bool radial = gradient.type() == QGradient::RadialGradient;
         auto node = definitions_.append_child(radial ? "radialGradient" : "linearGradient");
         Set(node, "id", id);
-        const auto set = [&node](const char* name, double value) { Set(node, name, fmt::format("{:.4g}", value)); };
+        const auto set = [&node](const char* name, double value) {
+            Set(node, name, fmt::format("{:.4g}", value));
+        };
         if (radial) {
             const auto& shape = static_cast<const QRadialGradient&>(gradient);
             set("cx", shape.center().x()), set("cy", shape.center().y()), set("r", shape.radius());
@@ -187,7 +207,8 @@ class Writer {
             if (fragment.font.italic()) Set(span, "font-style", "italic");
             if (fragment.font.underline()) Set(span, "text-decoration", "underline");
             Set(span, "fill", Color(fragment.color));
-            if (fragment.color.alpha() < 255) Set(span, "fill-opacity", fmt::format("{:.3g}", fragment.color.alphaF()));
+            if (fragment.color.alpha() < 255)
+                Set(span, "fill-opacity", fmt::format("{:.3g}", fragment.color.alphaF()));
             span.text() = fragment.text.toUtf8().constData();
         }
     }
@@ -195,7 +216,8 @@ class Writer {
     /// The family with its equals in measure, so that a viewer without the first keeps the line widths.
     static std::string Family(const QFont& font) {
         std::string families;
-        for (const QString& family : font.families()) families += (families.empty() ? "" : ", ") + family.toStdString();
+        for (const QString& family : font.families())
+            families += (families.empty() ? "" : ", ") + family.toStdString();
         return families;
     }
 
@@ -207,6 +229,8 @@ class Writer {
 
 }  // namespace
 
-std::string SvgText(const Scene& scene) { return scene.foreign ? scene.foreign->svg : Writer(scene).Write(); }
+std::string SvgText(const Scene& scene) {
+    return scene.foreign ? scene.foreign->svg : Writer(scene).Write();
+}
 
 }  // namespace norvelis::drawing::render

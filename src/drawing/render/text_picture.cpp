@@ -22,7 +22,9 @@ struct Letters {
 };
 
 Letters LettersOf(const Document& document, const Shape& shape, int row) {
-    const auto cell = [&](Name name) { return Number(shape, CellRef(Name::Character, 0, RowKey::Number(row), name)); };
+    const auto cell = [&](Name name) {
+        return Number(shape, CellRef(Name::Character, 0, RowKey::Number(row), name));
+    };
     Letters letters;
     const std::string& family = document.FontName(static_cast<int>(cell(Name::Font)));
     letters.font.setFamilies({QString::fromStdString(family), QString::fromStdString(StandInFamily(family))});
@@ -36,7 +38,8 @@ Letters LettersOf(const Document& document, const Shape& shape, int row) {
     letters.font.setKerning(false);  // Lines are measured character by character.
     letters.font.setHintingPreference(QFont::PreferNoHinting);
     letters.letterCase = static_cast<int>(cell(Name::Case));
-    const Color color = ColorOf(document, shape, CellRef(Name::Character, 0, RowKey::Number(row), Name::Color));
+    const Color color =
+        ColorOf(document, shape, CellRef(Name::Character, 0, RowKey::Number(row), Name::Color));
     letters.color = QColor(color.red, color.green, color.blue);
     letters.color.setAlphaF(static_cast<float>(1 - std::clamp(cell(Name::ColorTrans), 0.0, 1.0)));
     return letters;
@@ -53,7 +56,8 @@ QString Cased(QString text, int letterCase) {
 
 }  // namespace
 
-TextPicture PictureOfText(FontLibrary& fonts, const Document& document, const Shape& shape, double width, double height) {
+TextPicture PictureOfText(FontLibrary& fonts, const Document& document, const Shape& shape, double width,
+                          double height) {
     const auto margin = [&shape](Name cell) { return Number(shape, cell); };
     const double left = margin(Name::LeftMargin), right = margin(Name::RightMargin);
     const double top = margin(Name::TopMargin), bottom = margin(Name::BottomMargin);
@@ -70,10 +74,13 @@ TextPicture PictureOfText(FontLibrary& fonts, const Document& document, const Sh
         for (const TextFragment& fragment : line.fragments) {
             if (fragment.text.empty()) continue;
             auto row = rows.find(fragment.character);
-            if (row == rows.end()) row = rows.emplace(fragment.character, LettersOf(document, shape, fragment.character)).first;
+            if (row == rows.end())
+                row = rows.emplace(fragment.character, LettersOf(document, shape, fragment.character)).first;
             const Letters& letters = row->second;
-            const QPointF start((left + fragment.x) * kUnitsPerInch, (down + line.baseline) * kUnitsPerInch - letters.rise);
-            picture.fragments.push_back({start, fragment.width * kUnitsPerInch, Cased(QString::fromStdString(fragment.text), letters.letterCase),
+            const QPointF start((left + fragment.x - kGrace / 2) * kUnitsPerInch,
+                                (down + line.baseline) * kUnitsPerInch - letters.rise);
+            picture.fragments.push_back({start, fragment.width * kUnitsPerInch,
+                                         Cased(QString::fromStdString(fragment.text), letters.letterCase),
                                          letters.font, letters.color});
             from = std::min(from, left + fragment.x);
             to = std::max(to, left + fragment.x + fragment.width);

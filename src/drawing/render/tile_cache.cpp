@@ -32,7 +32,9 @@ void TileCache::Paint(QPainter& painter, const QRect& view, double scale, double
     if (!scene_ || scale <= 0 || view.isEmpty()) return;
     if (scale != scale_ || devicePixelRatio != ratio_) tiles_.clear();
     scale_ = scale, ratio_ = devicePixelRatio;
-    const auto tileAt = [](int pixel) { return static_cast<int>(std::floor(static_cast<double>(pixel) / kTileSide)); };
+    const auto tileAt = [](int pixel) {
+        return static_cast<int>(std::floor(static_cast<double>(pixel) / kTileSide));
+    };
     for (int y = tileAt(view.top()); y <= tileAt(view.bottom()); ++y) {
         for (int x = tileAt(view.left()); x <= tileAt(view.right()); ++x) {
             auto tile = tiles_.constFind({x, y});

@@ -5,8 +5,9 @@
 namespace norvelis::drawing::stencils {
 
 std::vector<Background> Backgrounds() {
-    return {Steel(),   HighTech(), Stripes(), Web(),       Rain(), Leaf(),      Orbit(),  Horizon(),    World(),
-            Compass(), Clouds(),   City(),    Mountains(), None(), Geometric(), Cosmic(), Expedition(), Tranquil()};
+    return {Steel(),     HighTech(), Stripes(),   Web(),     Rain(),       Leaf(),
+            Orbit(),     Horizon(),  World(),     Compass(), Clouds(),     City(),
+            Mountains(), None(),     Geometric(), Cosmic(),  Expedition(), Tranquil()};
 }
 
 Layer Filled(Frame frame, Path outline, std::string color, Fill fill, std::string color2) {

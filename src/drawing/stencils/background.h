@@ -5,9 +5,9 @@
 
 #include "drawing/stencils/path.h"
 
-// Page backgrounds as data. A background is a few layers, back first; each layer is one outline in a frame that is
-// tied to the page: stretched over it, or a square that keeps its proportions and sits at an edge or corner. All
-// colours are pale, so that boxes and lines in front stay the picture; nothing leaves the page.
+// Page backgrounds as data. A background is a few layers, back first; each layer is one outline in a frame
+// that is tied to the page: stretched over it, or a square that keeps its proportions and sits at an edge or
+// corner. All colours are pale, so that boxes and lines in front stay the picture; nothing leaves the page.
 namespace norvelis::drawing::stencils {
 
 /// How a layer lies on the page.
@@ -15,8 +15,8 @@ struct Frame {
     bool square = false;
     /// Stretched: left, bottom, right, top in fractions of the page.
     double left = 0, bottom = 0, right = 1, top = 1;
-    /// Square: side and distance from the page's edge in fractions of the page's shorter side; (anchorX, anchorY)
-    /// says where: 0 left or bottom, 0.5 middle, 1 right or top.
+    /// Square: side and distance from the page's edge in fractions of the page's shorter side; (anchorX,
+    /// anchorY) says where: 0 left or bottom, 0.5 middle, 1 right or top.
     double side = 0, margin = 0, anchorX = 0, anchorY = 0;
 
     static Frame Page() { return {}; }
@@ -27,7 +27,14 @@ struct Frame {
 };
 
 /// The published numbers of gradient fills, from the foreground to the background colour.
-enum class Fill { None = 0, Solid = 1, LeftToRight = 25, RightToLeft = 27, TopToBottom = 28, BottomToTop = 30 };
+enum class Fill {
+    None = 0,
+    Solid = 1,
+    LeftToRight = 25,
+    RightToLeft = 27,
+    TopToBottom = 28,
+    BottomToTop = 30
+};
 
 struct Layer {
     Frame frame;

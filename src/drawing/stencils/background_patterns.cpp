@@ -14,7 +14,8 @@ namespace {
 constexpr double kPi = std::numbers::pi;
 
 Point OnCircle(Point center, double radius, double degrees) {
-    return {center.x + radius * std::cos(degrees * kPi / 180), center.y + radius * std::sin(degrees * kPi / 180)};
+    return {center.x + radius * std::cos(degrees * kPi / 180),
+            center.y + radius * std::sin(degrees * kPi / 180)};
 }
 
 /// An ellipse turned by `degrees`.
@@ -40,7 +41,8 @@ std::vector<Point> Star(Point center, double outer, double inner, int rays, doub
 /// Longitude and latitude on a globe seen from above `middle`; nothing when the point lies behind.
 bool OnGlobe(Point longitudeLatitude, Point middle, Point& seen) {
     const double rad = kPi / 180;
-    const double lambda = (longitudeLatitude.x - middle.x) * rad, phi = longitudeLatitude.y * rad, phi0 = middle.y * rad;
+    const double lambda = (longitudeLatitude.x - middle.x) * rad, phi = longitudeLatitude.y * rad,
+                 phi0 = middle.y * rad;
     const double depth = std::sin(phi0) * std::sin(phi) + std::cos(phi0) * std::cos(phi) * std::cos(lambda);
     seen = {0.5 + 0.5 * std::cos(phi) * std::sin(lambda),
             0.5 + 0.5 * (std::cos(phi0) * std::sin(phi) - std::sin(phi0) * std::cos(phi) * std::cos(lambda))};
@@ -85,14 +87,17 @@ Background Steel() {
     Path brush, light;
     for (int i = 1; i < 60; ++i) {  // Brushed: hairlines of uneven length, closest in the middle.
         const double y = i / 60.0 + 0.004 * std::sin(i * 2.7);
-        const double left = 0.5 - 0.5 * std::abs(std::sin(i * 1.3)), right = 0.5 + 0.5 * std::abs(std::cos(i * 0.9));
+        const double left = 0.5 - 0.5 * std::abs(std::sin(i * 1.3)),
+                     right = 0.5 + 0.5 * std::abs(std::cos(i * 0.9));
         (i % 3 == 0 ? light : brush).Move(left, y).Line(right, y);
     }
-    return {"Background steel",
-            {Wash("#FBFCFD", "#E9EDF1"), Drawn(Frame::Page(), std::move(brush), "#E3E8ED", 0.7),
-             Drawn(Frame::Page(), std::move(light), "#FFFFFF", 1.2),
-             Filled(Frame::Band(0, 0.012), Path().Rectangle(0, 0, 1, 1), "#CBD5DF", Fill::LeftToRight, "#E9EDF1"),
-             Filled(Frame::Band(0.988, 1), Path().Rectangle(0, 0, 1, 1), "#E9EDF1", Fill::LeftToRight, "#CBD5DF")}};
+    return {
+        "Background steel",
+        {Wash("#FBFCFD", "#E9EDF1"), Drawn(Frame::Page(), std::move(brush), "#E3E8ED", 0.7),
+         Drawn(Frame::Page(), std::move(light), "#FFFFFF", 1.2),
+         Filled(Frame::Band(0, 0.012), Path().Rectangle(0, 0, 1, 1), "#CBD5DF", Fill::LeftToRight, "#E9EDF1"),
+         Filled(Frame::Band(0.988, 1), Path().Rectangle(0, 0, 1, 1), "#E9EDF1", Fill::LeftToRight,
+                "#CBD5DF")}};
 }
 
 Background HighTech() {
@@ -100,14 +105,18 @@ Background HighTech() {
     struct Track {
         double edge, bend, end, rise;
     };
-    const Track tracks[] = {{0.10, 0.80, 0.52, 0.05}, {0.14, 0.74, 0.40, 0.05},  {0.18, 0.70, 0.56, 0.05}, {0.26, 0.86, 0.62, 0.08},
-                            {0.30, 0.82, 0.46, 0.08}, {0.34, 0.78, 0.66, 0.08},  {0.46, 0.88, 0.70, -0.06}, {0.50, 0.84, 0.58, -0.06},
-                            {0.54, 0.80, 0.72, 0.07}, {0.62, 0.90, 0.76, 0.07},  {0.66, 0.86, 0.64, 0.07}, {0.78, 0.90, 0.74, -0.05},
-                            {0.82, 0.86, 0.66, -0.05}, {0.86, 0.82, 0.78, 0.04}, {0.92, 0.92, 0.70, 0.03}};
+    const Track tracks[] = {{0.10, 0.80, 0.52, 0.05},  {0.14, 0.74, 0.40, 0.05},  {0.18, 0.70, 0.56, 0.05},
+                            {0.26, 0.86, 0.62, 0.08},  {0.30, 0.82, 0.46, 0.08},  {0.34, 0.78, 0.66, 0.08},
+                            {0.46, 0.88, 0.70, -0.06}, {0.50, 0.84, 0.58, -0.06}, {0.54, 0.80, 0.72, 0.07},
+                            {0.62, 0.90, 0.76, 0.07},  {0.66, 0.86, 0.64, 0.07},  {0.78, 0.90, 0.74, -0.05},
+                            {0.82, 0.86, 0.66, -0.05}, {0.86, 0.82, 0.78, 0.04},  {0.92, 0.92, 0.70, 0.03}};
     Path lines, pads, dots;
     for (const Track& track : tracks) {
         const double turn = track.bend - std::abs(track.rise), y = track.edge + track.rise;
-        lines.Move(1, track.edge).Line(track.bend, track.edge).Line(turn, y).Line(std::min(track.end, turn), y);
+        lines.Move(1, track.edge)
+            .Line(track.bend, track.edge)
+            .Line(turn, y)
+            .Line(std::min(track.end, turn), y);
         pads.Ellipse(std::min(track.end, turn) - 0.008, y, 0.008, 0.008);
         dots.Ellipse(track.bend + 0.05, track.edge, 0.004, 0.004);
     }
@@ -115,8 +124,8 @@ Background HighTech() {
     return {"Background high-tech",
             {Wash("#FAFCFD", "#EFF5F8"), Drawn(corner, std::move(lines), "#D3E4EC", 1.6),
              Drawn(corner, std::move(pads), "#C3DAE5", 1.6), Filled(corner, std::move(dots), "#C3DAE5"),
-             Filled({false, 0.994, 0, 1, 1, 0, 0, 0, 0}, Path().Rectangle(0, 0, 1, 1), "#D3E4EC", Fill::BottomToTop,
-                    "#A9CBDB")}};
+             Filled({false, 0.994, 0, 1, 1, 0, 0, 0, 0}, Path().Rectangle(0, 0, 1, 1), "#D3E4EC",
+                    Fill::BottomToTop, "#A9CBDB")}};
 }
 
 Background Stripes() {
@@ -138,14 +147,16 @@ Background Stripes() {
             add(0, -to * 2);
             return corners;
         };
-        for (const auto& [path, from, to] : {std::tuple{&wide, at, at + 0.11}, std::tuple{&thin, at + 0.135, at + 0.15}}) {
+        for (const auto& [path, from, to] :
+             {std::tuple{&wide, at, at + 0.11}, std::tuple{&thin, at + 0.135, at + 0.15}}) {
             std::vector<Point> corners = band(from, to);
             if (corners.size() < 3) continue;
             Point middle;
             for (const Point& corner : corners) middle.x += corner.x, middle.y += corner.y;
             middle.x /= static_cast<double>(corners.size()), middle.y /= static_cast<double>(corners.size());
             std::sort(corners.begin(), corners.end(), [middle](Point a, Point b) {
-                return std::atan2(a.y - middle.y, a.x - middle.x) < std::atan2(b.y - middle.y, b.x - middle.x);
+                return std::atan2(a.y - middle.y, a.x - middle.x) <
+                       std::atan2(b.y - middle.y, b.x - middle.x);
             });
             path->Polygon(corners);
         }
@@ -170,7 +181,8 @@ Background Web() {
             const double middle = (spokes[i] + spokes[i + 1]) / 2;
             const Point sag = OnCircle(hub, radius * 0.90, middle);
             threads.Move(from.x, from.y)
-                .Curve((from.x + 2 * sag.x) / 3, (from.y + 2 * sag.y) / 3, (to.x + 2 * sag.x) / 3, (to.y + 2 * sag.y) / 3, to.x, to.y);
+                .Curve((from.x + 2 * sag.x) / 3, (from.y + 2 * sag.y) / 3, (to.x + 2 * sag.x) / 3,
+                       (to.y + 2 * sag.y) / 3, to.x, to.y);
         }
     }
     for (const auto& [ring, spoke] : {std::pair{4, 2}, {2, 4}, {5, 5}, {3, 6}, {6, 3}, {1, 3}}) {
@@ -189,21 +201,24 @@ Background Orbit() {
     struct Planet {
         double radius, angle, size;
     };
-    for (const Planet& planet : {Planet{0.14, 40, 0.011}, Planet{0.23, 155, 0.017}, Planet{0.33, 285, 0.014}, Planet{0.47, 20, 0.030}}) {
+    for (const Planet& planet : {Planet{0.14, 40, 0.011}, Planet{0.23, 155, 0.017}, Planet{0.33, 285, 0.014},
+                                 Planet{0.47, 20, 0.030}}) {
         orbits.SmoothClosed(TurnedEllipse(sun, planet.radius, planet.radius * 0.52, 24));
         const double turn = 24 * kPi / 180, x = planet.radius * std::cos(planet.angle * kPi / 180),
                      y = 0.52 * planet.radius * std::sin(planet.angle * kPi / 180);
-        const Point at{sun.x + x * std::cos(turn) - y * std::sin(turn), sun.y + x * std::sin(turn) + y * std::cos(turn)};
+        const Point at{sun.x + x * std::cos(turn) - y * std::sin(turn),
+                       sun.y + x * std::sin(turn) + y * std::cos(turn)};
         planets.Ellipse(at.x, at.y, planet.size, planet.size);
-        if (planet.size > 0.02) rings.SmoothClosed(TurnedEllipse(at, planet.size * 1.9, planet.size * 0.5, -18));
+        if (planet.size > 0.02)
+            rings.SmoothClosed(TurnedEllipse(at, planet.size * 1.9, planet.size * 0.5, -18));
     }
     glow.Ellipse(sun.x, sun.y, 0.075, 0.075);
     core.Ellipse(sun.x, sun.y, 0.045, 0.045);
     const Frame frame = Frame::Square(0.92, 1, 0, 0.02);
     return {"Background orbit",
-            {Wash("#FBFBFE", "#F1F2FA"), Drawn(frame, std::move(orbits), "#D2D6EB", 1.2), Filled(frame, std::move(glow), "#F8F3E6"),
-             Filled(frame, std::move(core), "#F5EACD"), Filled(frame, std::move(planets), "#CDD2EA"),
-             Drawn(frame, std::move(rings), "#C3C9E6", 1.4)}};
+            {Wash("#FBFBFE", "#F1F2FA"), Drawn(frame, std::move(orbits), "#D2D6EB", 1.2),
+             Filled(frame, std::move(glow), "#F8F3E6"), Filled(frame, std::move(core), "#F5EACD"),
+             Filled(frame, std::move(planets), "#CDD2EA"), Drawn(frame, std::move(rings), "#C3C9E6", 1.4)}};
 }
 
 Background World() {
@@ -212,43 +227,108 @@ Background World() {
     sea.Ellipse(0.5, 0.5, 0.5, 0.5);
     for (int longitude = -180; longitude < 180; longitude += 20) {
         std::vector<Point> meridian;
-        for (int latitude = -80; latitude <= 80; latitude += 10) meridian.push_back({double(longitude), double(latitude)});
+        for (int latitude = -80; latitude <= 80; latitude += 10)
+            meridian.push_back({double(longitude), double(latitude)});
         AddGlobeLine(net, meridian, middle);
     }
     for (int latitude = -60; latitude <= 80; latitude += 20) {
         std::vector<Point> parallel;
-        for (int longitude = -172; longitude <= 188; longitude += 10) parallel.push_back({double(longitude), double(latitude)});
+        for (int longitude = -172; longitude <= 188; longitude += 10)
+            parallel.push_back({double(longitude), double(latitude)});
         AddGlobeLine(net, parallel, middle);
     }
     const std::vector<std::vector<Point>> coasts = {
         // Africa
-        {{-6, 35}, {3, 37}, {10, 37}, {11, 33.5}, {19, 30.5}, {22, 33}, {29, 31}, {32.5, 31}, {34, 27.5}, {37, 21.5}, {39.5, 15.5}, {43, 11.7},
-         {51, 11.8}, {48, 5}, {42, -1}, {39.5, -6}, {40.5, -14.5}, {35, -21}, {32.5, -28}, {26, -34}, {18.5, -34.2}, {14.5, -23}, {12, -15.5}, {13.5, -8},
-         {9, -1}, {9.5, 4}, {4, 6.3}, {-3, 5}, {-8, 4.5}, {-13, 8.5}, {-17, 14.5}, {-16.5, 21}, {-12, 28}, {-9.5, 31}},
+        {{-6, 35},    {3, 37},     {10, 37},      {11, 33.5},   {19, 30.5},  {22, 33},   {29, 31},
+         {32.5, 31},  {34, 27.5},  {37, 21.5},    {39.5, 15.5}, {43, 11.7},  {51, 11.8}, {48, 5},
+         {42, -1},    {39.5, -6},  {40.5, -14.5}, {35, -21},    {32.5, -28}, {26, -34},  {18.5, -34.2},
+         {14.5, -23}, {12, -15.5}, {13.5, -8},    {9, -1},      {9.5, 4},    {4, 6.3},   {-3, 5},
+         {-8, 4.5},   {-13, 8.5},  {-17, 14.5},   {-16.5, 21},  {-12, 28},   {-9.5, 31}},
         // Europe and Asia
-        {{-9, 37}, {-9, 43}, {-2, 43.5}, {-1.5, 46}, {-4.5, 48.3}, {2, 51}, {8, 53.7}, {8.2, 57}, {10.6, 57.5}, {11, 54}, {19, 54.4}, {21, 57}, {24, 59.2},
-         {30, 60}, {22, 60.5}, {21.5, 63}, {25, 65.3}, {22, 65.7}, {17.5, 61.5}, {18, 59.5}, {14, 55.5}, {11, 59}, {5.5, 59}, {5.5, 62}, {13, 66}, {20, 70}, {29, 71},
-         {41, 67}, {34, 66.5}, {38, 64.3}, {44, 66.5}, {54, 68.5}, {68, 69}, {73, 73}, {86, 74}, {104, 77.5}, {113, 74}, {131, 71.5}, {140, 73}, {160, 70},
-         {179, 69}, {178, 62.5}, {163, 59}, {156, 51}, {156, 61}, {135, 54.5}, {140, 48}, {128, 40}, {129, 35.5}, {126, 37}, {121, 40}, {122, 30.5}, {114, 22}, {106, 20}, {109, 12},
-         {103, 9}, {104, 1.5}, {98, 9}, {97, 17}, {91, 22.5}, {80, 15}, {77.5, 8}, {73, 19}, {67, 25}, {57, 25.8}, {50, 30}, {56, 26}, {59.5, 22.5}, {52, 16}, {43.5, 12.7}, {35, 28}, {36, 36.5},
-         {27, 37}, {27, 40.5}, {41, 41.3}, {38, 47}, {31, 46.5}, {28, 43}, {24, 40.5}, {22.5, 36.7}, {19.5, 41}, {13.5, 45.5}, {18.5, 40}, {16, 38}, {10, 44}, {3, 42.5}, {-1, 37.5}},
+        {{-9, 37},    {-9, 43},     {-2, 43.5},   {-1.5, 46},  {-4.5, 48.3}, {2, 51},    {8, 53.7},
+         {8.2, 57},   {10.6, 57.5}, {11, 54},     {19, 54.4},  {21, 57},     {24, 59.2}, {30, 60},
+         {22, 60.5},  {21.5, 63},   {25, 65.3},   {22, 65.7},  {17.5, 61.5}, {18, 59.5}, {14, 55.5},
+         {11, 59},    {5.5, 59},    {5.5, 62},    {13, 66},    {20, 70},     {29, 71},   {41, 67},
+         {34, 66.5},  {38, 64.3},   {44, 66.5},   {54, 68.5},  {68, 69},     {73, 73},   {86, 74},
+         {104, 77.5}, {113, 74},    {131, 71.5},  {140, 73},   {160, 70},    {179, 69},  {178, 62.5},
+         {163, 59},   {156, 51},    {156, 61},    {135, 54.5}, {140, 48},    {128, 40},  {129, 35.5},
+         {126, 37},   {121, 40},    {122, 30.5},  {114, 22},   {106, 20},    {109, 12},  {103, 9},
+         {104, 1.5},  {98, 9},      {97, 17},     {91, 22.5},  {80, 15},     {77.5, 8},  {73, 19},
+         {67, 25},    {57, 25.8},   {50, 30},     {56, 26},    {59.5, 22.5}, {52, 16},   {43.5, 12.7},
+         {35, 28},    {36, 36.5},   {27, 37},     {27, 40.5},  {41, 41.3},   {38, 47},   {31, 46.5},
+         {28, 43},    {24, 40.5},   {22.5, 36.7}, {19.5, 41},  {13.5, 45.5}, {18.5, 40}, {16, 38},
+         {10, 44},    {3, 42.5},    {-1, 37.5}},
         // The British Isles, Iceland
-        {{-5.5, 50}, {1.3, 51.2}, {0.3, 53.3}, {-2, 56}, {-2, 57.6}, {-5, 58.6}, {-5.7, 56}, {-3, 54.5}, {-4.5, 52.5}},
+        {{-5.5, 50},
+         {1.3, 51.2},
+         {0.3, 53.3},
+         {-2, 56},
+         {-2, 57.6},
+         {-5, 58.6},
+         {-5.7, 56},
+         {-3, 54.5},
+         {-4.5, 52.5}},
         {{-10, 51.7}, {-6.3, 52.2}, {-5.8, 54.7}, {-8, 55.2}, {-9.8, 53.5}},
         {{-22, 64}, {-18.5, 63.4}, {-13.7, 65}, {-16, 66.4}, {-22.5, 66.2}},
         // Greenland
-        {{-44, 60}, {-41, 63}, {-32, 68}, {-22, 71}, {-19, 77}, {-20, 81.5}, {-35, 83.5}, {-60, 81.5}, {-70, 77.5}, {-58, 75}, {-53, 69}, {-52, 64}},
+        {{-44, 60},
+         {-41, 63},
+         {-32, 68},
+         {-22, 71},
+         {-19, 77},
+         {-20, 81.5},
+         {-35, 83.5},
+         {-60, 81.5},
+         {-70, 77.5},
+         {-58, 75},
+         {-53, 69},
+         {-52, 64}},
         // South America, North America's east
-        {{-35, -6}, {-39, -13}, {-41, -22}, {-48, -26}, {-53, -33.5}, {-58, -38}, {-65, -42}, {-68, -50}, {-72, -52}, {-73, -40}, {-70, -18}, {-81, -5}, {-78, 2}, {-77, 8}, {-71, 12},
-         {-60, 9}, {-51, 4}, {-44, -2.5}},
-        {{-81, 25.5}, {-80, 32}, {-75, 36}, {-70, 42}, {-64, 45}, {-66, 50}, {-56, 52}, {-62, 58}, {-70, 61}, {-78, 62}, {-77, 56}, {-82, 52}, {-93, 58}, {-87, 68}, {-120, 70}, {-125, 60}, {-110, 45}, {-97, 27}, {-90, 30}},
+        {{-35, -6},
+         {-39, -13},
+         {-41, -22},
+         {-48, -26},
+         {-53, -33.5},
+         {-58, -38},
+         {-65, -42},
+         {-68, -50},
+         {-72, -52},
+         {-73, -40},
+         {-70, -18},
+         {-81, -5},
+         {-78, 2},
+         {-77, 8},
+         {-71, 12},
+         {-60, 9},
+         {-51, 4},
+         {-44, -2.5}},
+        {{-81, 25.5},
+         {-80, 32},
+         {-75, 36},
+         {-70, 42},
+         {-64, 45},
+         {-66, 50},
+         {-56, 52},
+         {-62, 58},
+         {-70, 61},
+         {-78, 62},
+         {-77, 56},
+         {-82, 52},
+         {-93, 58},
+         {-87, 68},
+         {-120, 70},
+         {-125, 60},
+         {-110, 45},
+         {-97, 27},
+         {-90, 30}},
         // Madagascar
         {{44, -25}, {47, -25}, {50, -15.5}, {49, -12.2}, {44.5, -17}}};
     for (const auto& coast : coasts) AddLand(land, coast, middle);
     const Frame frame = Frame::Square(0.84, 1, 0.5, 0.06);
     return {"Background world",
-            {Wash("#FCFDFE", "#F3F7FA"), Filled(frame, std::move(sea), "#F0F5F9"), Filled(frame, std::move(land), "#E1E9E6"),
-             Drawn(frame, std::move(net), "#DFE8EF", 0.7), Drawn(frame, Path().Ellipse(0.5, 0.5, 0.5, 0.5), "#D3DFE8", 1.2)}};
+            {Wash("#FCFDFE", "#F3F7FA"), Filled(frame, std::move(sea), "#F0F5F9"),
+             Filled(frame, std::move(land), "#E1E9E6"), Drawn(frame, std::move(net), "#DFE8EF", 0.7),
+             Drawn(frame, Path().Ellipse(0.5, 0.5, 0.5, 0.5), "#D3DFE8", 1.2)}};
 }
 
 Background Compass() {
@@ -275,13 +355,16 @@ Background Compass() {
     }
     const Frame frame = Frame::Square(0.72, 1, 0, 0.07);
     return {"Background compass",
-            {Wash("#FDFCFA", "#F8F4EC"), Drawn(frame, std::move(dial), "#E6DDCB", 1.2), Drawn(frame, std::move(ticks), "#E9E1D1", 0.9),
-             Drawn(frame, std::move(long_), "#DDD1B8", 1.4), Filled(frame, std::move(minor), "#F0E9DB"),
-             Filled(frame, std::move(light), "#F4EEE2"), Filled(frame, std::move(dark), "#E8DFCC"),
+            {Wash("#FDFCFA", "#F8F4EC"), Drawn(frame, std::move(dial), "#E6DDCB", 1.2),
+             Drawn(frame, std::move(ticks), "#E9E1D1", 0.9), Drawn(frame, std::move(long_), "#DDD1B8", 1.4),
+             Filled(frame, std::move(minor), "#F0E9DB"), Filled(frame, std::move(light), "#F4EEE2"),
+             Filled(frame, std::move(dark), "#E8DFCC"),
              Filled(frame, Path().Ellipse(0.5, 0.5, 0.022, 0.022), "#FBF8F2")}};
 }
 
-Background None() { return {"Background none", {}}; }
+Background None() {
+    return {"Background none", {}};
+}
 
 Background Geometric() {
     // A net of triangles over the lower right: the knots of a grid, moved a little from their places.
@@ -296,8 +379,10 @@ Background Geometric() {
     const char* colors[] = {"#F6F9FA", "#F1F5F8", "#EBF1F5", "#E5EDF2"};
     for (int row = 0; row < rows; ++row) {
         for (int column = 0; column < columns; ++column) {
-            const double reach = static_cast<double>(column) / columns - static_cast<double>(row) / rows;  // Fades to the upper left.
-            const Point a = knot(column, row), b = knot(column + 1, row), c = knot(column + 1, row + 1), d = knot(column, row + 1);
+            const double reach = static_cast<double>(column) / columns -
+                                 static_cast<double>(row) / rows;  // Fades to the upper left.
+            const Point a = knot(column, row), b = knot(column + 1, row), c = knot(column + 1, row + 1),
+                        d = knot(column, row + 1);
             int which = 0;
             for (const auto& triangle : {std::vector<Point>{a, b, c}, std::vector<Point>{a, c, d}}) {
                 const double shade = reach + 0.55 * std::sin(column * 4.1 + row * 7.7 + which * 2.3);
@@ -310,13 +395,15 @@ Background Geometric() {
     }
     Background background{"Background geometric", {Wash("#FBFCFD", "#F5F8FA")}};
     for (int i = 0; i < 4; ++i) {
-        if (!tones[i].Empty()) background.layers.push_back(Filled(Frame::Square(1, 1, 0), std::move(tones[i]), colors[i]));
+        if (!tones[i].Empty())
+            background.layers.push_back(Filled(Frame::Square(1, 1, 0), std::move(tones[i]), colors[i]));
     }
     return background;
 }
 
 Background Cosmic() {
-    const Point dipper[] = {{0.52, 0.80}, {0.60, 0.83}, {0.66, 0.79}, {0.735, 0.765}, {0.75, 0.69}, {0.855, 0.70}, {0.85, 0.785}};
+    const Point dipper[] = {{0.52, 0.80}, {0.60, 0.83},  {0.66, 0.79}, {0.735, 0.765},
+                            {0.75, 0.69}, {0.855, 0.70}, {0.85, 0.785}};
     const Point crown[] = {{0.62, 0.30}, {0.69, 0.22}, {0.76, 0.32}, {0.83, 0.20}, {0.90, 0.29}};
     Path links, stars, dust, flares, haze[4];
     links.Polyline({std::begin(dipper), std::end(dipper)}).Line(dipper[3].x, dipper[3].y);
@@ -324,17 +411,21 @@ Background Cosmic() {
     for (const Point& star : dipper) stars.Ellipse(star.x, star.y, 0.006, 0.006);
     for (const Point& star : crown) stars.Ellipse(star.x, star.y, 0.006, 0.006);
     for (int i = 1; i < 80; ++i) {  // Spread evenly by the golden ratio, denser to the right.
-        const double x = std::sqrt(std::fmod(i * 0.6180339887, 1.0)), y = std::fmod(i * 0.7548776662, 1.0), size = 0.0014 + 0.0011 * (i % 3);
+        const double x = std::sqrt(std::fmod(i * 0.6180339887, 1.0)), y = std::fmod(i * 0.7548776662, 1.0),
+                     size = 0.0014 + 0.0011 * (i % 3);
         dust.Ellipse(0.01 + 0.98 * x, 0.01 + 0.98 * y, size, size);
     }
-    for (const auto& [x, y, size] : {std::tuple{0.93, 0.90, 0.030}, {0.47, 0.55, 0.018}, {0.94, 0.50, 0.022}, {0.54, 0.12, 0.020}})
+    for (const auto& [x, y, size] :
+         {std::tuple{0.93, 0.90, 0.030}, {0.47, 0.55, 0.018}, {0.94, 0.50, 0.022}, {0.54, 0.12, 0.020}})
         flares.Polygon(Star({x, y}, size, size * 0.16, 4, 90));
-    for (int i = 0; i < 4; ++i) haze[i].SmoothClosed(TurnedEllipse({0.62, 0.5}, 0.38 - 0.05 * i, 0.15 - 0.032 * i, 38));
+    for (int i = 0; i < 4; ++i)
+        haze[i].SmoothClosed(TurnedEllipse({0.62, 0.5}, 0.38 - 0.05 * i, 0.15 - 0.032 * i, 38));
     const Frame frame = Frame::Square(1, 1, 0.5);
     return {"Background cosmic",
-            {Wash("#F4F3FB", "#FBFAFD"), Filled(frame, std::move(haze[0]), "#F4F2FB"), Filled(frame, std::move(haze[1]), "#F1EFFA"),
-             Filled(frame, std::move(haze[2]), "#EEEBF8"), Filled(frame, std::move(haze[3]), "#EAE7F6"),
-             Filled(frame, std::move(dust), "#D5D0EA"), Drawn(frame, std::move(links), "#DAD6EC", 0.9), Filled(frame, std::move(stars), "#C3BCE0"),
+            {Wash("#F4F3FB", "#FBFAFD"), Filled(frame, std::move(haze[0]), "#F4F2FB"),
+             Filled(frame, std::move(haze[1]), "#F1EFFA"), Filled(frame, std::move(haze[2]), "#EEEBF8"),
+             Filled(frame, std::move(haze[3]), "#EAE7F6"), Filled(frame, std::move(dust), "#D5D0EA"),
+             Drawn(frame, std::move(links), "#DAD6EC", 0.9), Filled(frame, std::move(stars), "#C3BCE0"),
              Filled(frame, std::move(flares), "#CDC7E6")}};
 }
 

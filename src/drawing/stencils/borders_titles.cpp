@@ -14,27 +14,45 @@ GeometryDefinition Rectangle() {
 }
 
 /// A part between the given edges of the block, by formulas of the block's size.
-ShapeDefinition Part(const std::string& left, const std::string& bottom, const std::string& width, const std::string& height, Cells look) {
+ShapeDefinition Part(const std::string& left, const std::string& bottom, const std::string& width,
+                     const std::string& height, Cells look) {
     ShapeDefinition part;
-    part.cells = {{"Width", width}, {"Height", height}, {"LocPinX", "0"}, {"LocPinY", "0"}, {"PinX", left}, {"PinY", bottom}};
+    part.cells = {{"Width", width}, {"Height", height}, {"LocPinX", "0"},
+                  {"LocPinY", "0"}, {"PinX", left},     {"PinY", bottom}};
     part.cells.insert(part.cells.end(), look.begin(), look.end());
     part.geometry = {Rectangle()};
     return part;
 }
 
-/// The block is as wide as its title asks. Its pin is where the page formulas of a drawn title (a fifth of the width
-/// and 0.875 in from the left edge, a tenth of the height and 0.375 in below the top) bring its upper left corner
-/// to a quarter inch from the page's edges.
+/// The block is as wide as its title asks. Its pin is where the page formulas of a drawn title (a fifth of
+/// the width and 0.875 in from the left edge, a tenth of the height and 0.375 in below the top) bring its
+/// upper left corner to a quarter inch from the page's edges.
 MasterDefinition TitleBlockDeco() {
     const char* ink = "RGB(31,56,88)";
     ShapeDefinition block;
-    block.cells = {{"Width", "MAX(2.25 in,TEXTWIDTH(TheText)+0.62 in)"}, {"Height", "0.44 in"},
-                   {"LocPinX", "Width*0.2+0.625 in"}, {"LocPinY", "Height*0.9-0.125 in"},
-                   {"TxtPinX", "0.12 in"}, {"TxtPinY", "Height*0.43"}, {"TxtLocPinX", "0"}, {"TxtLocPinY", "0"},
-                   {"TxtWidth", "Width-0.5 in"}, {"TxtHeight", "Height*0.57"},
-                   {"LeftMargin", "4 pt"}, {"RightMargin", "4 pt"}, {"TopMargin", "2 pt"}, {"BottomMargin", "2 pt"},
-                   {"VerticalAlign", "1"}, {"Para.HorzAlign", "0"}, {"Char.Size", "9 pt"}, {"Char.Style", "1"}, {"Char.Color", ink},
-                   {"FillPattern", "0"}, {"LinePattern", "0"}, {"DisplayMode", "2"}, {"ObjType", "4"}};
+    block.cells = {{"Width", "MAX(2.25 in,TEXTWIDTH(TheText)+0.62 in)"},
+                   {"Height", "0.44 in"},
+                   {"LocPinX", "Width*0.2+0.625 in"},
+                   {"LocPinY", "Height*0.9-0.125 in"},
+                   {"TxtPinX", "0.12 in"},
+                   {"TxtPinY", "Height*0.43"},
+                   {"TxtLocPinX", "0"},
+                   {"TxtLocPinY", "0"},
+                   {"TxtWidth", "Width-0.5 in"},
+                   {"TxtHeight", "Height*0.57"},
+                   {"LeftMargin", "4 pt"},
+                   {"RightMargin", "4 pt"},
+                   {"TopMargin", "2 pt"},
+                   {"BottomMargin", "2 pt"},
+                   {"VerticalAlign", "1"},
+                   {"Para.HorzAlign", "0"},
+                   {"Char.Size", "9 pt"},
+                   {"Char.Style", "1"},
+                   {"Char.Color", ink},
+                   {"FillPattern", "0"},
+                   {"LinePattern", "0"},
+                   {"DisplayMode", "2"},
+                   {"ObjType", "4"}};
     const Cells noLine = {{"LinePattern", "0"}, {"FillPattern", "1"}};
     const auto filled = [&noLine](const char* color) {
         Cells cells = noLine;
@@ -42,26 +60,45 @@ MasterDefinition TitleBlockDeco() {
         return cells;
     };
     ShapeDefinition plate = Part("0", "0", "Sheet.5!Width", "Sheet.5!Height",
-                                 {{"FillPattern", "1"}, {"FillForegnd", "RGB(255,255,255)"}, {"LineColor", "RGB(198,208,220)"}, {"LineWeight", "0.5 pt"}});
+                                 {{"FillPattern", "1"},
+                                  {"FillForegnd", "RGB(255,255,255)"},
+                                  {"LineColor", "RGB(198,208,220)"},
+                                  {"LineWeight", "0.5 pt"}});
     ShapeDefinition bar = Part("0", "0", "0.07 in", "Sheet.5!Height", filled(ink));
     ShapeDefinition accent = Part("0.07 in", "0", "0.02 in", "Sheet.5!Height", filled("RGB(214,160,72)"));
-    ShapeDefinition rule = Part("0.176 in", "Sheet.5!Height*0.41", "Sheet.5!Width-0.62 in", "0.006 in", filled("RGB(198,208,220)"));
-    ShapeDefinition caption = Part("0.12 in", "Sheet.5!Height*0.06", "Sheet.5!Width-0.5 in", "Sheet.5!Height*0.33",
-                                   {{"LinePattern", "0"}, {"FillPattern", "0"}, {"LeftMargin", "4 pt"}, {"RightMargin", "4 pt"}, {"TopMargin", "0 pt"},
-                                    {"BottomMargin", "0 pt"}, {"VerticalAlign", "1"}, {"Para.HorzAlign", "0"}, {"Char.Size", "5 pt"},
-                                    {"Char.Color", "RGB(110,124,142)"}});
+    ShapeDefinition rule = Part("0.176 in", "Sheet.5!Height*0.41", "Sheet.5!Width-0.62 in", "0.006 in",
+                                filled("RGB(198,208,220)"));
+    ShapeDefinition caption =
+        Part("0.12 in", "Sheet.5!Height*0.06", "Sheet.5!Width-0.5 in", "Sheet.5!Height*0.33",
+             {{"LinePattern", "0"},
+              {"FillPattern", "0"},
+              {"LeftMargin", "4 pt"},
+              {"RightMargin", "4 pt"},
+              {"TopMargin", "0 pt"},
+              {"BottomMargin", "0 pt"},
+              {"VerticalAlign", "1"},
+              {"Para.HorzAlign", "0"},
+              {"Char.Size", "5 pt"},
+              {"Char.Color", "RGB(110,124,142)"}});
     caption.text = "Bachman diagram";
     // An owner, a line, a member: the mark at the right.
-    ShapeDefinition owner = Part("Sheet.5!Width-0.29 in", "Sheet.5!Height*0.5+0.045 in", "0.2 in", "0.085 in", filled(ink));
-    ShapeDefinition line = Part("Sheet.5!Width-0.196 in", "Sheet.5!Height*0.5-0.05 in", "0.012 in", "0.1 in", filled("RGB(150,164,184)"));
+    ShapeDefinition owner =
+        Part("Sheet.5!Width-0.29 in", "Sheet.5!Height*0.5+0.045 in", "0.2 in", "0.085 in", filled(ink));
+    ShapeDefinition line = Part("Sheet.5!Width-0.196 in", "Sheet.5!Height*0.5-0.05 in", "0.012 in", "0.1 in",
+                                filled("RGB(150,164,184)"));
     ShapeDefinition member = Part("Sheet.5!Width-0.29 in", "Sheet.5!Height*0.5-0.13 in", "0.2 in", "0.085 in",
-                                  {{"FillPattern", "1"}, {"FillForegnd", "RGB(255,255,255)"}, {"LineColor", ink}, {"LineWeight", "0.75 pt"}});
+                                  {{"FillPattern", "1"},
+                                   {"FillForegnd", "RGB(255,255,255)"},
+                                   {"LineColor", ink},
+                                   {"LineWeight", "0.75 pt"}});
     block.parts = {plate, bar, accent, rule, caption, line, owner, member};
     return {"Title block deco", "A title that rides at the page's upper left.", block};
 }
 
 }  // namespace
 
-StencilDefinition BordersAndTitles() { return {"Borders and Titles (US units).vss", "Borders and Titles", {TitleBlockDeco()}}; }
+StencilDefinition BordersAndTitles() {
+    return {"Borders and Titles (US units).vss", "Borders and Titles", {TitleBlockDeco()}};
+}
 
 }  // namespace norvelis::drawing::stencils

@@ -1,7 +1,8 @@
 #include "drawing/stencils/build.h"
 
+#include <cmath>
+
 #include "core/failure.h"
-#include "drawing/formula/expression.h"
 #include "drawing/formula/recalculation.h"
 
 namespace norvelis::drawing::stencils {
@@ -9,69 +10,81 @@ namespace norvelis::drawing::stencils {
 namespace {
 
 constexpr double kLetterWidth = 11, kLetterHeight = 8.5;
-constexpr int kFirstShapeId = 5;  // As programs of this format count in masters; "Sheet.5" in the definitions.
+constexpr int kFirstShapeId =
+    5;  // As programs of this format count in masters; "Sheet.5" in the definitions.
 
-/// Writes a formula down; its value comes with the recalculation of the whole.
-void Put(const Document& document, Cell& cell, const std::string& name, const std::string& formula) {
-    if (!Expression::Parse(document.names, formula))
-        throw RuntimeFailure(FailureNumber::InvalidCall, name + " can not be " + formula);
-    cell.formula = formula;
-}
+/// Puts masters together shape by shape, each cell through the recalculation, so that all values are right.
+class MasterBuilder {
+  public:
+    MasterBuilder(Document& document, Recalculation& recalculation)
+        : document_(document), recalculation_(recalculation) {}
 
-void Put(const Document& document, Shape& shape, const CellDefinition& definition) {
-    const CellRef ref = ParseCellName(document.names, definition.name);
-    if (ref.cell == Name::None) throw RuntimeFailure(FailureNumber::InvalidCall, "there is no cell " + definition.name);
-    Put(document, shape.LocalAt(ref), definition.name, definition.formula);
-}
-
-void AddGeometry(Document& document, Shape& shape, const GeometryDefinition& definition, int index) {
-    Section& section = shape.At(Name::Geometry, index);
-    section.cells.Set(Name::NoFill, definition.noFill ? 1 : 0).Set(Name::NoLine, definition.noLine ? 1 : 0);
-    for (const RowDefinition& rowDefinition : definition.rows) {
-        Row& row = section.At(RowKey::Number(section.NextIndex(1)));
-        row.type = document.names.Find(rowDefinition.type);
-        for (const CellDefinition& cell : rowDefinition.cells)
-            Put(document, row.cells.At(document.names.Find(cell.name)), cell.name, cell.formula);
+    Master& Add(const MasterDefinition& definition) {
+        Master& master = document_.AddMaster(definition.name);
+        master.prompt = definition.prompt;
+        master.matchByName = true;
+        master.sheet.cells.Set(Name::PageWidth, kLetterWidth).Set(Name::PageHeight, kLetterHeight);
+        Shape& top = AddShape(master, definition.shape, nullptr);
+        for (const ShapeDefinition& part : definition.shape.parts) AddShape(master, part, &top);
+        return master;
     }
-}
 
-std::unique_ptr<Shape> MakeShape(Document& document, const ShapeDefinition& definition) {
-    auto shape = std::make_unique<Shape>();
-    shape->kind = definition.parts.empty() ? ShapeKind::Shape : ShapeKind::Group;
-    shape->name = shape->nameU = definition.name;
-    shape->lineStyle = shape->fillStyle = shape->textStyle = document.FindStyle("Normal");
-    for (const CellDefinition& cell : definition.cells) Put(document, *shape, cell);
-    for (const PropertyDefinition& property : definition.properties) {
-        Row& row = shape->At(Name::Property).At(RowKey::Named(document.names.Intern(property.row)));
-        row.cells.SetText(Name::Label, property.label).SetText(Name::Value, "");
+  private:
+    Shape& AddShape(Master& master, const ShapeDefinition& definition, Shape* group) {
+        auto made = std::make_unique<Shape>();
+        if (!group) made->id = kFirstShapeId;
+        made->kind = definition.parts.empty() ? ShapeKind::Shape : ShapeKind::Group;
+        made->lineStyle = made->fillStyle = made->textStyle = document_.FindStyle("Normal");
+        if (!definition.text.empty()) made->text = TextRuns{{definition.text}};
+        Shape& shape = master.Add(std::move(made), group);
+        for (const CellDefinition& cell : definition.cells) {
+            const CellRef ref = ParseCellName(document_.names, cell.name);
+            if (ref.cell == Name::None)
+                throw RuntimeFailure(FailureNumber::InvalidCall, "there is no cell " + cell.name);
+            Put(master, shape, ref, cell);
+        }
+        for (const PropertyDefinition& property : definition.properties) {
+            Row& row = shape.At(Name::Property).At(RowKey::Named(document_.names.Intern(property.row)));
+            row.cells.SetText(Name::Label, property.label).SetText(Name::Value, "");
+        }
+        int index = 0;
+        for (const GeometryDefinition& geometry : definition.geometry)
+            AddGeometry(master, shape, geometry, index++);
+        return shape;
     }
-    int index = 0;
-    for (const GeometryDefinition& geometry : definition.geometry) AddGeometry(document, *shape, geometry, index++);
-    if (!definition.text.empty()) shape->text = TextRuns{{definition.text}};
-    return shape;
-}
 
-Master& AddMaster(Document& document, const MasterDefinition& definition) {
-    Master& master = document.AddMaster(definition.name);
-    master.prompt = definition.prompt;
-    master.matchByName = true;
-    master.sheet.cells.Set(Name::PageWidth, kLetterWidth).Set(Name::PageHeight, kLetterHeight);
-    auto top = MakeShape(document, definition.shape);
-    top->id = kFirstShapeId;
-    Shape& group = master.Add(std::move(top));
-    for (const ShapeDefinition& part : definition.shape.parts) master.Add(MakeShape(document, part), &group);
-    return master;
-}
+    void AddGeometry(Master& master, Shape& shape, const GeometryDefinition& definition, int index) {
+        Section& section = shape.At(Name::Geometry, index);
+        section.cells.Set(Name::NoFill, definition.noFill ? 1 : 0)
+            .Set(Name::NoLine, definition.noLine ? 1 : 0);
+        int number = 0;
+        for (const RowDefinition& row : definition.rows) {
+            const RowKey key = RowKey::Number(++number);
+            shape.At(Name::Geometry, index).At(key).type = document_.names.Find(row.type);
+            for (const CellDefinition& cell : row.cells)
+                Put(master, shape, CellRef(Name::Geometry, index, key, document_.names.Find(cell.name)),
+                    cell);
+        }
+    }
 
-/// A master that does not depend on its page gets a page of its own size, with itself in the middle.
-void FitPage(Master& master) {
+    void Put(Master& master, Shape& shape, const CellRef& ref, const CellDefinition& cell) {
+        if (!recalculation_.SetFormula(master, shape, ref, cell.formula))
+            throw RuntimeFailure(FailureNumber::InvalidCall, cell.name + " can not be " + cell.formula);
+    }
+
+    Document& document_;
+    Recalculation& recalculation_;
+};
+
+/// A master that does not depend on its page gets a page of its own size, on which it stands whole.
+void FitPage(Recalculation& recalculation, Master& master) {
     Shape& shape = *master.shapes.front();
     if (FormulaOf(shape, Name::Width).find("ThePage") != std::string_view::npos) return;
-    const bool line = Find(shape, Name::EndX) && FormulaOf(shape, Name::PinX).find("EndX") != std::string_view::npos;
-    const double width = Number(shape, Name::Width), height = std::abs(Number(shape, Name::Height));
-    master.sheet.cells.Set(Name::PageWidth, width).Set(Name::PageHeight, height);
-    if (line) return;
-    shape.cells.Set(Name::PinX, Number(shape, Name::LocPinX)).Set(Name::PinY, Number(shape, Name::LocPinY));
+    master.sheet.cells.Set(Name::PageWidth, std::abs(Number(shape, Name::Width)));
+    master.sheet.cells.Set(Name::PageHeight, std::abs(Number(shape, Name::Height)));
+    // A line stands by its ends; a guarded pin stays where they put it.
+    recalculation.SetValue(master, shape, Name::PinX, Value::Of(Number(shape, Name::LocPinX)));
+    recalculation.SetValue(master, shape, Name::PinY, Value::Of(Number(shape, Name::LocPinY)));
 }
 
 }  // namespace
@@ -81,15 +94,14 @@ std::unique_ptr<Document> BuildStencil(FontLibrary& fonts, const StencilDefiniti
     document->title = definition.title;
     document->creator = "Norvelis";
     AddStandardStyles(*document);
-    for (const MasterDefinition& master : definition.masters) AddMaster(*document, master);
     Recalculation recalculation(*document, fonts);
-    for (const auto& master : document->masters) recalculation.AllChanged(*master);
-    recalculation.Settle();
-    for (const auto& master : document->masters) {
-        FitPage(*master);
-        recalculation.AllChanged(*master);
+    MasterBuilder builder(*document, recalculation);
+    for (const MasterDefinition& each : definition.masters) {
+        Master& master = builder.Add(each);
+        recalculation.Settle();
+        FitPage(recalculation, master);
+        recalculation.Settle();
     }
-    recalculation.Settle();
     return document;
 }
 

@@ -4,8 +4,8 @@
 #include <utility>
 #include <vector>
 
-// Masters as they are written down: the cells that differ from the default with their formulas, geometry rows,
-// text, parts. Formulas are in universal syntax; lengths without a unit are inches.
+// Masters as they are written down: the cells that differ from the default with their formulas, geometry
+// rows, text, parts. Formulas are in universal syntax; lengths without a unit are inches.
 namespace norvelis::drawing::stencils {
 
 struct CellDefinition {

@@ -17,14 +17,16 @@ GeometryDefinition Polygon(const std::vector<std::pair<const char*, const char*>
 
 /// What the boxes have in common: a light fill, a thin line, text in the middle with a modest margin.
 Cells BoxCells(const char* width, const char* height, const char* fill, const char* line) {
-    return {{"Width", width},         {"Height", height},       {"LocPinX", "Width*0.5"},  {"LocPinY", "Height*0.5"},
-            {"FillForegnd", fill},    {"FillPattern", "1"},     {"LineColor", line},       {"LineWeight", "0.75 pt"},
-            {"LeftMargin", "6 pt"},   {"RightMargin", "6 pt"},  {"TopMargin", "5 pt"},     {"BottomMargin", "5 pt"},
-            {"VerticalAlign", "1"},   {"Para.HorzAlign", "1"},  {"Char.Size", "8 pt"},     {"Char.Color", "0"},
-            {"ObjType", "1"}};
+    return {{"Width", width},          {"Height", height},        {"LocPinX", "Width*0.5"},
+            {"LocPinY", "Height*0.5"}, {"FillForegnd", fill},     {"FillPattern", "1"},
+            {"LineColor", line},       {"LineWeight", "0.75 pt"}, {"LeftMargin", "6 pt"},
+            {"RightMargin", "6 pt"},   {"TopMargin", "5 pt"},     {"BottomMargin", "5 pt"},
+            {"VerticalAlign", "1"},    {"Para.HorzAlign", "1"},   {"Char.Size", "8 pt"},
+            {"Char.Color", "0"},       {"ObjType", "1"}};
 }
 
-const std::vector<PropertyDefinition> kWorkProperties = {{"Duration", "Duration"}, {"Resources", "Resources"}};
+const std::vector<PropertyDefinition> kWorkProperties = {{"Duration", "Duration"},
+                                                         {"Resources", "Resources"}};
 
 MasterDefinition Process() {
     ShapeDefinition shape;
@@ -47,37 +49,40 @@ MasterDefinition Terminator() {
     ShapeDefinition shape;
     shape.cells = BoxCells("1.5 in", "0.5 in", "RGB(246,250,247)", "RGB(76,116,96)");
     GeometryDefinition outline;
-    outline.rows = {{"MoveTo", {{"X", "MIN(Width,Height)*0.5"}, {"Y", "0"}}},
-                    {"LineTo", {{"X", "Width-MIN(Width,Height)*0.5"}, {"Y", "0"}}},
-                    {"ArcTo", {{"X", "Width-MIN(Width,Height)*0.5"}, {"Y", "Height"}, {"A", "MIN(Width,Height)*0.5"}}},
-                    {"LineTo", {{"X", "MIN(Width,Height)*0.5"}, {"Y", "Height"}}},
-                    {"ArcTo", {{"X", "MIN(Width,Height)*0.5"}, {"Y", "0"}, {"A", "MIN(Width,Height)*0.5"}}}};
+    outline.rows = {
+        {"MoveTo", {{"X", "MIN(Width,Height)*0.5"}, {"Y", "0"}}},
+        {"LineTo", {{"X", "Width-MIN(Width,Height)*0.5"}, {"Y", "0"}}},
+        {"ArcTo", {{"X", "Width-MIN(Width,Height)*0.5"}, {"Y", "Height"}, {"A", "MIN(Width,Height)*0.5"}}},
+        {"LineTo", {{"X", "MIN(Width,Height)*0.5"}, {"Y", "Height"}}},
+        {"ArcTo", {{"X", "MIN(Width,Height)*0.5"}, {"Y", "0"}, {"A", "MIN(Width,Height)*0.5"}}}};
     shape.geometry = {outline};
     shape.properties = kWorkProperties;
     return {"Terminator", "A beginning or an end.", shape};
 }
 
-/// A note stands up and to the right of its pin, at the foot of its block and only as large as its text, so that it
-/// covers nothing of the box whose pin it is dropped beside. The leader runs from the note's corner, which is the
-/// pin, to the begin point; gluing that to a box ties the note to it. It is one-dimensional (it has end points), but
-/// neither placed nor routed.
+/// A note stands up and to the right of its pin, at the foot of its block and only as large as its text, so
+/// that it covers nothing of the box whose pin it is dropped beside. The leader runs from the note's corner,
+/// which is the pin, to the begin point; gluing that to a box ties the note to it. It is one-dimensional (it
+/// has end points), but neither placed nor routed.
 MasterDefinition Annotation() {
     ShapeDefinition shape;
-    shape.cells = {{"BeginX", "PinX-0.35"}, {"BeginY", "PinY-0.35"},
-                   {"EndX", "GUARD(PinX)"}, {"EndY", "GUARD(PinY)"},
-                   {"Width", "1.25 in"}, {"Height", "0.5 in"},
-                   {"LocPinX", "GUARD(0)"}, {"LocPinY", "GUARD(0)"},
-                   {"FillForegnd", "RGB(255,253,244)"}, {"FillPattern", "1"}, {"FillForegndTrans", "0.15"},
-                   {"LineColor", "RGB(176,150,92)"}, {"LineWeight", "0.5 pt"},
-                   {"LeftMargin", "5 pt"}, {"RightMargin", "4 pt"}, {"TopMargin", "3 pt"}, {"BottomMargin", "3 pt"},
-                   {"VerticalAlign", "2"}, {"Para.HorzAlign", "0"}, {"Char.Size", "6 pt"}, {"Char.Color", "0"},
-                   {"ObjType", "4"}, {"BeginArrow", "10"}, {"BeginArrowSize", "0"}};
+    shape.cells = {
+        {"BeginX", "PinX-0.35"},  {"BeginY", "PinY-0.35"},      {"EndX", "GUARD(PinX)"},
+        {"EndY", "GUARD(PinY)"},  {"Width", "1.25 in"},         {"Height", "0.5 in"},
+        {"LocPinX", "GUARD(0)"},  {"LocPinY", "GUARD(0)"},      {"FillForegnd", "RGB(255,253,244)"},
+        {"FillPattern", "1"},     {"FillForegndTrans", "0.15"}, {"LineColor", "RGB(176,150,92)"},
+        {"LineWeight", "0.5 pt"}, {"LeftMargin", "5 pt"},       {"RightMargin", "4 pt"},
+        {"TopMargin", "3 pt"},    {"BottomMargin", "3 pt"},     {"VerticalAlign", "2"},
+        {"Para.HorzAlign", "0"},  {"Char.Size", "6 pt"},        {"Char.Color", "0"},
+        {"ObjType", "4"},         {"BeginArrow", "10"},         {"BeginArrowSize", "0"}};
     const char* right = "MIN(Width,TEXTWIDTH(TheText))";
     const char* top = "MIN(Height,TEXTHEIGHT(TheText,Width))";
     GeometryDefinition plate;
     plate.noLine = true;
-    plate.rows = {{"MoveTo", {{"X", "0"}, {"Y", "0"}}},   {"LineTo", {{"X", right}, {"Y", "0"}}},
-                  {"LineTo", {{"X", right}, {"Y", top}}}, {"LineTo", {{"X", "0"}, {"Y", top}}},
+    plate.rows = {{"MoveTo", {{"X", "0"}, {"Y", "0"}}},
+                  {"LineTo", {{"X", right}, {"Y", "0"}}},
+                  {"LineTo", {{"X", right}, {"Y", top}}},
+                  {"LineTo", {{"X", "0"}, {"Y", top}}},
                   {"LineTo", {{"X", "0"}, {"Y", "0"}}}};
     GeometryDefinition leader;
     leader.noFill = true;
@@ -91,21 +96,50 @@ MasterDefinition Annotation() {
 
 MasterDefinition DynamicConnector() {
     ShapeDefinition shape;
-    shape.cells = {{"BeginX", "0"}, {"BeginY", "1"}, {"EndX", "1"}, {"EndY", "0"},
-                   {"PinX", "GUARD((BeginX+EndX)/2)"}, {"PinY", "GUARD((BeginY+EndY)/2)"},
-                   {"Width", "GUARD(EndX-BeginX)"}, {"Height", "GUARD(EndY-BeginY)"},
-                   {"LocPinX", "GUARD(Width*0.5)"}, {"LocPinY", "GUARD(Height*0.5)"},
-                   {"Angle", "GUARD(0DA)"}, {"FlipX", "GUARD(FALSE)"}, {"FlipY", "GUARD(FALSE)"},
-                   {"Controls.TextPosition", "Width*0.5"}, {"Controls.TextPosition.Y", "Height*0.5"},
-                   {"TxtPinX", "SETATREF(Controls.TextPosition)"}, {"TxtPinY", "SETATREF(Controls.TextPosition.Y)"},
-                   {"TxtWidth", "MAX(TEXTWIDTH(TheText),5*Char.Size)"}, {"TxtHeight", "TEXTHEIGHT(TheText,TxtWidth)"},
-                   {"TxtLocPinX", "TxtWidth*0.5"}, {"TxtLocPinY", "TxtHeight*0.5"},
-                   {"LeftMargin", "2 pt"}, {"RightMargin", "2 pt"}, {"TopMargin", "1 pt"}, {"BottomMargin", "1 pt"},
-                   {"VerticalAlign", "1"}, {"Para.HorzAlign", "1"}, {"Char.Size", "6 pt"}, {"Char.Color", "0"},
-                   {"TextBkgnd", "RGB(255,255,255)"}, {"TextBkgndTrans", "0.2"},
-                   {"LineColor", "RGB(84,100,122)"}, {"LineWeight", "0.75 pt"}, {"EndArrow", "13"}, {"EndArrowSize", "1"},
-                   {"FillPattern", "0"}, {"LockHeight", "1"}, {"LockCalcWH", "1"}, {"NoAlignBox", "1"}, {"DynFeedback", "2"},
-                   {"GlueType", "2"}, {"ObjType", "2"}, {"NoLiveDynamics", "1"}, {"ShapeSplittable", "1"}};
+    shape.cells = {{"BeginX", "0"},
+                   {"BeginY", "1"},
+                   {"EndX", "1"},
+                   {"EndY", "0"},
+                   {"PinX", "GUARD((BeginX+EndX)/2)"},
+                   {"PinY", "GUARD((BeginY+EndY)/2)"},
+                   {"Width", "GUARD(EndX-BeginX)"},
+                   {"Height", "GUARD(EndY-BeginY)"},
+                   {"LocPinX", "GUARD(Width*0.5)"},
+                   {"LocPinY", "GUARD(Height*0.5)"},
+                   {"Angle", "GUARD(0DA)"},
+                   {"FlipX", "GUARD(FALSE)"},
+                   {"FlipY", "GUARD(FALSE)"},
+                   {"Controls.TextPosition", "Width*0.5"},
+                   {"Controls.TextPosition.Y", "Height*0.5"},
+                   {"TxtPinX", "SETATREF(Controls.TextPosition)"},
+                   {"TxtPinY", "SETATREF(Controls.TextPosition.Y)"},
+                   {"TxtWidth", "MAX(TEXTWIDTH(TheText),5*Char.Size)"},
+                   {"TxtHeight", "TEXTHEIGHT(TheText,TxtWidth)"},
+                   {"TxtLocPinX", "TxtWidth*0.5"},
+                   {"TxtLocPinY", "TxtHeight*0.5"},
+                   {"LeftMargin", "2 pt"},
+                   {"RightMargin", "2 pt"},
+                   {"TopMargin", "1 pt"},
+                   {"BottomMargin", "1 pt"},
+                   {"VerticalAlign", "1"},
+                   {"Para.HorzAlign", "1"},
+                   {"Char.Size", "6 pt"},
+                   {"Char.Color", "0"},
+                   {"TextBkgnd", "RGB(255,255,255)"},
+                   {"TextBkgndTrans", "0.2"},
+                   {"LineColor", "RGB(84,100,122)"},
+                   {"LineWeight", "0.75 pt"},
+                   {"EndArrow", "13"},
+                   {"EndArrowSize", "1"},
+                   {"FillPattern", "0"},
+                   {"LockHeight", "1"},
+                   {"LockCalcWH", "1"},
+                   {"NoAlignBox", "1"},
+                   {"DynFeedback", "2"},
+                   {"GlueType", "2"},
+                   {"ObjType", "2"},
+                   {"NoLiveDynamics", "1"},
+                   {"ShapeSplittable", "1"}};
     GeometryDefinition line;
     line.noFill = true;
     line.rows = {{"MoveTo", {{"X", "0"}, {"Y", "0"}}}, {"LineTo", {{"X", "Width"}, {"Y", "Height"}}}};
@@ -116,7 +150,9 @@ MasterDefinition DynamicConnector() {
 }  // namespace
 
 StencilDefinition FlowchartShapes() {
-    return {"Basic Flowchart Shapes (US units).vss", "Basic Flowchart Shapes", {Process(), Decision(), Terminator(), Annotation(), DynamicConnector()}};
+    return {"Basic Flowchart Shapes (US units).vss",
+            "Basic Flowchart Shapes",
+            {Process(), Decision(), Terminator(), Annotation(), DynamicConnector()}};
 }
 
 }  // namespace norvelis::drawing::stencils

@@ -18,7 +18,9 @@ Path& Path::Curve(double x1, double y1, double x2, double y2, double x, double y
     return *this;
 }
 
-Path& Path::Close() { return Line(start_.x, start_.y); }
+Path& Path::Close() {
+    return Line(start_.x, start_.y);
+}
 
 Path& Path::Rectangle(double left, double bottom, double right, double top) {
     return Polygon({{left, bottom}, {right, bottom}, {right, top}, {left, top}});
@@ -34,7 +36,9 @@ Path& Path::Ellipse(double x, double y, double radiusX, double radiusY) {
     return Curve(x + kx, y - radiusY, x + radiusX, y - ky, x + radiusX, y);
 }
 
-Path& Path::Polygon(std::initializer_list<Point> corners) { return Polygon(std::vector<Point>(corners)); }
+Path& Path::Polygon(std::initializer_list<Point> corners) {
+    return Polygon(std::vector<Point>(corners));
+}
 
 Path& Path::Polygon(const std::vector<Point>& corners) {
     Polyline(corners);

@@ -4,8 +4,8 @@
 #include <initializer_list>
 #include <vector>
 
-// Outlines of our artwork as data: x grows to the right, y grows upwards, both in fractions of the frame that the
-// outline is drawn in, so that a master keeps its look at any size.
+// Outlines of our artwork as data: x grows to the right, y grows upwards, both in fractions of the frame that
+// the outline is drawn in, so that a master keeps its look at any size.
 namespace norvelis::drawing::stencils {
 
 struct Point {
@@ -31,8 +31,8 @@ class Path {
     Path& Polygon(const std::vector<Point>& corners);
     Path& Polyline(const std::vector<Point>& points);
 
-    /// A smooth line through the points (Catmull-Rom, as cubic curves). `join` goes on from the present point with
-    /// a straight line instead of starting anew.
+    /// A smooth line through the points (Catmull-Rom, as cubic curves). `join` goes on from the present point
+    /// with a straight line instead of starting anew.
     Path& Smooth(const std::vector<Point>& points, bool join = false);
     Path& SmoothClosed(const std::vector<Point>& points);
 

@@ -31,7 +31,7 @@ class ExportTest : public testing::Test {
   protected:
     ExportTest() {
         NeedFonts();
-        Shape& box = sample_.AddBox(1, 2, 1, 0.5, "#ff0000");
+        Shape& box = sample_.AddBox(1.25, 2, 1.5, 0.5, "#ff0000");
         box.text = TextRuns{{"EMPLOYEE & <sons>"}};
         box.cells.SetText(Name::Comment, "holds \"people\" & more");
         SampleDrawing::AddLink(box, "http://example.org/?a=1&b=2", "the record");
@@ -70,13 +70,15 @@ TEST_F(ExportTest, SvgShowsWhatThePictureShows) {
     const Scene scene = Build();
     const QImage ours = Picture(scene, 72);
     QImage theirs(ours.size(), QImage::Format_RGB32);
+    theirs.fill(Qt::black);
     QSvgRenderer renderer(QByteArray::fromStdString(SvgText(scene)));
     QPainter painter(&theirs);
     renderer.render(&painter);
     painter.end();
     int different = 0;
     for (int y = 0; y < ours.height(); ++y) {
-        for (int x = 0; x < ours.width(); ++x) different += std::abs(qGray(ours.pixel(x, y)) - qGray(theirs.pixel(x, y))) > 100;
+        for (int x = 0; x < ours.width(); ++x)
+            different += std::abs(qGray(ours.pixel(x, y)) - qGray(theirs.pixel(x, y))) > 100;
     }
     EXPECT_LT(different, ours.width() * ours.height() / 100);
     EXPECT_EQ(theirs.pixelColor(40, 60).name(), "#ff0000");
@@ -88,12 +90,13 @@ TEST_F(ExportTest, PdfHasThePagesSizeAndTheLink) {
     pdf.processMemoryFile("test", bytes.data(), bytes.size());
     const auto pages = QPDFPageDocumentHelper(pdf).getAllPages();
     ASSERT_EQ(pages.size(), 1u);
-    const auto page = pages[0].getObjectHandle();
+    auto page = pages[0].getObjectHandle();
     EXPECT_NEAR(page.getKey("/MediaBox").getArrayItem(2).getNumericValue(), 4 * 72, 1);
     EXPECT_NEAR(page.getKey("/MediaBox").getArrayItem(3).getNumericValue(), 3 * 72, 1);
-    const auto links = page.getKey("/Annots");
+    auto links = page.getKey("/Annots");
     ASSERT_EQ(links.getArrayNItems(), 1);
-    EXPECT_EQ(links.getArrayItem(0).getKey("/A").getKey("/URI").getStringValue(), "http://example.org/?a=1&b=2");
+    EXPECT_EQ(links.getArrayItem(0).getKey("/A").getKey("/URI").getStringValue(),
+              "http://example.org/?a=1&b=2");
     const auto area = links.getArrayItem(0).getKey("/Rect").getArrayAsRectangle();
     EXPECT_NEAR(area.llx, 36, 3);
     EXPECT_NEAR(area.ury, 2.25 * 72, 3);
@@ -106,7 +109,11 @@ TEST_F(ExportTest, EqualDrawingsGiveEqualFiles) {
 
 TEST_F(ExportTest, TheEndingSaysTheForm) {
     const std::string drawing = Save("drawing.vsd");
-    for (const auto& [ending, begins] : {std::pair{".svg", "<?xml"}, {".png", "\x89PNG"}, {".pdf", "%PDF"}, {".vsdx", "PK"}, {".PNG", "\x89PNG"}}) {
+    for (const auto& [ending, begins] : {std::pair{".svg", "<?xml"},
+                                         {".png", "\x89PNG"},
+                                         {".pdf", "%PDF"},
+                                         {".vsdx", "PK"},
+                                         {".PNG", "\x89PNG"}}) {
         const std::string out = folder_.Path(std::string("out") + ending);
         Export(drawing, out);
         EXPECT_TRUE(ReadFile(out).starts_with(begins)) << ending;
@@ -115,7 +122,8 @@ TEST_F(ExportTest, TheEndingSaysTheForm) {
 }
 
 TEST_F(ExportTest, RefusalsNameTheirReasonAndWriteNothing) {
-    const std::string drawing = Save("drawing.vsd"), out = folder_.Path("out.png"), odd = folder_.Path("out.bmp");
+    const std::string drawing = Save("drawing.vsd"), out = folder_.Path("out.png"),
+                      odd = folder_.Path("out.bmp");
     const auto number = [](auto action) {
         try {
             action();
@@ -133,7 +141,8 @@ TEST_F(ExportTest, RefusalsNameTheirReasonAndWriteNothing) {
     EXPECT_FALSE(FileExists(odd));
 }
 
-// A drawing in the one-file XML form of 2003, which only libvisio reads: a red box on a page of 4 by 3 inches.
+// A drawing in the one-file XML form of 2003, which only libvisio reads: a red box on a page of 4 by 3
+// inches.
 constexpr const char* kVdx = R"(<?xml version='1.0' encoding='utf-8'?>
 <VisioDocument xmlns='http://schemas.microsoft.com/visio/2003/core' start='190' version='11.0'>
 <StyleSheets><StyleSheet ID='0' NameU='No Style' Name='No Style'/></StyleSheets>

@@ -18,7 +18,9 @@ void ExpectBox(const QPainterPath& path, double left, double bottom, double righ
 }
 
 TEST(Outline, RelativeRowsCountInTheShapesSize) {
-    ExpectBox(Outline({Row(Name::RelMoveTo, 0, 0), Row(Name::RelLineTo, 1, 0), Row(Name::RelLineTo, 0.5, 1)}, 4, 3), 0, 0, 4, 3);
+    ExpectBox(
+        Outline({Row(Name::RelMoveTo, 0, 0), Row(Name::RelLineTo, 1, 0), Row(Name::RelLineTo, 0.5, 1)}, 4, 3),
+        0, 0, 4, 3);
     ExpectBox(Outline({Row(Name::MoveTo, 1, 1), Row(Name::LineTo, 2, 2)}, 4, 3), 1, 1, 2, 2);
 }
 
@@ -30,9 +32,11 @@ TEST(Outline, AnArcsBowLiesToTheRightOfItsWay) {
 
 TEST(Outline, AnEllipticalArcGoesThroughItsPoint) {
     // The upper half of an ellipse twice as wide as high.
-    ExpectBox(Outline({Row(Name::MoveTo, 0, 0), Row(Name::EllipticalArcTo, 4, 0, 2, 1, 0, 2)}, 1, 1), 0, 0, 4, 1);
+    ExpectBox(Outline({Row(Name::MoveTo, 0, 0), Row(Name::EllipticalArcTo, 4, 0, 2, 1, 0, 2)}, 1, 1), 0, 0, 4,
+              1);
     // Three points in a row have no arc.
-    ExpectBox(Outline({Row(Name::MoveTo, 0, 0), Row(Name::EllipticalArcTo, 4, 0, 2, 0, 0, 2)}, 1, 1), 0, 0, 4, 0);
+    ExpectBox(Outline({Row(Name::MoveTo, 0, 0), Row(Name::EllipticalArcTo, 4, 0, 2, 0, 0, 2)}, 1, 1), 0, 0, 4,
+              0);
 }
 
 TEST(Outline, AnEllipseIsGivenByItsCentreAndAxes) {
@@ -41,7 +45,9 @@ TEST(Outline, AnEllipseIsGivenByItsCentreAndAxes) {
 
 TEST(Outline, RoundingCutsCornersAndNothingElse) {
     const QPainterPath square =
-        Outline({Row(Name::RelMoveTo, 0, 0), Row(Name::RelLineTo, 1, 0), Row(Name::RelLineTo, 1, 1), Row(Name::RelLineTo, 0, 1), Row(Name::RelLineTo, 0, 0)}, 2, 2);
+        Outline({Row(Name::RelMoveTo, 0, 0), Row(Name::RelLineTo, 1, 0), Row(Name::RelLineTo, 1, 1),
+                 Row(Name::RelLineTo, 0, 1), Row(Name::RelLineTo, 0, 0)},
+                2, 2);
     const QPainterPath rounded = Rounded(square, 0.5);
     EXPECT_TRUE(square.contains(QPointF(0.02, 0.02)));
     EXPECT_FALSE(rounded.contains(QPointF(0.02, 0.02)));

@@ -99,7 +99,12 @@ TEST_F(SceneTest, GradientsRunFromTheForegroundByTheirNumber) {
         int pattern;
         double x, y;  // Where the foreground is purest.
     };
-    for (const Case& each : {Case{25, 1.05, 1.5}, {27, 2.95, 1.5}, {28, 2, 2.45}, {30, 2, 0.55}, {31, 1.05, 2.45}, {40, 2, 1.5}}) {
+    for (const Case& each : {Case{25, 1.05, 1.5},
+                             {27, 2.95, 1.5},
+                             {28, 2, 2.45},
+                             {30, 2, 0.55},
+                             {31, 1.05, 2.45},
+                             {40, 2, 1.5}}) {
         box.cells.Set(Name::FillPattern, each.pattern);
         const QColor color(QString::fromStdString(ColorAt(each.x, each.y)));
         EXPECT_GT(color.red(), 220) << "pattern " << each.pattern;
@@ -157,7 +162,8 @@ TEST_F(SceneTest, TextKeepsTheOrderColourAndSizeOfItsPieces) {
     EXPECT_FALSE(fragments[1].font.bold());
     EXPECT_GT(fragments[1].start.y(), fragments[0].start.y() + 80);
     // Both centred on the box's middle.
-    for (const auto& fragment : fragments) EXPECT_NEAR(fragment.start.x() + fragment.width / 2, 1.5 * kUnitsPerInch, 1);
+    for (const auto& fragment : fragments)
+        EXPECT_NEAR(fragment.start.x() + fragment.width / 2, 1.5 * kUnitsPerInch, 1);
 }
 
 TEST_F(SceneTest, TextIsAsWideAsItWasMeasured) {
@@ -183,7 +189,9 @@ TEST_F(SceneTest, AClickMeetsTheFrontmostShapeAndThinLinesWithinReach) {
     Shape& line = sample_.AddLine(2, 1, 1.5, 1, 0.01, "#000000");
     back.name = "back", front.name = "front", line.name = "line";
     const Scene scene = Build();
-    const auto at = [&](double x, double y, double slack) { return Name_(scene.At(QPointF(x, 3 - y) * kUnitsPerInch, slack)); };
+    const auto at = [&](double x, double y, double slack) {
+        return Name_(scene.At(QPointF(x, 3 - y) * kUnitsPerInch, slack));
+    };
     EXPECT_EQ(at(0.6, 1.5, 0), "back");
     EXPECT_EQ(at(1.2, 1.5, 0), "front");
     EXPECT_EQ(at(2.75, 1.53, 0), "nothing");
@@ -206,10 +214,14 @@ TEST_F(SceneTest, PartsSpeakForTheirGroup) {
 }
 
 TEST_F(SceneTest, DamagedNumbersDoNoHarm) {
-    const double worst[] = {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(), -1e300, 1e300};
+    const double worst[] = {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(),
+                            -1e300, 1e300};
     for (const double value : worst) {
         Shape& box = sample_.AddBox(value, value, value, value, "#ff0000");
-        box.cells.Set(Name::Angle, value).Set(Name::LineWeight, value).Set(Name::EndArrow, value).Set(Name::Rounding, value);
+        box.cells.Set(Name::Angle, value)
+            .Set(Name::LineWeight, value)
+            .Set(Name::EndArrow, value)
+            .Set(Name::Rounding, value);
         box.text = TextRuns{{"text"}};
         SampleDrawing::Letters(box, 0, Name::Size).SetNumber(value);
     }

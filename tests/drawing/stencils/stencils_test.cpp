@@ -27,9 +27,11 @@ const std::string kTemplate = "Basic Flowchart (US Units).vst";
 
 // In the order in which they are offered for choice.
 const std::vector<std::string> kBackgroundNames = {
-    "Background steel",   "Background high-tech", "Background stripes", "Background web",       "Background rain",       "Background leaf",
-    "Background orbit",   "Background horizon",   "Background world",   "Background compass",   "Background clouds",     "Background city",
-    "Background mountains", "Background none",    "Background geometric", "Background cosmic",  "Background expedition", "Background tranquil"};
+    "Background steel",      "Background high-tech", "Background stripes",   "Background web",
+    "Background rain",       "Background leaf",      "Background orbit",     "Background horizon",
+    "Background world",      "Background compass",   "Background clouds",    "Background city",
+    "Background mountains",  "Background none",      "Background geometric", "Background cosmic",
+    "Background expedition", "Background tranquil"};
 
 std::vector<std::string> NamesIn(const Document& stencil) {
     std::vector<std::string> names;
@@ -58,7 +60,8 @@ class DroppedTest : public testing::Test {
 
     QRectF Bounds() {
         QRectF bounds;
-        for (const auto& figure : render::BuildScene(fonts_, *drawing_, First()).figures) bounds |= figure.bounds;
+        for (const auto& figure : render::BuildScene(fonts_, *drawing_, First()).figures)
+            bounds |= figure.bounds;
         return bounds;
     }
 
@@ -68,8 +71,10 @@ class DroppedTest : public testing::Test {
 
 TEST(Stencils, HoldTheMastersThatDrawingsAskFor) {
     EXPECT_THAT(NamesIn(*ReadPackageFile(kFolder + kFlowchart)),
-                testing::UnorderedElementsAre("Process", "Decision", "Terminator", "Annotation", "Dynamic connector"));
-    EXPECT_THAT(NamesIn(*ReadPackageFile(kFolder + kBackgrounds)), testing::ElementsAreArray(kBackgroundNames));
+                testing::UnorderedElementsAre("Process", "Decision", "Terminator", "Annotation",
+                                              "Dynamic connector"));
+    EXPECT_THAT(NamesIn(*ReadPackageFile(kFolder + kBackgrounds)),
+                testing::ElementsAreArray(kBackgroundNames));
     EXPECT_THAT(NamesIn(*ReadPackageFile(kFolder + kTitles)), testing::ElementsAre("Title block deco"));
 }
 
@@ -121,10 +126,13 @@ TEST(Stencils, AnIndependentReaderFindsEveryMaster) {
         ASSERT_NE(pipe, nullptr);
         std::string page;
         std::array<char, 4096> buffer{};
-        while (const auto read = std::fread(buffer.data(), 1, buffer.size(), pipe)) page.append(buffer.data(), read);
+        while (const auto read = std::fread(buffer.data(), 1, buffer.size(), pipe))
+            page.append(buffer.data(), read);
         EXPECT_EQ(pclose(pipe), 0) << stencil;
         int found = 0;
-        for (std::size_t at = page.find("<svg:svg"); at != std::string::npos; at = page.find("<svg:svg", at + 1)) ++found;
+        for (std::size_t at = page.find("<svg:svg"); at != std::string::npos;
+             at = page.find("<svg:svg", at + 1))
+            ++found;
         EXPECT_EQ(found, count) << stencil;
     }
 }
@@ -147,7 +155,8 @@ TEST_P(BackgroundTest, CoversThePageAndNoMoreWhateverItsSize) {
             EXPECT_TRUE(bounds.isEmpty());
         } else {
             const double line = 0.02 * kUnitsPerInch * std::max(width, height);
-            EXPECT_TRUE(page.adjusted(-line, -line, line, line).contains(bounds)) << width << " by " << height;
+            EXPECT_TRUE(page.adjusted(-line, -line, line, line).contains(bounds))
+                << width << " by " << height;
             EXPECT_NEAR(bounds.width(), page.width(), line);
             EXPECT_NEAR(bounds.height(), page.height(), line);
         }
@@ -162,7 +171,8 @@ INSTANTIATE_TEST_SUITE_P(All, BackgroundTest, testing::ValuesIn(kBackgroundNames
 
 TEST_F(DroppedTest, TheTitleRidesAQuarterInchInsideTheUpperLeftCorner) {
     Shape& title = Drop(kTitles, "Title block deco", 0, 0);
-    for (const auto& text : {"EMPSCHM", "A TITLE OF CONSIDERABLE LENGTH THAT NEEDS MORE THAN THE LEAST WIDTH OF ITS BLOCK"}) {
+    for (const auto& text :
+         {"EMPSCHM", "A TITLE OF CONSIDERABLE LENGTH THAT NEEDS MORE THAN THE LEAST WIDTH OF ITS BLOCK"}) {
         title.text = TextRuns{{text}};
         title.cells.At(Name::PinX).formula = "Width * 0.2 + 0.625 + 0.25 in";
         title.cells.At(Name::PinY).formula = "ThePage!PageHeight-Height * 0.1 - 0.125 - 0.25 in";
