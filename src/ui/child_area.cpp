@@ -17,7 +17,7 @@ void PaintShadow(QPainter& painter, const QRect& form, bool strong) {
     painter.setBrush(Qt::NoBrush);
     for (int i = 0; i < kShadow; ++i) {
         const double near = 1.0 - static_cast<double>(i) / kShadow;
-        painter.setPen(QPen(QColor(10, 20, 35, static_cast<int>((strong ? 34 : 16) * near * near)), 2));
+        painter.setPen(QPen(QColor(10, 20, 35, static_cast<int>((strong ? 24 : 12) * near * near)), 2));
         painter.drawRoundedRect(form.adjusted(-i, -i + 3, i, i + 3), i, i);
     }
 }
@@ -91,6 +91,14 @@ Form* ChildArea::Active() const {
 bool ChildArea::IsMinimized(const Form* form) const {
     const Child* child = Find(form);
     return child && child->minimized;
+}
+
+std::vector<Form*> ChildArea::Forms() const {
+    std::vector<Form*> forms;
+    for (const Child& child : children_) {
+        if (child.form) forms.push_back(child.form);
+    }
+    return forms;
 }
 
 std::vector<Form*> ChildArea::OpenForms() const {

@@ -19,6 +19,7 @@ namespace norvelis::ui {
 
 class ChildArea;
 class Form;
+class fbTrayIcon;
 class frmbackground;
 
 /// The main frame: menu, status bar, and the area in which all other screens stand.
@@ -100,6 +101,7 @@ class mdiMainMenu : public QMainWindow, public MainFrame, public HostDisplay {
     Fail fail_;
     Skin skin_;
     ChildArea* area_;
+    fbTrayIcon* tray_;
     QMenu* mnuWindow_ = nullptr;
     QTimer Timer1_;
     bool gColorFlag_ = false, gSkinFlag_ = false;
