@@ -1,6 +1,7 @@
 #include "drawing/formula/recalculation.h"
 
 #include <algorithm>
+#include <cmath>
 #include <set>
 
 #include "drawing/formula/glue_points.h"
@@ -10,7 +11,16 @@ namespace norvelis::drawing {
 
 namespace {
 
-constexpr int kDeepest = 400;  // Cells that wait for one another; only a hostile drawing has such chains.
+/// Steps of evaluations that wait for one another; the stack bears them, and only a hostile drawing has more.
+constexpr int kDeepest = 2500;
+
+constexpr int kStepsOfACell = 4;
+
+/// No cell takes a number that is none, nor a place that no page reaches.
+bool Fits(const CellRef& ref, const Value& value) {
+    return value.isText ||
+           (std::isfinite(value.number) && !(IsCoordinate(ref) && std::fabs(value.number) > kFarthest));
+}
 
 /// Cells whose change moves or resizes a shape: they fire its EventXFMod.
 bool MovesShape(const CellRef& ref) {
@@ -29,18 +39,22 @@ bool IsTrigger(const CellRef& ref) {
 }
 
 template <class Visit>
-void EachFormula(const Sheet& sheet, Visit visit) {
+void EachCell(const Sheet& sheet, Visit visit) {
     const auto list = [&visit](const CellList& cells, Name section, int index, RowKey row) {
-        for (const auto& cell : cells) {
-            if (!cell.formula.empty() && !cell.inherited)
-                visit(CellRef(section, index, row, cell.name), cell.formula);
-        }
+        for (const auto& cell : cells) visit(CellRef(section, index, row, cell.name), cell);
     };
     list(sheet.cells, Name::None, 0, {});
     for (const auto& section : sheet.sections) {
         list(section.cells, section.name, section.index, CellRef::kSectionCell);
         for (const auto& row : section.rows) list(row.cells, section.name, section.index, row.key);
     }
+}
+
+template <class Visit>
+void EachFormula(const Sheet& sheet, Visit visit) {
+    EachCell(sheet, [&visit](const CellRef& ref, const Cell& cell) {
+        if (!cell.formula.empty() && !cell.inherited) visit(ref, cell.formula);
+    });
 }
 
 }  // namespace
@@ -70,9 +84,11 @@ class Recalculation::Source : public FormulaSource {
         return owner_.Get(*place_.canvas, *sheet, reference.cell);
     }
     double TextWidth(double mostWidth) override {
+        owner_.SettleFormats(*place_.canvas, *place_.shape);
         return drawing::TextWidth(owner_.fonts_, owner_.document_, *place_.shape, mostWidth);
     }
     double TextHeight(double mostWidth) override {
+        owner_.SettleFormats(*place_.canvas, *place_.shape);
         return drawing::TextHeight(owner_.fonts_, owner_.document_, *place_.shape, mostWidth);
     }
     std::optional<double> WalkGlue() override {
@@ -86,8 +102,8 @@ class Recalculation::Source : public FormulaSource {
 
 Recalculation::Recalculation(Document& document, FontLibrary& fonts) : document_(document), fonts_(fonts) {
     for (const auto& page : document.pages) {
-        Added(*page, page->sheet);
-        for (const auto& shape : page->shapes) Added(*page, *shape);
+        Register(*page, page->sheet);
+        for (const auto& shape : page->shapes) Register(*page, *shape);
     }
 }
 
@@ -127,6 +143,29 @@ const Recalculation::FormulaTable& Recalculation::TableOf(const Shape& base) {
 }
 
 void Recalculation::Added(Canvas& canvas, Shape& shape) {
+    Register(canvas, shape);
+    std::vector<CellRef> news;  // What it states itself, and what it reads from a page that it did not know.
+    for (const auto& cell : shape.cells) {
+        if (!cell.inherited) news.emplace_back(cell.name);
+    }
+    for (const CellRef& ref : news) Changed(canvas, shape, ref);
+    MarkReadersOfThePage(canvas, shape);
+}
+
+void Recalculation::MarkReadersOfThePage(Canvas& canvas, Shape& shape) {
+    if (shape.base) {
+        for (const auto& [reference, dependent] : TableOf(*shape.base).elsewhere) {
+            const Cell* own = shape.FindLocal(dependent);
+            if (reference.where != Reference::Where::Page || (own && !own->inherited)) continue;
+            std::vector<Place> todo;
+            MarkStale({&canvas, &shape, dependent}, todo);
+            Changed(canvas, shape, dependent);
+        }
+    }
+    for (const auto& inner : shape.shapes) MarkReadersOfThePage(canvas, *inner);
+}
+
+void Recalculation::Register(Canvas& canvas, Shape& shape) {
     EachFormula(shape, [&](const CellRef& ref, const std::string& formula) {
         if (auto expression = Parsed(formula)) RememberLocal(canvas, shape, ref, std::move(expression));
     });
@@ -137,7 +176,7 @@ void Recalculation::Added(Canvas& canvas, Shape& shape) {
             }
         }
     }
-    for (const auto& inner : shape.shapes) Added(canvas, *inner);
+    for (const auto& inner : shape.shapes) Register(canvas, *inner);
 }
 
 void Recalculation::RememberLocal(Canvas& canvas, Shape& shape, const CellRef& ref,
@@ -252,15 +291,11 @@ bool Recalculation::SetFormula(Canvas& canvas, Shape& shape, const CellRef& ref,
     const auto expression = Expression::Parse(document_.names, formula);
     if (!expression) return false;
     if (expression->IsConstant()) {
-        ForgetLocal(canvas, shape, ref);
-        Cell& cell = shape.LocalAt(ref);
-        cell.formula.clear();
-        cell.inherited = cell.stale = false;
-        Place place{&canvas, &shape, ref};
-        const auto value = expression->Evaluate(*std::make_unique<Source>(*this, place));
-        value->isText ? cell.SetText(value->text) : cell.SetNumber(value->number);
-        cell.unit = expression->ConstantUnit();
-        Changed(canvas, shape, ref);
+        const Place place{&canvas, &shape, ref};
+        Source source(*this, place);
+        const auto value = expression->Evaluate(source);
+        if (!value || !Fits(ref, *value)) return false;
+        PutValue(canvas, shape, ref, *value, expression->ConstantUnit());
         return true;
     }
     for (const auto& reference : expression->References()) {
@@ -280,14 +315,21 @@ bool Recalculation::SetFormula(Canvas& canvas, Shape& shape, const CellRef& ref,
 }
 
 bool Recalculation::SetValue(Canvas& canvas, Shape& shape, const CellRef& ref, const Value& value) {
-    if (FormulaOf(shape, ref).starts_with("GUARD(")) return false;
+    if (!Fits(ref, value) || FormulaOf(shape, ref).starts_with("GUARD(")) return false;
+    const Cell* cell = drawing::Find(shape, ref);
+    PutValue(canvas, shape, ref, value, cell ? cell->unit : Name::None);
+    return true;
+}
+
+void Recalculation::PutValue(Canvas& canvas, Shape& shape, const CellRef& ref, const Value& value,
+                             Name unit) {
     ForgetLocal(canvas, shape, ref);
     Cell& cell = shape.LocalAt(ref);
     cell.formula.clear();
     cell.inherited = cell.stale = false;
+    cell.unit = unit;
     value.isText ? cell.SetText(value.text) : cell.SetNumber(value.number);
     Changed(canvas, shape, ref);
-    return true;
 }
 
 void Recalculation::MarkStale(const Place& place, std::vector<Place>& todo) {
@@ -410,18 +452,28 @@ Value Recalculation::Get(Canvas& canvas, Shape& shape, const CellRef& ref) {
 
 void Recalculation::Evaluate(const Place& place) {
     Cell* cell = place.shape->FindLocal(place.ref);
-    if (!cell || !cell->stale || depth_ >= kDeepest) return;
-    cell->stale = false;  // A chain that leads back here finds the old value.
+    if (!cell || !cell->stale) return;
     const Expression* expression = FormulaInForce(*place.shape, place.ref);
+    const int steps = expression ? expression->Depth() + kStepsOfACell : 0;
+    if (depth_ + steps > kDeepest) return;
+    cell->stale = false;  // A chain that leads back here finds the old value.
     if (!expression) return;
-    ++depth_;
+    depth_ += steps;
     ++evaluations_;
     Source source(*this, place);
     const auto value = expression->Evaluate(source);
-    --depth_;
-    if (!value) return;
+    depth_ -= steps;
+    if (!value || !Fits(place.ref, *value)) return;
     cell = place.shape->FindLocal(place.ref);
     value->isText ? cell->SetText(value->text) : cell->SetNumber(value->number);
+}
+
+void Recalculation::SettleFormats(Canvas& canvas, Shape& shape) {
+    std::vector<CellRef> stale;
+    EachCell(shape, [&stale](const CellRef& ref, const Cell& cell) {
+        if (cell.stale && FormatsText(ref)) stale.push_back(ref);
+    });
+    for (const CellRef& ref : stale) Evaluate({&canvas, &shape, ref});
 }
 
 void Recalculation::Settle() {

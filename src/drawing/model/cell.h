@@ -148,4 +148,9 @@ struct CellRef {
     auto operator<=>(const CellRef&) const = default;
 };
 
+inline constexpr double kFarthest = 1e6;  ///< Inches; no place or size on a page is beyond.
+
+/// A cell that holds a place or a size.
+bool IsCoordinate(const CellRef& ref);
+
 }  // namespace norvelis::drawing

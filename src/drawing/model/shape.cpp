@@ -41,6 +41,14 @@ const Cell* FindInStyle(const StyleSheet* style, StyleMember member, const CellR
 
 }  // namespace
 
+bool IsCoordinate(const CellRef& ref) {
+    if (ref.section == Name::Geometry || ref.section == Name::Control)
+        return Between(ref.cell, Name::X, Name::E);
+    return ref.section == Name::None && (Between(ref.cell, Name::PinX, Name::EndY) ||
+                                         Between(ref.cell, Name::PageWidth, Name::PageHeight) ||
+                                         Between(ref.cell, Name::TxtPinX, Name::TxtLocPinY));
+}
+
 const Cell* Sheet::FindLocal(const CellRef& ref) const {
     if (ref.section == Name::None) return cells.Find(ref.cell);
     const Section* section = Find(ref.section, ref.index);
