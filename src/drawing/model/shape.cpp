@@ -172,11 +172,8 @@ void AddInForce(const Shape* shape, Name name, int index, int depth, Section& re
     }
     Overlay(result.cells, own->cells);
     for (const auto& row : own->rows) {
-        if (row.deleted) {
-            std::erase_if(result.rows, [&row](const Row& other) { return other.key == row.key; });
-            continue;
-        }
         Row& merged = result.At(row.key);
+        merged.deleted = row.deleted;
         if (row.type != Name::None) merged.type = row.type;
         Overlay(merged.cells, row.cells);
     }
@@ -189,6 +186,7 @@ Section SectionOf(const Shape& shape, Name section, int index) {
     result.name = section;
     result.index = index;
     AddInForce(&shape, section, index, 0, result);
+    std::erase_if(result.rows, [](const Row& row) { return row.deleted; });
     std::stable_sort(result.rows.begin(), result.rows.end(), [](const Row& a, const Row& b) {
         if (a.key.IsNamed() || b.key.IsNamed()) return a.key.IsNamed() < b.key.IsNamed();
         return a.key.Index() < b.key.Index();
