@@ -102,8 +102,8 @@ class Recalculation::Source : public FormulaSource {
 
 Recalculation::Recalculation(Document& document, FontLibrary& fonts) : document_(document), fonts_(fonts) {
     for (const auto& page : document.pages) {
-        Register(*page, page->sheet);
-        for (const auto& shape : page->shapes) Register(*page, *shape);
+        Added(*page, page->sheet);
+        for (const auto& shape : page->shapes) Added(*page, *shape);
     }
 }
 
@@ -143,29 +143,6 @@ const Recalculation::FormulaTable& Recalculation::TableOf(const Shape& base) {
 }
 
 void Recalculation::Added(Canvas& canvas, Shape& shape) {
-    Register(canvas, shape);
-    std::vector<CellRef> news;  // What it states itself, and what it reads from a page that it did not know.
-    for (const auto& cell : shape.cells) {
-        if (!cell.inherited) news.emplace_back(cell.name);
-    }
-    for (const CellRef& ref : news) Changed(canvas, shape, ref);
-    MarkReadersOfThePage(canvas, shape);
-}
-
-void Recalculation::MarkReadersOfThePage(Canvas& canvas, Shape& shape) {
-    if (shape.base) {
-        for (const auto& [reference, dependent] : TableOf(*shape.base).elsewhere) {
-            const Cell* own = shape.FindLocal(dependent);
-            if (reference.where != Reference::Where::Page || (own && !own->inherited)) continue;
-            std::vector<Place> todo;
-            MarkStale({&canvas, &shape, dependent}, todo);
-            Changed(canvas, shape, dependent);
-        }
-    }
-    for (const auto& inner : shape.shapes) MarkReadersOfThePage(canvas, *inner);
-}
-
-void Recalculation::Register(Canvas& canvas, Shape& shape) {
     EachFormula(shape, [&](const CellRef& ref, const std::string& formula) {
         if (auto expression = Parsed(formula)) RememberLocal(canvas, shape, ref, std::move(expression));
     });
@@ -176,7 +153,7 @@ void Recalculation::Register(Canvas& canvas, Shape& shape) {
             }
         }
     }
-    for (const auto& inner : shape.shapes) Register(canvas, *inner);
+    for (const auto& inner : shape.shapes) Added(canvas, *inner);
 }
 
 void Recalculation::RememberLocal(Canvas& canvas, Shape& shape, const CellRef& ref,
@@ -420,6 +397,29 @@ void Recalculation::Changed(Canvas& canvas, Shape& shape, const CellRef& ref) {
             MarkDependents({at.canvas, at.shape, Name::TheText}, todo);
         }
     }
+}
+
+void Recalculation::Dropped(Canvas& canvas, Shape& shape) {
+    Added(canvas, shape);
+    std::vector<CellRef> own;
+    for (const auto& cell : shape.cells) {
+        if (!cell.inherited) own.emplace_back(cell.name);
+    }
+    for (const CellRef& ref : own) Changed(canvas, shape, ref);
+    MarkReadersOfThePage(canvas, shape);
+}
+
+void Recalculation::MarkReadersOfThePage(Canvas& canvas, Shape& shape) {
+    if (shape.base) {
+        for (const auto& [reference, dependent] : TableOf(*shape.base).elsewhere) {
+            const Cell* own = shape.FindLocal(dependent);
+            if (reference.where != Reference::Where::Page || (own && !own->inherited)) continue;
+            std::vector<Place> todo;
+            MarkStale({&canvas, &shape, dependent}, todo);
+            Changed(canvas, shape, dependent);
+        }
+    }
+    for (const auto& inner : shape.shapes) MarkReadersOfThePage(canvas, *inner);
 }
 
 void Recalculation::AllChanged(Canvas& canvas) {

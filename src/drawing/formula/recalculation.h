@@ -24,9 +24,11 @@ class Recalculation {
     Recalculation(const Recalculation&) = delete;
     Recalculation& operator=(const Recalculation&) = delete;
 
-    /// A shape that did not come with the document: its formulas become known, sub-shapes included, and the
-    /// cells that read what is different here from its master's page are brought up to date.
+    /// Makes a shape's formulas known, sub-shapes included; for shapes that did not come with the document.
     void Added(Canvas& canvas, Shape& shape);
+    /// The same for an instance that was just dropped: what its master takes from the page is taken from this
+    /// one.
+    void Dropped(Canvas& canvas, Shape& shape);
 
     /// Sets a formula, with or without "=" in front. False, and nothing changed, when it is no formula, names
     /// what is not there, or would make the cell depend on itself.
@@ -69,7 +71,6 @@ class Recalculation {
     };
     using ExpressionPtr = std::shared_ptr<const Expression>;
 
-    void Register(Canvas& canvas, Shape& shape);
     void MarkReadersOfThePage(Canvas& canvas, Shape& shape);
     ExpressionPtr Parsed(const std::string& formula);
     const FormulaTable& TableOf(const Shape& base);

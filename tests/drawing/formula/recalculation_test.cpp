@@ -232,8 +232,8 @@ TEST_F(RecalculationTest, InstancesFollowTheirMastersFormulas) {
     Master& master = AddBoxMaster(document_, "Process");
     Shape& first = DropInstance(*page_, master, 3, 3);
     Shape& second = DropInstance(*page_, master, 6, 6);
-    recalculation_->Added(*page_, first);
-    recalculation_->Added(*page_, second);
+    recalculation_->Dropped(*page_, first);
+    recalculation_->Dropped(*page_, second);
     SetValue(first, "Width", 5);
     EXPECT_EQ(Get(first, "LocPinX"), 2.5);
     EXPECT_EQ(Get(first, "Geometry1.X3"), 5);
@@ -265,8 +265,8 @@ TEST_F(RecalculationTest, PartsOfAGroupFollowTheirGroup) {
     master.Add(std::move(part), &top);
     Shape& one = DropInstance(*page_, master, 2, 2);
     Shape& two = DropInstance(*page_, master, 5, 5);
-    recalculation_->Added(*page_, one);
-    recalculation_->Added(*page_, two);
+    recalculation_->Dropped(*page_, one);
+    recalculation_->Dropped(*page_, two);
     SetValue(two, "Width", 8);
     EXPECT_EQ(Get(*two.shapes[0], "PinX"), 4);
     EXPECT_EQ(Get(*two.shapes[0], "Width"), 8);
@@ -281,7 +281,7 @@ TEST_F(RecalculationTest, ADroppedShapeSeesThePageThatItCameTo) {
     shape->cells.Set(Name::Width, 1, "ThePage!PageWidth").Set(Name::LocPinX, 0.5, "Width*0.5");
     master.Add(std::move(shape));
     Shape& dropped = DropInstance(*page_, master, 0, 0);
-    recalculation_->Added(*page_, dropped);
+    recalculation_->Dropped(*page_, dropped);
     recalculation_->Settle();
     EXPECT_EQ(Number(dropped, Name::Width), 8.5);
     EXPECT_EQ(Number(dropped, Name::LocPinX), 4.25);
