@@ -238,21 +238,20 @@ std::unique_ptr<Shape> InstanceOf(const Shape& base) {
 Shape& DropInstance(Canvas& canvas, Master& master, double x, double y) {
     auto shape = master.shapes.empty() ? std::make_unique<Shape>() : InstanceOf(*master.shapes.front());
     shape->master = &master;
-    const auto state = [&shape](Name name, double value, bool inherited) {
+    const auto state = [&shape](Name name, double value) {
+        const bool inherited = !FormulaOf(*shape, name).empty();
         Cell& cell = shape->cells.At(name);
         cell.SetNumber(value);
-        cell.inherited = inherited && !FormulaOf(*shape, name).empty();
+        cell.inherited = inherited;
     };
     const double dx = x - Number(*shape, Name::PinX), dy = y - Number(*shape, Name::PinY);
     const bool oneDimensional = Find(*shape, Name::BeginX) != nullptr;
     if (oneDimensional) {
-        state(Name::BeginX, Number(*shape, Name::BeginX) + dx, false);
-        state(Name::BeginY, Number(*shape, Name::BeginY) + dy, false);
-        state(Name::EndX, Number(*shape, Name::EndX) + dx, false);
-        state(Name::EndY, Number(*shape, Name::EndY) + dy, false);
+        for (const Name name : {Name::BeginX, Name::EndX}) state(name, Number(*shape, name) + dx);
+        for (const Name name : {Name::BeginY, Name::EndY}) state(name, Number(*shape, name) + dy);
     }
-    state(Name::PinX, x, oneDimensional);
-    state(Name::PinY, y, oneDimensional);
+    state(Name::PinX, x);
+    state(Name::PinY, y);
     Shape& added = canvas.Add(std::move(shape));
     added.name = added.nameU = master.nameU + "." + std::to_string(added.id);
     return added;
