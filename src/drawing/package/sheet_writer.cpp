@@ -26,16 +26,17 @@ bool HoldsText(Name section, Name cell) {
 
 namespace {
 
-/// Files know one kind of line end.
-std::string WithLineFeeds(std::string_view text) {
+/// Files know one kind of line end. `afterReturn` goes from run to run: a format may change inside a line end.
+std::string WithLineFeeds(std::string_view text, bool& afterReturn) {
     std::string result;
     result.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] != '\r') {
-            result += text[i];
-        } else if (i + 1 == text.size() || text[i + 1] != '\n') {
+    for (const char c : text) {
+        if (c == '\r' || (c == '\n' && !afterReturn)) {
             result += '\n';
+        } else if (c != '\n') {
+            result += c;
         }
+        afterReturn = c == '\r';
     }
     return result;
 }
@@ -105,12 +106,13 @@ void SheetWriter::TextElement(const Shape& shape) {
         xml_.Open(element).Attribute("IX", row).Close();
         current = row;
     };
+    bool afterReturn = false;
     for (const auto& run : *shape.text) {
         mark("cp", character, run.character);
         mark("pp", paragraph, run.paragraph);
         mark("tp", tabs, run.tabs);
         if (run.field >= 0) xml_.Open("fld").Attribute("IX", run.field);
-        xml_.Text(WithLineFeeds(run.text));
+        xml_.Text(WithLineFeeds(run.text, afterReturn));
         if (run.field >= 0) xml_.Close();
     }
     if (!shape.text->empty()) xml_.Text("\n");
