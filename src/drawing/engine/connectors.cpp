@@ -11,6 +11,7 @@ namespace {
 
 // Published numbers of the Connect records.
 constexpr int kBeginPart = 9, kEndPart = 12, kWholeShape = 3;
+constexpr double kTriggered = 2;  // What a trigger's cell shows.
 
 // A line that runs level or upright has a block of this width, for a block of none has no middle.
 constexpr double kLeastBlock = 0.19685039370079;
@@ -113,7 +114,9 @@ bool GlueEnd(OpenDocument& document, Canvas& canvas, Shape& line, bool begin, co
     const std::string trigger = fmt::format("_XFTRIGGER(Sheet.{}!EventXFMod)", box.id);
     const std::string walk = begin ? "_WALKGLUE(BegTrigger,EndTrigger,WalkPreference)"
                                    : "_WALKGLUE(EndTrigger,BegTrigger,WalkPreference)";
-    if (!cells.SetFormula(canvas, line, begin ? Name::BegTrigger : Name::EndTrigger, trigger)) return false;
+    const Name triggerCell = begin ? Name::BegTrigger : Name::EndTrigger;
+    if (!cells.SetFormula(canvas, line, triggerCell, trigger)) return false;
+    line.LocalAt(triggerCell).SetNumber(kTriggered);
     if (!cells.SetFormula(canvas, line, begin ? Name::BeginX : Name::EndX, walk)) return false;
     if (!cells.SetFormula(canvas, line, begin ? Name::BeginY : Name::EndY, walk)) return false;
     std::erase_if(canvas.connects, [&](const Connect& connect) { return Joins(connect, line, begin); });
