@@ -139,7 +139,19 @@ class FormatRows {
             cell.formula.clear();
             cell.inherited = cell.stale = false;
         }
+        if (section_ == Name::Character) Complete(row, cells);
         return cells;
+    }
+
+    /// Readers take a format that a row leaves out from the row in front of it.
+    void Complete(int row, CellList& cells) const {
+        for (const Name name : {Name::Font, Name::Color, Name::Style, Name::Size}) {
+            if (cells.Find(name)) continue;
+            const CellRef ref(Name::Character, 0, RowKey::Number(row), name);
+            const Cell* inForce = Find(shape_, ref);
+            cells.Set(name, inForce ? inForce->value : DefaultNumber(ref));
+            if (inForce && inForce->isText) cells.SetText(name, inForce->text);
+        }
     }
 
     Shape& shape_;
