@@ -29,6 +29,11 @@ class Recalculation {
     /// The same for an instance that was just dropped: what its master takes from the page is taken from this
     /// one.
     void Dropped(Canvas& canvas, Shape& shape);
+    /// Cells of the shape were removed directly: it goes by its master's formulas where it has none of its
+    /// own.
+    void Renewed(Canvas& canvas, Shape& shape);
+    /// Cells of a master were written directly: its instances look at it anew.
+    void MasterChanged(Master& master);
 
     /// Sets a formula, with or without "=" in front. False, and nothing changed, when it is no formula, names
     /// what is not there, or would make the cell depend on itself.
@@ -84,6 +89,7 @@ class Recalculation {
     void PutValue(Canvas& canvas, Shape& shape, const CellRef& ref, const Value& value, Name unit);
     void MarkStale(const Place& place, std::vector<Place>& todo);
     void MarkDependents(const Place& place, std::vector<Place>& todo);
+    void MarkAll(Canvas& canvas, Shape& shape, std::vector<Place>& todo);
     void Evaluate(const Place& place);
     /// The text is measured by its formats as they are.
     void SettleFormats(Canvas& canvas, Shape& shape);
