@@ -4,6 +4,7 @@
 
 #include "drawing/engine/connectors.h"
 #include "drawing/engine/page_arrangement.h"
+#include "drawing/formula/glue_points.h"
 #include "drawing/routing/spatial_index.h"
 
 namespace norvelis::drawing {
@@ -13,10 +14,11 @@ namespace {
 using layout::Point;
 using layout::Rect;
 
-constexpr double kStep = 0.1;          // Inches between the places that are tried.
-constexpr double kClearance = 0.06;    // Kept free around a note.
-constexpr double kFarthest = 12;       // From where the note was dropped.
-constexpr double kForFreeLines = 1.5;  // A note goes this much farther for a place that covers no line.
+constexpr double kStep = 0.1;        // Inches between the places that are tried.
+constexpr double kClearance = 0.06;  // Kept free around a note.
+constexpr double kFarthest = 12;     // From where the note was dropped.
+constexpr double kForBetter =
+    2;  // A note goes this much farther to cover no line, and for a leader that does not.
 
 /// What notes may not cover, and the lines that they should not.
 class Ground {
@@ -48,6 +50,16 @@ class Ground {
         bool free = true;
         blocks_.Near(rect,
                      [&](int id) { return free = !Overlap(taken_[static_cast<std::size_t>(id)], rect); });
+        return free;
+    }
+    /// Whether a leader runs over something other than the box that it explains.
+    bool IsFree(Point a, Point b, const Rect& own) const {
+        bool free = true;
+        blocks_.Near(RectOf(a, b), [&](int id) {
+            const Rect& taken = taken_[static_cast<std::size_t>(id)];
+            free = Overlap(taken, own) || !PieceHits(a, b, taken);
+            return free;
+        });
         return free;
     }
     bool CoversLine(const Rect& rect) const {
@@ -96,21 +108,36 @@ std::vector<Point> Shifts() {
     return shifts;
 }
 
+/// Where the leader of a note meets the block that it explains.
+Point LeaderEnd(const Rect& box, Point from) {
+    const glue::Point end =
+        glue::Box{box.x0, box.y0, box.Width(), box.Height()}.BorderTowards({from.x, from.y});
+    return {end.x, end.y};
+}
+
 Rect Shifted(const Rect& rect, Point by) {
     return {rect.x0 + by.x, rect.y0 + by.y, rect.x1 + by.x, rect.y1 + by.y};
 }
 
-/// The shift to the place that the note takes; nothing when all around is taken.
-std::optional<Point> FindShift(const Ground& ground, const Rect& note, const std::vector<Point>& shifts) {
-    std::optional<Point> coveringLines;
+/// The shift to the place that the note takes; nothing when all around is taken. `box` is what it explains.
+std::optional<Point> FindShift(const Ground& ground, const Rect& note, const Rect& box,
+                               const std::vector<Point>& shifts) {
+    std::optional<Point> secondBest;
     for (const Point& shift : shifts) {
-        if (coveringLines && Length(shift) > Length(*coveringLines) + kForFreeLines) break;
+        if (secondBest && Length(shift) > Length(*secondBest) + kForBetter) break;
         const Rect place = Shifted(note, shift).Grown(kClearance);
         if (!ground.IsFree(place)) continue;
-        if (!ground.CoversLine(place)) return shift;
-        if (!coveringLines) coveringLines = shift;
+        const Point corner{note.x0 + shift.x, note.y0 + shift.y};
+        if (!ground.CoversLine(place) && ground.IsFree(corner, LeaderEnd(box, corner), box)) return shift;
+        if (!secondBest) secondBest = shift;
     }
-    return coveringLines;
+    return secondBest;
+}
+
+/// The block of the shape that a note explains; a point at the note's corner when it is tied to nothing.
+Rect ExplainedBy(OpenDocument& document, Page& page, Shape& note, const Rect& rect) {
+    Shape* box = GluedTo(page, note, true);
+    return box ? BlockOf(document, page, *box) : Rect{rect.x0, rect.y0, rect.x0, rect.y0};
 }
 
 bool LeavesPage(OpenDocument& document, Page& page, const Rect& rect) {
@@ -133,7 +160,8 @@ void FindRoomForNotes(OpenDocument& document, Page& page) {
     bool outside = false;
     for (Shape* note : notes) {
         const Rect rect = NoteOf(document, page, *note);
-        const Point shift = FindShift(ground, rect, shifts).value_or(Point{0, 0});
+        const Point shift =
+            FindShift(ground, rect, ExplainedBy(document, page, *note, rect), shifts).value_or(Point{0, 0});
         const Rect place = Shifted(rect, shift);
         ground.Take(place);
         outside = outside || LeavesPage(document, page, place);

@@ -112,7 +112,9 @@ Recalculation::~Recalculation() = default;
 Recalculation::ExpressionPtr Recalculation::Parsed(const std::string& formula) {
     const auto [found, isNew] = parsed_.try_emplace(formula);
     if (isNew) found->second = Expression::Parse(document_.names, formula);
-    return found->second;
+    const ExpressionPtr expression = found->second;
+    if (!expression) parsed_.erase(found);  // A name that it waits for may come yet.
+    return expression;
 }
 
 const Recalculation::FormulaTable& Recalculation::TableOf(const Shape& base) {
@@ -265,7 +267,7 @@ bool Recalculation::Reaches(Canvas& canvas, Shape& shape, const CellRef& ref, co
 
 bool Recalculation::SetFormula(Canvas& canvas, Shape& shape, const CellRef& ref, std::string_view formula) {
     if (formula.starts_with('=')) formula.remove_prefix(1);
-    const auto expression = Expression::Parse(document_.names, formula);
+    const ExpressionPtr expression = Parsed(std::string(formula));
     if (!expression) return false;
     if (expression->IsConstant()) {
         const Place place{&canvas, &shape, ref};
