@@ -380,22 +380,65 @@ void Recalculation::Changed(Canvas& canvas, Shape& shape, const CellRef& ref) {
     }
 }
 
+void Recalculation::MarkAll(Canvas& canvas, Shape& shape, std::vector<Place>& todo) {
+    if (const auto known = locals_.find(&shape); known != locals_.end()) {
+        for (const auto& formula : known->second) MarkStale({&canvas, &shape, formula.ref}, todo);
+    }
+    if (shape.base) {
+        for (const auto& formula : TableOf(*shape.base).formulas) {
+            const Cell* own = shape.FindLocal(formula.ref);
+            if (!own || own->inherited) MarkStale({&canvas, &shape, formula.ref}, todo);
+        }
+    }
+    for (const auto& inner : shape.shapes) MarkAll(canvas, *inner, todo);
+}
+
 void Recalculation::AllChanged(Canvas& canvas) {
     std::vector<Place> todo;
-    const auto mark = [&](auto& self, Shape& shape) -> void {
-        if (const auto known = locals_.find(&shape); known != locals_.end()) {
-            for (const auto& formula : known->second) MarkStale({&canvas, &shape, formula.ref}, todo);
-        }
-        if (shape.base) {
-            for (const auto& formula : TableOf(*shape.base).formulas) {
-                const Cell* own = shape.FindLocal(formula.ref);
-                if (!own || own->inherited) MarkStale({&canvas, &shape, formula.ref}, todo);
+    MarkAll(canvas, canvas.sheet, todo);
+    for (const auto& shape : canvas.shapes) MarkAll(canvas, *shape, todo);
+}
+
+void Recalculation::Dropped(Canvas& canvas, Shape& shape) {
+    Added(canvas, shape);
+    const auto markPageReaders = [&](auto& self, Shape& each) -> void {
+        if (each.base) {
+            for (const auto& [reference, dependent] : TableOf(*each.base).elsewhere) {
+                if (reference.where != Reference::Where::Page) continue;
+                std::vector<Place> todo;
+                MarkStale({&canvas, &each, dependent}, todo);
+                Changed(canvas, each, dependent);
             }
         }
+        for (const auto& inner : each.shapes) self(self, *inner);
+    };
+    markPageReaders(markPageReaders, shape);
+}
+
+void Recalculation::Renewed(Canvas& canvas, Shape& shape) {
+    if (const auto known = locals_.find(&shape); known != locals_.end()) {
+        std::vector<CellRef> gone;
+        for (const auto& formula : known->second) {
+            if (!shape.FindLocal(formula.ref)) gone.push_back(formula.ref);
+        }
+        for (const CellRef& ref : gone) ForgetLocal(canvas, shape, ref);
+    }
+    std::vector<Place> todo;
+    MarkAll(canvas, shape, todo);
+}
+
+void Recalculation::MasterChanged(Master& master) {
+    const auto forget = [this](auto& self, const Shape& shape) -> void {
+        tables_.erase(&shape);
         for (const auto& inner : shape.shapes) self(self, *inner);
     };
-    mark(mark, canvas.sheet);
-    for (const auto& shape : canvas.shapes) mark(mark, *shape);
+    for (const auto& shape : master.shapes) forget(forget, *shape);
+    for (const auto& page : document_.pages) {
+        for (const auto& shape : page->shapes) {
+            std::vector<Place> todo;
+            if (shape->master == &master) MarkAll(*page, *shape, todo);
+        }
+    }
 }
 
 Value Recalculation::Get(Canvas& canvas, Shape& shape, const CellRef& ref) {
@@ -445,6 +488,13 @@ std::optional<double> Recalculation::WalkGlue(Canvas& canvas, Shape& shape, Name
     const auto& mine = begin ? from : to;
     const auto& other = begin ? to : from;
     if (!mine) return std::nullopt;
+    if (HasOwnGeometry(
+            shape)) {  // A routed line keeps its ends while they are on the borders of their boxes.
+        const Cell* x = drawing::Find(shape, begin ? Name::BeginX : Name::EndX);
+        const Cell* y = drawing::Find(shape, begin ? Name::BeginY : Name::EndY);
+        if (x && y && mine->HasOnBorder({x->value, y->value}))
+            return cell == Name::BeginX || cell == Name::EndX ? x->value : y->value;
+    }
     const Name otherX = begin ? Name::EndX : Name::BeginX, otherY = begin ? Name::EndY : Name::BeginY;
     const glue::Point target =
         other ? other->Middle() : glue::Point{Number(canvas, shape, otherX), Number(canvas, shape, otherY)};

@@ -26,6 +26,14 @@ class Recalculation {
 
     /// Makes a shape's formulas known, sub-shapes included; for shapes that did not come with the document.
     void Added(Canvas& canvas, Shape& shape);
+    /// The same for an instance that was just dropped: what its master takes from the page is taken from this
+    /// one.
+    void Dropped(Canvas& canvas, Shape& shape);
+    /// Cells of the shape were removed directly: it goes by its master's formulas where it has none of its
+    /// own.
+    void Renewed(Canvas& canvas, Shape& shape);
+    /// Cells of a master were written directly: its instances look at it anew.
+    void MasterChanged(Master& master);
 
     /// Sets a formula, with or without "=" in front. False, and nothing changed, when it is no formula, names
     /// what is not there, or would make the cell depend on itself.
@@ -78,6 +86,7 @@ class Recalculation {
     bool Reaches(Canvas& canvas, Shape& shape, const CellRef& ref, const Expression& expression);
     void MarkStale(const Place& place, std::vector<Place>& todo);
     void MarkDependents(const Place& place, std::vector<Place>& todo);
+    void MarkAll(Canvas& canvas, Shape& shape, std::vector<Place>& todo);
     void Evaluate(const Place& place);
     std::optional<double> WalkGlue(Canvas& canvas, Shape& shape, Name cell);
 

@@ -52,16 +52,13 @@ class CellList {
     void Remove(Name name) {
         std::erase_if(cells_, [name](const Cell& cell) { return cell.name == name; });
     }
+    /// Value and formula become the list's own.
     CellList& Set(Name name, double number, std::string formula = {}) {
-        Cell& cell = At(name);
-        cell.SetNumber(number);
-        cell.formula = std::move(formula);
+        Own(name, std::move(formula)).SetNumber(number);
         return *this;
     }
     CellList& SetText(Name name, std::string text, std::string formula = {}) {
-        Cell& cell = At(name);
-        cell.SetText(std::move(text));
-        cell.formula = std::move(formula);
+        Own(name, std::move(formula)).SetText(std::move(text));
         return *this;
     }
     std::size_t size() const { return cells_.size(); }
@@ -72,6 +69,13 @@ class CellList {
     auto end() { return cells_.end(); }
 
   private:
+    Cell& Own(Name name, std::string formula) {
+        Cell& cell = At(name);
+        cell.formula = std::move(formula);
+        cell.inherited = cell.stale = false;
+        return cell;
+    }
+
     std::vector<Cell> cells_;
 };
 

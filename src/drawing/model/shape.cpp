@@ -188,6 +188,14 @@ Section SectionOf(const Shape& shape, Name section, int index) {
     return result;
 }
 
+bool HasOwnGeometry(const Shape& shape) {
+    const Section* section = shape.Find(Name::Geometry);
+    return section && std::any_of(section->rows.begin(), section->rows.end(), [](const Row& row) {
+               return std::any_of(row.cells.begin(), row.cells.end(),
+                                  [](const Cell& cell) { return !cell.inherited; });
+           });
+}
+
 std::vector<int> GeometryIndexes(const Shape& shape) {
     std::vector<int> indexes;
     int depth = 0;

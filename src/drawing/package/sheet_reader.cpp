@@ -10,6 +10,7 @@
 
 #include "drawing/package/archive.h"
 #include "drawing/package/sheet_writer.h"
+#include "drawing/package/text_rows.h"
 
 namespace norvelis::drawing {
 
@@ -149,7 +150,10 @@ std::unique_ptr<Shape> SheetReader::ReadShape(const pugi::xml_node& element, Can
                                       : ShapeKind::Shape;
     Styles(element, *shape);
     SheetContent(element, *shape);
-    if (const auto text = element.child("Text")) shape->text = ReadText(text);
+    if (const auto text = element.child("Text")) {
+        shape->text = ReadText(text);
+        FromFile(*shape);
+    }
     if (const auto data = element.child("ForeignData"); data && findPicture) {
         shape->picture = findPicture(data.child("Rel").attribute("r:id").value());
         if (shape->picture) {

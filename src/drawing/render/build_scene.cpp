@@ -274,7 +274,7 @@ class SceneBuilder {
         for (const Mark& mark : figure.marks) {
             if (mark.clipped) continue;
             const double half = mark.line.style() == Qt::NoPen ? 0 : mark.line.widthF();
-            figure.bounds |= mark.path.controlPointRect().adjusted(-half, -half, half, half);
+            figure.bounds |= mark.path.boundingRect().adjusted(-half, -half, half, half);
         }
         if (!figure.text.fragments.empty()) figure.bounds |= figure.text.place.mapRect(figure.text.bounds);
         if (!figure.picture.isNull()) figure.bounds |= figure.picturePlace.mapRect(QRectF(0, 0, 1, 1));

@@ -7,7 +7,8 @@ namespace norvelis::drawing {
 
 namespace {
 
-constexpr double kSlack = 1e-6;  // A line that is exactly as wide as its block does not break.
+constexpr double kOthers = 0.75 / 72;  // Other programs measure a little wider; a block must not break there.
+constexpr double kSlack = 1e-6;        // A line that is exactly as wide as its block does not break.
 
 struct CharFormat {
     FontFace* face = nullptr;
@@ -251,7 +252,8 @@ TextLayout LayOutText(FontLibrary& fonts, const Document& document, const Shape&
 
 double TextWidth(FontLibrary& fonts, const Document& document, const Shape& shape, double mostWidth) {
     const double margins = Margins(shape, Name::LeftMargin, Name::RightMargin);
-    return LayOutText(fonts, document, shape, mostWidth - margins).width + margins;
+    return std::min(mostWidth,
+                    LayOutText(fonts, document, shape, mostWidth - margins).width + margins + kOthers);
 }
 
 double TextHeight(FontLibrary& fonts, const Document& document, const Shape& shape, double mostWidth) {
