@@ -122,7 +122,7 @@ ChildArea::Child* ChildArea::Find(const Form* form) {
 void ChildArea::FocusMoved(QWidget* to) {
     Form* form = FormOf(to);
     Child* child = Find(form);
-    if (!child) return;
+    if (!child || form->isHidden()) return;  // A form that goes passes the keyboard round inside itself.
     child->focus = to;
     if (active_ != form) Activate(form);
 }

@@ -130,6 +130,7 @@ QLayout* frmColors::ColorRows() {
         auto* made = new QLineEdit(text, this);
         made->setObjectName(name);
         made->setReadOnly(true);
+        made->setFocusPolicy(Qt::NoFocus);
         return made;
     };
     auto* txtBack = textBox("txtTextBoxBackGroundColor", "Textbox Background Color");
@@ -138,6 +139,7 @@ QLayout* frmColors::ColorRows() {
     list->setObjectName("lstListBoxBackGroundColor");
     list->addItem("Listbox Background Color");
     list->setSelectionMode(QAbstractItemView::NoSelection);
+    list->setFocusPolicy(Qt::NoFocus);
     list->setFixedHeight(28);
 
     samples_ = {{kLabel, {lblLabelColor, QPalette::WindowText, &SkinColors::LabelForeColor}},

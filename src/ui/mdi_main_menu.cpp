@@ -229,9 +229,13 @@ void mdiMainMenu::loadtreeform() {
     });
 }
 
-void mdiMainMenu::changerptfile() {}
+void mdiMainMenu::changerptfile() {
+    if (auto* settings = qobject_cast<frmColors*>(Find(Screen::Settings))) settings->changerptfile();
+}
 
-void mdiMainMenu::changevisiolocation() {}
+void mdiMainMenu::changevisiolocation() {
+    if (auto* settings = qobject_cast<frmColors*>(Find(Screen::Settings))) settings->changevisiolocation();
+}
 
 void mdiMainMenu::ShowStatus(const QString& text) {
     if (auto* tree = qobject_cast<frm_Treeview*>(Find(Screen::Treeview))) tree->ShowStatus(text);
