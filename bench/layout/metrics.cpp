@@ -36,7 +36,9 @@ std::vector<Point> Drawn(const Route& route) {
     const auto& points = route.points;
     if (!route.curved || points.size() < 3) return points;
     constexpr int steps = 8;
-    const auto middle = [](const Point& a, const Point& b) { return Point{(a.x + b.x) / 2, (a.y + b.y) / 2}; };
+    const auto middle = [](const Point& a, const Point& b) {
+        return Point{(a.x + b.x) / 2, (a.y + b.y) / 2};
+    };
     std::vector<Point> drawn{points.front()};
     for (std::size_t i = 1; i + 1 < points.size(); ++i) {
         const Point from = middle(points[i - 1], points[i]), to = middle(points[i], points[i + 1]);
@@ -55,8 +57,11 @@ double Turn(const Point& a, const Point& b, const Point& c) {
 }
 
 bool Cross(const Piece& p, const Piece& q) {
-    const auto opposite = [](double a, double b) { return (a > slack && b < -slack) || (a < -slack && b > slack); };
-    return opposite(Turn(p.a, p.b, q.a), Turn(p.a, p.b, q.b)) && opposite(Turn(q.a, q.b, p.a), Turn(q.a, q.b, p.b));
+    const auto opposite = [](double a, double b) {
+        return (a > slack && b < -slack) || (a < -slack && b > slack);
+    };
+    return opposite(Turn(p.a, p.b, q.a), Turn(p.a, p.b, q.b)) &&
+           opposite(Turn(q.a, q.b, p.a), Turn(q.a, q.b, p.b));
 }
 
 /// Whether two pieces lie on one another for more than a hair.
@@ -64,7 +69,8 @@ bool Share(const Piece& p, const Piece& q) {
     constexpr double hair = 1e-3;
     const double length = std::hypot(p.b.x - p.a.x, p.b.y - p.a.y);
     if (length < hair) return false;
-    if (std::abs(Turn(p.a, p.b, q.a)) / length > hair || std::abs(Turn(p.a, p.b, q.b)) / length > hair) return false;
+    if (std::abs(Turn(p.a, p.b, q.a)) / length > hair || std::abs(Turn(p.a, p.b, q.b)) / length > hair)
+        return false;
     const auto along = [&](const Point& c) {
         return ((c.x - p.a.x) * (p.b.x - p.a.x) + (c.y - p.a.y) * (p.b.y - p.a.y)) / length;
     };
@@ -95,12 +101,15 @@ bool RunsThrough(const Piece& piece, const Area& area) {
 /// Calls visit(i, k) for all pairs of areas, i from the first and k from the second list, that may touch.
 template <typename F>
 void ForPairs(const std::vector<Area>& first, const std::vector<Area>& second, F&& visit) {
-    std::vector<std::pair<double, int>> starts;  // sweep from left to right; the second list's numbers are negative
+    std::vector<std::pair<double, int>>
+        starts;  // sweep from left to right; the second list's numbers are negative
     for (std::size_t i = 0; i < first.size(); ++i) starts.emplace_back(first[i].x0, static_cast<int>(i));
-    for (std::size_t k = 0; k < second.size(); ++k) starts.emplace_back(second[k].x0, -1 - static_cast<int>(k));
+    for (std::size_t k = 0; k < second.size(); ++k)
+        starts.emplace_back(second[k].x0, -1 - static_cast<int>(k));
     std::sort(starts.begin(), starts.end());
     std::vector<int> openFirst, openSecond;
-    const auto meet = [](std::vector<int>& open, const std::vector<Area>& areas, const Area& area, auto&& met) {
+    const auto meet = [](std::vector<int>& open, const std::vector<Area>& areas, const Area& area,
+                         auto&& met) {
         for (std::size_t n = 0; n < open.size();) {
             const Area& other = areas[open[n]];
             if (other.x1 < area.x0) {
@@ -144,14 +153,16 @@ Quality Measure(const Graph& graph, const Placement& placement) {
             quality.length += std::hypot(drawn[i + 1].x - drawn[i].x, drawn[i + 1].y - drawn[i].y);
         }
         for (std::size_t i = 1; i + 1 < route.points.size(); ++i)
-            if (std::abs(Turn(route.points[i - 1], route.points[i], route.points[i + 1])) > slack) ++quality.bends;
+            if (std::abs(Turn(route.points[i - 1], route.points[i], route.points[i + 1])) > slack)
+                ++quality.bends;
         if (line.labelWidth > 0 && line.labelHeight > 0) {
             labels.push_back(Around(route.label, line.labelWidth, line.labelHeight));
             labelLine.push_back(static_cast<int>(k));
         }
     }
 
-    ForPairs(boxes, boxes, [&](int i, int k) { quality.boxOverlaps += i < k && Overlap(boxes[i], boxes[k]); });
+    ForPairs(boxes, boxes,
+             [&](int i, int k) { quality.boxOverlaps += i < k && Overlap(boxes[i], boxes[k]); });
     ForPairs(labels, labels,
              [&](int i, int k) { quality.labelCollisions += i < k && Overlap(labels[i], labels[k]); });
     ForPairs(labels, boxes, [&](int i, int k) { quality.labelCollisions += Overlap(labels[i], boxes[k]); });
