@@ -31,10 +31,27 @@ struct Piece {
     }
 };
 
+double Turn(const Point& a, const Point& b, const Point& c) {
+    return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
+}
+
+/// The points where the line turns, and its ends: a crossing in the middle of a straight piece shall not fall
+/// between two.
+std::vector<Point> Corners(const std::vector<Point>& points) {
+    std::vector<Point> corners;
+    for (const Point& point : points) {
+        if (!corners.empty() && corners.back() == point) continue;
+        const std::size_t n = corners.size();
+        if (n > 1 && std::abs(Turn(corners[n - 2], corners[n - 1], point)) < slack) corners.pop_back();
+        corners.push_back(point);
+    }
+    return corners;
+}
+
 /// The line as drawn.
 std::vector<Point> Drawn(const Route& route) {
     const auto& points = route.points;
-    if (!route.curved || points.size() < 3) return points;
+    if (!route.curved || points.size() < 3) return Corners(points);
     constexpr int steps = 8;
     const auto middle = [](const Point& a, const Point& b) {
         return Point{(a.x + b.x) / 2, (a.y + b.y) / 2};
@@ -49,11 +66,7 @@ std::vector<Point> Drawn(const Route& route) {
         }
     }
     drawn.push_back(points.back());
-    return drawn;
-}
-
-double Turn(const Point& a, const Point& b, const Point& c) {
-    return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
+    return Corners(drawn);
 }
 
 bool Cross(const Piece& p, const Piece& q) {
