@@ -31,6 +31,18 @@ struct Piece {
     }
 };
 
+struct Pieces {
+    std::vector<Piece> pieces;
+    std::vector<Area> bounds;
+
+    void Add(const std::vector<Point>& way, int line) {
+        for (std::size_t i = 1; i < way.size(); ++i) {
+            pieces.push_back({way[i - 1], way[i], line});
+            bounds.push_back(pieces.back().Bounds());
+        }
+    }
+};
+
 double Turn(const Point& a, const Point& b, const Point& c) {
     return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
 }
@@ -150,24 +162,20 @@ void ForPairs(const std::vector<Area>& first, const std::vector<Area>& second, F
 
 Quality Measure(const Graph& graph, const Placement& placement) {
     Quality quality;
-    std::vector<Area> boxes, labels, pieceBounds;
+    std::vector<Area> boxes, labels;
     std::vector<int> labelLine;
-    std::vector<Piece> pieces;
+    Pieces drawn, straight;  // lines cross where they would without their roundings
     for (std::size_t i = 0; i < graph.boxes.size(); ++i)
         boxes.push_back(Around(placement.centers[i], graph.boxes[i].width, graph.boxes[i].height));
     for (std::size_t k = 0; k < graph.lines.size(); ++k) {
         const Line& line = graph.lines[k];
         const Route& route = placement.routes[k];
-        const std::vector<Point> drawn = Drawn(route);
-        for (std::size_t i = 0; i + 1 < drawn.size(); ++i) {
-            if (drawn[i] == drawn[i + 1]) continue;
-            pieces.push_back({drawn[i], drawn[i + 1], static_cast<int>(k)});
-            pieceBounds.push_back(pieces.back().Bounds());
-            quality.length += std::hypot(drawn[i + 1].x - drawn[i].x, drawn[i + 1].y - drawn[i].y);
-        }
-        for (std::size_t i = 1; i + 1 < route.points.size(); ++i)
-            if (std::abs(Turn(route.points[i - 1], route.points[i], route.points[i + 1])) > slack)
-                ++quality.bends;
+        const std::vector<Point> corners = Corners(route.points), way = Drawn(route);
+        drawn.Add(way, static_cast<int>(k));
+        straight.Add(corners, static_cast<int>(k));
+        quality.bends += std::max(0, static_cast<int>(corners.size()) - 2);
+        for (std::size_t i = 1; i < way.size(); ++i)
+            quality.length += std::hypot(way[i].x - way[i - 1].x, way[i].y - way[i - 1].y);
         if (line.labelWidth > 0 && line.labelHeight > 0) {
             labels.push_back(Around(route.label, line.labelWidth, line.labelHeight));
             labelLine.push_back(static_cast<int>(k));
@@ -180,15 +188,16 @@ Quality Measure(const Graph& graph, const Placement& placement) {
              [&](int i, int k) { quality.labelCollisions += i < k && Overlap(labels[i], labels[k]); });
     ForPairs(labels, boxes, [&](int i, int k) { quality.labelCollisions += Overlap(labels[i], boxes[k]); });
     std::set<std::pair<int, int>> boxesCrossed, labelsCrossed, shared, labelsTouched;
-    ForPairs(pieceBounds, boxes, [&](int i, int k) {
-        if (RunsThrough(pieces[i], boxes[k])) boxesCrossed.emplace(pieces[i].line, k);
+    ForPairs(drawn.bounds, boxes, [&](int i, int k) {
+        if (RunsThrough(drawn.pieces[i], boxes[k])) boxesCrossed.emplace(drawn.pieces[i].line, k);
     });
-    ForPairs(pieceBounds, labels, [&](int i, int k) {
-        if (!RunsThrough(pieces[i], labels[k])) return;
-        (pieces[i].line == labelLine[k] ? labelsTouched : labelsCrossed).emplace(pieces[i].line, k);
+    ForPairs(drawn.bounds, labels, [&](int i, int k) {
+        const Piece& piece = drawn.pieces[i];
+        if (!RunsThrough(piece, labels[k])) return;
+        (piece.line == labelLine[k] ? labelsTouched : labelsCrossed).emplace(piece.line, k);
     });
-    ForPairs(pieceBounds, pieceBounds, [&](int i, int k) {
-        const Piece &p = pieces[i], &q = pieces[k];
+    ForPairs(straight.bounds, straight.bounds, [&](int i, int k) {
+        const Piece &p = straight.pieces[i], &q = straight.pieces[k];
         if (i >= k || p.line == q.line) return;
         quality.crossings += Cross(p, q);
         if (Share(p, q)) shared.emplace(std::min(p.line, q.line), std::max(p.line, q.line));
@@ -200,7 +209,7 @@ Quality Measure(const Graph& graph, const Placement& placement) {
 
     constexpr double infinite = std::numeric_limits<double>::infinity();
     Area all{infinite, infinite, -infinite, -infinite};
-    for (const auto* areas : {&boxes, &labels, &pieceBounds}) {
+    for (const auto* areas : {&boxes, &labels, &drawn.bounds}) {
         for (const Area& area : *areas) {
             all.x0 = std::min(all.x0, area.x0);
             all.y0 = std::min(all.y0, area.y0);

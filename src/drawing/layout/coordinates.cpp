@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "drawing/layout/difference_program.h"
+#include "drawing/layout/straightening.h"
 
 namespace norvelis::layout {
 
@@ -33,6 +34,7 @@ class Coordinates {
 
     std::vector<Ports> Assign() {
         Solve();
+        StraightenLines(style_, Reaches(), grid_);
         return FitPorts();
     }
 
@@ -46,6 +48,7 @@ class Coordinates {
         return meeting.atUpper ? below < above : above <= below;
     }
     void Solve();
+    std::vector<Reach> Reaches() const;
     std::vector<Ports> FitPorts() const;
     bool IsTrunk(const Meeting& meeting) const {
         return trunks_ && meeting.atUpper &&
@@ -135,6 +138,19 @@ void Coordinates::Solve() {
         grid_.places[i].x = static_cast<double>(solution[i]) / unitsPerInch;
 }
 
+std::vector<Reach> Coordinates::Reaches() const {
+    std::vector<Reach> reaches(grid_.ways.size());
+    for (std::size_t s = 0; s < sides_.size(); ++s) {
+        const double x = grid_.places[s / 2].x;
+        for (const Meeting& meeting : sides_[s]) {
+            Reach& reach = reaches[meeting.line];
+            (meeting.atUpper ? reach.upperLeast : reach.lowerLeast) = x + meeting.least;
+            (meeting.atUpper ? reach.upperMost : reach.lowerMost) = x + meeting.most;
+        }
+    }
+    return reaches;
+}
+
 /// The values nearest to those given (least sum of differences) that never fall: pool adjacent violators with
 /// medians.
 std::vector<double> NearestRising(const std::vector<double>& values) {
@@ -182,7 +198,9 @@ std::vector<Ports> Coordinates::FitPorts() const {
         const std::vector<double> fitted = NearestRising(wished);
         for (std::size_t i = 0; i < side.size(); ++i) {
             const double at = std::clamp(fitted[i] + steps[i], x + side[i].least, x + side[i].most);
-            (side[i].atUpper ? ports[side[i].line].upper : ports[side[i].line].lower) = at;
+            const double next = grid_.places[side[i].next].x;
+            const double exact = std::abs(at - next) < 1 / unitsPerInch ? next : at;
+            (side[i].atUpper ? ports[side[i].line].upper : ports[side[i].line].lower) = exact;
         }
     }
     return ports;
