@@ -5,34 +5,35 @@
 #include <cstdint>
 #include <map>
 #include <numeric>
+#include <set>
 #include <tuple>
 
 namespace norvelis::layout {
 
 namespace {
 
-/// Jogs that share a track for sure: one line, or one owner's lines to one side.
+/// Jogs that share a track for sure: one line, or the lines of one trunk, or those of them that go one way.
 struct Piece {
     double left, right;
-    bool rightwards;
+    int trunk;
     std::vector<int> jogs;
     std::vector<int> below;  ///< Pieces that must lie lower.
     std::size_t highestTrack = 0;
 };
 
-std::vector<Piece> PiecesOf(const std::vector<Jog>& jogs) {
+std::vector<Piece> PiecesOf(const std::vector<Jog>& jogs, const std::set<int>& halvedTrunks) {
     std::vector<Piece> pieces;
     std::map<std::pair<int, bool>, std::size_t> trunks;
     for (std::size_t i = 0; i < jogs.size(); ++i) {
         const Jog& jog = jogs[i];
         if (jog.from == jog.to) continue;
-        const bool rightwards = jog.to > jog.from;
         std::size_t at = pieces.size();
-        if (jog.trunk >= 0) at = trunks.try_emplace({jog.trunk, rightwards}, at).first->second;
-        if (at == pieces.size()) pieces.push_back({jog.from, jog.from, rightwards, {}, {}});
+        const bool isRightHalf = halvedTrunks.count(jog.trunk) > 0 && jog.to > jog.from;
+        if (jog.trunk >= 0) at = trunks.try_emplace({jog.trunk, isRightHalf}, at).first->second;
+        if (at == pieces.size()) pieces.push_back({jog.from, jog.from, jog.trunk, {}, {}});
         pieces[at].jogs.push_back(static_cast<int>(i));
-        pieces[at].left = std::min(pieces[at].left, jog.to);
-        pieces[at].right = std::max(pieces[at].right, jog.to);
+        pieces[at].left = std::min({pieces[at].left, jog.from, jog.to});
+        pieces[at].right = std::max({pieces[at].right, jog.from, jog.to});
     }
     return pieces;
 }
@@ -45,14 +46,16 @@ bool MustLieAbove(const Piece& a, const Piece& b, const std::vector<Jog>& jogs, 
         for (const int k : b.jogs) {
             const Jog &x = jogs[i], &y = jogs[k];
             if (std::abs(x.from - y.to) < gap * 0.99) return true;
-            if (a.rightwards != b.rightwards) continue;
-            if (a.rightwards ? x.from > y.from && x.to > y.to : x.from < y.from && x.to < y.to) return true;
+            if (x.from < x.to && y.from < y.to && x.from > y.from && x.to > y.to) return true;
+            if (x.from > x.to && y.from > y.to && x.from < y.from && x.to < y.to) return true;
         }
     }
     return false;
 }
 
-void Constrain(std::vector<Piece>& pieces, const std::vector<Jog>& jogs, double gap) {
+/// Returns the trunks that would have to lie both above and below another piece.
+std::set<int> Constrain(std::vector<Piece>& pieces, const std::vector<Jog>& jogs, double gap) {
+    std::set<int> torn;
     std::vector<int> byLeft(pieces.size());
     for (std::size_t i = 0; i < pieces.size(); ++i) byLeft[i] = static_cast<int>(i);
     std::sort(byLeft.begin(), byLeft.end(), [&](int a, int b) { return pieces[a].left < pieces[b].left; });
@@ -63,10 +66,13 @@ void Constrain(std::vector<Piece>& pieces, const std::vector<Jog>& jogs, double 
             if (pieces[b].left >= pieces[a].right + gap) break;
             const bool aAbove = MustLieAbove(pieces[a], pieces[b], jogs, gap);
             const bool bAbove = MustLieAbove(pieces[b], pieces[a], jogs, gap);
+            if (aAbove && bAbove) torn.insert({pieces[a].trunk, pieces[b].trunk});
             if (aAbove == bAbove) continue;
             pieces[aAbove ? a : b].below.push_back(aAbove ? b : a);
         }
     }
+    torn.erase(-1);
+    return torn;
 }
 
 /// The pieces so that each comes before those that must lie lower, those with the longest chain under them
@@ -103,8 +109,11 @@ std::vector<int> FromAbove(const std::vector<Piece>& pieces) {
 }  // namespace
 
 Tracks AssignTracks(const std::vector<Jog>& jogs, double gap) {
-    std::vector<Piece> pieces = PiecesOf(jogs);
-    Constrain(pieces, jogs, gap);
+    std::vector<Piece> pieces = PiecesOf(jogs, {});
+    if (const std::set<int> torn = Constrain(pieces, jogs, gap); !torn.empty()) {
+        pieces = PiecesOf(jogs, torn);
+        Constrain(pieces, jogs, gap);
+    }
 
     Tracks tracks;
     tracks.track.assign(jogs.size(), -1);

@@ -41,11 +41,11 @@ class Coordinates {
   private:
     void CollectMeetings();
     void SpreadPorts();
-    /// Whether fewer lines meet the line's box here than at its other end: there it should run straight.
-    bool IsLessCrowded(const Meeting& meeting) const {
+    /// Whether more lines meet the line's box here than at its other end.
+    bool IsCrowded(const Meeting& meeting) const {
         const auto& way = grid_.ways[meeting.line];
         const std::size_t below = sides_[2 * way.front() + 1].size(), above = sides_[2 * way.back()].size();
-        return meeting.atUpper ? below < above : above <= below;
+        return meeting.atUpper ? below >= above : above > below;
     }
     void Solve();
     std::vector<Reach> Reaches() const;
@@ -60,7 +60,9 @@ class Coordinates {
         const double width = graph_.boxes[side / 2].width;
         return width - 2 * std::min(style_.lineGap, width / 8);
     }
-    std::vector<double> LeastSteps(const std::vector<Meeting>& side, double room) const;
+    std::vector<double> LeastSteps(const std::vector<Meeting>& side, double room, double gap) const;
+    std::vector<double> FitSide(std::size_t side, double gap) const;
+    int InLine(const std::vector<Meeting>& side, const std::vector<double>& ports) const;
 
     const Graph& graph_;
     const Style& style_;
@@ -100,16 +102,17 @@ void Coordinates::SpreadPorts() {
         }
         const double factor = span > room ? room / span : 1;
         for (Meeting& meeting : side) meeting.offset = (meeting.offset - span / 2) * factor;
-        const std::vector<double> steps = LeastSteps(side, room);
+        const std::vector<double> steps = LeastSteps(side, room, style_.lineGap / 2);
         for (std::size_t i = 0; i < side.size(); ++i) {
-            side[i].least = steps[i] - room / 2;
-            side[i].most = room / 2 - (steps.back() - steps[i]);
+            side[i].least = IsTrunk(side[i]) ? side[i].offset : steps[i] - room / 2;
+            side[i].most = IsTrunk(side[i]) ? side[i].offset : room / 2 - (steps.back() - steps[i]);
         }
     }
 }
 
 void Coordinates::Solve() {
-    constexpr std::int64_t bent = 20, offItsPort = 4, straight = 8, offTheMiddle = 1;
+    // Where fewer lines meet a box, they run straight and to its middle; at their other end they bend.
+    constexpr std::int64_t bent = 20, offPort[] = {8, 4}, offMiddle[] = {6, 1};
     const int left = static_cast<int>(grid_.places.size()), right = left + 1;
     DifferenceProgram program(right + 1);
     for (const auto& row : grid_.rows) {
@@ -124,9 +127,9 @@ void Coordinates::Solve() {
         const int box = static_cast<int>(s / 2);
         for (const Meeting& meeting : sides_[s]) {
             const std::int64_t middle = Units(meeting.offset);
-            program.Pull(box, meeting.next, middle, middle, offTheMiddle);
-            program.Pull(box, meeting.next, Units(meeting.least), Units(meeting.most),
-                         IsLessCrowded(meeting) ? straight : offItsPort);
+            const std::size_t isCrowded = IsCrowded(meeting) ? 1 : 0;
+            program.Pull(box, meeting.next, middle, middle, offMiddle[isCrowded]);
+            program.Pull(box, meeting.next, Units(meeting.least), Units(meeting.most), offPort[isCrowded]);
         }
     }
     for (const auto& way : grid_.ways)
@@ -175,35 +178,53 @@ std::vector<double> NearestRising(const std::vector<double>& values) {
 }
 
 /// How far each port stands from the first at least.
-std::vector<double> Coordinates::LeastSteps(const std::vector<Meeting>& side, double room) const {
+std::vector<double> Coordinates::LeastSteps(const std::vector<Meeting>& side, double room, double gap) const {
     std::vector<double> steps(side.size());
     for (std::size_t i = 1; i < side.size(); ++i)
         steps[i] = steps[i - 1] + (AreOne(side[i - 1], side[i]) ? 0 : 1);
-    const double step = steps.back() > 0 ? std::min(style_.lineGap, room / steps.back()) : 0;
+    const double step = steps.back() > 0 ? std::min(gap, room / steps.back()) : 0;
     for (double& s : steps) s *= step;
     return steps;
 }
 
-/// Ports slide along their box to stand right under or over the places they lead to.
+/// Ports slide along their box to stand right under or over the places they lead to. When those at its
+/// corners push others out of line, they stand closer.
 std::vector<Ports> Coordinates::FitPorts() const {
     std::vector<Ports> ports(grid_.ways.size());
     for (std::size_t s = 0; s < sides_.size(); ++s) {
         const auto& side = sides_[s];
         if (side.empty()) continue;
-        const double x = grid_.places[s / 2].x;
-        const std::vector<double> steps = LeastSteps(side, RoomOf(s));
-        std::vector<double> wished(side.size());
+        std::vector<double> fitted = FitSide(s, style_.lineGap);
+        const std::vector<double> closer = FitSide(s, style_.lineGap / 2);
+        if (InLine(side, closer) > InLine(side, fitted)) fitted = closer;
         for (std::size_t i = 0; i < side.size(); ++i)
-            wished[i] = (IsTrunk(side[i]) ? x + side[i].offset : grid_.places[side[i].next].x) - steps[i];
-        const std::vector<double> fitted = NearestRising(wished);
-        for (std::size_t i = 0; i < side.size(); ++i) {
-            const double at = std::clamp(fitted[i] + steps[i], x + side[i].least, x + side[i].most);
-            const double next = grid_.places[side[i].next].x;
-            const double exact = std::abs(at - next) < 1 / unitsPerInch ? next : at;
-            (side[i].atUpper ? ports[side[i].line].upper : ports[side[i].line].lower) = exact;
-        }
+            (side[i].atUpper ? ports[side[i].line].upper : ports[side[i].line].lower) = fitted[i];
     }
     return ports;
+}
+
+std::vector<double> Coordinates::FitSide(std::size_t s, double gap) const {
+    constexpr double hair = 1 / unitsPerInch;
+    const auto& side = sides_[s];
+    const double x = grid_.places[s / 2].x, room = RoomOf(s);
+    const std::vector<double> steps = LeastSteps(side, room, gap);
+    std::vector<double> wished(side.size());
+    for (std::size_t i = 0; i < side.size(); ++i)
+        wished[i] = (IsTrunk(side[i]) ? x + side[i].offset : grid_.places[side[i].next].x) - steps[i];
+    std::vector<double> fitted = NearestRising(wished);
+    for (std::size_t i = 0; i < side.size(); ++i) {
+        const double first = x - room / 2 + steps[i], last = x + room / 2 - (steps.back() - steps[i]);
+        fitted[i] = std::clamp(fitted[i] + steps[i], first, std::max(first, last));
+        const double next = grid_.places[side[i].next].x;
+        if (std::abs(fitted[i] - next) < hair) fitted[i] = next;
+    }
+    return fitted;
+}
+
+int Coordinates::InLine(const std::vector<Meeting>& side, const std::vector<double>& ports) const {
+    int count = 0;
+    for (std::size_t i = 0; i < side.size(); ++i) count += ports[i] == grid_.places[side[i].next].x;
+    return count;
 }
 
 }  // namespace

@@ -33,8 +33,10 @@ class GridMaker {
         for (std::size_t i = 0; i < graph_.boxes.size(); ++i) {
             const Box& box = graph_.boxes[i];
             const int row = 2 * layers_.nodes[i].layer;
+            double height = box.height;
+            for (const Line* loop : loops[i]) height = std::max(height, loop->labelHeight);
             grid_.places.push_back({row, static_cast<int>(i), -1, false, box.width / 2,
-                                    box.width / 2 + LoopRoom(loops[i], style_), box.height, 0});
+                                    box.width / 2 + LoopRoom(loops[i], style_), height, 0});
         }
     }
 

@@ -14,7 +14,7 @@ struct Place {
     int line = -1;                 ///< -1 for a box.
     bool label = false;            ///< The line's label stands here.
     double before = 0, after = 0;  ///< How far it reaches left and right of x.
-    double height = 0;
+    double height = 0;             ///< Room from top to bottom.
     double x = 0;
 };
 

@@ -117,8 +117,8 @@ class Router {
             if (straight) points.pop_back();
             points.push_back(point);
         };
-        const auto border = [&](int place, double side) {
-            return heights_.middle[grid_.places[place].row] + side * grid_.places[place].height / 2;
+        const auto border = [&](int box, double side) {
+            return heights_.middle[grid_.places[box].row] + side * graph_.boxes[box].height / 2;
         };
         add({ports_[line].upper, border(way.front(), 1)});
         for (std::size_t step = 0; step + 1 < way.size(); ++step) {
