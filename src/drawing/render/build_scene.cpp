@@ -13,8 +13,7 @@ namespace norvelis::drawing::render {
 namespace {
 
 constexpr int kMaxGroupDepth = 64;
-constexpr double kFarthest = 1e7;  ///< Inches: what lies beyond comes from a damaged file.
-
+/// What lies beyond every page comes from a damaged file.
 double Finite(double value) {
     return std::isfinite(value) ? std::clamp(value, -kFarthest, kFarthest) : 0;
 }
