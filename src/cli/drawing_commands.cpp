@@ -67,6 +67,7 @@ void AddStencil(CLI::App& program, Context& context) {
 }  // namespace
 
 void AddDrawingCommands(CLI::App& program, Context& context) {
+    AddDraw(program, context);
     AddExport(program, context);
     AddStencil(program, context);
 }

@@ -4,6 +4,7 @@
 
 namespace norvelis::cli {
 
-void AddDrawingCommands(CLI::App& program, Context& context);  ///< export, stencil.
+void AddDrawingCommands(CLI::App& program, Context& context);  ///< draw, export, stencil.
+void AddDraw(CLI::App& program, Context& context);
 
 }  // namespace norvelis::cli

@@ -8,11 +8,12 @@
 #include <string>
 
 #include "core/paths.h"
+#include "store/connection.h"
 #include "temporary_folder.h"
 
 namespace norvelis {
 
-/// Runs norvelis-cli on a copy of the delivered application folder.
+/// Runs norvelis-cli on a copy of the delivered application folder, with an empty dictionary.
 class Program {
   public:
     struct Result {
@@ -22,6 +23,8 @@ class Program {
 
     Program() {
         std::filesystem::copy(NORVELIS_APP, folder_.Path("app"), std::filesystem::copy_options::recursive);
+        Connection::CreateStore(App() +
+                                "/Database/records.mdb");  // Somebody may have worked with the delivered one.
     }
 
     std::string App() const { return folder_.Path("app"); }

@@ -28,6 +28,13 @@ struct Box {
         return {middle.x + dx * reach, middle.y + dy * reach};
     }
 
+    bool HasOnBorder(Point point) const {
+        constexpr double kNear = 1e-6;
+        const double inX = std::min(point.x - left, left + width - point.x);
+        const double inY = std::min(point.y - bottom, bottom + height - point.y);
+        return std::min(inX, inY) > -kNear && std::min(std::fabs(inX), std::fabs(inY)) < kNear;
+    }
+
     /// A line from a box to itself leaves on the right and comes back from above.
     Point LoopEnd(bool begin) const {
         return begin ? Point{left + width, bottom + height / 2} : Point{left + width / 2, bottom + height};

@@ -52,16 +52,13 @@ class CellList {
     void Remove(Name name) {
         std::erase_if(cells_, [name](const Cell& cell) { return cell.name == name; });
     }
+    /// Value and formula become the list's own.
     CellList& Set(Name name, double number, std::string formula = {}) {
-        Cell& cell = At(name);
-        cell.SetNumber(number);
-        cell.formula = std::move(formula);
+        Own(name, std::move(formula)).SetNumber(number);
         return *this;
     }
     CellList& SetText(Name name, std::string text, std::string formula = {}) {
-        Cell& cell = At(name);
-        cell.SetText(std::move(text));
-        cell.formula = std::move(formula);
+        Own(name, std::move(formula)).SetText(std::move(text));
         return *this;
     }
     std::size_t size() const { return cells_.size(); }
@@ -72,6 +69,13 @@ class CellList {
     auto end() { return cells_.end(); }
 
   private:
+    Cell& Own(Name name, std::string formula) {
+        Cell& cell = At(name);
+        cell.formula = std::move(formula);
+        cell.inherited = cell.stale = false;
+        return cell;
+    }
+
     std::vector<Cell> cells_;
 };
 
@@ -105,6 +109,11 @@ struct Section {
     std::vector<Row> rows;
 
     const Row* Find(RowKey key) const {
+        // Most sections have their rows in order without gaps; long ones are outlines, asked for row by row.
+        const auto guess = rows.empty() || key.IsNamed() ? 0 : key.Index() - rows.front().key.Index();
+        if (guess > 0 && static_cast<std::size_t>(guess) < rows.size() &&
+            rows[static_cast<std::size_t>(guess)].key == key)
+            return &rows[static_cast<std::size_t>(guess)];
         for (const auto& row : rows) {
             if (row.key == key) return &row;
         }
@@ -143,5 +152,10 @@ struct CellRef {
         : section(inSection), index(static_cast<std::uint16_t>(sectionIndex)), row(inRow), cell(name) {}
     auto operator<=>(const CellRef&) const = default;
 };
+
+inline constexpr double kFarthest = 1e6;  ///< Inches; no place or size on a page is beyond.
+
+/// A cell that holds a place or a size.
+bool IsCoordinate(const CellRef& ref);
 
 }  // namespace norvelis::drawing

@@ -238,21 +238,18 @@ std::unique_ptr<Shape> InstanceOf(const Shape& base) {
 Shape& DropInstance(Canvas& canvas, Master& master, double x, double y) {
     auto shape = master.shapes.empty() ? std::make_unique<Shape>() : InstanceOf(*master.shapes.front());
     shape->master = &master;
-    const auto state = [&shape](Name name, double value, bool inherited) {
-        Cell& cell = shape->cells.At(name);
-        cell.SetNumber(value);
-        cell.inherited = inherited && !FormulaOf(*shape, name).empty();
-    };
     const double dx = x - Number(*shape, Name::PinX), dy = y - Number(*shape, Name::PinY);
-    const bool oneDimensional = Find(*shape, Name::BeginX) != nullptr;
-    if (oneDimensional) {
-        state(Name::BeginX, Number(*shape, Name::BeginX) + dx, false);
-        state(Name::BeginY, Number(*shape, Name::BeginY) + dy, false);
-        state(Name::EndX, Number(*shape, Name::EndX) + dx, false);
-        state(Name::EndY, Number(*shape, Name::EndY) + dy, false);
+    // What the master computes stays its business; only an unguarded pin is given up.
+    const auto put = [&shape](Name name, double value, bool keepsFormula) {
+        shape->cells.Set(name, value);
+        shape->cells.At(name).inherited = keepsFormula;
+    };
+    put(Name::PinX, x, FormulaOf(*shape, Name::PinX).starts_with("GUARD("));
+    put(Name::PinY, y, FormulaOf(*shape, Name::PinY).starts_with("GUARD("));
+    for (const auto& [name, distance] : {std::pair{Name::BeginX, dx}, std::pair{Name::BeginY, dy},
+                                         std::pair{Name::EndX, dx}, std::pair{Name::EndY, dy}}) {
+        if (Find(*shape, name)) put(name, Number(*shape, name) + distance, !FormulaOf(*shape, name).empty());
     }
-    state(Name::PinX, x, oneDimensional);
-    state(Name::PinY, y, oneDimensional);
     Shape& added = canvas.Add(std::move(shape));
     added.name = added.nameU = master.nameU + "." + std::to_string(added.id);
     return added;

@@ -109,6 +109,8 @@ std::string PlainText(const TextRuns& runs);
 /// A section in force: the base's rows overlaid by the shape's, rows in order of their number. Deleted rows
 /// are left out. Empty when neither has the section.
 Section SectionOf(const Shape& shape, Name section, int index = 0);
+/// Whether rows of the shape's first geometry are its own and not its master's.
+bool HasOwnGeometry(const Shape& shape);
 /// Indexes of the geometry sections in force, in order.
 std::vector<int> GeometryIndexes(const Shape& shape);
 

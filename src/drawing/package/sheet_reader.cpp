@@ -10,6 +10,7 @@
 
 #include "drawing/package/archive.h"
 #include "drawing/package/sheet_writer.h"
+#include "drawing/package/text_rows.h"
 
 namespace norvelis::drawing {
 
@@ -18,13 +19,6 @@ namespace {
 bool ParseNumber(std::string_view text, double& number) {
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     return error == std::errc() && end == text.data() + text.size() && !text.empty() && std::isfinite(number);
-}
-
-bool IsCoordinate(Name section, Name cell) {
-    if (section == Name::Geometry || section == Name::Control) return cell >= Name::X && cell <= Name::E;
-    return section == Name::None &&
-           ((cell >= Name::PinX && cell <= Name::EndY) || cell == Name::PageWidth ||
-            cell == Name::PageHeight || (cell >= Name::TxtPinX && cell <= Name::TxtLocPinY));
 }
 
 bool Is(const pugi::xml_node& node, const char* name) {
@@ -49,7 +43,7 @@ void SheetReader::Cells(const pugi::xml_node& element, CellList& cells, Name sec
         } else {
             cell.SetText(std::string(value));
         }
-        if (IsCoordinate(section, name) && std::fabs(cell.value) > kFarthest) {
+        if (IsCoordinate(CellRef(section, 0, {}, name)) && std::fabs(cell.value) > kFarthest) {
             Refuse(fmt::format("the cell {} lies beyond every page", node.attribute("N").value()));
         }
         cell.inherited = formula == "Inh";
@@ -149,7 +143,10 @@ std::unique_ptr<Shape> SheetReader::ReadShape(const pugi::xml_node& element, Can
                                       : ShapeKind::Shape;
     Styles(element, *shape);
     SheetContent(element, *shape);
-    if (const auto text = element.child("Text")) shape->text = ReadText(text);
+    if (const auto text = element.child("Text")) {
+        shape->text = ReadText(text);
+        FromFile(*shape);
+    }
     if (const auto data = element.child("ForeignData"); data && findPicture) {
         shape->picture = findPicture(data.child("Rel").attribute("r:id").value());
         if (shape->picture) {

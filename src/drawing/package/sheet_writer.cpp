@@ -1,6 +1,7 @@
 #include "drawing/package/sheet_writer.h"
 
 #include "core/text.h"
+#include "drawing/package/text_rows.h"
 
 namespace norvelis::drawing {
 
@@ -26,16 +27,18 @@ bool HoldsText(Name section, Name cell) {
 
 namespace {
 
-/// Files know one kind of line end.
-std::string WithLineFeeds(std::string_view text) {
+/// Files know one kind of line end. `afterReturn` goes from run to run: a format may change inside a line
+/// end.
+std::string WithLineFeeds(std::string_view text, bool& afterReturn) {
     std::string result;
     result.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] != '\r') {
-            result += text[i];
-        } else if (i + 1 == text.size() || text[i + 1] != '\n') {
+    for (const char c : text) {
+        if (c == '\r' || (c == '\n' && !afterReturn)) {
             result += '\n';
+        } else if (c != '\n') {
+            result += c;
         }
+        afterReturn = c == '\r';
     }
     return result;
 }
@@ -90,12 +93,16 @@ void SheetWriter::SectionElement(const Section& section) {
 }
 
 void SheetWriter::SheetContent(const Sheet& sheet) {
-    xml_.Text("");
-    Cells(sheet.cells, Name::None);
-    for (const auto& section : sheet.sections) SectionElement(section);
+    Content(sheet.cells, sheet.sections);
 }
 
-void SheetWriter::TextElement(const Shape& shape) {
+void SheetWriter::Content(const CellList& cells, const std::vector<Section>& sections) {
+    xml_.Text("");
+    Cells(cells, Name::None);
+    for (const auto& section : sections) SectionElement(section);
+}
+
+void SheetWriter::TextElement(const Shape& shape, const TextRuns& runs) {
     xml_.Open("Text").Text("");
     int character = shape.Find(Name::Character) ? -1 : 0;
     int paragraph = shape.Find(Name::Paragraph) ? -1 : 0;
@@ -105,15 +112,16 @@ void SheetWriter::TextElement(const Shape& shape) {
         xml_.Open(element).Attribute("IX", row).Close();
         current = row;
     };
-    for (const auto& run : *shape.text) {
+    bool afterReturn = false;
+    for (const auto& run : runs) {
         mark("cp", character, run.character);
         mark("pp", paragraph, run.paragraph);
         mark("tp", tabs, run.tabs);
         if (run.field >= 0) xml_.Open("fld").Attribute("IX", run.field);
-        xml_.Text(WithLineFeeds(run.text));
+        xml_.Text(WithLineFeeds(run.text, afterReturn));
         if (run.field >= 0) xml_.Close();
     }
-    if (!shape.text->empty()) xml_.Text("\n");
+    if (!runs.empty()) xml_.Text("\n");
     xml_.Close();
 }
 
@@ -136,8 +144,13 @@ void SheetWriter::ShapeElement(const Shape& shape) {
         xml_.Attribute("MasterShape", shape.base->id);
     }
     StyleAttributes(shape);
-    SheetContent(shape);
-    if (shape.text) TextElement(shape);
+    if (shape.text) {
+        const FiledText filed = ToFile(shape);
+        Content(shape.cells, filed.sections);
+        TextElement(shape, filed.runs);
+    } else {
+        SheetContent(shape);
+    }
     if (shape.picture) Picture(*shape.picture);
     if (!shape.shapes.empty()) {
         xml_.Open("Shapes");

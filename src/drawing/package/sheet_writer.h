@@ -25,7 +25,8 @@ class SheetWriter {
   private:
     void Cells(const CellList& cells, Name section);
     void SectionElement(const Section& section);
-    void TextElement(const Shape& shape);
+    void Content(const CellList& cells, const std::vector<Section>& sections);
+    void TextElement(const Shape& shape, const TextRuns& runs);
     void Picture(const ForeignPicture& picture);
 
     const Document& document_;

@@ -126,7 +126,6 @@ MasterDefinition DynamicConnector() {
                    {"Char.Size", "6 pt"},
                    {"Char.Color", "0"},
                    {"TextBkgnd", "RGB(255,255,255)"},
-                   {"TextBkgndTrans", "0.2"},
                    {"LineColor", "RGB(84,100,122)"},
                    {"LineWeight", "0.75 pt"},
                    {"EndArrow", "13"},

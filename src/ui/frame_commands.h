@@ -1,0 +1,24 @@
+#pragma once
+
+#include <functional>
+
+#include "core/app_state.h"
+
+// The commands of the main frame's menu that do more than open a screen, free of screens themselves: each
+// checks what it needs, says in words what is missing, and calls into the room that does the work.
+namespace norvelis::ui {
+
+/// Draws what the dictionary holds: all on one page, or a file for each parent.
+using DrawAll = std::function<void(bool singlePage)>;
+
+/// `refresh` shows the new dictionary. A failure of the extraction goes through.
+void mnu_Classic_Extract_Report(AppState& app, const std::function<void()>& refresh);
+
+void mnu_View_IDMS_Report_File(AppState& app);
+void mnu_Draw_Fancy_Single(AppState& app, const DrawAll& draw);
+void mnu_Draw_Fancy_Separate(AppState& app, const DrawAll& draw);
+
+/// True when the person wants to leave.
+bool AskToExit(AppState& app);
+
+}  // namespace norvelis::ui

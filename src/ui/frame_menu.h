@@ -1,0 +1,27 @@
+#pragma once
+
+#include <array>
+#include <span>
+
+// The main frame's menu as a table: what stands where, under which name, and what a choice does.
+namespace norvelis::ui {
+
+class mdiMainMenu;
+
+struct MenuEntry {
+    const char* name;  ///< Null: a separator.
+    const char* caption = "";
+    void (mdiMainMenu::*command)() = nullptr;
+    bool whileBusy = true;  ///< May be chosen while a long command runs.
+    const char* keys = "";
+};
+
+struct MenuColumn {
+    const char *name, *caption;
+    std::span<const MenuEntry> entries;
+};
+
+/// In order. The entries of mnuWindow, the open screens, come when it opens.
+std::span<const MenuColumn> FrameMenu();
+
+}  // namespace norvelis::ui

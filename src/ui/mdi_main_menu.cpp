@@ -1,0 +1,333 @@
+#include "ui/mdi_main_menu.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDesktopServices>
+#include <QLabel>
+#include <QMenuBar>
+#include <QPageSetupDialog>
+#include <QPrinter>
+#include <QScreen>
+#include <QShortcut>
+#include <QStatusBar>
+#include <QToolButton>
+#include <QUrl>
+
+#include "core/failure.h"
+#include "core/ini.h"
+#include "core/log.h"
+#include "store/connection.h"
+#include "ui/child_area.h"
+#include "ui/form.h"
+#include "ui/frame_commands.h"
+#include "ui/frame_menu.h"
+#include "ui/frm_about.h"
+#include "ui/frm_background.h"
+#include "ui/frm_treeview.h"
+#include "ui/screens.h"
+#include "ui/skins_and_colors.h"
+#include "ui/window_settings.h"
+
+namespace norvelis::ui {
+
+namespace {
+
+constexpr QSize kFirstSize(1100, 720);
+constexpr auto kMinimizedButton = "minimized";
+
+void SayNotThere(AppState& app, const std::string& caption) {
+    app.host.MessageBox(
+        {"\"" + caption + "\" is not there yet.", {}, Buttons::Ok, Icon::Information, Answer::Ok});
+}
+
+}  // namespace
+
+mdiMainMenu::mdiMainMenu(AppState& app, Fail fail)
+    : app_(app), fail_(std::move(fail)), skin_(PlainSkin()), area_(new ChildArea(this)) {
+    setObjectName("mdiMainMenu");
+    setWindowTitle(QApplication::applicationDisplayName());
+    setCentralWidget(area_);
+    BuildMenu();
+    statusBar()->setObjectName("StatusBar1");
+    statusBar()->setSizeGripEnabled(false);
+    Timer1_.setSingleShot(true);
+    connect(&Timer1_, &QTimer::timeout, this, &mdiMainMenu::Timer1_Timer);
+    connect(area_, &ChildArea::FormsChanged, this, &mdiMainMenu::UpdateMinimized);
+    const std::pair<Qt::KeyboardModifiers, int> rounds[] = {{Qt::ControlModifier, 1},
+                                                            {Qt::ControlModifier | Qt::ShiftModifier, -1}};
+    for (const auto& [modifiers, step] : rounds) {
+        auto* shortcut = new QShortcut(QKeyCombination(modifiers, Qt::Key_Tab), this);
+        connect(shortcut, &QShortcut::activated, area_, [this, step = step] { area_->ActivateNext(step); });
+    }
+}
+
+mdiMainMenu::~mdiMainMenu() = default;
+
+void mdiMainMenu::BuildMenu() {
+    for (const MenuColumn& column : FrameMenu()) {
+        QMenu* menu = menuBar()->addMenu(column.caption);
+        menu->setObjectName(column.name);
+        for (const MenuEntry& entry : column.entries) {
+            if (!entry.name) {
+                menu->addSeparator();
+                continue;
+            }
+            QAction* action = menu->addAction(entry.caption);
+            action->setObjectName(entry.name);
+            action->setShortcut(QKeySequence(entry.keys));
+            connect(action, &QAction::triggered, this,
+                    [this, command = entry.command] { Run([this, command] { (this->*command)(); }); });
+            if (!entry.whileBusy) connect(this, &mdiMainMenu::BusyChanged, action, &QAction::setDisabled);
+        }
+        if (column.entries.empty()) mnuWindow_ = menu;
+    }
+    connect(mnuWindow_, &QMenu::aboutToShow, this, &mdiMainMenu::FillWindowMenu);
+}
+
+void mdiMainMenu::FillWindowMenu() {
+    mnuWindow_->clear();
+    int number = 0;
+    for (Form* form : area_->OpenForms()) {
+        QAction* action = mnuWindow_->addAction(QString("&%1 %2").arg(++number).arg(form->windowTitle()));
+        action->setCheckable(true);
+        action->setChecked(form == area_->Active());
+        connect(action, &QAction::triggered, area_, [this, form] { area_->Activate(form); });
+    }
+    if (number == 0) mnuWindow_->addAction("No open screens")->setEnabled(false);
+}
+
+// Minimised screens wait as buttons in the status bar.
+void mdiMainMenu::UpdateMinimized() {
+    for (auto* button : statusBar()->findChildren<QToolButton*>(kMinimizedButton)) button->deleteLater();
+    for (Form* form : area_->OpenForms()) {
+        if (!area_->IsMinimized(form)) continue;
+        auto* button = new QToolButton(statusBar());
+        button->setObjectName(kMinimizedButton);
+        button->setText(form->windowTitle());
+        button->setToolTip("Bring this screen back");
+        connect(button, &QToolButton::clicked, area_, [this, form] { area_->Activate(form); });
+        statusBar()->addWidget(button);
+    }
+}
+
+void mdiMainMenu::SetSkin(const Skin& skin) {
+    skin_ = skin;
+    QApplication::setPalette(skin_.Palette());
+    area_->SetBackground(skin_.frame);
+}
+
+void mdiMainMenu::Run(const std::function<void()>& command) {
+    try {
+        command();
+    } catch (const std::exception& failure) {
+        fail_(failure);
+    }
+}
+
+void mdiMainMenu::RunLong(const std::function<void()>& command) {
+    if (busy_) return;
+    busy_ = true;
+    emit BusyChanged(true);
+    Run(command);
+    busy_ = false;
+    emit BusyChanged(false);
+    if (closeWhenDone_) QTimer::singleShot(0, this, &QWidget::close);
+}
+
+void mdiMainMenu::ColorsChanged() {
+    gColorFlag_ = true;
+    Timer1_.start(0);
+}
+
+void mdiMainMenu::SkinChanged() {
+    gSkinFlag_ = true;
+    Timer1_.start(0);
+}
+
+void mdiMainMenu::Timer1_Timer() {
+    if (gColorFlag_) {
+        gColorFlag_ = false;
+        LoadColors();
+        SetSkin(skin_);
+        for (Form* form : area_->OpenForms()) SetColors(*this, *form);
+    }
+    if (gSkinFlag_) {
+        gSkinFlag_ = false;
+        LoadSkins(*this);
+        for (Form* form : area_->OpenForms()) {
+            LoadSkins(*this, *form);
+            SetColors(*this, *form);
+        }
+    }
+}
+
+void mdiMainMenu::LoadColors() {
+    skin_.colors = app_.gUseSkins ? ui::LoadColors(app_) : PlainSkin().colors;
+}
+
+void mdiMainMenu::ShowVersion() {
+    auto* version = new QLabel("Norvelis - Version " + QApplication::applicationVersion());
+    version->setObjectName("version");
+    version->setContentsMargins(0, 0, 10, 0);
+    statusBar()->addPermanentWidget(version);
+}
+
+void mdiMainMenu::ApplySkinAndShow() {
+    resize(kFirstSize);
+    RestoreGeometry(*this, app_.gLocalIni);
+    if (!LoadSkins(*this)) {
+        app_.host.MessageBox(kSkinRefused);
+        app_.gSkinScheme.clear();
+        app_.gUseSkins = false;
+        LoadColors();
+        LoadSkins(*this);
+    }
+    show();
+}
+
+void mdiMainMenu::LoadProgressForm() {
+    progressForm_ = std::make_unique<frmbackground>();
+}
+
+Form* mdiMainMenu::Find(Screen screen) const {
+    const auto found = screens_.find(screen);
+    return found == screens_.end() ? nullptr : found->second.data();
+}
+
+void mdiMainMenu::LoadScreen(Screen screen) {
+    const ScreenEntry& entry = EntryOf(screen);
+    if (!entry.make || Find(screen)) return;
+    Form* form = entry.make(*this);
+    area_->Add(form, entry.kept);
+    screens_[screen] = form;
+    form->Load();
+}
+
+void mdiMainMenu::OpenScreen(Screen screen, bool modal) {
+    LoadScreen(screen);
+    Form* form = Find(screen);
+    if (!form) {
+        SayNotThere(app_, EntryOf(screen).caption);
+    } else if (modal) {
+        form->ShowAndWait();
+    } else {
+        area_->Activate(form);
+    }
+}
+
+void mdiMainMenu::loadtreeform() {
+    RunLong([this] {
+        if (auto* tree = qobject_cast<frm_Treeview*>(Find(Screen::Treeview))) tree->loadtreeform();
+    });
+}
+
+void mdiMainMenu::changerptfile() {}
+
+void mdiMainMenu::changevisiolocation() {}
+
+void mdiMainMenu::ShowStatus(const QString& text) {
+    if (auto* tree = qobject_cast<frm_Treeview*>(Find(Screen::Treeview))) tree->ShowStatus(text);
+}
+
+void mdiMainMenu::ShowProgress(Bar bar, const ProgressBar& state) {
+    if (bar == Bar::BackgroundText || bar == Bar::BackgroundValue) {
+        if (progressForm_) progressForm_->ShowProgress(bar, state);
+    } else if (auto* tree = qobject_cast<frm_Treeview*>(Find(Screen::Treeview))) {
+        tree->ShowProgress(bar, state);
+    }
+}
+
+void mdiMainMenu::mnuColors() {
+    app_.host.OpenScreen(Screen::Settings, false);
+}
+
+void mdiMainMenu::mnuPrinterSetup() {
+    if (!printer_) printer_ = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    QPageSetupDialog(printer_.get(), this).exec();
+}
+
+void mdiMainMenu::mnuExit() {
+    if (AskToExit(app_)) close();
+}
+
+void mdiMainMenu::mnu_View_IDMS_Report_File() {
+    ui::mnu_View_IDMS_Report_File(app_);
+}
+
+void mdiMainMenu::mnu_Classic_Extract_Report() {
+    RunLong([this] {
+        ui::mnu_Classic_Extract_Report(app_, [this] {
+            if (auto* tree = qobject_cast<frm_Treeview*>(Find(Screen::Treeview))) tree->process_Refresh();
+        });
+    });
+}
+
+void mdiMainMenu::mnuTreeview() {
+    app_.host.OpenScreen(Screen::Treeview, false);
+    loadtreeform();
+}
+
+void mdiMainMenu::mnuListview() {
+    app_.host.OpenScreen(Screen::Listview, false);
+}
+
+void mdiMainMenu::mnu_Draw_Fancy_Single() {
+    ui::mnu_Draw_Fancy_Single(app_, [this](bool) { SayNotThere(app_, "Draw All in Single Page"); });
+}
+
+void mdiMainMenu::mnu_Draw_Fancy_Separate() {
+    ui::mnu_Draw_Fancy_Separate(app_, [this](bool) { SayNotThere(app_, "Draw in Separate Pages"); });
+}
+
+void mdiMainMenu::mnu_Scheduler() {
+    app_.host.OpenScreen(Screen::Scheduler, false);
+}
+
+void mdiMainMenu::mnu_sql() {
+    app_.host.OpenScreen(Screen::ConvertSql, false);
+}
+
+void mdiMainMenu::mnu_help() {
+    app_.host.MessageBox("Help is found online only: its pages open in your browser.");
+    QDesktopServices::openUrl(
+        QUrl::fromLocalFile(QString::fromStdString(app_.AppPath("\\help\\index.html"))));
+}
+
+void mdiMainMenu::mnu_about() {
+    if (!about_) {
+        about_ = new frmAbout(*this);
+        area_->Add(about_, false);
+        about_->Load();
+    }
+    area_->Activate(about_);
+}
+
+bool mdiMainMenu::CloseForms() {
+    for (Form* form : area_->OpenForms()) {
+        if (!form->close()) return false;
+    }
+    return true;
+}
+
+void mdiMainMenu::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    if (busy_) {
+        closeWhenDone_ = true;
+        statusBar()->showMessage("The window closes when the running command has ended.");
+        return;
+    }
+    if (!CloseForms()) return;
+    SaveGeometry(*this, app_.gLocalIni);
+    if (app_.gConnection) {
+        try {
+            app_.gConnection->Close();
+        } catch (const RuntimeFailure&) {
+            // The store is left either way.
+        }
+        app_.gConnection.reset();
+    }
+    event->accept();
+    emit Unloaded();
+}
+
+}  // namespace norvelis::ui

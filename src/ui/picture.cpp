@@ -1,0 +1,118 @@
+#include "ui/picture.h"
+
+#include <QFile>
+#include <QImage>
+#include <QPixmap>
+#include <algorithm>
+#include <cmath>
+#include <map>
+
+#include "core/paths.h"
+#include "ui/skins/skin_files.h"
+
+namespace norvelis::ui {
+
+struct Picture::Data {
+    QSize size;
+    QString path;                         // of the plain file, or
+    std::function<void(QPainter&)> draw;  // how it is drawn
+    std::map<int, QPixmap> variants;      // by hundredths of a device pixel to the point
+
+    QPixmap For(double ratio) {
+        QPixmap& variant = variants[static_cast<int>(std::lround(ratio * 100))];
+        if (variant.isNull()) variant = draw ? Draw(ratio) : Load(ratio);
+        return variant;
+    }
+    QPixmap Draw(double ratio) const {
+        QPixmap drawn((QSizeF(size) * ratio).toSize());
+        drawn.fill(Qt::transparent);
+        drawn.setDevicePixelRatio(ratio);
+        QPainter painter(&drawn);
+        draw(painter);
+        return drawn;
+    }
+    // The sharpest variant that is needed; the plain file when a skin has no others.
+    QPixmap Load(double ratio) const {
+        QString file = path;
+        for (const double scale : kPictureScales) {
+            const QString scaled = ScaledFile(path, scale);
+            if (QFile::exists(scaled)) file = scaled;
+            if (scale >= ratio) break;
+        }
+        QPixmap loaded(file);
+        if (loaded.isNull()) loaded.load(path);
+        loaded.setDevicePixelRatio(static_cast<double>(loaded.width()) / size.width());
+        return loaded;
+    }
+};
+
+Picture Picture::FromFile(const QString& path) {
+    const QString found = QString::fromStdString(Resolve(path.toStdString()));
+    const QPixmap plain(found);
+    if (plain.isNull()) return {};
+    Picture picture;
+    picture.data_ = std::make_shared<Data>(Data{plain.size(), found, {}, {{100, plain}}});
+    return picture;
+}
+
+Picture Picture::Drawn(QSize size, std::function<void(QPainter&)> draw) {
+    Picture picture;
+    picture.data_ = std::make_shared<Data>(Data{size, {}, std::move(draw), {}});
+    return picture;
+}
+
+QSize Picture::Size() const {
+    return data_ ? data_->size : QSize();
+}
+
+QColor Picture::At(QPoint place) const {
+    if (!data_) return {};
+    const QImage image = data_->For(1).toImage();
+    return image.valid(place) ? image.pixelColor(place) : QColor();
+}
+
+void Picture::Paint(QPainter& painter, const QRectF& target) const {
+    PaintStretched(painter, target, 0);
+}
+
+void Picture::PaintCovering(QPainter& painter, const QRectF& target) const {
+    if (!data_) return;
+    const double scale =
+        std::max(target.width() / data_->size.width(), target.height() / data_->size.height());
+    const QSizeF part(target.width() / scale, target.height() / scale);
+    const QPixmap pixmap = data_->For(painter.device()->devicePixelRatioF());
+    const double ratio = pixmap.devicePixelRatio();
+    const QRectF source(
+        QPointF(data_->size.width() - part.width(), data_->size.height() - part.height()) * ratio,
+        part * ratio);
+    painter.save();
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawPixmap(target, pixmap, source);
+    painter.restore();
+}
+
+void Picture::PaintStretched(QPainter& painter, const QRectF& target, double edge) const {
+    if (!data_) return;
+    const double display = painter.device()->devicePixelRatioF();
+    const QPixmap pixmap = data_->For(display);
+    const double ratio = pixmap.devicePixelRatio();
+    const QSizeF size = data_->size;
+    edge = std::min({edge, target.width() / 2, target.height() / 2});
+    const double fromX[] = {0, edge, size.width() - edge, size.width()};
+    const double fromY[] = {0, edge, size.height() - edge, size.height()};
+    const double toX[] = {target.left(), target.left() + edge, target.right() - edge, target.right()};
+    const double toY[] = {target.top(), target.top() + edge, target.bottom() - edge, target.bottom()};
+    painter.save();
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, ratio != display);
+    for (int row = 0; row < 3; ++row) {
+        for (int column = 0; column < 3; ++column) {
+            const QRectF to(QPointF(toX[column], toY[row]), QPointF(toX[column + 1], toY[row + 1]));
+            const QRectF from(QPointF(fromX[column], fromY[row]) * ratio,
+                              QPointF(fromX[column + 1], fromY[row + 1]) * ratio);
+            if (to.width() > 0 && to.height() > 0) painter.drawPixmap(to, pixmap, from);
+        }
+    }
+    painter.restore();
+}
+
+}  // namespace norvelis::ui

@@ -1,0 +1,114 @@
+#include "ui/picture_controls.h"
+
+#include <QFontMetrics>
+#include <QPainter>
+
+#include "ui/skin.h"
+
+namespace norvelis::ui {
+
+namespace {
+
+constexpr double kRim = 8;  ///< Points at a button picture's edge that do not stretch.
+
+/// Shows where the keyboard is.
+void PaintFocus(QPainter& painter, const QWidget& control, double radius) {
+    QColor color = control.palette().color(QPalette::Highlight);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(color, 2));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(QRectF(control.rect()).adjusted(1, 1, -1, -1), radius, radius);
+}
+
+void PaintHover(QPainter& painter, const QWidget& control, double radius) {
+    QColor color = control.palette().color(QPalette::Highlight);
+    color.setAlpha(28);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(color);
+    painter.drawRoundedRect(QRectF(control.rect()).adjusted(1, 1, -1, -1), radius, radius);
+}
+
+}  // namespace
+
+SkinButton::SkinButton(const QString& name, const QString& caption, QWidget* parent)
+    : QPushButton(caption, parent), PictureControl("Button") {
+    setObjectName(name);
+    setAttribute(Qt::WA_Hover);
+    SetPictures(PlainSkin().ForTag(Tag()));
+    SetCaptionColors(palette().color(QPalette::ButtonText), PlainSkin().ButtonDownColor());
+}
+
+void SkinButton::SetCaptionColors(const QColor& up, const QColor& down) {
+    up_ = up;
+    down_ = down;
+    update();
+}
+
+QSize SkinButton::sizeHint() const {
+    const QFontMetrics metrics(font());
+    return {metrics.horizontalAdvance(text()) + 28,
+            pictures_.first.IsNull() ? 28 : pictures_.first.Size().height()};
+}
+
+void SkinButton::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    const bool down = isDown() || isChecked();
+    (down ? pictures_.second : pictures_.first).PaintStretched(painter, rect(), kRim);
+    if (!isEnabled()) {
+        painter.setPen(palette().color(QPalette::Disabled, QPalette::ButtonText));
+    } else {
+        if (!down && underMouse()) PaintHover(painter, *this, 4);
+        painter.setPen(down ? down_ : up_);
+    }
+    painter.drawText(rect(), Qt::AlignCenter | Qt::TextShowMnemonic, text());
+    if (hasFocus() && !down) PaintFocus(painter, *this, 4);
+}
+
+WindowButton::WindowButton(const QString& name, const QString& tag, const QString& spoken, QWidget* parent)
+    : QPushButton(parent), PictureControl(tag) {
+    setObjectName(name);
+    setAccessibleName(spoken);
+    setToolTip(spoken);
+    setAttribute(Qt::WA_Hover);
+    setFocusPolicy(Qt::NoFocus);
+    SetPictures(PlainSkin().ForTag(Tag()));
+}
+
+void WindowButton::PicturesChanged() {
+    setFixedSize(pictures_.first.Size());
+    update();
+}
+
+void WindowButton::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    (isDown() ? pictures_.second : pictures_.first).Paint(painter, rect());
+    if (!isDown() && underMouse()) PaintHover(painter, *this, 4);
+}
+
+template <typename Base>
+SkinMark<Base>::SkinMark(const QString& name, const QString& tag, const QString& spoken, QWidget* parent)
+    : Base(parent), PictureControl(tag) {
+    this->setObjectName(name);
+    this->setAccessibleName(spoken);
+    this->setAttribute(Qt::WA_Hover);
+    SetPictures(PlainSkin().ForTag(Tag()));
+}
+
+template <typename Base>
+void SkinMark<Base>::PicturesChanged() {
+    this->setFixedSize(pictures_.first.Size());
+    this->update();
+}
+
+template <typename Base>
+void SkinMark<Base>::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    (this->isChecked() ? pictures_.first : pictures_.second).Paint(painter, this->rect());
+    if (this->hasFocus()) PaintFocus(painter, *this, this->width() / 2.0);
+}
+
+template class SkinMark<QCheckBox>;
+template class SkinMark<QRadioButton>;
+
+}  // namespace norvelis::ui

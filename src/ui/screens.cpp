@@ -1,0 +1,36 @@
+#include "ui/screens.h"
+
+#include <algorithm>
+#include <array>
+
+#include "ui/frm_treeview.h"
+
+namespace norvelis::ui {
+
+namespace {
+
+template <typename T>
+Form* Make(mdiMainMenu& frame) {
+    return new T(frame);
+}
+
+// A new screen gets its line here.
+constexpr std::array<ScreenEntry, 9> kScreens = {
+    {{Screen::Treeview, "Record Treeview", Make<frm_Treeview>, true},
+     {Screen::TreeviewMax, "Record Treeview Max", nullptr, true},
+     {Screen::Listview, "Record Listview", nullptr, true},
+     {Screen::IsolateView, "Isolate View", nullptr, true},
+     {Screen::Settings, "Setting", nullptr, false},
+     {Screen::ConvertSql, "IDMS to SQL", nullptr, true},
+     {Screen::Scheduler, "Scheduler", nullptr, true},
+     {Screen::ReportViewer, "View IDMS Report File", nullptr, false},
+     {Screen::DrawingViewer, "Drawing Viewer", nullptr, false}}};
+
+}  // namespace
+
+const ScreenEntry& EntryOf(Screen screen) {
+    return *std::find_if(kScreens.begin(), kScreens.end(),
+                         [screen](const ScreenEntry& entry) { return entry.screen == screen; });
+}
+
+}  // namespace norvelis::ui

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QWidget>
+#include <string>
+
+// Positions of windows in Local.Ini: section named after the window, numbers in twips as the text of a
+// single-precision number.
+namespace norvelis::ui {
+
+/// Left and Top alone, for small dialogs.
+void SavePosition(const QWidget& window, const std::string& ini);
+/// False when there is none.
+bool RestorePosition(QWidget& window, const std::string& ini);
+
+/// WindowState (0 normal, 1 minimised, 2 maximised) and, in the normal state, place and size.
+void SaveGeometry(const QWidget& window, const std::string& ini);
+/// Leaves the window as it is when nothing was saved or the place is on no screen any more.
+void RestoreGeometry(QWidget& window, const std::string& ini);
+
+}  // namespace norvelis::ui

@@ -1,0 +1,175 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+
+#include "core/paths.h"
+#include "diagram/draw_commands.h"
+#include "diagram/page_layout.h"
+#include "drawing/engine/drawing_engine.h"
+#include "drawing/engine/page_arrangement.h"
+#include "drawing/package/package.h"
+#include "extract/driver.h"
+#include "store/settings.h"
+#include "test_store.h"
+
+// The whole road: the sample report is extracted and drawn with the real engine, and the saved file is read
+// back.
+namespace norvelis {
+namespace {
+
+using drawing::Name;
+using drawing::Role;
+using layout::Rect;
+
+class WholeDrawingTest : public testing::TestWithParam<int> {
+  protected:
+    WholeDrawingTest() {
+        setreportlocation(app, NORVELIS_APP "/reportfiles/empschm.text");
+        process_Classic_Extract_Report(app, InteractiveDriver(app, {}));
+        draw.options.location = test.folder.Path("drawings");
+        draw.options.background = "Background tranquil";
+        draw.gDrawSchema = "EMPSCHM";
+        test.host.answers.assign(10, Answer::No);
+    }
+    std::size_t Rows(const std::string& table) {
+        return static_cast<std::size_t>(app.gConnection->Count("Select count(*) FROM " + table));
+    }
+    std::string File(const std::string& name) const { return test.folder.Path("drawings/EMPSCHM/" + name); }
+
+    /// Rectangles on the page of all shapes that may not cover one another, with a name each.
+    static std::vector<std::pair<std::string, Rect>> Blocks(drawing::OpenDocument& document,
+                                                            drawing::Page& page) {
+        std::vector<std::pair<std::string, Rect>> blocks;
+        for (const auto& shape : page.shapes) {
+            switch (RoleOf(page, *shape)) {
+                case Role::Box:
+                    blocks.emplace_back(shape->name, BlockOf(document, page, *shape));
+                    break;
+                case Role::Line:
+                    blocks.emplace_back(shape->name, LabelOf(document, page, *shape));
+                    break;
+                case Role::Note:
+                    blocks.emplace_back(shape->name, NoteOf(document, page, *shape));
+                    break;
+                default:
+                    break;
+            }
+        }
+        return blocks;
+    }
+
+    TestApp test;
+    AppState& app = test.app;
+    std::unique_ptr<engine::DrawingEngine> engine =
+        drawing::MakeDrawingEngine({NORVELIS_APP "/Stencils", app.AppPath("\\Temp"), nullptr});
+    DrawScreen screen;
+    DrawingState draw{app, *app.gConnection, *engine, screen};
+};
+
+TEST_P(WholeDrawingTest, NothingCoversAnythingAndAllIsOnThePage) {
+    draw.options.layout = GetParam();
+    ASSERT_EQ(DrawVisioDiagramSingle(draw, "EMPSCHM", nullptr), DrawResult::Saved);
+    auto workshop = drawing::Workshop({});
+    drawing::OpenDocument document(workshop, drawing::ReadPackageFile(File("EMPSCHM.vsd")), "", false);
+    drawing::Page& page = *document.model->pages.front();
+    const Rect whole{0, 0, Number(page.sheet, Name::PageWidth), Number(page.sheet, Name::PageHeight)};
+    const auto blocks = Blocks(document, page);
+    EXPECT_EQ(blocks.size(), Rows("Record_Details") + Rows("Connection_Details") + Rows("Index_Details"));
+    for (std::size_t i = 0; i < blocks.size(); ++i) {
+        const auto& [name, rect] = blocks[i];
+        EXPECT_TRUE(rect.x0 >= 0 && rect.y0 >= 0 && rect.x1 <= whole.x1 && rect.y1 <= whole.y1) << name;
+        for (std::size_t k = 0; k < i; ++k)
+            EXPECT_FALSE(Overlap(rect, blocks[k].second)) << name << " and " << blocks[k].first;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Layouts, WholeDrawingTest, testing::Range(0, 8), [](const auto& each) {
+    std::string name;
+    for (const char c : kLayoutTypes[static_cast<std::size_t>(each.param)].name) {
+        if (std::isalnum(static_cast<unsigned char>(c))) name += c;
+    }
+    return name;
+});
+
+class SampleDrawingTest : public WholeDrawingTest {};
+
+TEST_F(SampleDrawingTest, EqualSeedsGiveEqualFiles) {
+    ASSERT_EQ(DrawVisioDiagramSingle(draw, "EMPSCHM", nullptr), DrawResult::Saved);
+    const std::string first = ReadFile(File("EMPSCHM.vsd"));
+    app.random = Random(1);
+    ASSERT_EQ(DrawVisioDiagramSingle(draw, "EMPSCHM", nullptr), DrawResult::Saved);
+    const std::string other = ReadFile(File("EMPSCHM.vsd"));
+    app.random = Random(1);
+    ASSERT_EQ(DrawVisioDiagramSingle(draw, "EMPSCHM", nullptr), DrawResult::Saved);
+    EXPECT_EQ(ReadFile(File("EMPSCHM.vsd")), other);
+    EXPECT_NE(first, "");
+}
+
+TEST_F(SampleDrawingTest, AnIndependentReaderFindsEveryTextInItsColour) {
+    ASSERT_EQ(DrawVisioDiagramSingle(draw, "EMPSCHM", nullptr), DrawResult::Saved);
+    std::FILE* pipe = popen(("vsd2raw '" + File("EMPSCHM.vsd") + "' 2>&1").c_str(), "r");
+    ASSERT_NE(pipe, nullptr);
+    std::string out;
+    std::array<char, 4096> buffer{};
+    while (const auto read = std::fread(buffer.data(), 1, buffer.size(), pipe))
+        out.append(buffer.data(), read);
+    EXPECT_EQ(pclose(pipe), 0);
+    auto record = app.gConnection->Select("Select * FROM Record_Details");
+    for (; !record.Eof(); record.MoveNext()) {
+        const auto at = out.find("insertText (" + record.Text("recordname") + ")");
+        ASSERT_NE(at, std::string::npos) << record.Text("recordname");
+        const std::string span = out.substr(out.rfind("openSpan", at), at - out.rfind("openSpan", at));
+        EXPECT_NE(span.find("fo:color: #ff0000"), std::string::npos) << span;
+        EXPECT_NE(span.find("fo:font-size: 10.0000pt"), std::string::npos) << span;
+    }
+    auto set = app.gConnection->Select("Select * FROM Connection_Details");
+    for (; !set.Eof(); set.MoveNext())
+        EXPECT_NE(out.find("insertText (" + set.Text("set") + ")"), std::string::npos) << set.Text("set");
+    auto index = app.gConnection->Select("Select * FROM Index_Details");
+    for (; !index.Eof(); index.MoveNext())
+        EXPECT_NE(out.find("insertText (" + index.Text("recordname") + ")"), std::string::npos);
+}
+
+TEST_F(SampleDrawingTest, ARecordAloneIsDrawnWithAllBelowIt) {
+    ASSERT_EQ(DrawIsolatedRecord(draw, "EMPSCHM", "INSTRUMENT", false), DrawResult::Saved);
+    const auto saved = drawing::ReadPackageFile(File("INSTRUMENT.vsd"));
+    std::vector<std::string> names;
+    for (const auto& shape : saved->pages.front()->shapes) {
+        if (RoleOf(*saved->pages.front(), *shape) == Role::Box) names.push_back(shape->name);
+    }
+    EXPECT_THAT(names, testing::UnorderedElementsAre("INSTRUMENT", "BUILD-STEP", "REPAIR"));
+    EXPECT_EQ(saved->pages.front()->name, "INSTRUMENT");
+}
+
+TEST_F(SampleDrawingTest, ALayoutIsAppliedToASavedFile) {
+    ASSERT_EQ(DrawVisioDiagramSingle(draw, "EMPSCHM", nullptr), DrawResult::Saved);
+    draw.options.layout = *LayoutIndex("LeftToRight");
+    ASSERT_TRUE(ApplyLayoutToFile(draw, File("EMPSCHM.vsd")));
+    const auto saved = drawing::ReadPackageFile(File("EMPSCHM.vsd"));
+    const auto pin = [&](const std::string& name) {
+        for (const auto& shape : saved->pages.front()->shapes) {
+            if (shape->name == name) return Number(*shape, Name::PinX);
+        }
+        return -1.0;
+    };
+    EXPECT_LT(pin("CLIENT"), pin("COMMISSION"));
+    EXPECT_LT(pin("COMMISSION"), pin("PAYMENT"));
+    EXPECT_EQ(ReadFile(File("EMPSCHM.vsd")), ReadFile(File("EMPSCHM.vsdx")));
+}
+
+TEST_F(SampleDrawingTest, AFileThatCanNotBeWrittenIsLeftAsItWas) {
+    ASSERT_EQ(DrawVisioDiagramSingle(draw, "EMPSCHM", nullptr), DrawResult::Saved);
+    const std::string good = ReadFile(File("EMPSCHM.vsd"));
+    std::filesystem::remove(File("EMPSCHM.vsd"));
+    std::filesystem::create_directory(File("EMPSCHM.vsd"));
+    EXPECT_EQ(DrawVisioDiagramSingle(draw, "EMPSCHM", nullptr), DrawResult::NotSaved);
+    EXPECT_TRUE(FolderExists(File("EMPSCHM.vsd")));
+    EXPECT_FALSE(good.empty());
+    for (const auto& name : FilesIn(test.folder.Path("drawings/EMPSCHM"))) EXPECT_EQ(name, "EMPSCHM.vsdx");
+}
+
+}  // namespace
+}  // namespace norvelis
