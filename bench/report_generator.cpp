@@ -134,19 +134,25 @@ class Schema {
     std::size_t Below(std::size_t bound) { return static_cast<std::size_t>(chance_() % bound); }
     Record& RecordAt(int i) { return records_[static_cast<std::size_t>(i)]; }
 
+    /// Schemas fall into subject areas: a few records at the head of each own the others, and the heads of
+    /// areas hang together.
+    int OwnerFor(int member) {
+        constexpr int kAreaSize = 16, kHeads = 5;
+        const auto below = [this](int bound) {
+            return static_cast<int>(Below(static_cast<std::size_t>(bound)));
+        };
+        const int inArea = member % kAreaSize, area = member / kAreaSize;
+        if (inArea == 0 || (area > 0 && below(12) == 0)) return below(area) * kAreaSize + below(2);
+        return area * kAreaSize + below(std::min(inArea, kHeads));
+    }
+
     // The first sets tie every record to one before it; the others join records that are there.
     void AddSet(int number, std::string name) {
         const int count = static_cast<int>(records_.size());
         const bool tree = number + 1 < count;
         Set set{std::move(name), kSystem, !tree && Below(3) == 0, {}};
         const int member = tree ? number + 1 : static_cast<int>(Below(records_.size()));
-        if (!set.index || Below(2) == 0) {
-            // Owners stand at most a few dozen records before their members, as in schemas that grew over the
-            // years.
-            const int before = std::min(member, 40);
-            set.owner = before == 0 ? count - 1
-                                    : member - 1 - static_cast<int>(Below(static_cast<std::size_t>(before)));
-        }
+        if (!set.index || Below(2) == 0) set.owner = member == 0 ? count - 1 : OwnerFor(member);
         set.members.push_back(member);
         if (!set.index && !tree && Below(8) == 0 && member + 2 < count) set.members.push_back(member + 2);
         if (set.owner != kSystem) RecordAt(set.owner).owns.push_back(number);

@@ -115,11 +115,13 @@ bool GlueEnd(OpenDocument& document, Canvas& canvas, Shape& line, bool begin, co
     const std::string walk = begin ? "_WALKGLUE(BegTrigger,EndTrigger,WalkPreference)"
                                    : "_WALKGLUE(EndTrigger,BegTrigger,WalkPreference)";
     const Name triggerCell = begin ? Name::BegTrigger : Name::EndTrigger;
+    const bool isGlued = line.cells.Find(triggerCell) != nullptr;
     if (!cells.SetFormula(canvas, line, triggerCell, trigger)) return false;
     line.LocalAt(triggerCell).SetNumber(kTriggered);
     if (!cells.SetFormula(canvas, line, begin ? Name::BeginX : Name::EndX, walk)) return false;
     if (!cells.SetFormula(canvas, line, begin ? Name::BeginY : Name::EndY, walk)) return false;
-    std::erase_if(canvas.connects, [&](const Connect& connect) { return Joins(connect, line, begin); });
+    if (isGlued)
+        std::erase_if(canvas.connects, [&](const Connect& connect) { return Joins(connect, line, begin); });
     canvas.connects.push_back(
         {line.id, EndCell(begin), begin ? kBeginPart : kEndPart, box.id, "PinX", kWholeShape});
     return true;
