@@ -11,6 +11,7 @@
 #include "drawing/engine/drawing_engine.h"
 #include "drawing/engine/page_arrangement.h"
 #include "drawing/package/package.h"
+#include "drawing/package_rules.h"
 #include "extract/driver.h"
 #include "store/settings.h"
 #include "test_store.h"
@@ -69,9 +70,10 @@ class WholeDrawingTest : public testing::TestWithParam<int> {
     DrawingState draw{app, *app.gConnection, *engine, screen};
 };
 
-TEST_P(WholeDrawingTest, NothingCoversAnythingAndAllIsOnThePage) {
+TEST_P(WholeDrawingTest, NothingCoversAnythingAllIsOnThePageAndTheFileIsGood) {
     draw.options.layout = GetParam();
     ASSERT_EQ(DrawVisioDiagramSingle(draw, "EMPSCHM", nullptr), DrawResult::Saved);
+    EXPECT_THAT(drawing::PackageFaults(ReadFile(File("EMPSCHM.vsd"))), testing::IsEmpty());
     auto workshop = drawing::Workshop({});
     drawing::OpenDocument document(workshop, drawing::ReadPackageFile(File("EMPSCHM.vsd")), "", false);
     drawing::Page& page = *document.model->pages.front();
