@@ -361,13 +361,14 @@ void frmColors::LoadApplicationSettings() {
 void frmColors::ChooseSkin() {
     AppState& app = Frame().App();
     imgSelected_.button(kSkinSchemes)->setChecked(true);
-    if (ChangeSkin(Frame(), cboSkinSchemes_->currentText().toStdString())) {
-        WriteINIValue("Skins", "UseSkins", app.gUseSkins ? "True" : "False", app.gLocalIni);
-        WriteINIValue("Skins", "SkinScheme", app.gSkinScheme, app.gLocalIni);
-    } else {
+    if (!ChangeSkin(Frame(), cboSkinSchemes_->currentText().toStdString())) {
         cboSkinSchemes_->setCurrentIndex(
             cboSkinSchemes_->findText(QString::fromStdString(app.gSkinScheme), Qt::MatchFixedString));
+        return;
     }
+    if (!WriteINIValue("Skins", "UseSkins", app.gUseSkins ? "True" : "False", app.gLocalIni) ||
+        !WriteINIValue("Skins", "SkinScheme", app.gSkinScheme, app.gLocalIni))
+        app.host.MessageBox("The choice could not be written to:" + std::string(kLineBreak) + app.gLocalIni);
 }
 
 void frmColors::SetItemColor(const QColor& color) {

@@ -16,6 +16,8 @@
 #include "core/failure.h"
 #include "core/ini.h"
 #include "core/log.h"
+#include "core/paths.h"
+#include "core/text.h"
 #include "store/connection.h"
 #include "ui/child_area.h"
 #include "ui/fb_tray_icon.h"
@@ -300,9 +302,15 @@ void mdiMainMenu::mnu_sql() {
 }
 
 void mdiMainMenu::mnu_help() {
+    const std::string page = app_.AppPath("\\help\\index.html");
+    if (!FileExists(page)) {
+        app_.host.MessageBox("The help pages are missing:" + std::string(kLineBreak) + page);
+        return;
+    }
     app_.host.MessageBox("Help is found online only: its pages open in your browser.");
-    QDesktopServices::openUrl(
-        QUrl::fromLocalFile(QString::fromStdString(app_.AppPath("\\help\\index.html"))));
+    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(page))))
+        app_.host.MessageBox("No browser could be started for the help pages:" + std::string(kLineBreak) +
+                             page);
 }
 
 void mdiMainMenu::mnu_about() {

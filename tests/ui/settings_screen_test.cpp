@@ -317,6 +317,17 @@ TEST_F(SettingsScreenTest, ChoosingASkinPutsItInForceAndIntoTheIni) {
     EXPECT_EQ(ui.Ini("Skins", "SkinScheme"), "Classic");
 }
 
+TEST_F(SettingsScreenTest, AnIniThatCannotBeWrittenIsSaid) {
+    Open();
+    ui.app.gLocalIni = ui.folder.Path("nowhere/Local.Ini");
+    Choose("cboSkinSchemes", "Classic");
+    EXPECT_EQ(ui.app.gSkinScheme, "Classic");
+    EXPECT_THAT(ui.host.TakeTexts(),
+                ElementsAre("The choice could not be written to:\r\n" + ui.app.gLocalIni));
+    CloseScreen();
+    EXPECT_THAT(ui.host.TakeTexts(), IsEmpty()) << "a place that is not kept is no matter";
+}
+
 TEST_F(SettingsScreenTest, WithoutASkinOneCanBeChosenAndColorsCannot) {
     ui.frame->close();
     WriteINIValue("Skins", "UseSkins", "False", ui.folder.Path("INI/Local.Ini"));
