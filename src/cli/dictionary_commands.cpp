@@ -60,8 +60,7 @@ void AddDictionaryCommands(CLI::App& program, Context& context) {
     auto* setting = program.add_subcommand("setting", "Show a setting, or set it");
 
     struct Options {
-        std::string report, schema, name;
-        std::vector<std::string> values;
+        std::string report, schema, name, value, value2;
         bool append = false, json = false;
     };
     auto options = std::make_shared<Options>();
@@ -87,16 +86,17 @@ void AddDictionaryCommands(CLI::App& program, Context& context) {
     });
 
     setting->add_option("NAME", options->name, "Name of the setting")->required();
-    setting->add_option("VALUE", options->values, "New value, and a second one where the setting has two")
-        ->expected(0, 2);
+    auto* value = setting->add_option("VALUE", options->value, "New value");
+    auto* value2 =
+        setting->add_option("VALUE2", options->value2, "New second value, where the setting has two");
     setting->add_flag("--json", options->json, "As a JSON object");
-    setting->callback([&context, options] {
-        context.run = [&context, options]() -> int {
+    setting->callback([&context, options, value, value2] {
+        const bool set = value->count() > 0, both = value2->count() > 0;
+        context.run = [&context, options, set, both]() -> int {
             context.OpenStore();
-            const auto& values = options->values;
-            if (values.empty()) return ShowSetting(context, options->name, options->json);
-            WriteSetting(*context.app, options->name, values[0],
-                         values.size() > 1 ? std::optional<std::string_view>(values[1]) : std::nullopt);
+            if (!set) return ShowSetting(context, options->name, options->json);
+            WriteSetting(*context.app, options->name, options->value,
+                         both ? std::optional<std::string_view>(options->value2) : std::nullopt);
             return kDone;
         };
     });

@@ -100,8 +100,7 @@ std::string Resolve(std::string_view path) {
 bool FileExists(std::string_view path) {
     if (path.empty()) return false;
     std::error_code error;
-    const auto status = fs::status(Resolve(path), error);
-    return fs::exists(status) && !fs::is_directory(status);
+    return fs::is_regular_file(Resolve(path), error);
 }
 
 bool FolderExists(std::string_view path) {

@@ -17,7 +17,7 @@ std::string NativePath(std::string_view path);
 /// case. Parts that exist in no case stay as written, so the result serves for creating too.
 std::string Resolve(std::string_view path);
 
-bool FileExists(std::string_view path);  ///< A regular file (or what can be read like one).
+bool FileExists(std::string_view path);  ///< A regular file: no folder, and no device, which has no end.
 bool FolderExists(std::string_view path);
 bool CreateFolder(std::string_view path);  ///< One level or more; true when the folder stands afterwards.
 bool DeleteFile(std::string_view path);    ///< True when no such file stands afterwards.

@@ -1,6 +1,7 @@
 #include "extract/dictionary_writer.h"
 
-#include <list>
+#include <algorithm>
+#include <forward_list>
 
 #include "core/text.h"
 
@@ -25,27 +26,23 @@ std::string Key(std::initializer_list<std::string_view> parts) {
 // The values of one row as the store takes them. Most report text is plain ASCII and needs no copy.
 class RowValues {
   public:
-    explicit RowValues(std::size_t columns) { values_.reserve(columns); }
-
     void Add(std::string_view reportText) { AddUntrimmed(Trim(reportText)); }
     void AddUntrimmed(std::string_view reportText) {
-        for (const char c : reportText) {
-            if (static_cast<unsigned char>(c) >= 0x80) {
-                converted_.push_back(ToUtf8(reportText));
-                values_.emplace_back(converted_.back());
-                return;
-            }
-        }
-        values_.emplace_back(reportText);
+        const bool ascii = std::all_of(reportText.begin(), reportText.end(),
+                                       [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+        AddUtf8(ascii ? reportText : converted_.emplace_front(ToUtf8(reportText)));
     }
-    void AddUtf8(std::string_view text) { values_.emplace_back(text); }
-    void AddNull() { values_.emplace_back(std::nullopt); }
+    void AddUtf8(std::string_view text) { values_[count_++] = text; }
+    void AddNull() { ++count_; }
 
-    std::span<const std::optional<std::string_view>> All() const { return values_; }
+    std::span<const std::optional<std::string_view>> All() const { return {values_.data(), count_}; }
 
   private:
-    std::vector<std::optional<std::string_view>> values_;
-    std::list<std::string> converted_;
+    static constexpr std::size_t kMostColumns = 6 + 2 * IndexRow::kSlots;
+
+    std::array<std::optional<std::string_view>, kMostColumns> values_;
+    std::size_t count_ = 0;
+    std::forward_list<std::string> converted_;
 };
 
 }  // namespace
@@ -63,7 +60,7 @@ DictionaryWriter::DictionaryWriter(Connection& connection, std::string_view sche
 void DictionaryWriter::AddParent(std::string_view record) {
     if (Trim(record).empty() || parentNames_.contains(Folded(record))) return;
     parentNames_.insert(Folded(Trim(record)));
-    RowValues row(2);
+    RowValues row;
     row.AddUtf8(schema_);
     row.Add(record);
     parents_.Add(row.All());
@@ -84,7 +81,7 @@ RecordRow& DictionaryWriter::RecordNamed(std::string_view name) {
 }
 
 void DictionaryWriter::AddField(std::string_view record, const Field& field) {
-    RowValues row(8);
+    RowValues row;
     row.AddUtf8(schema_);
     for (const auto text :
          {record, field.level, field.name, field.usage, field.picture, field.start, field.end})
@@ -93,26 +90,23 @@ void DictionaryWriter::AddField(std::string_view record, const Field& field) {
     ++fieldCount_;
 }
 
-int DictionaryWriter::AddConnection(std::string_view owner, std::string_view member, std::string_view set,
-                                    std::string_view connection) {
-    int& sets = setsOfPair_[Key({owner, member})];
-    if (connectionKeys_.insert(Key({set, owner, member})).second) {
-        ++sets;
-        setNames_.insert(Folded(set));
-        RowValues row(5);
+std::size_t DictionaryWriter::AddConnection(std::string_view owner, std::string_view member,
+                                            std::string_view set, std::string_view connection) {
+    auto& sets = setsOfPair_[Key({owner, member})];
+    const bool known = std::any_of(sets.begin(), sets.end(), [&](auto s) { return SameName(s, set); });
+    if (!known) {
+        sets.push_back(set);
+        RowValues row;
         row.AddUtf8(schema_);
         for (const auto text : {owner, member, connection, set}) row.Add(text);
         connections_.Add(row.All());
     }
-    return sets;
+    return sets.size();
 }
 
 IndexRow& DictionaryWriter::IndexOf(std::string_view index, std::string_view record) {
     const auto [entry, fresh] = indexesByKey_.try_emplace(Key({index, record}), indexes_.size());
-    if (fresh) {
-        indexes_.emplace_back();
-        indexNames_.insert(Folded(index));
-    }
+    if (fresh) indexes_.emplace_back();
     IndexRow& row = indexes_[entry->second];
     row.index = index;
     row.record = record;
@@ -135,7 +129,7 @@ std::string RecordInformation(const RecordRow& record) {
 
 void DictionaryWriter::WriteRecord(Inserter& rows, const RecordRow& record) {
     const std::string information = record.completed ? RecordInformation(record) : std::string();
-    RowValues row(22);
+    RowValues row;
     row.AddUtf8(schema_);
     row.Add(record.name);
     row.Add(record.mode);
@@ -160,21 +154,27 @@ void DictionaryWriter::WriteRecord(Inserter& rows, const RecordRow& record) {
 }
 
 void DictionaryWriter::WriteIndex(Inserter& rows, const IndexRow& index) {
-    RowValues row(38);
+    RowValues row;
     row.AddUtf8(schema_);
     row.Add(index.index);
     row.Add(index.record);
     row.Add("");
     index.information ? row.AddUntrimmed(*index.information) : row.AddNull();
-    for (const auto* slots : {&index.keys, &index.orders}) {
-        for (const auto& slot : *slots) slot ? row.Add(*slot) : row.AddNull();
-    }
+    std::array<const IndexRow::Key*, IndexRow::kSlots> slots{};
+    for (const auto& key : index.keys) slots[key.slot - 1] = &key;
+    for (const auto* key : slots) key != nullptr ? row.Add(key->name) : row.AddNull();
+    for (const auto* key : slots) key != nullptr ? row.Add(key->order) : row.AddNull();
     row.Add(index.sortOption);
     rows.Add(row.All());
 }
 
-ExtractionCounts DictionaryWriter::Counts() const {
-    return {records_.size(), fieldCount_, setNames_.size(), indexNames_.size()};
+ExtractionCounts DictionaryWriter::Counts() {
+    const auto different = [&](const char* statement) {
+        return static_cast<std::size_t>(connection_.Count(statement, {schema_}));
+    };
+    return {records_.size(), fieldCount_,
+            different("Select count(distinct set) FROM Connection_Details where schemaname = ?"),
+            different("Select count(distinct Recordname) FROM Index_Details where schemaname = ?")};
 }
 
 void DictionaryWriter::Finish() {

@@ -28,10 +28,14 @@ struct RecordRow {
 /// A row of Index_Details on its way.
 struct IndexRow {
     static constexpr std::size_t kSlots = 16;
+    struct Key {
+        std::size_t slot;  ///< From 1.
+        std::string_view name, order;
+    };
 
     std::string_view index, record, sortOption;
     std::optional<std::string> information;
-    std::array<std::optional<std::string_view>, kSlots> keys, orders;
+    std::vector<Key> keys;  ///< One for a slot at most; the others are null.
 };
 
 /// How much an extraction found: rows of records and fields, different sets and indexes.
@@ -61,15 +65,15 @@ class DictionaryWriter {
     void AddField(std::string_view record, const Field& field);
 
     /// Adds the row unless it is there, and tells how many sets join owner and member now.
-    int AddConnection(std::string_view owner, std::string_view member, std::string_view set,
-                      std::string_view connection);
+    std::size_t AddConnection(std::string_view owner, std::string_view member, std::string_view set,
+                              std::string_view connection);
 
     /// The row of index and record, added when missing. It takes the spelling of the last to ask.
     IndexRow& IndexOf(std::string_view index, std::string_view record);
 
     /// Writes what is held. To be called once, also when a pass has failed: what it had come to stays.
     void Finish();
-    ExtractionCounts Counts() const;
+    ExtractionCounts Counts();  ///< After Finish.
 
   private:
     void WriteRecord(Inserter& rows, const RecordRow& record);
@@ -78,12 +82,12 @@ class DictionaryWriter {
     Connection& connection_;
     std::string schema_;
     Inserter parents_, fields_, connections_;
-    std::unordered_set<std::string> parentNames_, connectionKeys_, setNames_, indexNames_;
+    std::unordered_set<std::string> parentNames_;
     std::size_t fieldCount_ = 0;
     std::deque<RecordRow> records_;
     std::unordered_map<std::string, std::size_t> recordsByName_, indexesByKey_;
     std::deque<IndexRow> indexes_;
-    std::unordered_map<std::string, int> setsOfPair_;
+    std::unordered_map<std::string, std::vector<std::string_view>> setsOfPair_;
 };
 
 /// The text of a record's box: name, identity, key and area between rules of underscores.

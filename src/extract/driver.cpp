@@ -27,29 +27,44 @@ void ShowStage(AppState& app, const ExtractionDriver& driver, const std::string&
     app.host.Yield();
 }
 
-// Refuses in words, or leaves gReportFile set to a report that can be read.
-bool CheckReport(AppState& app, const ExtractionDriver& driver) {
+/// Little memory for the store's pages while an extraction writes them.
+class WritingCache {
+  public:
+    explicit WritingCache(Connection& connection) : connection_(connection) {
+        connection_.SetPageCache(Connection::kWritingCache);
+    }
+    ~WritingCache() { connection_.SetPageCache(Connection::kBrowsingCache); }
+    WritingCache(const WritingCache&) = delete;
+    WritingCache& operator=(const WritingCache&) = delete;
+
+  private:
+    Connection& connection_;
+};
+
+// The report that gReportFile names, read once; nothing when it was refused in words.
+std::optional<Report> ReadReport(AppState& app, const ExtractionDriver& driver) {
     const std::string path = app.gReportFile;
     if (path.empty()) {
         Say(app, driver, "IDMS Report file has not been set.");
         if (driver.attended) app.host.OpenScreen(Screen::Settings, false);
-        return false;
+        return std::nullopt;
     }
     if (!FileExists(path)) {
         Say(app, driver, "Report File :" + path + std::string(kLineBreak) + "does not exist. Please set it.");
         if (driver.attended) app.host.OpenScreen(Screen::Settings, true);
-        return false;
+        return std::nullopt;
     }
-    if (!ValidateReportFile(path)) {
+    std::string bytes = ReadFile(path);
+    if (!IsSchemaReport(bytes)) {
         Say(app, driver, "Invalid IDMS Report File :" + path + std::string(kLineBreak) + "Action terminated");
         app.gReportFile.clear();
-        return false;
+        return std::nullopt;
     }
     if (!FileExists(path)) {
         Say(app, driver, "IDMS Report file is missing");
-        return false;
+        return std::nullopt;
     }
-    return true;
+    return Report(std::move(bytes));
 }
 
 bool DecideToDelete(AppState& app, const ExtractionDriver& driver) {
@@ -82,6 +97,31 @@ void RunPasses(AppState& app, const ExtractionDriver& driver, ExtractionState& s
     ShowStage(app, driver, "Adding Index and Connections Records ");
 }
 
+// What a failure of the report leaves gathered is kept; after any other failure the store is as it was.
+ExtractionCounts WriteDictionary(AppState& app, const ExtractionDriver& driver, Report report,
+                                 bool deleteAll) {
+    const WritingCache cache(driver.connection);
+    Transaction transaction(driver.connection);
+    try {
+        if (deleteAll) DeleteAllDictionaries(driver.connection);
+        ExtractionState state(app, driver.connection, std::move(report), driver.attended);
+        try {
+            RunPasses(app, driver, state);
+        } catch (const RuntimeFailure& failure) {
+            if (failure.Number() == FailureNumber::StoreFailure) throw;
+            FinishExtraction(state);
+            transaction.Commit();
+            throw;
+        }
+        FinishExtraction(state);
+        transaction.Commit();
+        return state.writer->Counts();
+    } catch (...) {
+        transaction.Rollback();
+        throw;
+    }
+}
+
 }  // namespace
 
 ExtractionDriver InteractiveDriver(AppState& app, std::function<void()> refresh) {
@@ -100,28 +140,10 @@ ExtractionDriver SchedulerDriver(AppState& app, Connection& batchConnection) {
 std::optional<ExtractionCounts> process_Classic_Extract_Report(AppState& app,
                                                                const ExtractionDriver& driver) {
     app.gReportFile = getreportlocation(app);
-    if (!CheckReport(app, driver)) return std::nullopt;
+    std::optional<Report> report = ReadReport(app, driver);
+    if (!report) return std::nullopt;
     const bool deleteAll = DecideToDelete(app, driver);
-
-    Transaction transaction(driver.connection);
-    if (deleteAll) DeleteAllDictionaries(driver.connection);
-    ExtractionCounts counts;
-    {
-        ExtractionState state(app, driver.connection, Report::Read(app.gReportFile), driver.attended);
-        try {
-            RunPasses(app, driver, state);
-        } catch (const RuntimeFailure& failure) {
-            if (failure.Number() == FailureNumber::StoreFailure) {
-                transaction.Rollback();
-            } else {
-                FinishExtraction(state);
-            }
-            throw;
-        }
-        FinishExtraction(state);
-        counts = state.writer->Counts();
-    }
-    transaction.Commit();
+    const ExtractionCounts counts = WriteDictionary(app, driver, *std::move(report), deleteAll);
 
     if (driver.refresh) driver.refresh();
     Say(app, driver,

@@ -95,13 +95,13 @@ void CollectParentandChildren(ExtractionState& state) {
 
     for (const auto& nameLine : state.report.Lines()) {
         // Lines read in search of a location mode are not looked at again.
-        if (nameLine.begin < position || !nameLine.Has(Kind::RecordName)) continue;
+        if (nameLine.Begin() < position || !nameLine.Has(Kind::RecordName)) continue;
         state.app.host.Yield();
         const std::string_view text = state.report.TextOf(nameLine);
         const std::string_view record =
             Behind(text, Column(text, kRecordName), kRecordName.size(), kNameWidth);
 
-        position = nameLine.begin;
+        position = nameLine.Begin();
         state.report.NextLine(position);
         bool found = CheckLocationMode(state, record, text);
         for (int count = 0; !found && count < kLinesToLocationMode; ++count) {

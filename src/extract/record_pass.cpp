@@ -82,7 +82,7 @@ void UpdateRecordLayout(ExtractionState& state, std::string_view record, std::st
 // Each matching member line extends the list as long as one set alone joins the two records.
 void SaveConnection(ExtractionState& state, std::string_view owner, std::string_view member,
                     std::string_view set, std::string_view connection) {
-    const int sets = state.writer->AddConnection(owner, member, set, connection);
+    const std::size_t sets = state.writer->AddConnection(owner, member, set, connection);
     if (member.empty() || sets != 1) return;
     if (!state.gNextStepList.empty()) state.gNextStepList += ',';
     state.gNextStepList += member;
@@ -121,10 +121,9 @@ void SaveIndexDetails(IndexRow& row, std::size_t slot, std::string_view key, std
     if (slot > IndexRow::kSlots || Trim(key).empty()) return;
     if (!row.information) row.information.emplace();
     *row.information += std::string(key) + "  " + std::string(order) + std::string(kLineBreak);
-    if (!row.keys[slot - 1]) {
-        row.keys[slot - 1] = Trim(key);
-        row.orders[slot - 1] = Trim(order);
-    }
+    const bool filled =
+        std::any_of(row.keys.begin(), row.keys.end(), [&](auto& k) { return k.slot == slot; });
+    if (!filled) row.keys.push_back({slot, Trim(key), Trim(order)});
 }
 
 void CollectSortKeys(ExtractionState& state, std::string_view index, std::string_view record) {
@@ -143,7 +142,7 @@ void CollectSortKeys(ExtractionState& state, std::string_view index, std::string
         const ReportLine& line = lines[place.line];
         const auto above = state.report.TextAbove(place.line);
         const bool fresh = above && (!used || *above > *used);
-        used = line.begin;
+        used = line.Begin();
         if (!fresh) continue;
         std::size_t position = *above;
         const std::string_view field = *state.report.NextLine(position);

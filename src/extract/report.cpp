@@ -78,12 +78,9 @@ std::pair<std::string_view, std::size_t> LineAt(std::string_view bytes, std::siz
 
 }  // namespace
 
-Report Report::Read(const std::string& path) {
-    return Report(ReadFile(path));
-}
-
 Report::Report(std::string bytes) : bytes_(std::move(bytes)) {
     const std::string_view all = bytes_;
+    lines_.reserve(static_cast<std::size_t>(std::count(all.begin(), all.end(), '\n')) + 1);
     Occurrences dots(all, ".");
     Occurrences equals(all, "=");
     Occurrences dataItems(all, kDataItem);
@@ -109,10 +106,14 @@ Report::Report(std::string bytes) : bytes_(std::move(bytes)) {
             kinds |= Bit(Kind::ControlItem);
             if (lastText) above_.push_back({lines_.size(), *lastText});
         }
-        if (kinds != 0) lines_.push_back({begin, line.size(), kinds});
+        if (kinds != 0) lines_.emplace_back(begin, kinds);
         if (!Trim(Text(line, 1, 20)).empty()) lastText = begin;
         begin = next;
     }
+}
+
+std::string_view Report::TextOf(const ReportLine& line) const {
+    return LineAt(bytes_, line.Begin()).first;
 }
 
 std::optional<std::string_view> Report::NextLine(std::size_t& position) const {

@@ -28,26 +28,28 @@ enum class Kind : std::uint16_t {
     Field = 1 << 15,
 };
 
-/// A line that holds at least one keyword or is a field line.
-struct ReportLine {
-    std::size_t begin, size;
-    std::uint16_t kinds = 0;
+/// A line that holds at least one keyword or is a field line: where it begins and what it holds. One word,
+/// for a report has nearly as many of them as it has lines.
+class ReportLine {
+  public:
+    ReportLine(std::uint64_t begin, std::uint16_t kinds) : word_(begin << 16 | kinds) {}
 
-    bool Has(Kind kind) const { return (kinds & static_cast<std::uint16_t>(kind)) != 0; }
+    std::size_t Begin() const { return word_ >> 16; }
+    bool Has(Kind kind) const { return (word_ & static_cast<std::uint16_t>(kind)) != 0; }
+
+  private:
+    std::uint64_t word_;
 };
 
 /// A schema report in memory, read once: its bytes, and where its keywords stand. Lines end with LF or CRLF;
 /// the last may lack its end, or half of it.
 class Report {
   public:
-    /// RuntimeFailure with the path when the file cannot be read.
-    static Report Read(const std::string& path);
     explicit Report(std::string bytes);
 
     const std::vector<ReportLine>& Lines() const { return lines_; }
-    std::string_view TextOf(const ReportLine& line) const {
-        return std::string_view(bytes_).substr(line.begin, line.size);
-    }
+    /// The line without its end.
+    std::string_view TextOf(const ReportLine& line) const;
 
     /// The line that begins at `position`, which moves behind it; nothing at the end of the report.
     std::optional<std::string_view> NextLine(std::size_t& position) const;

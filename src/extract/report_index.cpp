@@ -94,7 +94,6 @@ void ReportIndex::ReadSets() {
     bool inSets = false;
     std::string_view set;
     std::vector<Membership>* owned = nullptr;
-    SetRegion* region = nullptr;
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const std::string_view text = report_.TextOf(lines[i]);
         if (lines[i].Has(Kind::SetAtStart)) {
@@ -102,10 +101,6 @@ void ReportIndex::ReadSets() {
             // The pseudo-set stands before the real ones; behind them its name no longer means anything.
             if (set != "CALC") inSets = true;
             owned = nullptr;
-            region = &regions_[i];
-        }
-        if (region != nullptr && lines[i].Has(Kind::Member)) {
-            ForEachOccurrence(text, kMember, i, 2, [&](const Occurrence& o) { region->members.Add(o); });
         }
         if (!inSets) continue;
         if (lines[i].Has(Kind::Owner)) {
@@ -126,6 +121,19 @@ void ReportIndex::ReadBlocks() {
     }
 }
 
+ReportIndex::SetRegion ReportIndex::ReadRegion(std::size_t start) const {
+    const auto& lines = report_.Lines();
+    SetRegion region{start, {}};
+    for (std::size_t i = start; i < lines.size(); ++i) {
+        if (i > start && lines[i].Has(Kind::SetAtStart)) break;
+        if (!lines[i].Has(Kind::Member)) continue;
+        ForEachOccurrence(report_.TextOf(lines[i]), kMember, i, 2,
+                          [&](const Occurrence& o) { region.members.Add(o); });
+    }
+    region.members.Sort();
+    return region;
+}
+
 const std::vector<ReportIndex::Membership>& ReportIndex::MembersOf(std::string_view owner) const {
     static const std::vector<Membership> none;
     const auto found = ownerships_.find(owner);
@@ -135,12 +143,8 @@ const std::vector<ReportIndex::Membership>& ReportIndex::MembersOf(std::string_v
 std::vector<Occurrence> ReportIndex::MemberLines(std::string_view set, std::string_view member) {
     const auto start = sets_.FirstLine(set);
     if (!start) return {};
-    SetRegion& region = regions_[*start];
-    if (!region.sorted) {
-        region.members.Sort();
-        region.sorted = true;
-    }
-    return region.members.Matches(member);
+    if (!region_ || region_->start != *start) region_ = ReadRegion(*start);
+    return region_->members.Matches(member);
 }
 
 std::vector<std::string_view> ReportIndex::IndexNames(std::string_view record) const {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <map>
 #include <optional>
 #include <string_view>
 #include <unordered_map>
@@ -71,16 +70,17 @@ class ReportIndex {
 
   private:
     struct SetRegion {
-        bool sorted = false;
+        std::size_t start;
         PrefixIndex members;
     };
 
     void ReadSets();
     void ReadBlocks();
+    SetRegion ReadRegion(std::size_t start) const;
 
     const Report& report_;
     PrefixIndex sections_, sets_, members_, controlItems_;
-    std::map<std::size_t, SetRegion> regions_;  // by the number of the set line
+    std::optional<SetRegion> region_;  // of the set last asked for: its members follow one another
     std::unordered_map<std::string_view, std::vector<Membership>> ownerships_;
     std::unordered_map<std::string_view, std::size_t> blocks_;  // record to its first name line at column 1
 };

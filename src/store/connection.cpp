@@ -115,7 +115,16 @@ std::shared_ptr<Connection> Connection::Open(std::string_view connectionString) 
     KeepFileForm(database.get());
     RunScript(database.get(), path,
               "PRAGMA temp_store = MEMORY; PRAGMA secure_delete = OFF; SELECT count(*) FROM sqlite_master;");
-    return std::shared_ptr<Connection>(new Connection(database.release(), path));
+    std::shared_ptr<Connection> connection(new Connection(database.release(), path));
+    connection->SetPageCache(kBrowsingCache);
+    return connection;
+}
+
+void Connection::SetPageCache(int kilobytes) {
+    // Negative numbers are kilobytes. A closed or failing store keeps what it has.
+    if (database_)
+        sqlite3_exec(database_, ("PRAGMA cache_size = -" + std::to_string(kilobytes)).c_str(), nullptr,
+                     nullptr, nullptr);
 }
 
 void Connection::CreateStore(const std::string& path) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
+#include <regex>
 
 #include "cli/program.h"
 
@@ -62,6 +63,11 @@ TEST(Cli, SettingsAreWrittenAndShown) {
     EXPECT_EQ(program.Run("setting VisioBackground").out, "4\nBackground rain\n");
     EXPECT_EQ(nlohmann::json::parse(program.Run("setting visiobackground --json").out)["settingvalue2"],
               "Background rain");
+    for (const std::string value : {"", "[a,b]", "{}", "O'Neil \"x\"", "a  b"}) {
+        const std::string quoted = "\"" + std::regex_replace(value, std::regex("\""), "\\\"") + "\"";
+        EXPECT_EQ(program.Run("setting ReportLocation " + quoted).status, 0) << value;
+        EXPECT_EQ(program.Run("setting ReportLocation").out, value + "\n");
+    }
 }
 
 }  // namespace

@@ -25,6 +25,7 @@ TEST(Paths, ResolvingFindsTheFileInWhateverCaseAndKeepsWhatIsNotThere) {
     EXPECT_FALSE(FileExists(folder.Path("INI")));
     EXPECT_TRUE(FolderExists(folder.Path("ini")));
     EXPECT_FALSE(FileExists(""));
+    EXPECT_FALSE(FileExists("/dev/zero"));
 }
 
 TEST(Paths, AFailedWriteLeavesTheOldFileAndNoRest) {

@@ -16,6 +16,7 @@ namespace norvelis::drawing {
 namespace {
 
 constexpr int kDeepest = 60;            // Nested parentheses.
+constexpr int kLongestChain = 1200;     // Terms of one sum; they make a tree as deep.
 constexpr std::size_t kLongest = 8192;  // Bytes.
 constexpr double kGreatest = 1e12;
 
@@ -94,6 +95,7 @@ struct Expression::Node {
     std::string operation;
     Function function = Function::Unknown;
     std::vector<std::unique_ptr<Node>> arguments;
+    int depth = 1;
 };
 
 Expression::Expression() = default;
@@ -133,19 +135,24 @@ class Expression::Parser {
         return false;
     }
 
+    /// Gives the node one more argument; false when there is none.
+    bool Take(Node& node, NodePtr argument) {
+        if (!argument) return false;
+        node.depth = std::max(node.depth, argument->depth + 1);
+        node.arguments.push_back(std::move(argument));
+        return true;
+    }
+
     template <class Operand>
     NodePtr LeftToRight(std::initializer_list<std::string_view> symbols, int depth, Operand operand) {
         NodePtr left = operand(depth);
         std::string symbol;
-        // A long chain makes a deep tree.
-        for (int links = depth; left && TakeSymbol(symbols, symbol); ++links) {
-            if (links > 20 * kDeepest) return nullptr;
+        for (int links = 0; left && TakeSymbol(symbols, symbol); ++links) {
+            if (links > kLongestChain) return nullptr;
             auto node = std::make_unique<Node>();
             node->kind = Node::Kind::Binary;
             node->operation = symbol;
-            node->arguments.push_back(std::move(left));
-            node->arguments.push_back(operand(depth));
-            if (!node->arguments.back()) return nullptr;
+            if (!Take(*node, std::move(left)) || !Take(*node, operand(depth))) return nullptr;
             left = std::move(node);
         }
         return left;
@@ -171,11 +178,15 @@ class Expression::Parser {
         if (depth > kDeepest) return nullptr;
         std::string sign;
         if (!TakeSymbol({"-", "+"}, sign)) return Primary(depth);
+        NodePtr operand = Signed(depth + 1);
+        if (operand && operand->kind == Node::Kind::Constant && !operand->value.isText) {
+            if (sign == "-") operand->value.number = -operand->value.number;
+            return operand;
+        }
         auto node = std::make_unique<Node>();
         node->kind = Node::Kind::Unary;
         node->operation = sign;
-        node->arguments.push_back(Signed(depth + 1));
-        return node->arguments.back() ? std::move(node) : nullptr;
+        return Take(*node, std::move(operand)) ? std::move(node) : nullptr;
     }
 
     NodePtr Primary(int depth) {
@@ -183,6 +194,7 @@ class Expression::Parser {
         std::string symbol;
         if (Peek().kind == Token::Kind::Number || Peek().kind == Token::Kind::String) {
             const Token& token = Take();
+            if (token.kind == Token::Kind::Number && token.number > kGreatest) return nullptr;
             Spell(token.spelling);
             node->value = token.kind == Token::Kind::Number ? Value::Of(token.number) : Value::Of(token.text);
             node->unit = token.unit;
@@ -212,12 +224,13 @@ class Expression::Parser {
         const auto mark = word.rfind('!');
         const std::string_view sheet = std::string_view(word).substr(0, mark == std::string::npos ? 0 : mark);
         const std::string_view cell = std::string_view(word).substr(mark == std::string::npos ? 0 : mark + 1);
+        if (cell.empty()) return false;
         Reference reference;
         reference.cell = ParseCellName(names_, cell);
         if (EqualIgnoringCase(sheet, "ThePage")) {
             reference.where = Reference::Where::Page;
             Spell("ThePage!");
-        } else if (sheet.size() > 6 && EqualIgnoringCase(sheet.substr(0, 6), "Sheet.")) {
+        } else if (sheet.size() >= 6 && EqualIgnoringCase(sheet.substr(0, 6), "Sheet.")) {
             reference.where = Reference::Where::Sheet;
             const auto end = sheet.data() + sheet.size();
             if (const auto result = std::from_chars(sheet.data() + 6, end, reference.sheet);
@@ -248,8 +261,7 @@ class Expression::Parser {
         TakeSymbol({"("}, symbol);
         if (!TakeSymbol({")"}, symbol)) {
             do {
-                node->arguments.push_back(Comparison(depth + 1));
-                if (!node->arguments.back()) return nullptr;
+                if (!Take(*node, Comparison(depth + 1))) return nullptr;
             } while (TakeSymbol({",", ";"}, symbol));
             if (!TakeSymbol({")"}, symbol)) return nullptr;
         }
@@ -348,6 +360,7 @@ class Expression::Evaluation {
                 return most ? Finite(source_.TextHeight(most->number)) : std::nullopt;
             }
             case Function::WalkGlue: {
+                for (const auto& trigger : arguments) Of(*trigger);  // They count as read.
                 const auto end = source_.WalkGlue();
                 return end ? Finite(*end) : std::nullopt;
             }
@@ -436,6 +449,10 @@ std::shared_ptr<const Expression> Expression::Parse(const NamePool& names, std::
 
 bool Expression::IsConstant() const {
     return root_->kind == Node::Kind::Constant;
+}
+
+int Expression::Depth() const {
+    return root_->depth;
 }
 
 Name Expression::ConstantUnit() const {

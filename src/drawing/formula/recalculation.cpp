@@ -1,6 +1,7 @@
 #include "drawing/formula/recalculation.h"
 
 #include <algorithm>
+#include <cmath>
 #include <set>
 
 #include "drawing/formula/glue_points.h"
@@ -10,7 +11,16 @@ namespace norvelis::drawing {
 
 namespace {
 
-constexpr int kDeepest = 400;  // Cells that wait for one another; only a hostile drawing has such chains.
+/// Steps of evaluations that wait for one another; the stack bears them, and only a hostile drawing has more.
+constexpr int kDeepest = 2500;
+
+constexpr int kStepsOfACell = 4;
+
+/// No cell takes a number that is none, nor a place that no page reaches.
+bool Fits(const CellRef& ref, const Value& value) {
+    return value.isText ||
+           (std::isfinite(value.number) && !(IsCoordinate(ref) && std::fabs(value.number) > kFarthest));
+}
 
 /// Cells whose change moves or resizes a shape: they fire its EventXFMod.
 bool MovesShape(const CellRef& ref) {
@@ -29,18 +39,22 @@ bool IsTrigger(const CellRef& ref) {
 }
 
 template <class Visit>
-void EachFormula(const Sheet& sheet, Visit visit) {
+void EachCell(const Sheet& sheet, Visit visit) {
     const auto list = [&visit](const CellList& cells, Name section, int index, RowKey row) {
-        for (const auto& cell : cells) {
-            if (!cell.formula.empty() && !cell.inherited)
-                visit(CellRef(section, index, row, cell.name), cell.formula);
-        }
+        for (const auto& cell : cells) visit(CellRef(section, index, row, cell.name), cell);
     };
     list(sheet.cells, Name::None, 0, {});
     for (const auto& section : sheet.sections) {
         list(section.cells, section.name, section.index, CellRef::kSectionCell);
         for (const auto& row : section.rows) list(row.cells, section.name, section.index, row.key);
     }
+}
+
+template <class Visit>
+void EachFormula(const Sheet& sheet, Visit visit) {
+    EachCell(sheet, [&visit](const CellRef& ref, const Cell& cell) {
+        if (!cell.formula.empty() && !cell.inherited) visit(ref, cell.formula);
+    });
 }
 
 }  // namespace
@@ -70,9 +84,11 @@ class Recalculation::Source : public FormulaSource {
         return owner_.Get(*place_.canvas, *sheet, reference.cell);
     }
     double TextWidth(double mostWidth) override {
+        owner_.SettleFormats(*place_.canvas, *place_.shape);
         return drawing::TextWidth(owner_.fonts_, owner_.document_, *place_.shape, mostWidth);
     }
     double TextHeight(double mostWidth) override {
+        owner_.SettleFormats(*place_.canvas, *place_.shape);
         return drawing::TextHeight(owner_.fonts_, owner_.document_, *place_.shape, mostWidth);
     }
     std::optional<double> WalkGlue() override {
@@ -254,15 +270,11 @@ bool Recalculation::SetFormula(Canvas& canvas, Shape& shape, const CellRef& ref,
     const ExpressionPtr expression = Parsed(std::string(formula));
     if (!expression) return false;
     if (expression->IsConstant()) {
-        ForgetLocal(canvas, shape, ref);
-        Cell& cell = shape.LocalAt(ref);
-        cell.formula.clear();
-        cell.inherited = cell.stale = false;
-        Place place{&canvas, &shape, ref};
-        const auto value = expression->Evaluate(*std::make_unique<Source>(*this, place));
-        value->isText ? cell.SetText(value->text) : cell.SetNumber(value->number);
-        cell.unit = expression->ConstantUnit();
-        Changed(canvas, shape, ref);
+        const Place place{&canvas, &shape, ref};
+        Source source(*this, place);
+        const auto value = expression->Evaluate(source);
+        if (!value || !Fits(ref, *value)) return false;
+        PutValue(canvas, shape, ref, *value, expression->ConstantUnit());
         return true;
     }
     for (const auto& reference : expression->References()) {
@@ -282,14 +294,21 @@ bool Recalculation::SetFormula(Canvas& canvas, Shape& shape, const CellRef& ref,
 }
 
 bool Recalculation::SetValue(Canvas& canvas, Shape& shape, const CellRef& ref, const Value& value) {
-    if (FormulaOf(shape, ref).starts_with("GUARD(")) return false;
+    if (!Fits(ref, value) || FormulaOf(shape, ref).starts_with("GUARD(")) return false;
+    const Cell* cell = drawing::Find(shape, ref);
+    PutValue(canvas, shape, ref, value, cell ? cell->unit : Name::None);
+    return true;
+}
+
+void Recalculation::PutValue(Canvas& canvas, Shape& shape, const CellRef& ref, const Value& value,
+                             Name unit) {
     ForgetLocal(canvas, shape, ref);
     Cell& cell = shape.LocalAt(ref);
     cell.formula.clear();
     cell.inherited = cell.stale = false;
+    cell.unit = unit;
     value.isText ? cell.SetText(value.text) : cell.SetNumber(value.number);
     Changed(canvas, shape, ref);
-    return true;
 }
 
 void Recalculation::MarkStale(const Place& place, std::vector<Place>& todo) {
@@ -403,18 +422,25 @@ void Recalculation::AllChanged(Canvas& canvas) {
 
 void Recalculation::Dropped(Canvas& canvas, Shape& shape) {
     Added(canvas, shape);
-    const auto markPageReaders = [&](auto& self, Shape& each) -> void {
-        if (each.base) {
-            for (const auto& [reference, dependent] : TableOf(*each.base).elsewhere) {
-                if (reference.where != Reference::Where::Page) continue;
-                std::vector<Place> todo;
-                MarkStale({&canvas, &each, dependent}, todo);
-                Changed(canvas, each, dependent);
-            }
+    std::vector<CellRef> own;
+    for (const auto& cell : shape.cells) {
+        if (!cell.inherited) own.emplace_back(cell.name);
+    }
+    for (const CellRef& ref : own) Changed(canvas, shape, ref);
+    MarkReadersOfThePage(canvas, shape);
+}
+
+void Recalculation::MarkReadersOfThePage(Canvas& canvas, Shape& shape) {
+    if (shape.base) {
+        for (const auto& [reference, dependent] : TableOf(*shape.base).elsewhere) {
+            const Cell* own = shape.FindLocal(dependent);
+            if (reference.where != Reference::Where::Page || (own && !own->inherited)) continue;
+            std::vector<Place> todo;
+            MarkStale({&canvas, &shape, dependent}, todo);
+            Changed(canvas, shape, dependent);
         }
-        for (const auto& inner : each.shapes) self(self, *inner);
-    };
-    markPageReaders(markPageReaders, shape);
+    }
+    for (const auto& inner : shape.shapes) MarkReadersOfThePage(canvas, *inner);
 }
 
 void Recalculation::Renewed(Canvas& canvas, Shape& shape) {
@@ -455,18 +481,28 @@ Value Recalculation::Get(Canvas& canvas, Shape& shape, const CellRef& ref) {
 
 void Recalculation::Evaluate(const Place& place) {
     Cell* cell = place.shape->FindLocal(place.ref);
-    if (!cell || !cell->stale || depth_ >= kDeepest) return;
-    cell->stale = false;  // A chain that leads back here finds the old value.
+    if (!cell || !cell->stale) return;
     const Expression* expression = FormulaInForce(*place.shape, place.ref);
+    const int steps = expression ? expression->Depth() + kStepsOfACell : 0;
+    if (depth_ + steps > kDeepest) return;
+    cell->stale = false;  // A chain that leads back here finds the old value.
     if (!expression) return;
-    ++depth_;
+    depth_ += steps;
     ++evaluations_;
     Source source(*this, place);
     const auto value = expression->Evaluate(source);
-    --depth_;
-    if (!value) return;
+    depth_ -= steps;
+    if (!value || !Fits(place.ref, *value)) return;
     cell = place.shape->FindLocal(place.ref);
     value->isText ? cell->SetText(value->text) : cell->SetNumber(value->number);
+}
+
+void Recalculation::SettleFormats(Canvas& canvas, Shape& shape) {
+    std::vector<CellRef> stale;
+    EachCell(shape, [&stale](const CellRef& ref, const Cell& cell) {
+        if (cell.stale && FormatsText(ref)) stale.push_back(ref);
+    });
+    for (const CellRef& ref : stale) Evaluate({&canvas, &shape, ref});
 }
 
 void Recalculation::Settle() {

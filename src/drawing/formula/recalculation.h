@@ -38,7 +38,8 @@ class Recalculation {
     /// Sets a formula, with or without "=" in front. False, and nothing changed, when it is no formula, names
     /// what is not there, or would make the cell depend on itself.
     bool SetFormula(Canvas& canvas, Shape& shape, const CellRef& ref, std::string_view formula);
-    /// Sets a value in place of the formula. False when the formula is guarded.
+    /// Sets a value in place of the formula. False, and nothing changed, when the formula is guarded or the
+    /// value is no finite number or lies beyond every page.
     bool SetValue(Canvas& canvas, Shape& shape, const CellRef& ref, const Value& value);
     /// The shape's text or its formats are different now.
     void TextChanged(Canvas& canvas, Shape& shape) { Changed(canvas, shape, Name::TheText); }
@@ -75,6 +76,7 @@ class Recalculation {
     };
     using ExpressionPtr = std::shared_ptr<const Expression>;
 
+    void MarkReadersOfThePage(Canvas& canvas, Shape& shape);
     ExpressionPtr Parsed(const std::string& formula);
     const FormulaTable& TableOf(const Shape& base);
     const Expression* FormulaInForce(const Shape& shape, const CellRef& ref);
@@ -84,10 +86,13 @@ class Recalculation {
     /// The shape that a reference of a formula of `shape` leads to; null when it is not there.
     Shape* Resolve(Canvas& canvas, Shape& shape, const CellRef& ref, const Reference& reference) const;
     bool Reaches(Canvas& canvas, Shape& shape, const CellRef& ref, const Expression& expression);
+    void PutValue(Canvas& canvas, Shape& shape, const CellRef& ref, const Value& value, Name unit);
     void MarkStale(const Place& place, std::vector<Place>& todo);
     void MarkDependents(const Place& place, std::vector<Place>& todo);
     void MarkAll(Canvas& canvas, Shape& shape, std::vector<Place>& todo);
     void Evaluate(const Place& place);
+    /// The text is measured by its formats as they are.
+    void SettleFormats(Canvas& canvas, Shape& shape);
     std::optional<double> WalkGlue(Canvas& canvas, Shape& shape, Name cell);
 
     Document& document_;
@@ -98,7 +103,7 @@ class Recalculation {
     std::map<std::pair<Canvas*, int>, std::vector<Watch>>
         watches_;  // By the watched sheet's ID, the page's is 0.
     std::vector<Place> stale_;
-    int depth_ = 0;
+    int depth_ = 0;  // Steps of the evaluations under way.
     long evaluations_ = 0;
 };
 

@@ -109,6 +109,11 @@ struct Section {
     std::vector<Row> rows;
 
     const Row* Find(RowKey key) const {
+        // Most sections have their rows in order without gaps; long ones are outlines, asked for row by row.
+        const auto guess = rows.empty() || key.IsNamed() ? 0 : key.Index() - rows.front().key.Index();
+        if (guess > 0 && static_cast<std::size_t>(guess) < rows.size() &&
+            rows[static_cast<std::size_t>(guess)].key == key)
+            return &rows[static_cast<std::size_t>(guess)];
         for (const auto& row : rows) {
             if (row.key == key) return &row;
         }
@@ -147,5 +152,10 @@ struct CellRef {
         : section(inSection), index(static_cast<std::uint16_t>(sectionIndex)), row(inRow), cell(name) {}
     auto operator<=>(const CellRef&) const = default;
 };
+
+inline constexpr double kFarthest = 1e6;  ///< Inches; no place or size on a page is beyond.
+
+/// A cell that holds a place or a size.
+bool IsCoordinate(const CellRef& ref);
 
 }  // namespace norvelis::drawing

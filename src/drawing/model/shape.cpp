@@ -41,6 +41,14 @@ const Cell* FindInStyle(const StyleSheet* style, StyleMember member, const CellR
 
 }  // namespace
 
+bool IsCoordinate(const CellRef& ref) {
+    if (ref.section == Name::Geometry || ref.section == Name::Control)
+        return Between(ref.cell, Name::X, Name::E);
+    return ref.section == Name::None && (Between(ref.cell, Name::PinX, Name::EndY) ||
+                                         Between(ref.cell, Name::PageWidth, Name::PageHeight) ||
+                                         Between(ref.cell, Name::TxtPinX, Name::TxtLocPinY));
+}
+
 const Cell* Sheet::FindLocal(const CellRef& ref) const {
     if (ref.section == Name::None) return cells.Find(ref.cell);
     const Section* section = Find(ref.section, ref.index);
@@ -164,11 +172,8 @@ void AddInForce(const Shape* shape, Name name, int index, int depth, Section& re
     }
     Overlay(result.cells, own->cells);
     for (const auto& row : own->rows) {
-        if (row.deleted) {
-            std::erase_if(result.rows, [&row](const Row& other) { return other.key == row.key; });
-            continue;
-        }
         Row& merged = result.At(row.key);
+        merged.deleted = row.deleted;
         if (row.type != Name::None) merged.type = row.type;
         Overlay(merged.cells, row.cells);
     }
@@ -181,6 +186,7 @@ Section SectionOf(const Shape& shape, Name section, int index) {
     result.name = section;
     result.index = index;
     AddInForce(&shape, section, index, 0, result);
+    std::erase_if(result.rows, [](const Row& row) { return row.deleted; });
     std::stable_sort(result.rows.begin(), result.rows.end(), [](const Row& a, const Row& b) {
         if (a.key.IsNamed() || b.key.IsNamed()) return a.key.IsNamed() < b.key.IsNamed();
         return a.key.Index() < b.key.Index();

@@ -21,13 +21,6 @@ bool ParseNumber(std::string_view text, double& number) {
     return error == std::errc() && end == text.data() + text.size() && !text.empty() && std::isfinite(number);
 }
 
-bool IsCoordinate(Name section, Name cell) {
-    if (section == Name::Geometry || section == Name::Control) return cell >= Name::X && cell <= Name::E;
-    return section == Name::None &&
-           ((cell >= Name::PinX && cell <= Name::EndY) || cell == Name::PageWidth ||
-            cell == Name::PageHeight || (cell >= Name::TxtPinX && cell <= Name::TxtLocPinY));
-}
-
 bool Is(const pugi::xml_node& node, const char* name) {
     return std::strcmp(node.name(), name) == 0;
 }
@@ -50,7 +43,7 @@ void SheetReader::Cells(const pugi::xml_node& element, CellList& cells, Name sec
         } else {
             cell.SetText(std::string(value));
         }
-        if (IsCoordinate(section, name) && std::fabs(cell.value) > kFarthest) {
+        if (IsCoordinate(CellRef(section, 0, {}, name)) && std::fabs(cell.value) > kFarthest) {
             Refuse(fmt::format("the cell {} lies beyond every page", node.attribute("N").value()));
         }
         cell.inherited = formula == "Inh";

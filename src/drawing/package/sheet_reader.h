@@ -15,7 +15,6 @@ class SheetReader {
     /// Absurd counts end the reading with a refusal.
     static constexpr int kMostShapes = 400000;
     static constexpr int kDeepestGroup = 48;
-    static constexpr double kFarthest = 1e6;  ///< Inches; no coordinate of a page is beyond.
 
     /// The picture behind a relationship ID of the part being read; null when there is none.
     using FindPicture = std::function<std::unique_ptr<ForeignPicture>(const std::string& relationship)>;

@@ -110,7 +110,7 @@ Sketch SketchWithRightAngles(const Graph& graph, std::vector<Rect> boxes, const 
         sketch.firstPieces.push_back(FirstPieceOf(sketch.ways.back()));
     }
     sketch.labels.resize(graph.lines.size());
-    if (!getenv("NU")) Untangle(sketch);
+    Untangle(sketch);
     ChooseLabelSpots(sketch);
     return sketch;
 }

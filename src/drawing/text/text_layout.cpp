@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace norvelis::drawing {
 
 namespace {
 
+constexpr char32_t kSoftBreak = 0x2028;
 constexpr double kOthers = 0.75 / 72;  // Other programs measure a little wider; a block must not break there.
 constexpr double kSlack = 1e-6;        // A line that is exactly as wide as its block does not break.
 
@@ -20,6 +22,11 @@ struct ParaFormat {
     double first = 0, left = 0, right = 0, spacing = -1.2, before = 0, after = 0;
     int align = 1;
 };
+
+/// Formats of damaged files are brought back to what can be measured.
+double Within(double value, double least, double most) {
+    return std::isnan(value) ? least : std::clamp(value, least, most);
+}
 
 char32_t NextCharacter(std::string_view& text) {
     const auto first = static_cast<unsigned char>(text[0]);
@@ -58,10 +65,13 @@ class LineBreaker {
             const std::string_view before = rest;
             const char32_t character = NextCharacter(rest);
             const auto bytes = before.substr(0, before.size() - rest.size());
-            if (character == '\r' || (character == '\n' && !afterReturn_)) {
+            const bool completes = character == '\n' && afterReturn_;  // A carriage return ended the line.
+            if (character == '\r' || character == kSoftBreak || (character == '\n' && !completes)) {
                 Grow(character_);
-                EndLine(true);
-            } else if (character != '\n') {
+                EndLine(character != kSoftBreak);
+            } else if (character == '\t') {
+                AddTab();
+            } else if (!completes) {
                 AddCharacter(character, bytes);
             }
             afterReturn_ = character == '\r';
@@ -70,11 +80,17 @@ class LineBreaker {
     }
 
     void AddCharacter(char32_t character, std::string_view bytes) {
-        double advance = Advance(character);
-        const bool blank = character == ' ' || character == '\t';
-        if (!blank && x_ + advance > Right() + kSlack) Wrap();
-        if (character == '\t') advance = NextTabStop(x_) - x_;
-        Append(bytes, advance);
+        BeginLine();
+        const double advance = Advance(character);
+        const bool blank = character == ' ';
+        while (!blank && x_ + advance > Right() + kSlack && !line_.fragments.empty()) Wrap();
+        Grow(character_);
+        auto& fragments = line_.fragments;
+        if (fragments.empty() || fragments.back().character != characterRow_)
+            fragments.push_back({{}, characterRow_, x_, 0});
+        fragments.back().text += bytes;
+        fragments.back().width += advance;
+        x_ += advance;
         if (!blank) line_.width = x_;
         if (blank || character == '-') RememberBreak();
     }
@@ -88,17 +104,11 @@ class LineBreaker {
     double Left() const { return paragraph_.left + (firstLine_ ? paragraph_.first : 0); }
     double Right() const { return width_ - paragraph_.right; }
 
-    void Append(std::string_view bytes, double advance) {
-        Grow(character_);
-        auto& fragments = line_.fragments;
-        if (fragments.empty() || fragments.back().character != characterRow_ || bytes == "\t") {
-            fragments.push_back({{}, characterRow_, x_, 0});
-        }
-        if (bytes != "\t") {
-            fragments.back().text += bytes;
-            fragments.back().width += advance;
-        }
-        x_ += advance;
+    /// The indent is that of the paragraph whose first character comes.
+    void BeginLine() {
+        if (begun_) return;
+        begun_ = true;
+        x_ = line_.width = Left();
     }
 
     /// The line is as high as its largest character.
@@ -110,10 +120,54 @@ class LineBreaker {
         descent_ = std::max(descent_, format.face->Descent() * size);
     }
 
+    /// What follows a tab starts at its stop, or is moved there once it is known how long it is.
+    void AddTab() {
+        BeginLine();
+        SettleTab();
+        Grow(character_);
+        const TabStop stop = NextTabStop(x_);
+        if (stop.alignment == 0) x_ = stop.position;
+        line_.fragments.push_back({{}, characterRow_, x_, 0});
+        tab_ = {stop, line_.fragments.size() - 1};
+        RememberBreak();
+    }
+
+    void SettleTab() {
+        if (tab_.stop.alignment == 0) return;
+        const auto first = line_.fragments.begin() + static_cast<std::ptrdiff_t>(tab_.fragment);
+        double length = 0, whole = 0;
+        bool beforePoint = true;
+        for (auto fragment = first; fragment != line_.fragments.end(); ++fragment) {
+            const auto point = fragment->text.find('.');
+            if (beforePoint) length += WidthOfStart(*fragment, point);
+            beforePoint = beforePoint && point == std::string::npos;
+            whole += fragment->width;
+        }
+        const double before = tab_.stop.alignment == 1   ? whole / 2
+                              : tab_.stop.alignment == 2 ? whole
+                                                         : length;
+        const double shift = std::max(0.0, tab_.stop.position - before - first->x);
+        for (auto fragment = first; fragment != line_.fragments.end(); ++fragment) fragment->x += shift;
+        if (whole > 0) line_.width += shift;
+        x_ += shift;
+        tab_ = {};
+    }
+
+    /// Of a fragment's text up to a byte; the whole when there is no such byte.
+    double WidthOfStart(const TextFragment& fragment, std::size_t end) {
+        if (end == std::string::npos) return fragment.width;
+        const CharFormat now = std::exchange(character_, Characters(fragment.character));
+        double width = 0;
+        for (std::string_view start = std::string_view(fragment.text).substr(0, end); !start.empty();)
+            width += Advance(NextCharacter(start));
+        character_ = now;
+        return width;
+    }
+
     void RememberBreak() {
         breakFragments_ = line_.fragments.size();
-        breakBytes_ = line_.fragments.empty() ? 0 : line_.fragments.back().text.size();
-        breakFragmentWidth_ = line_.fragments.empty() ? 0 : line_.fragments.back().width;
+        breakBytes_ = line_.fragments.back().text.size();
+        breakFragmentWidth_ = line_.fragments.back().width;
         breakX_ = x_;
         breakWidth_ = line_.width;
     }
@@ -121,7 +175,6 @@ class LineBreaker {
     /// Moves what stands behind the last place for a break to a new line; the whole line stays when there is
     /// none.
     void Wrap() {
-        if (line_.fragments.empty()) return;
         std::vector<TextFragment> carried;
         if (breakFragments_ > 0) {
             auto& last = line_.fragments[breakFragments_ - 1];
@@ -138,7 +191,9 @@ class LineBreaker {
             line_.width = breakWidth_;
         }
         const double oldX = breakFragments_ > 0 ? breakX_ : x_, rest = x_ - oldX;
+        if (tab_.fragment >= line_.fragments.size()) tab_ = {};
         EndLine(false);
+        BeginLine();
         for (auto& fragment : carried) fragment.x += x_ - oldX;
         line_.fragments = std::move(carried);
         x_ += rest;
@@ -147,6 +202,9 @@ class LineBreaker {
     }
 
     void EndLine(bool paragraphEnds) {
+        BeginLine();
+        SettleTab();
+        tab_ = {};
         if (firstLine_ && !layout_.lines.empty()) y_ += paragraph_.before;
         line_.top = y_;
         // The surplus of the line's height stands above the characters, as word processors have it.
@@ -159,8 +217,7 @@ class LineBreaker {
         layout_.lines.push_back(std::move(line_));
         line_ = {};
         firstLine_ = paragraphEnds;
-        x_ = Left();
-        line_.width = x_;
+        begun_ = false;
         ascent_ = descent_ = 0;
         breakFragments_ = 0;
     }
@@ -176,14 +233,28 @@ class LineBreaker {
         }
     }
 
-    double NextTabStop(double x) const {
-        const auto row = RowKey::Number(tabsRow_);
-        for (const Name position : {Name::Position0, Name::Position1, Name::Position2}) {
-            const Cell* stop = drawing::Find(shape_, {Name::Tabs, 0, row, position});
-            if (stop && stop->value > x + kSlack) return stop->value;
+    struct TabStop {
+        double position = 0;
+        int alignment =
+            0;  ///< What follows starts at it (0), is centred (1), ends (2) or has its point there (3).
+    };
+
+    TabStop NextTabStop(double x) const {
+        const std::pair<Name, Name> stops[] = {{Name::Position0, Name::Alignment0},
+                                               {Name::Position1, Name::Alignment1},
+                                               {Name::Position2, Name::Alignment2}};
+        for (const auto& [position, alignment] : stops) {
+            const auto cell = [this](Name name) {
+                return drawing::Find(shape_, {Name::Tabs, 0, RowKey::Number(tabsRow_), name});
+            };
+            const Cell* const stop = cell(position);
+            if (!stop || !(stop->value > x + kSlack)) continue;
+            const Cell* const kind = cell(alignment);
+            return {stop->value,
+                    kind && kind->value >= 1 && kind->value <= 3 ? static_cast<int>(kind->value) : 0};
         }
         const double step = std::max(0.05, drawing::Number(shape_, Name::DefaultTabStop));
-        return (std::floor(x / step + kSlack) + 1) * step;
+        return {(std::floor(x / step + kSlack) + 1) * step, 0};
     }
 
     CharFormat Characters(int row) {
@@ -194,9 +265,9 @@ class LineBreaker {
         CharFormat format;
         format.face =
             &fonts_.Face(document_.FontName(static_cast<int>(number(Name::Font))), style & 1, style & 2);
-        format.size = std::clamp(number(Name::Size), 0.0, 100.0);
-        format.scale = std::clamp(number(Name::FontScale), 0.01, 10.0);
-        format.letterspace = std::clamp(number(Name::Letterspace), -1.0, 10.0);
+        format.size = Within(number(Name::Size), 0, 100);
+        format.scale = Within(number(Name::FontScale), 0.01, 10);
+        format.letterspace = Within(number(Name::Letterspace), -1, 10);
         format.capitals = static_cast<int>(number(Name::Case)) == 1;
         return format;
     }
@@ -205,13 +276,14 @@ class LineBreaker {
         const auto number = [&](Name cell) {
             return drawing::Number(shape_, {Name::Paragraph, 0, RowKey::Number(row), cell});
         };
+        const auto length = [&number](Name cell) { return Within(number(cell), -100, 100); };
         ParaFormat format;
-        format.first = number(Name::IndFirst);
-        format.left = number(Name::IndLeft);
-        format.right = number(Name::IndRight);
-        format.spacing = number(Name::SpLine);
-        format.before = number(Name::SpBefore);
-        format.after = number(Name::SpAfter);
+        format.first = length(Name::IndFirst);
+        format.left = length(Name::IndLeft);
+        format.right = length(Name::IndRight);
+        format.spacing = length(Name::SpLine);
+        format.before = length(Name::SpBefore);
+        format.after = length(Name::SpAfter);
         format.align = static_cast<int>(number(Name::HorzAlign));
         return format;
     }
@@ -230,7 +302,11 @@ class LineBreaker {
     std::vector<Alignment> aligns_;
     TextLine line_;
     double x_ = 0, y_ = 0, ascent_ = 0, descent_ = 0;
-    bool firstLine_ = true, afterReturn_ = false;
+    bool firstLine_ = true, begun_ = false, afterReturn_ = false;
+    struct {
+        TabStop stop;
+        std::size_t fragment = 0;  // The first behind the tab.
+    } tab_;
 
     int characterRow_ = -1, paragraphRow_ = -1, tabsRow_ = 0;
     CharFormat character_;

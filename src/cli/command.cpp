@@ -1,0 +1,91 @@
+#include "cli/command.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <new>
+
+#include "core/failure.h"
+#include "core/paths.h"
+#include "store/connection.h"
+
+namespace norvelis::cli {
+
+void Context::OpenStore() {
+    app->gConnection = Connection::Open(ConnectionString(app->AppPath("\\Database\\records.mdb")));
+}
+
+int Refuse(const std::string& reason) {
+    std::fprintf(stderr, "norvelis-cli: %s\n", OneLine(reason).c_str());
+    return kRefused;
+}
+
+std::string OneLine(const std::string& text) {
+    std::string line;
+    for (const char c : text) {
+        if (c == '\r') continue;
+        line += c == '\n' ? ' ' : c;
+    }
+    return line;
+}
+
+std::string WithNewlines(const std::string& text) {
+    std::string lines;
+    for (const char c : text) {
+        if (c != '\r') lines += c;
+    }
+    return lines;
+}
+
+std::string AbsolutePath(const std::string& path) {
+    std::error_code error;
+    const auto absolute = std::filesystem::absolute(NativePath(path), error);
+    return error ? path : absolute.lexically_normal().string();
+}
+
+namespace {
+
+std::string OwnFolder() {
+    std::error_code ignored;
+    return std::filesystem::read_symlink("/proc/self/exe", ignored).parent_path().string();
+}
+
+int Run(int argc, char** argv, std::initializer_list<void (*)(CLI::App&, Context&)> commands,
+        const char* fuller) {
+    CLI::App program{"Norvelis without a screen: schema reports, dictionary, drawings."};
+    program.require_subcommand(1);
+    std::string folder;
+    program.add_option("--app", folder, "Application folder (default: the folder of this program)");
+    Context context;
+    for (const auto add : commands) add(program, context);
+    try {
+        program.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        if (fuller != nullptr) execv((OwnFolder() + "/" + fuller).c_str(), argv);
+        // It returns only where there is no such program.
+        return program.exit(error) == 0 ? kDone : kWrongUsage;
+    }
+    if (folder.empty()) folder = OwnFolder();
+    if (!FolderExists(folder)) return Refuse("the application folder " + folder + " does not exist");
+    context.app =
+        std::make_unique<AppState>(AbsolutePath(folder), context.host, context.clock, Random::FromDevice());
+    return context.run();
+}
+
+}  // namespace
+
+int RunProgram(int argc, char** argv, std::initializer_list<void (*)(CLI::App&, Context&)> commands,
+               const char* fuller) {
+    try {
+        return Run(argc, argv, commands, fuller);
+    } catch (const RuntimeFailure& failure) {
+        return Refuse("Run-time error '" + std::to_string(static_cast<int>(failure.Number())) +
+                      "': " + failure.what());
+    } catch (const std::bad_alloc&) {
+        return Refuse("Run-time error '7': Out of memory");
+    } catch (const std::exception& failure) {
+        return Refuse(failure.what());
+    }
+}
+
+}  // namespace norvelis::cli
