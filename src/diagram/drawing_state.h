@@ -38,7 +38,7 @@ struct DrawOptions {
     std::optional<bool> color;
     std::optional<std::string> background;
     std::optional<std::string> location;  ///< Folder of the drawings.
-    std::optional<bool> visible;          ///< The engine shows its window.
+    std::optional<bool> visible{};        ///< The engine shows its window.
 };
 
 /// The fields of the box being drawn.
