@@ -61,14 +61,14 @@ mdiMainMenu::mdiMainMenu(AppState& app, Fail fail)
     Timer1_.setSingleShot(true);
     connect(&Timer1_, &QTimer::timeout, this, &mdiMainMenu::Timer1_Timer);
     connect(area_, &ChildArea::FormsChanged, this, &mdiMainMenu::UpdateMinimized);
-    const std::pair<Qt::KeyboardModifiers, int> rounds[] = {{Qt::ControlModifier, 1},
-                                                            {Qt::ControlModifier | Qt::ShiftModifier, -1}};
     tray_->SetTrayIconTip(QApplication::applicationDisplayName());
     connect(tray_, &fbTrayIcon::Clicked, this, [this] {
         setWindowState(windowState() & ~Qt::WindowMinimized);
         raise();
         activateWindow();
     });
+    const std::pair<Qt::KeyboardModifiers, int> rounds[] = {{Qt::ControlModifier, 1},
+                                                            {Qt::ControlModifier | Qt::ShiftModifier, -1}};
     for (const auto& [modifiers, step] : rounds) {
         auto* shortcut = new QShortcut(QKeyCombination(modifiers, Qt::Key_Tab), this);
         connect(shortcut, &QShortcut::activated, area_, [this, step = step] { area_->ActivateNext(step); });
@@ -173,7 +173,8 @@ void mdiMainMenu::Timer1_Timer() {
 }
 
 void mdiMainMenu::LoadColors() {
-    skin_.colors = app_.gUseSkins ? ui::LoadColors(app_) : PlainSkin().colors;
+    const bool fromSkin = app_.gUseSkins && FileExists(SkinIni(app_));
+    skin_.colors = fromSkin ? ui::LoadColors(app_) : PlainSkin().colors;
 }
 
 void mdiMainMenu::ShowVersion() {
