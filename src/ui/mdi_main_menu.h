@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "core/app_state.h"
+#include "ui/drawing_picture.h"
 #include "ui/qt_host.h"
 #include "ui/skin.h"
 #include "ui/start_up.h"
@@ -34,6 +35,9 @@ class mdiMainMenu : public QMainWindow, public MainFrame, public HostDisplay {
 
     AppState& App() { return app_; }
     ChildArea& Area() { return *area_; }
+    /// How screens show drawing files; empty where nothing is wired.
+    const OpenDrawing& Drawings() const { return drawings_; }
+    void SetDrawings(OpenDrawing open) { drawings_ = std::move(open); }
     const Skin& GetSkin() const { return skin_; }
     void SetSkin(const Skin& skin);
 
@@ -98,6 +102,7 @@ class mdiMainMenu : public QMainWindow, public MainFrame, public HostDisplay {
 
     AppState& app_;
     Fail fail_;
+    OpenDrawing drawings_;
     Skin skin_;
     ChildArea* area_;
     QMenu* mnuWindow_ = nullptr;

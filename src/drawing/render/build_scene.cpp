@@ -57,34 +57,38 @@ class SceneBuilder {
         : fonts_(fonts), document_(document), scene_(scene) {}
 
     void Add(const Canvas& canvas, const Placement& page) {
-        FindHiddenLayers(canvas.sheet);
+        FindLayers(canvas.sheet);
         for (const auto& shape : canvas.shapes) Add(*shape, page, nullptr, shape->id, 0);
     }
 
   private:
-    void FindHiddenLayers(const Shape& sheet) {
+    void FindLayers(const Shape& sheet) {
         hidden_.clear();
+        locked_.clear();
         const Section layers = SectionOf(sheet, Name::Layer);
         for (const Row& row : layers.rows) {
             const Cell* visible = row.cells.Find(Name::Visible);
             if (visible && !visible->isText && visible->value == 0) hidden_.insert(row.key.Index());
+            const Cell* lock = row.cells.Find(Name::Lock);
+            if (lock && !lock->isText && lock->value != 0) locked_.insert(row.key.Index());
         }
     }
 
-    /// A shape shows while one of its layers does.
-    bool IsHidden(const Shape& shape) const {
-        if (hidden_.empty()) return false;
+    /// Whether the shape is on layers, and on these alone: it shows while one of its layers does.
+    static bool IsOnlyOn(const std::set<int>& layers, const Shape& shape) {
+        if (layers.empty()) return false;
         const QStringList member =
             QString::fromStdString(TextValue(shape, Name::LayerMember)).split(';', Qt::SkipEmptyParts);
-        return !member.isEmpty() && std::all_of(member.begin(), member.end(), [this](const QString& layer) {
-            return hidden_.contains(layer.toInt());
-        });
+        return !member.isEmpty() &&
+               std::all_of(member.begin(), member.end(),
+                           [&layers](const QString& layer) { return layers.contains(layer.toInt()); });
     }
 
     void Add(const Shape& shape, const Placement& around, const Figure* group, int topShape, int depth) {
-        if (depth > kMaxGroupDepth || IsHidden(shape)) return;
+        if (depth > kMaxGroupDepth || IsOnlyOn(hidden_, shape)) return;
         const Placement place = Place(shape, around);
         Figure figure = Describe(shape, group, topShape);
+        figure.locked = (group && group->locked) || IsOnlyOn(locked_, shape);
         const int display = shape.kind == ShapeKind::Group ? Whole(shape, Name::DisplayMode) : 0;
         if (shape.kind != ShapeKind::Group || display != 0) {
             AddMarks(shape, place, figure);
@@ -282,7 +286,7 @@ class SceneBuilder {
     FontLibrary& fonts_;
     const Document& document_;
     Scene& scene_;
-    std::set<int> hidden_;  ///< Layers.
+    std::set<int> hidden_, locked_;  ///< Layers.
 };
 
 /// Of a page whose drawing scale is not its page scale: paper inches to the drawing's inch.

@@ -26,7 +26,7 @@ bool Meets(const Figure& figure, QPointF point, double slack) {
 
 const Figure* Scene::At(QPointF point, double slack) const {
     for (auto figure = figures.rbegin(); figure != figures.rend(); ++figure) {
-        if (figure->bounds.adjusted(-slack, -slack, slack, slack).contains(point) &&
+        if (!figure->locked && figure->bounds.adjusted(-slack, -slack, slack, slack).contains(point) &&
             Meets(*figure, point, slack))
             return &*figure;
     }

@@ -52,7 +52,8 @@ struct Figure {
     QString tip;      ///< The shape's comment.
     QString address;  ///< Of its hyperlink; empty for none.
     QString addressText;
-    QRectF bounds;  ///< Of all that is painted.
+    bool locked = false;  ///< On a locked layer: it can not be taken hold of.
+    QRectF bounds;        ///< Of all that is painted.
     std::vector<Mark> marks;
     QImage picture;           ///< A bitmap that came with the shape, or none;
     QTransform picturePlace;  ///< it fills the unit square under this.
@@ -72,7 +73,7 @@ struct Scene {
     std::optional<ForeignPage> foreign;
     std::vector<Figure> figures;  ///< Back first.
 
-    /// The frontmost figure at a point or within `slack` of it; null when there is none.
+    /// The frontmost figure at a point or within `slack` of it, locked ones aside; null when there is none.
     const Figure* At(QPointF point, double slack = 0) const;
 };
 

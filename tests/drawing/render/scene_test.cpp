@@ -199,6 +199,14 @@ TEST_F(SceneTest, AClickMeetsTheFrontmostShapeAndThinLinesWithinReach) {
     EXPECT_EQ(at(3.4, 1.1, 40), "nothing");  // In the line's box, far from the line.
 }
 
+TEST_F(SceneTest, ShapesOnLockedLayersAreSeenAndNotTakenHoldOf) {
+    sample_.AddBox(1, 1.5, 1, 1, "#ff0000").cells.SetText(Name::LayerMember, "0");
+    sample_.First().sheet.At(Name::Layer).At(RowKey::Number(0)).cells.Set(Name::Lock, 1);
+    const Scene scene = Build();
+    EXPECT_EQ(scene.figures.size(), 1u);
+    EXPECT_EQ(scene.At(QPointF(1, 1.5) * kUnitsPerInch), nullptr);
+}
+
 TEST_F(SceneTest, PartsSpeakForTheirGroup) {
     auto group = std::make_unique<Shape>();
     group->kind = ShapeKind::Group;
