@@ -1,9 +1,12 @@
 #include "desktop/application.h"
 
+#include <QPrinter>
 #include <QTimer>
 
 #include "core/failure.h"
 #include "desktop/drawing_pictures.h"
+#include "desktop/print_pages.h"
+#include "drawing/engine/drawing_engine.h"
 #include "store/connection.h"
 #include "ui/mdi_main_menu.h"
 #include "ui/program_icon.h"
@@ -41,6 +44,11 @@ int Application::Run(const std::string& applicationFolder) {
     frame_ =
         std::make_unique<ui::mdiMainMenu>(*app_, [this](const std::exception& failure) { Fail(failure); });
     frame_->SetDrawings(OpenDrawingPicture);
+    engine_ = drawing::MakeDrawingEngine({app_->AppPath("\\Stencils"), app_->AppPath("\\Temp"),
+                                          [this](const drawing::Document& document, std::optional<int> page) {
+                                              return Print(document, page);
+                                          }});
+    frame_->SetEngine(*engine_);
     host_.SetDisplay(frame_.get());
     connect(frame_.get(), &ui::mdiMainMenu::Unloaded, this, [] { quit(); });
     QTimer::singleShot(0, this, [this] { frame_->Run([this] { ui::SubMain(*app_, *frame_); }); });
@@ -48,6 +56,17 @@ int Application::Run(const std::string& applicationFolder) {
     host_.SetDisplay(nullptr);
     frame_.reset();
     return failed_ ? kFailed : status;
+}
+
+bool Application::Print(const drawing::Document& document, std::optional<int> page) {
+    QPrinter* printer = frame_->ChoosePrinter();
+    if (!printer) return false;
+    try {
+        return PrintPages(document, page, *printer);
+    } catch (const RuntimeFailure& failure) {
+        host_.MessageBox(failure.what());
+        return false;
+    }
 }
 
 void Application::Fail(const std::exception& failure) {

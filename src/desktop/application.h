@@ -4,10 +4,15 @@
 #include <memory>
 
 #include "core/app_state.h"
+#include "diagram/engine.h"
 #include "ui/qt_host.h"
 
 namespace norvelis::ui {
 class mdiMainMenu;
+}
+
+namespace norvelis::drawing {
+struct Document;
 }
 
 namespace norvelis::desktop {
@@ -30,7 +35,10 @@ class Application : public QApplication {
   private:
     ui::QtHost host_;
     SystemClock clock_;
+    bool Print(const drawing::Document& document, std::optional<int> page);
+
     std::unique_ptr<AppState> app_;
+    std::unique_ptr<engine::DrawingEngine> engine_;
     std::unique_ptr<ui::mdiMainMenu> frame_;
     bool failed_ = false;
 };

@@ -40,6 +40,21 @@ void cTreeView::Select(NodeIndex node) {
     setCurrentIndex(lines_->IndexOf(node));
 }
 
+bool cTreeView::SelectRecord(const QString& name) {
+    const auto nodes = Tree()->NodesOf(name.toStdString());
+    if (nodes.empty()) return false;
+    const NodeIndex now = SelectedNode();
+    if (std::find(nodes.begin(), nodes.end(), now) != nodes.end()) {
+        EnsureVisible(now);
+        return true;
+    }
+    const auto near = std::find_if(nodes.begin(), nodes.end(), [&](NodeIndex node) {
+        return now != kNoNode && Tree()->Schema(node) == Tree()->Schema(now);
+    });
+    Select(near == nodes.end() ? nodes.front() : *near);
+    return true;
+}
+
 void cTreeView::EnsureVisible(NodeIndex node) {
     if (!lines_->IndexOf(node).isValid()) Rearrange([node](auto& branches) { branches.EnsureVisible(node); });
     scrollTo(lines_->IndexOf(node), QAbstractItemView::EnsureVisible);
@@ -153,7 +168,8 @@ void cTreeView::mouseDoubleClickEvent(QMouseEvent* event) {
 void cTreeView::mouseMoveEvent(QMouseEvent* event) {
     QListView::mouseMoveEvent(event);
     const QPoint place = event->position().toPoint();
-    emit NodeHovered(lines_->NodeOf(indexAt(place)), place);
+    const bool inside = viewport()->rect().contains(place);
+    emit NodeHovered(inside ? lines_->NodeOf(indexAt(place)) : kNoNode, place);
 }
 
 void cTreeView::leaveEvent(QEvent* event) {

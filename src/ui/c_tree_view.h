@@ -20,7 +20,10 @@ class cTreeView : public QListView {
     const std::shared_ptr<const RecordTree>& Tree() const { return lines_->Tree(); }
     NodeIndex SelectedNode() const;
 
-    void Select(NodeIndex node);         ///< And brings it into view.
+    void Select(NodeIndex node);  ///< And brings it into view.
+    /// Selects the nearest node of that text: the selected one itself, else the first of its schema, else the
+    /// first of all. False when there is none.
+    bool SelectRecord(const QString& name);
     void EnsureVisible(NodeIndex node);  ///< Opens what is closed above it.
     void MarkRed(NodeIndex node) { lines_->MarkRed(node); }
     void ExpandAll();

@@ -6,7 +6,7 @@ namespace norvelis::ui {
 
 namespace {
 
-constexpr int kColumnAir = 500 / 15;
+constexpr int kColumnAir = 16;
 
 }  // namespace
 

@@ -6,6 +6,7 @@
 #include "ui/c_tree_view.h"
 #include "ui/drawing_control.h"
 #include "ui/drawing_files.h"
+#include "ui/form.h"
 #include "ui/frm_tooltip.h"
 #include "ui/frm_tooltip2.h"
 #include "ui/mdi_main_menu.h"
@@ -18,8 +19,11 @@ constexpr int kTipOffset = 1000 / 15;
 
 }  // namespace
 
-NodeHover::NodeHover(Form& form, cTreeView& tree, DrawingControl2* preview)
-    : QObject(&form), form_(form), tree_(tree), preview_(preview), recordTip_(new frmToolTip(&form)),
+NodeHover::NodeHover(Form& form, cTreeView& tree)
+    : QObject(&form),
+      form_(form),
+      tree_(tree),
+      recordTip_(new frmToolTip(&form)),
       schemaTip_(new frmToolTip2(&form)) {
     connect(&tree, &cTreeView::NodeHovered, this, &NodeHover::Moved);
     connect(&form, &Form::Closed, this, &NodeHover::Hide);
@@ -77,7 +81,7 @@ void NodeHover::ShowSchema(const std::string& schema, QPoint place) {
 void NodeHover::ShowDrawing(const std::string& schema, const std::string& name) {
     if (!preview_ || form_.Frame().Busy()) return;
     const QString file = QString::fromStdString(SavedDrawing(form_.Frame().App(), schema, name));
-    if (preview_->Src().compare(file, Qt::CaseInsensitive) != 0) preview_->SetSrc(file);
+    if (preview_->Src() != file) preview_->SetSrc(file);
 }
 
 }  // namespace norvelis::ui

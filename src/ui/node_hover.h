@@ -17,8 +17,10 @@ class frmToolTip2;
 /// the drawing last saved for it. The store is read only when the mouse reaches another text.
 class NodeHover : public QObject {
   public:
-    /// A screen without a drawing control tells of records alone.
-    NodeHover(Form& form, cTreeView& tree, DrawingControl2* preview);
+    /// Tells of records alone.
+    NodeHover(Form& form, cTreeView& tree);
+    /// From now on of schemas too, and shows the drawings.
+    void ShowDrawingsIn(DrawingControl2& control) { preview_ = &control; }
 
     void Hide();
 
@@ -30,7 +32,7 @@ class NodeHover : public QObject {
 
     Form& form_;
     cTreeView& tree_;
-    DrawingControl2* preview_;
+    DrawingControl2* preview_ = nullptr;
     frmToolTip* recordTip_;
     frmToolTip2* schemaTip_;
     std::string hoverText_;

@@ -77,8 +77,8 @@ QVariant RecordTreeModel::data(const QModelIndex& index, int role) const {
 }
 
 QString RecordTreeModel::Spoken(NodeIndex node) const {
-    QString text = QString("%1, level %2").arg(QString::fromStdString(Tree()->Text(node)))
-                       .arg(Tree()->Level(node));
+    QString text =
+        QString("%1, level %2").arg(QString::fromStdString(Tree()->Text(node))).arg(Tree()->Level(node));
     if (branches_.HasChildren(node)) text += branches_.Expanded(node) ? ", open" : ", closed";
     return text;
 }

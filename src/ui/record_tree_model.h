@@ -31,7 +31,7 @@ class RecordTreeModel : public QAbstractListModel {
     /// Visited and found nodes stay red until the next tree.
     void MarkRed(NodeIndex node);
 
-    QModelIndex IndexOf(NodeIndex node) const;    ///< No index for a node in a closed branch.
+    QModelIndex IndexOf(NodeIndex node) const;         ///< No index for a node in a closed branch.
     NodeIndex NodeOf(const QModelIndex& index) const;  ///< kNoNode for no index.
 
     int rowCount(const QModelIndex& parent = {}) const override;

@@ -15,10 +15,15 @@ const QString kHint = "TYPE HERE";
 }  // namespace
 
 SearchBox::SearchBox(Host& host, cTreeView& tree, QWidget* form)
-    : QObject(form), host_(host), tree_(tree), Text1_(new QLineEdit(kHint, form)),
+    : QObject(form),
+      host_(host),
+      tree_(tree),
+      Text1_(new QLineEdit(kHint, form)),
       button_(new SkinButton("cmdSearch", {}, form)) {
     Text1_->setObjectName("Text1");
     Text1_->setAccessibleName("Record to locate");
+    Text1_->setTextMargins(5, 0, 5, 0);
+    Text1_->setMinimumHeight(button_->sizeHint().height());
     Text1_->installEventFilter(this);
     button_->setToolTip("Click to search Record");
     ShowCaption();
@@ -60,8 +65,7 @@ bool SearchBox::eventFilter(QObject* object, QEvent* event) {
             Text1_->setText(upper);
             Text1_->setCursorPosition(cursor);
         }
-    } else if (event->type() == QEvent::KeyPress &&
-               static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+    } else if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
         tree_.setFocus();
         return true;
     }

@@ -59,6 +59,8 @@ class SkinStyle : public QProxyStyle {
                 return;
             case PE_FrameFocusRect:
                 return;
+            case PE_PanelScrollAreaCorner:
+                return painter->fillRect(option->rect, colors.base());
             case PE_PanelTipLabel:
                 painter->fillRect(option->rect, colors.toolTipBase());
                 painter->setPen(colors.color(QPalette::Mid));
@@ -131,6 +133,8 @@ class SkinStyle : public QProxyStyle {
                 return kScrollBar;
             case PM_ScrollBarSliderMin:
                 return 28;
+            case PM_HeaderMargin:
+                return 6;
             case PM_MenuBarVMargin:
                 return 2;
             case PM_MenuBarHMargin:

@@ -4,6 +4,12 @@
 
 namespace norvelis::ui {
 
+namespace {
+
+constexpr int kHoverAlpha = 28;
+
+}  // namespace
+
 void TreeLineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                              const QModelIndex& index) const {
     QStyleOptionViewItem line = option;
@@ -11,11 +17,17 @@ void TreeLineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
     const QStyle* style = line.widget->style();
     style->drawPrimitive(QStyle::PE_PanelItemViewItem, &line, painter, line.widget);
 
+    const bool selected = line.state & QStyle::State_Selected;
+    if (line.state & QStyle::State_MouseOver && !selected) {
+        QColor tint = line.palette.color(QPalette::Highlight);
+        tint.setAlpha(kHoverAlpha);
+        painter->fillRect(line.rect, tint);
+    }
+
     const NodeIndex node = lines_.NodeOf(index);
     const ExtendedTreeView& branches = lines_.Branches();
     const int level = branches.Tree()->Level(node);
     PaintGuides(*painter, line, node, level);
-    const bool selected = line.state & QStyle::State_Selected;
     if (branches.HasChildren(node)) {
         QStyleOption sign;
         sign.palette = line.palette;
