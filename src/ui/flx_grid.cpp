@@ -53,7 +53,9 @@ FlxGrid::FlxGrid(const QString& name, std::string_view headings, QWidget* parent
     setHorizontalScrollMode(ScrollPerPixel);
     setVerticalScrollMode(ScrollPerPixel);
     verticalHeader()->hide();
+    verticalHeader()->setMinimumSectionSize(1);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+    horizontalHeader()->setFixedHeight(fontMetrics().height() + 10);
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setStretchLastSection(true);
