@@ -17,13 +17,15 @@ constexpr double pointsPerInch = 72;
 
 void WriteGraph(const std::filesystem::path& path, const Graph& graph, bool leftToRight) {
     std::ofstream out(path);
-    out << "digraph g {\n" << (leftToRight ? "rankdir=LR;\n" : "") << "node [shape=box fixedsize=true label=\"\"];\n";
+    out << "digraph g {\n"
+        << (leftToRight ? "rankdir=LR;\n" : "") << "node [shape=box fixedsize=true label=\"\"];\n";
     for (std::size_t i = 0; i < graph.boxes.size(); ++i)
         out << fmt::format("n{} [width={} height={}];\n", i, graph.boxes[i].width, graph.boxes[i].height);
     for (const Line& line : graph.lines) {
         // A table without a border is the only label whose size can be given.
         out << fmt::format(
-            "n{} -> n{} [arrowhead=none label=<<table border=\"0\" cellborder=\"0\" cellspacing=\"0\" cellpadding=\"0\" "
+            "n{} -> n{} [arrowhead=none label=<<table border=\"0\" cellborder=\"0\" cellspacing=\"0\" "
+            "cellpadding=\"0\" "
             "fixedsize=\"true\" width=\"{:.0f}\" height=\"{:.0f}\"><tr><td></td></tr></table>>];\n",
             line.from, line.to, line.labelWidth * pointsPerInch, line.labelHeight * pointsPerInch);
     }
@@ -78,7 +80,8 @@ Placement ReadPlain(const std::filesystem::path& path, const Graph& graph) {
                 drawn[k] = true;
                 placement.routes[k].points = Flatten(control);
                 if (rest.size() >= 4)
-                    placement.routes[k].label = {std::stod(rest[rest.size() - 4]), std::stod(rest[rest.size() - 3])};
+                    placement.routes[k].label = {std::stod(rest[rest.size() - 4]),
+                                                 std::stod(rest[rest.size() - 3])};
                 break;
             }
         }
@@ -95,7 +98,8 @@ std::optional<DotDrawing> DrawWithDot(const Graph& graph, bool leftToRight) {
     std::filesystem::create_directories(folder);
     const auto input = folder / "graph.dot", output = folder / "graph.plain";
     WriteGraph(input, graph, leftToRight);
-    const std::string command = fmt::format("dot -Tplain '{}' -o '{}' 2>/dev/null", input.string(), output.string());
+    const std::string command =
+        fmt::format("dot -Tplain '{}' -o '{}' 2>/dev/null", input.string(), output.string());
     DotDrawing drawing;
     const auto start = std::chrono::steady_clock::now();
     const bool done = std::system(command.c_str()) == 0;

@@ -1,19 +1,25 @@
 #include <fmt/format.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <chrono>
+#include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "layout/dot.h"
 #include "layout/metrics.h"
 #include "layout/schema_graphs.h"
+#include "layout/svg.h"
 
-// Lays out graphs shaped like schemas by each layout choice and prints what came out, one row a graph and choice, with
-// Graphviz dot's drawing of the same graph beside the layered ones.
+// Lays out graphs shaped like schemas by each layout choice and prints what came out, one row a graph and
+// choice, with Graphviz dot's figures for the same graph beside those of the layered ones.
 namespace norvelis::layout {
 
 namespace {
+
+constexpr int leftToRight = 2;
 
 struct Choice {
     const char* name;
@@ -30,45 +36,123 @@ Style MakeStyle(int place, int depth, int route, int extension) {
 }
 
 const Choice choices[] = {
-    {"Default", MakeStyle(1, 0, 5, 0)},          {"RadialDefault", MakeStyle(3, 2, 2, 2)},
-    {"RadialRightAngle", MakeStyle(3, 3, 1, 1)}, {"RadialSimpleVH", MakeStyle(3, 3, 22, 2)},
-    {"TopToBottom", MakeStyle(1, 1, 3, 1)},      {"LeftToRight", MakeStyle(2, 1, 1, 2)},
+    {"Default", MakeStyle(1, 0, 5, 0)},           {"RadialDefault", MakeStyle(3, 2, 2, 2)},
+    {"RadialRightAngle", MakeStyle(3, 3, 1, 1)},  {"RadialSimpleVH", MakeStyle(3, 3, 22, 2)},
+    {"TopToBottom", MakeStyle(1, 1, 3, 1)},       {"LeftToRight", MakeStyle(2, 1, 1, 2)},
     {"CircularSimpleHV", MakeStyle(6, 2, 21, 2)}, {"CircularDeep", MakeStyle(6, 2, 0, 0)},
 };
 
-std::string Row(const std::string& name, const char* choice, const Graph& graph, const Placement& placement,
-                double seconds) {
-    const Quality q = Measure(graph, placement);
-    return fmt::format("| {} | {} | {} | {} | {} | {} | {} | {} | {} | {} | {:.0f} | {:.0f} x {:.0f} | {:.0f} | {:.2f} |",
-                       name, choice, q.boxOverlaps, q.crossings, q.boxesCrossed, q.labelCollisions, q.labelsCrossed,
-                       q.labelsAstray, q.sharedPieces, q.bends, q.length, q.width, q.height, q.Area(), seconds);
+struct Options {
+    std::vector<std::string> choices;
+    std::string graph;
+    std::string pictures;
+    bool withDot = true;
+    int runs = 1;
+    std::uint32_t seeds = 0;
+};
+
+struct Drawing {
+    Quality quality;
+    double seconds = 0;  ///< Median of the runs.
+};
+
+double Median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
 }
 
-int Run(const std::vector<std::string>& wantedChoices, const std::string& wantedGraph, bool withDot) {
-    fmt::print("| graph | choice | overlaps | crossings | boxes crossed | label collisions | labels crossed | "
-               "labels astray | shared pieces | bends | length, in | page, in | area, sq in | seconds |\n"
-               "|---|---|--:|--:|--:|--:|--:|--:|--:|--:|--:|--:|--:|--:|\n");
+Drawing Draw(const NamedGraph& named, const Choice& choice, const Options& options) {
+    Placement placement;
+    std::vector<double> seconds;
+    for (int run = 0; run < options.runs; ++run) {
+        const auto start = std::chrono::steady_clock::now();
+        placement = PlaceAndRoute(named.graph, choice.style);
+        seconds.push_back(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+    }
+    if (!options.pictures.empty())
+        WriteSvg(std::filesystem::path(options.pictures) / fmt::format("{} {}.svg", named.name, choice.name),
+                 named.graph, placement);
+    return {Measure(named.graph, placement), Median(seconds)};
+}
+
+std::optional<Drawing> DrawByDot(const Graph& graph, bool toRight, const Options& options) {
+    std::optional<DotDrawing> drawing;
+    std::vector<double> seconds;
+    for (int run = 0; run < options.runs; ++run) {
+        drawing = DrawWithDot(graph, toRight);
+        if (!drawing) return std::nullopt;
+        seconds.push_back(drawing->seconds);
+    }
+    return Drawing{Measure(graph, drawing->placement), Median(seconds)};
+}
+
+void PrintHead() {
+    fmt::print(
+        "| graph | choice | overlaps | boxes crossed | label collisions | labels crossed | labels astray | "
+        "shared pieces | crossings | of dot | bends | length, in | page, in | area, sq in | to dot's | "
+        "seconds | of dot |\n"
+        "|---|---|--:|--:|--:|--:|--:|--:|--:|--:|--:|--:|--:|--:|--:|--:|--:|\n");
+}
+
+void PrintRow(const std::string& graph, const char* choice, const Drawing& drawing,
+              const std::optional<Drawing>& dot) {
+    const Quality& q = drawing.quality;
+    const std::string dotCrossings = dot ? std::to_string(dot->quality.crossings) : "";
+    const std::string areaRatio = dot ? fmt::format("{:.2f}", q.Area() / dot->quality.Area()) : "";
+    const std::string dotSeconds = dot ? fmt::format("{:.2f}", dot->seconds) : "";
+    fmt::print(
+        "| {} | {} | {} | {} | {} | {} | {} | {} | {} | {} | {} | {:.0f} | {:.0f} x {:.0f} | {:.0f} | {} | "
+        "{:.2f} | {} |\n",
+        graph, choice, q.boxOverlaps, q.boxesCrossed, q.labelCollisions, q.labelsCrossed, q.labelsAstray,
+        q.sharedPieces, q.crossings, dotCrossings, q.bends, q.length, q.width, q.height, q.Area(), areaRatio,
+        drawing.seconds, dotSeconds);
+    std::fflush(stdout);
+}
+
+bool IsWanted(const Choice& choice, const Options& options) {
+    return options.choices.empty() ||
+           std::find(options.choices.begin(), options.choices.end(), choice.name) != options.choices.end();
+}
+
+void Compare(const Options& options) {
+    PrintHead();
     for (const NamedGraph& named : BenchmarkGraphs()) {
-        if (named.name.find(wantedGraph) == std::string::npos) continue;
-        const Graph& graph = named.graph;
+        if (named.name.find(options.graph) == std::string::npos) continue;
         for (const Choice& choice : choices) {
-            const auto wanted = std::find(wantedChoices.begin(), wantedChoices.end(), choice.name);
-            if (!wantedChoices.empty() && wanted == wantedChoices.end()) continue;
-            const auto start = std::chrono::steady_clock::now();
-            const Placement placement = PlaceAndRoute(graph, choice.style);
-            const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-            fmt::print("{}\n", Row(named.name, choice.name, graph, placement, seconds));
-            std::fflush(stdout);
-        }
-        for (const bool leftToRight : {false, true}) {
-            if (!withDot) break;
-            if (const auto dot = DrawWithDot(graph, leftToRight))
-                fmt::print("{}\n", Row(named.name, leftToRight ? "*dot, left to right*" : "*dot*", graph,
-                                       dot->placement, dot->seconds));
-            std::fflush(stdout);
+            if (!IsWanted(choice, options)) continue;
+            const Drawing drawing = Draw(named, choice, options);
+            const bool isLayered = choice.style.placeStyle <= leftToRight;
+            PrintRow(named.name, choice.name, drawing,
+                     options.withDot && isLayered
+                         ? DrawByDot(named.graph, choice.style.placeStyle == leftToRight, options)
+                         : std::nullopt);
         }
     }
-    return 0;
+}
+
+bool IsFaulty(const Quality& quality) {
+    return quality.boxOverlaps + quality.boxesCrossed + quality.labelCollisions > 0;
+}
+
+/// Prints only drawings with faults. Returns how many there are.
+int LookForFaults(const Options& options) {
+    int faulty = 0, drawn = 0;
+    PrintHead();
+    for (std::uint32_t seed = 1; seed <= options.seeds; ++seed) {
+        for (const NamedGraph& named : GraphsOfSeed(seed)) {
+            if (named.name.find(options.graph) == std::string::npos) continue;
+            for (const Choice& choice : choices) {
+                if (!IsWanted(choice, options)) continue;
+                const Drawing drawing = Draw(named, choice, options);
+                ++drawn;
+                if (!IsFaulty(drawing.quality)) continue;
+                ++faulty;
+                PrintRow(named.name, choice.name, drawing, std::nullopt);
+            }
+        }
+    }
+    fmt::print("\n{} of {} drawings have faults\n", faulty, drawn);
+    return faulty;
 }
 
 }  // namespace
@@ -76,13 +160,20 @@ int Run(const std::vector<std::string>& wantedChoices, const std::string& wanted
 }  // namespace norvelis::layout
 
 int main(int argc, char** argv) {
+    using namespace norvelis::layout;
     CLI::App app{"Quality and speed of the layouts, beside Graphviz dot where it is installed"};
-    std::vector<std::string> wantedChoices;
-    std::string wantedGraph;
-    bool withDot = true;
-    app.add_option("--choice", wantedChoices, "Only these layout choices");
-    app.add_option("--graph", wantedGraph, "Only graphs with this in their name");
-    app.add_flag("!--no-dot", withDot, "Leave dot out");
+    Options options;
+    app.add_option("--choice", options.choices, "Only these layout choices");
+    app.add_option("--graph", options.graph, "Only graphs with this in their name");
+    app.add_option("--pictures", options.pictures, "Write the drawings as SVG files into this folder")
+        ->check(CLI::ExistingDirectory);
+    app.add_option("--runs", options.runs, "Print the median time of so many runs")
+        ->check(CLI::PositiveNumber);
+    app.add_option("--seeds", options.seeds,
+                   "Instead draw so many sets of random graphs and print those with faults");
+    app.add_flag("!--no-dot", options.withDot, "Leave dot out");
     CLI11_PARSE(app, argc, argv);
-    return norvelis::layout::Run(wantedChoices, wantedGraph, withDot);
+    if (options.seeds > 0) return LookForFaults(options) > 0 ? 1 : 0;
+    Compare(options);
+    return 0;
 }

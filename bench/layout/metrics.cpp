@@ -31,12 +31,43 @@ struct Piece {
     }
 };
 
+struct Pieces {
+    std::vector<Piece> pieces;
+    std::vector<Area> bounds;
+
+    void Add(const std::vector<Point>& way, int line) {
+        for (std::size_t i = 1; i < way.size(); ++i) {
+            pieces.push_back({way[i - 1], way[i], line});
+            bounds.push_back(pieces.back().Bounds());
+        }
+    }
+};
+
+double Turn(const Point& a, const Point& b, const Point& c) {
+    return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
+}
+
+/// The points where the line turns, and its ends: a crossing in the middle of a straight piece shall not fall
+/// between two.
+std::vector<Point> Corners(const std::vector<Point>& points) {
+    std::vector<Point> corners;
+    for (const Point& point : points) {
+        if (!corners.empty() && corners.back() == point) continue;
+        const std::size_t n = corners.size();
+        if (n > 1 && std::abs(Turn(corners[n - 2], corners[n - 1], point)) < slack) corners.pop_back();
+        corners.push_back(point);
+    }
+    return corners;
+}
+
 /// The line as drawn.
 std::vector<Point> Drawn(const Route& route) {
     const auto& points = route.points;
-    if (!route.curved || points.size() < 3) return points;
+    if (!route.curved || points.size() < 3) return Corners(points);
     constexpr int steps = 8;
-    const auto middle = [](const Point& a, const Point& b) { return Point{(a.x + b.x) / 2, (a.y + b.y) / 2}; };
+    const auto middle = [](const Point& a, const Point& b) {
+        return Point{(a.x + b.x) / 2, (a.y + b.y) / 2};
+    };
     std::vector<Point> drawn{points.front()};
     for (std::size_t i = 1; i + 1 < points.size(); ++i) {
         const Point from = middle(points[i - 1], points[i]), to = middle(points[i], points[i + 1]);
@@ -47,16 +78,15 @@ std::vector<Point> Drawn(const Route& route) {
         }
     }
     drawn.push_back(points.back());
-    return drawn;
-}
-
-double Turn(const Point& a, const Point& b, const Point& c) {
-    return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
+    return Corners(drawn);
 }
 
 bool Cross(const Piece& p, const Piece& q) {
-    const auto opposite = [](double a, double b) { return (a > slack && b < -slack) || (a < -slack && b > slack); };
-    return opposite(Turn(p.a, p.b, q.a), Turn(p.a, p.b, q.b)) && opposite(Turn(q.a, q.b, p.a), Turn(q.a, q.b, p.b));
+    const auto opposite = [](double a, double b) {
+        return (a > slack && b < -slack) || (a < -slack && b > slack);
+    };
+    return opposite(Turn(p.a, p.b, q.a), Turn(p.a, p.b, q.b)) &&
+           opposite(Turn(q.a, q.b, p.a), Turn(q.a, q.b, p.b));
 }
 
 /// Whether two pieces lie on one another for more than a hair.
@@ -64,7 +94,8 @@ bool Share(const Piece& p, const Piece& q) {
     constexpr double hair = 1e-3;
     const double length = std::hypot(p.b.x - p.a.x, p.b.y - p.a.y);
     if (length < hair) return false;
-    if (std::abs(Turn(p.a, p.b, q.a)) / length > hair || std::abs(Turn(p.a, p.b, q.b)) / length > hair) return false;
+    if (std::abs(Turn(p.a, p.b, q.a)) / length > hair || std::abs(Turn(p.a, p.b, q.b)) / length > hair)
+        return false;
     const auto along = [&](const Point& c) {
         return ((c.x - p.a.x) * (p.b.x - p.a.x) + (c.y - p.a.y) * (p.b.y - p.a.y)) / length;
     };
@@ -95,12 +126,15 @@ bool RunsThrough(const Piece& piece, const Area& area) {
 /// Calls visit(i, k) for all pairs of areas, i from the first and k from the second list, that may touch.
 template <typename F>
 void ForPairs(const std::vector<Area>& first, const std::vector<Area>& second, F&& visit) {
-    std::vector<std::pair<double, int>> starts;  // sweep from left to right; the second list's numbers are negative
+    std::vector<std::pair<double, int>>
+        starts;  // sweep from left to right; the second list's numbers are negative
     for (std::size_t i = 0; i < first.size(); ++i) starts.emplace_back(first[i].x0, static_cast<int>(i));
-    for (std::size_t k = 0; k < second.size(); ++k) starts.emplace_back(second[k].x0, -1 - static_cast<int>(k));
+    for (std::size_t k = 0; k < second.size(); ++k)
+        starts.emplace_back(second[k].x0, -1 - static_cast<int>(k));
     std::sort(starts.begin(), starts.end());
     std::vector<int> openFirst, openSecond;
-    const auto meet = [](std::vector<int>& open, const std::vector<Area>& areas, const Area& area, auto&& met) {
+    const auto meet = [](std::vector<int>& open, const std::vector<Area>& areas, const Area& area,
+                         auto&& met) {
         for (std::size_t n = 0; n < open.size();) {
             const Area& other = areas[open[n]];
             if (other.x1 < area.x0) {
@@ -128,43 +162,42 @@ void ForPairs(const std::vector<Area>& first, const std::vector<Area>& second, F
 
 Quality Measure(const Graph& graph, const Placement& placement) {
     Quality quality;
-    std::vector<Area> boxes, labels, pieceBounds;
+    std::vector<Area> boxes, labels;
     std::vector<int> labelLine;
-    std::vector<Piece> pieces;
+    Pieces drawn, straight;  // lines cross where they would without their roundings
     for (std::size_t i = 0; i < graph.boxes.size(); ++i)
         boxes.push_back(Around(placement.centers[i], graph.boxes[i].width, graph.boxes[i].height));
     for (std::size_t k = 0; k < graph.lines.size(); ++k) {
         const Line& line = graph.lines[k];
         const Route& route = placement.routes[k];
-        const std::vector<Point> drawn = Drawn(route);
-        for (std::size_t i = 0; i + 1 < drawn.size(); ++i) {
-            if (drawn[i] == drawn[i + 1]) continue;
-            pieces.push_back({drawn[i], drawn[i + 1], static_cast<int>(k)});
-            pieceBounds.push_back(pieces.back().Bounds());
-            quality.length += std::hypot(drawn[i + 1].x - drawn[i].x, drawn[i + 1].y - drawn[i].y);
-        }
-        for (std::size_t i = 1; i + 1 < route.points.size(); ++i)
-            if (std::abs(Turn(route.points[i - 1], route.points[i], route.points[i + 1])) > slack) ++quality.bends;
+        const std::vector<Point> corners = Corners(route.points), way = Drawn(route);
+        drawn.Add(way, static_cast<int>(k));
+        straight.Add(corners, static_cast<int>(k));
+        quality.bends += std::max(0, static_cast<int>(corners.size()) - 2);
+        for (std::size_t i = 1; i < way.size(); ++i)
+            quality.length += std::hypot(way[i].x - way[i - 1].x, way[i].y - way[i - 1].y);
         if (line.labelWidth > 0 && line.labelHeight > 0) {
             labels.push_back(Around(route.label, line.labelWidth, line.labelHeight));
             labelLine.push_back(static_cast<int>(k));
         }
     }
 
-    ForPairs(boxes, boxes, [&](int i, int k) { quality.boxOverlaps += i < k && Overlap(boxes[i], boxes[k]); });
+    ForPairs(boxes, boxes,
+             [&](int i, int k) { quality.boxOverlaps += i < k && Overlap(boxes[i], boxes[k]); });
     ForPairs(labels, labels,
              [&](int i, int k) { quality.labelCollisions += i < k && Overlap(labels[i], labels[k]); });
     ForPairs(labels, boxes, [&](int i, int k) { quality.labelCollisions += Overlap(labels[i], boxes[k]); });
     std::set<std::pair<int, int>> boxesCrossed, labelsCrossed, shared, labelsTouched;
-    ForPairs(pieceBounds, boxes, [&](int i, int k) {
-        if (RunsThrough(pieces[i], boxes[k])) boxesCrossed.emplace(pieces[i].line, k);
+    ForPairs(drawn.bounds, boxes, [&](int i, int k) {
+        if (RunsThrough(drawn.pieces[i], boxes[k])) boxesCrossed.emplace(drawn.pieces[i].line, k);
     });
-    ForPairs(pieceBounds, labels, [&](int i, int k) {
-        if (!RunsThrough(pieces[i], labels[k])) return;
-        (pieces[i].line == labelLine[k] ? labelsTouched : labelsCrossed).emplace(pieces[i].line, k);
+    ForPairs(drawn.bounds, labels, [&](int i, int k) {
+        const Piece& piece = drawn.pieces[i];
+        if (!RunsThrough(piece, labels[k])) return;
+        (piece.line == labelLine[k] ? labelsTouched : labelsCrossed).emplace(piece.line, k);
     });
-    ForPairs(pieceBounds, pieceBounds, [&](int i, int k) {
-        const Piece &p = pieces[i], &q = pieces[k];
+    ForPairs(straight.bounds, straight.bounds, [&](int i, int k) {
+        const Piece &p = straight.pieces[i], &q = straight.pieces[k];
         if (i >= k || p.line == q.line) return;
         quality.crossings += Cross(p, q);
         if (Share(p, q)) shared.emplace(std::min(p.line, q.line), std::max(p.line, q.line));
@@ -176,7 +209,7 @@ Quality Measure(const Graph& graph, const Placement& placement) {
 
     constexpr double infinite = std::numeric_limits<double>::infinity();
     Area all{infinite, infinite, -infinite, -infinite};
-    for (const auto* areas : {&boxes, &labels, &pieceBounds}) {
+    for (const auto* areas : {&boxes, &labels, &drawn.bounds}) {
         for (const Area& area : *areas) {
             all.x0 = std::min(all.x0, area.x0);
             all.y0 = std::min(all.y0, area.y0);

@@ -1,5 +1,7 @@
 #include "layout/schema_graphs.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <random>
 
@@ -28,12 +30,12 @@ class Maker {
 
     /// Seven lines of small text; the rule between them sets the width unless a name is longer.
     Box RecordBox() {
-        const double width = Below(8) == 0 ? 3.0 + 0.05 * Below(12) : 3.0;
+        const double width = Below(8) == 0 ? 2.05 + 0.05 * Below(12) : 2.05;
         return {width, 1.1 + (Below(6) == 0 ? 0.12 : 0)};
     }
 
     void AddSet(int owner, int member) {
-        graph_.lines.push_back({owner, member, 0.6 + 0.05 * Below(10), 0.2});
+        graph_.lines.push_back({owner, member, 0.6 + 0.05 * Below(13), 0.2});
     }
 
     /// An owner among the records before this one: mostly a near one, so that there are neighbourhoods.
@@ -76,9 +78,45 @@ class Maker {
     Graph graph_;
 };
 
+/// Graphs that nobody draws, and that must come out all the same.
+std::vector<NamedGraph> UnusualGraphs(std::uint32_t seed) {
+    std::mt19937 chance(seed);
+    const auto below = [&](int limit) { return static_cast<int>(chance() % static_cast<unsigned>(limit)); };
+    const auto boxes = [](int count) {
+        return std::vector<Box>(static_cast<std::size_t>(count), Box{2.05, 1.1});
+    };
+    const auto addLine = [&](Graph& graph, int from, int to) {
+        graph.lines.push_back({from, to, 0.6 + 0.05 * below(13), 0.2});
+    };
+    const int count = 5 + below(36);
+    Graph none{boxes(count * 25), {}}, star{boxes(1 + count * 7), {}}, complete{boxes(count), {}},
+        pair{boxes(2), {}}, loops{boxes(3), {}}, chain{boxes(count * 5), {}}, sizes{{}, {}},
+        random{boxes(count), {}};
+    for (int i = 1; i < static_cast<int>(star.boxes.size()); ++i)
+        addLine(star, below(2) == 0 ? 0 : i, 0), star.lines.back().to = star.lines.back().from == 0 ? i : 0;
+    for (int i = 0; i < count; ++i)
+        for (int k = 0; k < i; ++k) addLine(complete, k, i);
+    for (int i = 0; i < count; ++i) addLine(pair, i % 3 == 0 ? 1 : 0, i % 3 == 0 ? 0 : 1);
+    for (int i = 0; i < count; ++i) addLine(loops, i % 3, below(2) == 0 ? i % 3 : (i + 1) % 3);
+    for (int i = 1; i < static_cast<int>(chain.boxes.size()); ++i) addLine(chain, i - 1, i);
+    for (int i = 0; i < 2 * count; ++i) sizes.boxes.push_back({0.3 + 0.4 * below(40), 0.2 + 0.3 * below(30)});
+    for (int i = 1; i < 2 * count; ++i) addLine(sizes, below(i), i);
+    for (int i = 0; i < count; ++i) addLine(sizes, below(2 * count), below(2 * count));
+    for (int i = 0; i < 3 * count; ++i) addLine(random, below(count), below(count));
+    for (Line& line : random.lines)
+        line.labelWidth = below(3) == 0 ? 0 : 0.1 * below(40),
+        line.labelHeight = line.labelWidth > 0 ? 0.1 + 0.1 * below(5) : 0;
+    const auto name = [&](const char* what) { return fmt::format("{} {}, seed {}", what, count, seed); };
+    return {{name("no lines"), none}, {name("star"), star},    {name("complete"), complete},
+            {name("pair"), pair},     {name("loops"), loops},  {name("chain"), chain},
+            {name("sizes"), sizes},   {name("random"), random}};
+}
+
 }  // namespace
 
-Graph SchemaGraph(const SchemaShape& shape) { return Maker(shape).Make(); }
+Graph SchemaGraph(const SchemaShape& shape) {
+    return Maker(shape).Make();
+}
 
 std::vector<NamedGraph> BenchmarkGraphs() {
     using enum Shape;
@@ -104,6 +142,25 @@ std::vector<NamedGraph> BenchmarkGraphs() {
     };
     std::vector<NamedGraph> graphs;
     for (const auto& [name, shape] : shapes) graphs.push_back({name, SchemaGraph(shape)});
+    return graphs;
+}
+
+std::vector<NamedGraph> GraphsOfSeed(std::uint32_t seed) {
+    using enum Shape;
+    std::mt19937 chance(seed);
+    std::vector<NamedGraph> graphs;
+    for (const int records : {2, 5, 12, 30, 60, 120, 200, 400}) {
+        for (const Shape shape : {Tree, Dag, Network}) {
+            const double setsPerRecord = 1.1 + 0.1 * static_cast<double>(chance() % 10);
+            const int hubs = static_cast<int>(chance() % static_cast<unsigned>(1 + records / 50));
+            const int parts = chance() % 3 == 0 ? 1 + records / 40 : 1;
+            const char* name = shape == Tree ? "tree" : shape == Dag ? "dag" : "network";
+            graphs.push_back({fmt::format("{} {}, seed {}", name, records, seed),
+                              SchemaGraph({shape, records, setsPerRecord, hubs, parts,
+                                           static_cast<std::uint32_t>(chance())})});
+        }
+    }
+    for (NamedGraph& unusual : UnusualGraphs(seed)) graphs.push_back(std::move(unusual));
     return graphs;
 }
 

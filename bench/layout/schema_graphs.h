@@ -14,7 +14,8 @@ enum class Shape {
     Network  ///< Records with several owners, some sets leading back up.
 };
 
-/// A graph shaped like a schema's diagram: boxes as record boxes come out, every line with a label of two short lines.
+/// A graph shaped like a schema's diagram: boxes as record boxes come out, every line with a label of two
+/// short lines.
 struct SchemaShape {
     Shape shape = Shape::Dag;
     int records = 60;
@@ -32,5 +33,8 @@ struct NamedGraph {
     Graph graph;
 };
 std::vector<NamedGraph> BenchmarkGraphs();
+
+/// Schemas of many sizes and graphs of unusual shape, other ones for each seed: for looking for faults.
+std::vector<NamedGraph> GraphsOfSeed(std::uint32_t seed);
 
 }  // namespace norvelis::layout

@@ -113,12 +113,18 @@ std::shared_ptr<Connection> Connection::Open(std::string_view connectionString) 
     DatabasePointer database =
         OpenFile(path, PartOf(connectionString, "Jet OLEDB:Database password"), SQLITE_OPEN_READWRITE);
     KeepFileForm(database.get());
-    // The program writes and reads each row about once, so that a large cache (negative: in KB) gains
-    // nothing.
     RunScript(database.get(), path,
-              "PRAGMA temp_store = MEMORY; PRAGMA secure_delete = OFF; PRAGMA cache_size = -500;"
-              "SELECT count(*) FROM sqlite_master;");
-    return std::shared_ptr<Connection>(new Connection(database.release(), path));
+              "PRAGMA temp_store = MEMORY; PRAGMA secure_delete = OFF; SELECT count(*) FROM sqlite_master;");
+    std::shared_ptr<Connection> connection(new Connection(database.release(), path));
+    connection->SetPageCache(kBrowsingCache);
+    return connection;
+}
+
+void Connection::SetPageCache(int kilobytes) {
+    // Negative numbers are kilobytes. A closed or failing store keeps what it has.
+    if (database_)
+        sqlite3_exec(database_, ("PRAGMA cache_size = -" + std::to_string(kilobytes)).c_str(), nullptr,
+                     nullptr, nullptr);
 }
 
 void Connection::CreateStore(const std::string& path) {

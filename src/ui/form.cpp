@@ -56,10 +56,19 @@ Form::~Form() = default;
 
 void Form::Load() {
     LoadINISettings();
-    LoadSkins(frame_, *this);
-    SetColors(frame_, *this);
+    ApplySkin();
     setFixedSize(size_);
     Place();
+}
+
+void Form::ApplySkin() {
+    LoadSkins(frame_, *this);
+    ApplyColors();
+}
+
+void Form::ApplyColors() {
+    SetColors(frame_, *this);
+    SkinApplied();
 }
 
 void Form::LoadINISettings() {
@@ -80,7 +89,7 @@ void Form::ShowAndWait() {
     setWindowModality(Qt::ApplicationModal);
     imgMinimize_->hide();
     imgRestore_->hide();
-    move(frame_.geometry().center() - rect().center());
+    move(WaitingPlace());
     QEventLoop loop;
     connect(this, &Form::Closed, &loop, &QEventLoop::quit);
     show();
@@ -88,6 +97,14 @@ void Form::ShowAndWait() {
     setParent(&frame_.Area(), Qt::SubWindow);
     imgMinimize_->show();
     imgRestore_->show();
+}
+
+QPoint Form::WaitingPlace() {
+    return frame_.geometry().center() - rect().center();
+}
+
+QColor Form::CaptionColor() const {
+    return picture_.At(lblCaption_->pos());
 }
 
 void Form::Place() {
@@ -121,6 +138,14 @@ void Form::mouseMoveEvent(QMouseEvent* event) {
 
 void Form::mouseReleaseEvent(QMouseEvent*) {
     dragFrom_.reset();
+}
+
+void Form::keyPressEvent(QKeyEvent* event) {
+    if (isWindow() && event->key() == Qt::Key_Escape) {
+        close();
+    } else {
+        QWidget::keyPressEvent(event);
+    }
 }
 
 void Form::closeEvent(QCloseEvent* event) {

@@ -19,11 +19,13 @@
 #include "core/log.h"
 #include "store/connection.h"
 #include "ui/child_area.h"
+#include "ui/fb_tray_icon.h"
 #include "ui/form.h"
 #include "ui/frame_commands.h"
 #include "ui/frame_menu.h"
 #include "ui/frm_about.h"
 #include "ui/frm_background.h"
+#include "ui/frm_colors.h"
 #include "ui/frm_treeview.h"
 #include "ui/screens.h"
 #include "ui/skins_and_colors.h"
@@ -44,7 +46,11 @@ void SayNotThere(AppState& app, const std::string& caption) {
 }  // namespace
 
 mdiMainMenu::mdiMainMenu(AppState& app, Fail fail)
-    : app_(app), fail_(std::move(fail)), skin_(PlainSkin()), area_(new ChildArea(this)) {
+    : app_(app),
+      fail_(std::move(fail)),
+      skin_(PlainSkin()),
+      area_(new ChildArea(this)),
+      tray_(new fbTrayIcon(this)) {
     setObjectName("mdiMainMenu");
     setWindowTitle(QApplication::applicationDisplayName());
     setCentralWidget(area_);
@@ -56,6 +62,12 @@ mdiMainMenu::mdiMainMenu(AppState& app, Fail fail)
     connect(area_, &ChildArea::FormsChanged, this, &mdiMainMenu::UpdateMinimized);
     const std::pair<Qt::KeyboardModifiers, int> rounds[] = {{Qt::ControlModifier, 1},
                                                             {Qt::ControlModifier | Qt::ShiftModifier, -1}};
+    tray_->SetTrayIconTip(QApplication::applicationDisplayName());
+    connect(tray_, &fbTrayIcon::Clicked, this, [this] {
+        setWindowState(windowState() & ~Qt::WindowMinimized);
+        raise();
+        activateWindow();
+    });
     for (const auto& [modifiers, step] : rounds) {
         auto* shortcut = new QShortcut(QKeyCombination(modifiers, Qt::Key_Tab), this);
         connect(shortcut, &QShortcut::activated, area_, [this, step = step] { area_->ActivateNext(step); });
@@ -150,15 +162,12 @@ void mdiMainMenu::Timer1_Timer() {
         gColorFlag_ = false;
         LoadColors();
         SetSkin(skin_);
-        for (Form* form : area_->OpenForms()) SetColors(*this, *form);
+        for (Form* form : area_->Forms()) form->ApplyColors();
     }
     if (gSkinFlag_) {
         gSkinFlag_ = false;
         LoadSkins(*this);
-        for (Form* form : area_->OpenForms()) {
-            LoadSkins(*this, *form);
-            SetColors(*this, *form);
-        }
+        for (Form* form : area_->Forms()) form->ApplySkin();
     }
 }
 
@@ -177,13 +186,11 @@ void mdiMainMenu::ApplySkinAndShow() {
     resize(kFirstSize);
     RestoreGeometry(*this, app_.gLocalIni);
     if (!LoadSkins(*this)) {
-        app_.host.MessageBox(kSkinRefused);
-        app_.gSkinScheme.clear();
-        app_.gUseSkins = false;
-        LoadColors();
+        RevertSkin(*this, {}, false);  // Nothing was in force before: the plain look.
         LoadSkins(*this);
     }
     show();
+    tray_->AddTrayIcon(windowIcon());
 }
 
 void mdiMainMenu::LoadProgressForm() {
@@ -201,6 +208,7 @@ void mdiMainMenu::LoadScreen(Screen screen) {
     Form* form = entry.make(*this);
     area_->Add(form, entry.kept);
     screens_[screen] = form;
+    if (!entry.kept) connect(form, &Form::Closed, this, [this, screen] { screens_.erase(screen); });
     form->Load();
 }
 
@@ -222,9 +230,13 @@ void mdiMainMenu::loadtreeform() {
     });
 }
 
-void mdiMainMenu::changerptfile() {}
+void mdiMainMenu::changerptfile() {
+    if (auto* settings = qobject_cast<frmColors*>(Find(Screen::Settings))) settings->changerptfile();
+}
 
-void mdiMainMenu::changevisiolocation() {}
+void mdiMainMenu::changevisiolocation() {
+    if (auto* settings = qobject_cast<frmColors*>(Find(Screen::Settings))) settings->changevisiolocation();
+}
 
 void mdiMainMenu::ShowStatus(const QString& text) {
     if (auto* tree = qobject_cast<frm_Treeview*>(Find(Screen::Treeview))) tree->ShowStatus(text);
@@ -315,6 +327,7 @@ void mdiMainMenu::mnu_about() {
     if (!about_) {
         about_ = new frmAbout(*this);
         area_->Add(about_, false);
+        connect(about_, &Form::Closed, this, [this] { about_.clear(); });
         about_->Load();
     }
     area_->Activate(about_);
@@ -344,6 +357,7 @@ void mdiMainMenu::closeEvent(QCloseEvent* event) {
         }
         app_.gConnection.reset();
     }
+    tray_->RemoveTrayIcon();
     event->accept();
     emit Unloaded();
 }

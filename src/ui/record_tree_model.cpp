@@ -3,7 +3,7 @@
 #include <QColor>
 #include <vector>
 
-#include "ui/classic_colors.h"
+#include "ui/skins/classic_colors.h"
 
 namespace norvelis::ui {
 

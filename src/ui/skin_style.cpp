@@ -7,6 +7,8 @@
 #include <QStyleFactory>
 #include <QStyleOption>
 
+#include "ui/skin_icons.h"
+
 namespace norvelis::ui {
 
 namespace {
@@ -159,6 +161,12 @@ class SkinStyle : public QProxyStyle {
             default:
                 return QProxyStyle::styleHint(hint, option, widget, data);
         }
+    }
+
+    QIcon standardIcon(StandardPixmap icon, const QStyleOption* option,
+                       const QWidget* widget) const override {
+        const QIcon own = SkinIcon(icon, QApplication::palette());
+        return own.isNull() ? QProxyStyle::standardIcon(icon, option, widget) : own;
     }
 
   private:

@@ -2,55 +2,60 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <map>
+#include <numeric>
 #include <set>
+#include <tuple>
 
 namespace norvelis::layout {
 
 namespace {
 
-/// Jogs that share a track for sure: one line, or one owner's lines to one side.
+/// Jogs that share a track for sure: one line, or the lines of one trunk, or those of them that go one way.
 struct Piece {
     double left, right;
-    bool rightwards;
+    int trunk;
     std::vector<int> jogs;
     std::vector<int> below;  ///< Pieces that must lie lower.
-    int above = 0;           ///< How many must lie higher.
-    int leastTrack = 0;
+    std::size_t highestTrack = 0;
 };
 
-std::vector<Piece> PiecesOf(const std::vector<Jog>& jogs) {
+std::vector<Piece> PiecesOf(const std::vector<Jog>& jogs, const std::set<int>& halvedTrunks) {
     std::vector<Piece> pieces;
     std::map<std::pair<int, bool>, std::size_t> trunks;
     for (std::size_t i = 0; i < jogs.size(); ++i) {
         const Jog& jog = jogs[i];
         if (jog.from == jog.to) continue;
-        const bool rightwards = jog.to > jog.from;
         std::size_t at = pieces.size();
-        if (jog.trunk >= 0) at = trunks.try_emplace({jog.trunk, rightwards}, at).first->second;
-        if (at == pieces.size()) pieces.push_back({jog.from, jog.from, rightwards, {}, {}, 0, 0});
+        const bool isRightHalf = halvedTrunks.count(jog.trunk) > 0 && jog.to > jog.from;
+        if (jog.trunk >= 0) at = trunks.try_emplace({jog.trunk, isRightHalf}, at).first->second;
+        if (at == pieces.size()) pieces.push_back({jog.from, jog.from, jog.trunk, {}, {}});
         pieces[at].jogs.push_back(static_cast<int>(i));
-        pieces[at].left = std::min(pieces[at].left, jog.to);
-        pieces[at].right = std::max(pieces[at].right, jog.to);
+        pieces[at].left = std::min({pieces[at].left, jog.from, jog.to});
+        pieces[at].right = std::max({pieces[at].right, jog.from, jog.to});
     }
     return pieces;
 }
 
-/// Whether piece a must lie above piece b: for two lines that need not cross, the one that stands farther the way they
-/// both go; and where a's line comes down right over the place where b's goes on, so that they do not run together.
+/// Whether piece a must lie above piece b: for two lines that need not cross, the one that stands farther the
+/// way they both go; and where a's line comes down right over the place where b's goes on, so that they do
+/// not run together.
 bool MustLieAbove(const Piece& a, const Piece& b, const std::vector<Jog>& jogs, double gap) {
     for (const int i : a.jogs) {
         for (const int k : b.jogs) {
             const Jog &x = jogs[i], &y = jogs[k];
             if (std::abs(x.from - y.to) < gap * 0.99) return true;
-            if (a.rightwards != b.rightwards) continue;
-            if (a.rightwards ? x.from > y.from && x.to > y.to : x.from < y.from && x.to < y.to) return true;
+            if (x.from < x.to && y.from < y.to && x.from > y.from && x.to > y.to) return true;
+            if (x.from > x.to && y.from > y.to && x.from < y.from && x.to < y.to) return true;
         }
     }
     return false;
 }
 
-void Constrain(std::vector<Piece>& pieces, const std::vector<Jog>& jogs, double gap) {
+/// Returns the trunks that would have to lie both above and below another piece.
+std::set<int> Constrain(std::vector<Piece>& pieces, const std::vector<Jog>& jogs, double gap) {
+    std::set<int> torn;
     std::vector<int> byLeft(pieces.size());
     for (std::size_t i = 0; i < pieces.size(); ++i) byLeft[i] = static_cast<int>(i);
     std::sort(byLeft.begin(), byLeft.end(), [&](int a, int b) { return pieces[a].left < pieces[b].left; });
@@ -61,46 +66,72 @@ void Constrain(std::vector<Piece>& pieces, const std::vector<Jog>& jogs, double 
             if (pieces[b].left >= pieces[a].right + gap) break;
             const bool aAbove = MustLieAbove(pieces[a], pieces[b], jogs, gap);
             const bool bAbove = MustLieAbove(pieces[b], pieces[a], jogs, gap);
+            if (aAbove && bAbove) torn.insert({pieces[a].trunk, pieces[b].trunk});
             if (aAbove == bAbove) continue;
-            Piece& lower = pieces[aAbove ? b : a];
             pieces[aAbove ? a : b].below.push_back(aAbove ? b : a);
-            ++lower.above;
         }
     }
+    torn.erase(-1);
+    return torn;
+}
+
+/// The pieces so that each comes before those that must lie lower, those with the longest chain under them
+/// first. Where demands run in a ring, the one that closes it is dropped.
+std::vector<int> FromAbove(const std::vector<Piece>& pieces) {
+    enum : std::int8_t { Unseen, Open, Done };
+    std::vector<std::int8_t> state(pieces.size(), Unseen);
+    std::vector<int> chain(pieces.size()), order(pieces.size());
+    std::vector<std::pair<int, std::size_t>> walk;  // piece, and how many of those below it are done
+    for (std::size_t start = 0; start < pieces.size(); ++start) {
+        if (state[start] == Unseen) walk.emplace_back(static_cast<int>(start), 0);
+        while (!walk.empty()) {
+            const int at = walk.back().first;
+            state[at] = Open;
+            if (walk.back().second == pieces[at].below.size()) {
+                state[at] = Done;
+                walk.pop_back();
+                if (!walk.empty())
+                    chain[walk.back().first] = std::max(chain[walk.back().first], chain[at] + 1);
+                continue;
+            }
+            const int next = pieces[at].below[walk.back().second++];
+            if (state[next] == Unseen) walk.emplace_back(next, 0);
+            if (state[next] == Done) chain[at] = std::max(chain[at], chain[next] + 1);
+        }
+    }
+    std::iota(order.begin(), order.end(), 0);
+    std::sort(order.begin(), order.end(), [&](int a, int b) {
+        return std::tuple(-chain[a], pieces[a].left, a) < std::tuple(-chain[b], pieces[b].left, b);
+    });
+    return order;
 }
 
 }  // namespace
 
 Tracks AssignTracks(const std::vector<Jog>& jogs, double gap) {
-    std::vector<Piece> pieces = PiecesOf(jogs);
-    Constrain(pieces, jogs, gap);
+    std::vector<Piece> pieces = PiecesOf(jogs, {});
+    if (const std::set<int> torn = Constrain(pieces, jogs, gap); !torn.empty()) {
+        pieces = PiecesOf(jogs, torn);
+        Constrain(pieces, jogs, gap);
+    }
 
     Tracks tracks;
     tracks.track.assign(jogs.size(), -1);
     std::vector<std::vector<std::pair<double, double>>> used;  // for each track, what is taken
-    std::set<std::pair<int, std::pair<double, int>>> waiting;  // those with nothing above first, then from the left
-    const auto key = [&](int i) { return std::pair(pieces[i].above, std::pair(pieces[i].left, i)); };
-    for (std::size_t i = 0; i < pieces.size(); ++i) waiting.insert(key(static_cast<int>(i)));
-    while (!waiting.empty()) {
-        const int at = waiting.begin()->second.second;
-        waiting.erase(waiting.begin());
-        Piece& piece = pieces[at];
-        const auto isFree = [&](int track) {
-            return std::none_of(used[track].begin(), used[track].end(), [&](const auto& taken) {
+    for (const int at : FromAbove(pieces)) {
+        const Piece& piece = pieces[at];
+        const auto isTaken = [&](const std::vector<std::pair<double, double>>& track) {
+            return std::any_of(track.begin(), track.end(), [&](const auto& taken) {
                 return piece.left < taken.second + gap && taken.first < piece.right + gap;
             });
         };
-        int track = piece.leastTrack;
-        while (track < static_cast<int>(used.size()) && !isFree(track)) ++track;
-        if (track >= static_cast<int>(used.size())) used.resize(track + 1);
+        std::size_t track = piece.highestTrack;
+        while (track < used.size() && isTaken(used[track])) ++track;
+        if (track == used.size()) used.emplace_back();
         used[track].emplace_back(piece.left, piece.right);
-        for (const int jog : piece.jogs) tracks.track[jog] = track;
-        for (const int other : piece.below) {
-            const bool isWaiting = waiting.erase(key(other)) > 0;
-            --pieces[other].above;
-            pieces[other].leastTrack = std::max(pieces[other].leastTrack, track + 1);
-            if (isWaiting) waiting.insert(key(other));
-        }
+        for (const int jog : piece.jogs) tracks.track[jog] = static_cast<int>(track);
+        for (const int other : piece.below)
+            pieces[other].highestTrack = std::max(pieces[other].highestTrack, track + 1);
     }
     tracks.count = static_cast<int>(used.size());
     return tracks;

@@ -9,7 +9,7 @@
 #include "drawing/layout/gaps.h"
 #include "drawing/layout/reach.h"
 #include "drawing/layout/ring.h"
-#include "drawing/routing/geometry.h"
+#include "drawing/routing/spacing.h"
 
 namespace norvelis::layout {
 
@@ -24,13 +24,13 @@ constexpr int boxesOfALane = 90;  // a circle with more boxes gets a second lane
 /// The way in which a part of the drawing grows away from the circle it hangs on.
 enum class Outward { Right, Up, Left, Down };
 
-Outward OutwardOf(double angle) {
-    const int quarter = static_cast<int>(std::lround(angle / (M_PI / 2)));
+Outward OutwardOf(double turn) {
+    const int quarter = static_cast<int>(std::lround(turn * 4));
     return static_cast<Outward>(((quarter % 4) + 4) % 4);
 }
 
-double AngleOf(Outward outward) {
-    return static_cast<int>(outward) * M_PI / 2;
+double TurnOf(Outward outward) {
+    return static_cast<int>(outward) / 4.0;
 }
 
 /// Some boxes of the graph with their places, and the rectangle that holds them.
@@ -60,7 +60,7 @@ class BlockTree {
     Drawing BoxOf(int box) const;
     Drawing Hang(int box, Outward outward, int under) const;
     Drawing Circle(int block, int owner, bool ownerIsOnIt, Outward outward) const;
-    Drawing Around(const std::vector<Drawing>& parts, const std::vector<double>& angles, int middle) const;
+    Drawing Around(const std::vector<Drawing>& parts, const std::vector<double>& turns, int middle) const;
     Drawing Shelves(std::vector<Drawing> parts, Outward outward) const;
     void PutBeyond(Drawing& drawing, Drawing part, Outward outward) const;
 
@@ -225,42 +225,42 @@ Drawing BlockTree::Circle(int block, int owner, bool ownerIsOnIt, Outward outwar
     const auto first = std::find(boxes.begin(), boxes.end(), owner);
     if (first != boxes.end()) std::rotate(boxes.begin(), first, boxes.end());
     std::vector<Drawing> parts;
-    std::vector<double> angles;
+    std::vector<double> turns;
     for (std::size_t i = 0; i < boxes.size(); ++i) {
-        const double angle =
-            AngleOf(outward) + M_PI + 2 * M_PI * static_cast<double>(i) / static_cast<double>(boxes.size());
+        const double turn =
+            TurnOf(outward) + 0.5 + static_cast<double>(i) / static_cast<double>(boxes.size());
         if (boxes[i] == owner && !ownerIsOnIt) continue;
-        parts.push_back(boxes[i] == owner ? BoxOf(owner) : Hang(boxes[i], OutwardOf(angle), block));
-        angles.push_back(std::fmod(angle, 2 * M_PI));
+        parts.push_back(boxes[i] == owner ? BoxOf(owner) : Hang(boxes[i], OutwardOf(turn), block));
+        turns.push_back(turn);
     }
-    return Around(parts, angles, -1);
+    return Around(parts, turns, -1);
 }
 
-Drawing BlockTree::Around(const std::vector<Drawing>& parts, const std::vector<double>& angles,
+Drawing BlockTree::Around(const std::vector<Drawing>& parts, const std::vector<double>& turns,
                           int middle) const {
-    std::vector<RingBox> ring;
-    for (std::size_t i = 0; i < parts.size(); ++i)
-        ring.push_back(
-            {{parts[i].bounds.Width(), parts[i].bounds.Height()}, angles[i], {}, static_cast<int>(i)});
-    RingShape hole;
     std::vector<Box> sizes;
-    std::vector<Point> centers;
+    for (const Drawing& part : parts) sizes.push_back({part.bounds.Width(), part.bounds.Height()});
+    RingShape hole;
+    Drawing drawing;
     if (middle >= 0) {
         hole = {graph_.boxes[At(middle)].width / 2, graph_.boxes[At(middle)].height / 2, 2};
-        sizes.push_back(graph_.boxes[At(middle)]);
-        centers.push_back({});
+        drawing = BoxOf(middle);
     }
-    PlaceOnRing(ring, hole, gaps_.x, gaps_.y, 1 + static_cast<int>(parts.size()) / boxesOfALane);
-    for (const RingBox& box : ring) {
-        sizes.push_back(box.size);
-        centers.push_back(box.center);
-    }
-    KeepApart(sizes, centers, gaps_.x, gaps_.y);
-    Drawing drawing;
-    if (middle >= 0) drawing = BoxOf(middle);
-    for (std::size_t i = 0; i < ring.size(); ++i) {
-        Drawing part = parts[At(ring[i].id)];
-        part.Move(centers[i + (middle >= 0 ? 1 : 0)] - part.bounds.Center());
+    std::vector<double> distance;
+    const Ring ring(hole, sizes, gaps_.x, gaps_.y, 1 + static_cast<int>(parts.size()) / boxesOfALane);
+    for (std::size_t i = 0; i < parts.size(); ++i)
+        distance.push_back(ring.Distance(sizes[i > 0 ? i - 1 : parts.size() - 1], sizes[i]));
+    const std::vector<Point> centers = ring.Place(sizes, SeparateAround(turns, distance));
+    std::vector<Rect> rects;
+    for (std::size_t i = 0; i < parts.size(); ++i)
+        rects.push_back(RectAround(centers[i], sizes[i].width, sizes[i].height));
+    if (middle >= 0)
+        rects.push_back(RectAround({}, graph_.boxes[At(middle)].width, graph_.boxes[At(middle)].height));
+    SpreadBoxes(rects, gaps_.x, gaps_.y);
+    if (middle >= 0) drawing.Move(rects.back().Center());
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        Drawing part = parts[i];
+        part.Move(rects[i].Center() - part.bounds.Center());
         drawing.Add(part);
     }
     return drawing;
@@ -278,14 +278,13 @@ std::vector<Point> BlockTree::Place() const {
         const int middle = MostReach(neighbours_);
         const auto& bridges = blocksOf_[At(middle)];
         std::vector<Drawing> parts;
-        std::vector<double> angles;
+        std::vector<double> turns;
         for (std::size_t i = 0; i < bridges.size(); ++i) {
             const auto& ends = blocks_[At(bridges[i])];
-            angles.push_back(2 * M_PI * static_cast<double>(i) / static_cast<double>(bridges.size()));
-            parts.push_back(
-                Hang(ends[0] == middle ? ends[1] : ends[0], OutwardOf(angles.back()), bridges[i]));
+            turns.push_back(static_cast<double>(i) / static_cast<double>(bridges.size()));
+            parts.push_back(Hang(ends[0] == middle ? ends[1] : ends[0], OutwardOf(turns.back()), bridges[i]));
         }
-        drawing = Around(parts, angles, middle);
+        drawing = Around(parts, turns, middle);
     }
     std::vector<Point> centers(graph_.boxes.size());
     std::vector<bool> placed(graph_.boxes.size());

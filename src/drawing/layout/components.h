@@ -13,7 +13,8 @@ struct Component {
     std::vector<int> lines;  ///< For each line, likewise.
 };
 
-/// The connected components, in the order of their first boxes. Lines to boxes that are not there are left out.
+/// The connected components, in the order of their first boxes. Lines to boxes that are not there are left
+/// out.
 std::vector<Component> ComponentsOf(const Graph& graph);
 
 }  // namespace norvelis::layout

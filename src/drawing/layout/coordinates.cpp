@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "drawing/layout/difference_program.h"
+#include "drawing/layout/straightening.h"
 
 namespace norvelis::layout {
 
@@ -11,47 +12,63 @@ namespace {
 
 constexpr double unitsPerInch = 1000;
 
-std::int64_t Units(double inches) { return std::llround(inches * unitsPerInch); }
+std::int64_t Units(double inches) {
+    return std::llround(inches * unitsPerInch);
+}
 
 /// A line's meeting with a box: the box, the place next to it on the line's way, and which port it is.
 struct Meeting {
     int line, next;
     bool atUpper;
-    double offset;
+    double offset = 0;           ///< Of the port from the box's middle, when all ports spread.
+    double least = 0, most = 0;  ///< How far it can slide along the box.
 };
 
 class Coordinates {
   public:
     Coordinates(const Graph& graph, const Style& style, bool trunks, Grid& grid)
-        : graph_(graph), style_(style), trunks_(trunks), grid_(grid), strand_(grid.places.size(), -1) {
+        : graph_(graph), style_(style), trunks_(trunks), grid_(grid) {
         CollectMeetings();
         SpreadPorts();
-        JoinStrands();
     }
 
     std::vector<Ports> Assign() {
         Solve();
+        StraightenLines(style_, Reaches(), grid_);
         return FitPorts();
     }
 
   private:
     void CollectMeetings();
     void SpreadPorts();
-    void JoinStrands();
+    /// Whether more lines meet the line's box here than at its other end.
+    bool IsCrowded(const Meeting& meeting) const {
+        const auto& way = grid_.ways[meeting.line];
+        const std::size_t below = sides_[2 * way.front() + 1].size(), above = sides_[2 * way.back()].size();
+        return meeting.atUpper ? below >= above : above > below;
+    }
     void Solve();
+    std::vector<Reach> Reaches() const;
     std::vector<Ports> FitPorts() const;
     bool IsTrunk(const Meeting& meeting) const {
-        return trunks_ && meeting.atUpper && graph_.lines[meeting.line].from == grid_.ways[meeting.line].front();
+        return trunks_ && meeting.atUpper &&
+               graph_.lines[meeting.line].from == grid_.ways[meeting.line].front();
     }
-    double Margin(double width) const { return std::min(style_.lineGap, width / 8); }
+    bool AreOne(const Meeting& a, const Meeting& b) const { return IsTrunk(a) && IsTrunk(b); }
+    /// The part of the box's side that lines may meet.
+    double RoomOf(std::size_t side) const {
+        const double width = graph_.boxes[side / 2].width;
+        return width - 2 * std::min(style_.lineGap, width / 8);
+    }
+    std::vector<double> LeastSteps(const std::vector<Meeting>& side, double room, double gap) const;
+    std::vector<double> FitSide(std::size_t side, double gap) const;
+    int InLine(const std::vector<Meeting>& side, const std::vector<double>& ports) const;
 
     const Graph& graph_;
     const Style& style_;
     bool trunks_;
     Grid& grid_;
     std::vector<std::vector<Meeting>> sides_;  ///< Two for each box: lines from above, lines from below.
-    std::vector<int> strand_;                  ///< For each place, the variable it moves with.
-    int strands_ = 0;
 };
 
 void Coordinates::CollectMeetings() {
@@ -63,8 +80,8 @@ void Coordinates::CollectMeetings() {
         const auto& way = grid_.ways[k];
         if (way.empty()) continue;
         const int line = static_cast<int>(k);
-        sides_[2 * way.front() + 1].push_back({line, way[1], true, 0});
-        sides_[2 * way.back()].push_back({line, way[way.size() - 2], false, 0});
+        sides_[2 * way.front() + 1].push_back({line, way[1], true});
+        sides_[2 * way.back()].push_back({line, way[way.size() - 2], false});
     }
     for (auto& side : sides_)
         std::sort(side.begin(), side.end(),
@@ -75,72 +92,70 @@ void Coordinates::CollectMeetings() {
 void Coordinates::SpreadPorts() {
     for (std::size_t s = 0; s < sides_.size(); ++s) {
         auto& side = sides_[s];
-        const double width = graph_.boxes[s / 2].width;
+        if (side.empty()) continue;
+        const double room = RoomOf(s);
         double span = 0;
         for (std::size_t i = 0; i < side.size(); ++i) {
-            if (i > 0 && !(IsTrunk(side[i - 1]) && IsTrunk(side[i])))
+            if (i > 0 && !AreOne(side[i - 1], side[i]))
                 span += LeastDistance(grid_.places[side[i - 1].next], grid_.places[side[i].next], style_);
             side[i].offset = span;
         }
-        const double room = width - 2 * Margin(width);
         const double factor = span > room ? room / span : 1;
         for (Meeting& meeting : side) meeting.offset = (meeting.offset - span / 2) * factor;
-    }
-}
-
-/// A line's places in neighbouring rows move as one unless that crosses another such pair: of all the pairs between two
-/// rows, the longest sequence without a crossing.
-void Coordinates::JoinStrands() {
-    std::vector<int> below(grid_.places.size(), -1), index(grid_.places.size());
-    for (const auto& way : grid_.ways)
-        for (std::size_t i = 2; i + 1 < way.size(); ++i) below[way[i - 1]] = way[i];
-    std::vector<int> joined(grid_.places.size(), -1);  // for each place the one above it that it moves with
-    for (std::size_t r = 0; r + 1 < grid_.rows.size(); ++r) {
-        const auto &row = grid_.rows[r], &next = grid_.rows[r + 1];
-        for (std::size_t i = 0; i < next.size(); ++i) index[next[i]] = static_cast<int>(i);
-        std::vector<int> tails, before(row.size(), -1);  // patience sorting
-        for (std::size_t i = 0; i < row.size(); ++i) {
-            if (below[row[i]] < 0) continue;
-            const auto at = std::lower_bound(tails.begin(), tails.end(), index[below[row[i]]],
-                                             [&](int t, int value) { return index[below[row[t]]] < value; });
-            if (at != tails.begin()) before[i] = *(at - 1);
-            if (at == tails.end()) {
-                tails.push_back(static_cast<int>(i));
-            } else {
-                *at = static_cast<int>(i);
-            }
+        const std::vector<double> steps = LeastSteps(side, room, style_.lineGap / 2);
+        for (std::size_t i = 0; i < side.size(); ++i) {
+            side[i].least = IsTrunk(side[i]) ? side[i].offset : steps[i] - room / 2;
+            side[i].most = IsTrunk(side[i]) ? side[i].offset : room / 2 - (steps.back() - steps[i]);
         }
-        for (int i = tails.empty() ? -1 : tails.back(); i >= 0; i = before[i]) joined[below[row[i]]] = row[i];
     }
-    for (const auto& row : grid_.rows)
-        for (const int place : row) strand_[place] = joined[place] >= 0 ? strand_[joined[place]] : strands_++;
 }
 
 void Coordinates::Solve() {
-    constexpr std::int64_t bent = 8, atBox = 2;
-    const int left = strands_, right = strands_ + 1;
-    DifferenceProgram program(strands_ + 2);
+    // Where fewer lines meet a box, they run straight and to its middle; at their other end they bend.
+    constexpr std::int64_t bent = 20, offPort[] = {8, 4}, offMiddle[] = {6, 1};
+    const int left = static_cast<int>(grid_.places.size()), right = left + 1;
+    DifferenceProgram program(right + 1);
     for (const auto& row : grid_.rows) {
         if (row.empty()) continue;
-        program.Keep(left, strand_[row.front()], Units(grid_.places[row.front()].before));
-        program.Keep(strand_[row.back()], right, Units(grid_.places[row.back()].after));
+        program.Keep(left, row.front(), Units(grid_.places[row.front()].before));
+        program.Keep(row.back(), right, Units(grid_.places[row.back()].after));
         for (std::size_t i = 1; i < row.size(); ++i)
-            program.Keep(strand_[row[i - 1]], strand_[row[i]],
+            program.Keep(row[i - 1], row[i],
                          Units(LeastDistance(grid_.places[row[i - 1]], grid_.places[row[i]], style_)));
     }
-    for (std::size_t s = 0; s < sides_.size(); ++s)
-        for (const Meeting& meeting : sides_[s])
-            program.Pull(strand_[s / 2], strand_[meeting.next], Units(meeting.offset), atBox);
+    for (std::size_t s = 0; s < sides_.size(); ++s) {
+        const int box = static_cast<int>(s / 2);
+        for (const Meeting& meeting : sides_[s]) {
+            const std::int64_t middle = Units(meeting.offset);
+            const std::size_t isCrowded = IsCrowded(meeting) ? 1 : 0;
+            program.Pull(box, meeting.next, middle, middle, offMiddle[isCrowded]);
+            program.Pull(box, meeting.next, Units(meeting.least), Units(meeting.most), offPort[isCrowded]);
+        }
+    }
     for (const auto& way : grid_.ways)
-        for (std::size_t i = 2; i + 1 < way.size(); ++i) program.Pull(strand_[way[i - 1]], strand_[way[i]], 0, bent);
+        for (std::size_t i = 2; i + 1 < way.size(); ++i) program.Pull(way[i - 1], way[i], 0, 0, bent);
     program.Shorten(left, right, 1 + static_cast<std::int64_t>(graph_.lines.size() / 50));
 
     const std::vector<std::int64_t> solution = program.Solve();
     for (std::size_t i = 0; i < grid_.places.size(); ++i)
-        grid_.places[i].x = static_cast<double>(solution[strand_[i]]) / unitsPerInch;
+        grid_.places[i].x = static_cast<double>(solution[i]) / unitsPerInch;
 }
 
-/// The values nearest to those given (least sum of differences) that never fall: pool adjacent violators with medians.
+std::vector<Reach> Coordinates::Reaches() const {
+    std::vector<Reach> reaches(grid_.ways.size());
+    for (std::size_t s = 0; s < sides_.size(); ++s) {
+        const double x = grid_.places[s / 2].x;
+        for (const Meeting& meeting : sides_[s]) {
+            Reach& reach = reaches[meeting.line];
+            (meeting.atUpper ? reach.upperLeast : reach.lowerLeast) = x + meeting.least;
+            (meeting.atUpper ? reach.upperMost : reach.lowerMost) = x + meeting.most;
+        }
+    }
+    return reaches;
+}
+
+/// The values nearest to those given (least sum of differences) that never fall: pool adjacent violators with
+/// medians.
 std::vector<double> NearestRising(const std::vector<double>& values) {
     struct Pool {
         std::vector<double> values;
@@ -162,29 +177,54 @@ std::vector<double> NearestRising(const std::vector<double>& values) {
     return result;
 }
 
-/// Ports slide along their box to stand right under or over the places they lead to.
+/// How far each port stands from the first at least.
+std::vector<double> Coordinates::LeastSteps(const std::vector<Meeting>& side, double room, double gap) const {
+    std::vector<double> steps(side.size());
+    for (std::size_t i = 1; i < side.size(); ++i)
+        steps[i] = steps[i - 1] + (AreOne(side[i - 1], side[i]) ? 0 : 1);
+    const double step = steps.back() > 0 ? std::min(gap, room / steps.back()) : 0;
+    for (double& s : steps) s *= step;
+    return steps;
+}
+
+/// Ports slide along their box to stand right under or over the places they lead to. When those at its
+/// corners push others out of line, they stand closer.
 std::vector<Ports> Coordinates::FitPorts() const {
     std::vector<Ports> ports(grid_.ways.size());
     for (std::size_t s = 0; s < sides_.size(); ++s) {
         const auto& side = sides_[s];
         if (side.empty()) continue;
-        const double x = grid_.places[s / 2].x, width = graph_.boxes[s / 2].width;
-        std::vector<double> rise(side.size()), wished(side.size());
-        double steps = 0;
-        for (std::size_t i = 1; i < side.size(); ++i)
-            rise[i] = steps += IsTrunk(side[i - 1]) && IsTrunk(side[i]) ? 0 : 1;
-        const double room = width - 2 * Margin(width);
-        const double step = steps > 0 ? std::min(style_.lineGap, room / steps) : 0;
+        std::vector<double> fitted = FitSide(s, style_.lineGap);
+        const std::vector<double> closer = FitSide(s, style_.lineGap / 2);
+        if (InLine(side, closer) > InLine(side, fitted)) fitted = closer;
         for (std::size_t i = 0; i < side.size(); ++i)
-            wished[i] = (IsTrunk(side[i]) ? x + side[i].offset : grid_.places[side[i].next].x) - rise[i] * step;
-        const std::vector<double> fitted = NearestRising(wished);
-        const double first = x - room / 2, last = x + room / 2 - steps * step;
-        for (std::size_t i = 0; i < side.size(); ++i) {
-            const double at = std::clamp(fitted[i], first, std::max(first, last)) + rise[i] * step;
-            (side[i].atUpper ? ports[side[i].line].upper : ports[side[i].line].lower) = at;
-        }
+            (side[i].atUpper ? ports[side[i].line].upper : ports[side[i].line].lower) = fitted[i];
     }
     return ports;
+}
+
+std::vector<double> Coordinates::FitSide(std::size_t s, double gap) const {
+    constexpr double hair = 1 / unitsPerInch;
+    const auto& side = sides_[s];
+    const double x = grid_.places[s / 2].x, room = RoomOf(s);
+    const std::vector<double> steps = LeastSteps(side, room, gap);
+    std::vector<double> wished(side.size());
+    for (std::size_t i = 0; i < side.size(); ++i)
+        wished[i] = (IsTrunk(side[i]) ? x + side[i].offset : grid_.places[side[i].next].x) - steps[i];
+    std::vector<double> fitted = NearestRising(wished);
+    for (std::size_t i = 0; i < side.size(); ++i) {
+        const double first = x - room / 2 + steps[i], last = x + room / 2 - (steps.back() - steps[i]);
+        fitted[i] = std::clamp(fitted[i] + steps[i], first, std::max(first, last));
+        const double next = grid_.places[side[i].next].x;
+        if (std::abs(fitted[i] - next) < hair) fitted[i] = next;
+    }
+    return fitted;
+}
+
+int Coordinates::InLine(const std::vector<Meeting>& side, const std::vector<double>& ports) const {
+    int count = 0;
+    for (std::size_t i = 0; i < side.size(); ++i) count += ports[i] == grid_.places[side[i].next].x;
+    return count;
 }
 
 }  // namespace

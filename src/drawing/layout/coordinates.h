@@ -9,11 +9,11 @@ struct Ports {
     double upper = 0, lower = 0;
 };
 
-/// Gives every place its x: the order of each row and least distances hold, lines are as straight and the whole as
-/// narrow as can be. Long lines that need not cross run straight from end to end. With `trunks` the lines of one owner
-/// leave it by one point. Returns the ports of each line.
-/// Gansner, Koutsofios, North, Vo: A technique for drawing directed graphs (1993), optimal node coordinates; Brandes,
-/// Köpf: Fast and simple horizontal coordinate assignment (2001), for the strands that move as one.
+/// Gives every place its x: the order of each row and least distances hold, lines are as straight and the
+/// whole as narrow as can be. Long lines that need not cross run straight from end to end. With `trunks` the
+/// lines of one owner leave it by one point. Returns the ports of each line. Gansner, Koutsofios, North, Vo:
+/// A technique for drawing directed graphs (1993), optimal node coordinates; Brandes, Köpf: Fast and simple
+/// horizontal coordinate assignment (2001), for the strands that move as one.
 std::vector<Ports> AssignCoordinates(const Graph& graph, const Style& style, bool trunks, Grid& grid);
 
 }  // namespace norvelis::layout

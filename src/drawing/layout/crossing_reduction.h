@@ -10,9 +10,9 @@ namespace norvelis::layout {
 /// Barth, Jünger, Mutzel: Simple and efficient bilayer cross counting (2004).
 std::int64_t CountCrossings(const Layers& layers);
 
-/// Orders the nodes of all layers for few crossings: barycentre sweeps (Sugiyama, Tagawa, Toda 1981) from several
-/// starts, each followed by sifting (Matuszewski, Schönfeld, Molitor: Using sifting for k-layer straightline crossing
-/// minimization, 1999); then the best is shaken and reduced again until a fixed amount of work is spent.
+/// Orders the nodes of all layers for few crossings, by global sifting (block_order.h) from several starts
+/// (start_orders.h); then parts of the best order are turned around or moved and sifted again, as long as a
+/// fixed amount of work lasts (iterated local search: Lourenço, Martin, Stützle 2003).
 void ReduceCrossings(Layers& layers);
 
 }  // namespace norvelis::layout

@@ -18,8 +18,8 @@ struct Neighbours {
     std::vector<std::vector<int>> members, owners;
 };
 
-/// Sinks go to the end, sources to the front, and when there is neither, the box with the most lines out over lines
-/// in. Of equals the first box, so that a plain ring starts where the user's schema does.
+/// Sinks go to the end, sources to the front, and when there is neither, the box with the most lines out over
+/// lines in. Of equals the first box, so that a plain ring starts where the user's schema does.
 std::vector<int> GreedyOrder(const Neighbours& neighbours) {
     const int count = static_cast<int>(neighbours.members.size());
     std::vector<int> in(count), out(count);

@@ -12,16 +12,16 @@ constexpr std::int64_t unlimited = std::numeric_limits<std::int64_t>::max() / 4;
 
 }  // namespace
 
-// The dual: a distance to keep is an arc without limit against its direction, a wished distance a pair of arcs of
-// capacity `weight`; the potentials of the cheapest flow are the numbers sought.
+// The dual: a distance to keep is an arc without limit against its direction, a wished distance a pair of
+// arcs of capacity `weight`; the potentials of the cheapest flow are the numbers sought.
 void DifferenceProgram::Keep(int from, int to, std::int64_t least) {
     if (from != to) arcs_.push_back({to, from, -least, unlimited});
 }
 
-void DifferenceProgram::Pull(int from, int to, std::int64_t distance, std::int64_t weight) {
+void DifferenceProgram::Pull(int from, int to, std::int64_t least, std::int64_t most, std::int64_t weight) {
     if (from == to || weight <= 0) return;
-    arcs_.push_back({from, to, distance, weight});
-    arcs_.push_back({to, from, -distance, weight});
+    arcs_.push_back({from, to, most, weight});
+    arcs_.push_back({to, from, -least, weight});
 }
 
 void DifferenceProgram::Shorten(int from, int to, std::int64_t weight) {
@@ -130,8 +130,8 @@ void NetworkSimplex::PushFlow(int join, std::int64_t amount) {
         arcs_[nodes_[u].arc].flow += nodes_[u].up ? amount : -amount;
 }
 
-// The leaving arc is the last that blocks on the way around the cycle from its join: that keeps the tree strongly
-// feasible, so that pivots without a push of flow cannot go round for ever.
+// The leaving arc is the last that blocks on the way around the cycle from its join: that keeps the tree
+// strongly feasible, so that pivots without a push of flow cannot go round for ever.
 void NetworkSimplex::Pivot() {
     Arc& entering = arcs_[entering_];
     const bool forward = entering.state == Empty;
@@ -144,7 +144,9 @@ void NetworkSimplex::Pivot() {
     bool onFirst = false;
     const auto room = [&](int u, bool against) {
         const Arc& arc = arcs_[nodes_[u].arc];
-        return nodes_[u].up == against ? arc.flow : arc.capacity >= unlimited ? unlimited : arc.capacity - arc.flow;
+        return nodes_[u].up == against     ? arc.flow
+               : arc.capacity >= unlimited ? unlimited
+                                           : arc.capacity - arc.flow;
     };
     for (int u = first; u != join; u = nodes_[u].parent) {
         if (const auto r = room(u, true); r < push) {

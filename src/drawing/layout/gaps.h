@@ -14,8 +14,4 @@ struct Gaps {
 /// The gaps of the style, by its depth, with room for the labels.
 Gaps LeastGaps(const Graph& graph, const Style& style);
 
-/// What the lines need when boxes stand like this: the lines that pass a box on average, on tracks of their
-/// own.
-Gaps GapsForLines(const Graph& graph, const std::vector<Point>& centers, const Style& style);
-
 }  // namespace norvelis::layout

@@ -9,10 +9,10 @@ namespace {
 class GridMaker {
   public:
     GridMaker(const Graph& graph, const Layers& layers, const Style& style)
-        : graph_(graph), layers_(layers), style_(style), sketch_(layers.nodes.size()) {}
+        : graph_(graph), layers_(layers), style_(style) {}
 
     Grid Make() {
-        SketchLayers();
+        CollectEdges();
         AddBoxes();
         for (std::size_t layer = 0; layer < layers_.order.size(); ++layer) {
             if (layer > 0) AddRowBetween(static_cast<int>(layer));
@@ -24,24 +24,6 @@ class GridMaker {
     }
 
   private:
-    /// Rough x of all nodes: every layer as it stands, around a common middle.
-    void SketchLayers() {
-        for (const auto& layer : layers_.order) {
-            double x = 0;
-            for (const int node : layer) {
-                const double width = NodeWidth(node);
-                sketch_[node] = x + width / 2;
-                x += width;
-            }
-            for (const int node : layer) sketch_[node] -= x / 2;
-        }
-    }
-    double NodeWidth(int node) const {
-        const int bundle = layers_.nodes[node].bundle;
-        if (bundle < 0) return graph_.boxes[node].width + style_.boxGapX;
-        return style_.lineGap * static_cast<double>(layers_.bundles[bundle].lines.size());
-    }
-
     void AddBoxes() {
         grid_.rows.resize(layers_.order.empty() ? 0 : 2 * layers_.order.size() - 1);
         grid_.ways.resize(graph_.lines.size());
@@ -51,8 +33,10 @@ class GridMaker {
         for (std::size_t i = 0; i < graph_.boxes.size(); ++i) {
             const Box& box = graph_.boxes[i];
             const int row = 2 * layers_.nodes[i].layer;
+            double height = box.height;
+            for (const Line* loop : loops[i]) height = std::max(height, loop->labelHeight);
             grid_.places.push_back({row, static_cast<int>(i), -1, false, box.width / 2,
-                                    box.width / 2 + LoopRoom(loops[i], style_), box.height, 0});
+                                    box.width / 2 + LoopRoom(loops[i], style_), height, 0});
         }
     }
 
@@ -67,30 +51,29 @@ class GridMaker {
         }
     }
 
-    /// Bundles between two layers, in the order of the middles of their ways: of any two that cross, half cross above
-    /// the row and half below it.
-    void AddRowBetween(int layer) {
-        std::vector<std::pair<double, int>> passing;
-        for (const int node : layers_.order[layer]) AddBundlesInto(node, passing);
-        std::stable_sort(passing.begin(), passing.end(),
-                         [](const auto& a, const auto& b) { return a.first < b.first; });
-        for (const auto& [x, bundle] : passing) AddPassing(2 * layer - 1, bundle);
-    }
-    void AddBundlesInto(int node, std::vector<std::pair<double, int>>& passing) {
-        if (edgesInto_.empty()) {
-            edgesInto_.resize(layers_.nodes.size());
-            for (std::size_t b = 0; b < layers_.bundles.size(); ++b) {
-                const Bundle& bundle = layers_.bundles[b];
-                int upper = bundle.upper;
-                for (const int lower : bundle.chain) {
-                    edgesInto_[lower].push_back({upper, static_cast<int>(b)});
-                    upper = lower;
-                }
-                edgesInto_[bundle.lower].push_back({upper, static_cast<int>(b)});
+    /// Every node's bundles from above, from left to right.
+    void CollectEdges() {
+        std::vector<int> place(layers_.nodes.size());
+        for (const auto& layer : layers_.order)
+            for (std::size_t i = 0; i < layer.size(); ++i) place[layer[i]] = static_cast<int>(i);
+        bundlesInto_.resize(layers_.nodes.size());
+        for (std::size_t b = 0; b < layers_.bundles.size(); ++b) {
+            const Bundle& bundle = layers_.bundles[b];
+            int upper = bundle.upper;
+            for (const int lower : bundle.chain) {
+                bundlesInto_[lower].emplace_back(place[upper], static_cast<int>(b));
+                upper = lower;
             }
+            bundlesInto_[bundle.lower].emplace_back(place[upper], static_cast<int>(b));
         }
-        for (const auto& [upper, bundle] : edgesInto_[node])
-            passing.emplace_back(sketch_[upper] + sketch_[node], bundle);
+        for (auto& bundles : bundlesInto_) std::sort(bundles.begin(), bundles.end());
+    }
+
+    /// Bundles between two layers, in the order in which they reach the lower one: all that cross do so above
+    /// the row.
+    void AddRowBetween(int layer) {
+        for (const int node : layers_.order[layer])
+            for (const auto& [place, bundle] : bundlesInto_[node]) AddPassing(2 * layer - 1, bundle);
     }
 
     void AddPassing(int row, int bundle) {
@@ -119,10 +102,10 @@ class GridMaker {
                                              grid_.places[grid_.rows[row][i]], style_);
         std::vector<int> lines;
         for (std::size_t k = 0; k < graph_.lines.size(); ++k)
-            if (graph_.lines[k].labelWidth > 0 && !grid_.ways[k].empty()) lines.push_back(static_cast<int>(k));
-        std::stable_sort(lines.begin(), lines.end(), [&](int a, int b) {
-            return grid_.ways[a].size() < grid_.ways[b].size();
-        });
+            if (graph_.lines[k].labelWidth > 0 && !grid_.ways[k].empty())
+                lines.push_back(static_cast<int>(k));
+        std::stable_sort(lines.begin(), lines.end(),
+                         [&](int a, int b) { return grid_.ways[a].size() < grid_.ways[b].size(); });
         for (const int line : lines) {
             const auto& way = grid_.ways[line];
             const int place = *std::min_element(way.begin() + 1, way.end() - 1, [&](int a, int b) {
@@ -139,15 +122,18 @@ class GridMaker {
     const Graph& graph_;
     const Layers& layers_;
     const Style& style_;
-    std::vector<double> sketch_;
-    std::vector<std::vector<std::pair<int, int>>> edgesInto_;  ///< For each node: upper node and bundle.
+    std::vector<std::vector<std::pair<int, int>>>
+        bundlesInto_;  ///< For each node: place of the upper node, bundle.
     Grid grid_;
 };
 
 }  // namespace
 
 double LeastDistance(const Place& left, const Place& right, const Style& style) {
-    const double gap = left.box >= 0 && right.box >= 0 ? style.boxGapX : style.lineGap;
+    const bool atBox = left.box >= 0 || right.box >= 0, boxes = left.box >= 0 && right.box >= 0;
+    const double gap = boxes   ? style.boxGapX
+                       : atBox ? std::max(style.lineGap, style.boxGapX / 2)
+                               : style.lineGap;
     return left.after + gap + right.before;
 }
 

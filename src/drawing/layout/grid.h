@@ -10,16 +10,16 @@ namespace norvelis::layout {
 /// A place in a row: a box, a label, or a line passing. Its line runs through `x`.
 struct Place {
     int row = 0;
-    int box = -1;        ///< -1 when a line passes.
-    int line = -1;       ///< -1 for a box.
-    bool label = false;  ///< The line's label stands here.
+    int box = -1;                  ///< -1 when a line passes.
+    int line = -1;                 ///< -1 for a box.
+    bool label = false;            ///< The line's label stands here.
     double before = 0, after = 0;  ///< How far it reaches left and right of x.
-    double height = 0;
+    double height = 0;             ///< Room from top to bottom.
     double x = 0;
 };
 
-/// The layers with room for every single line and label. Even rows are the layers; odd rows lie between them and give
-/// labels of short lines their room.
+/// The layers with room for every single line and label. Even rows are the layers; odd rows lie between them
+/// and give labels of short lines their room.
 struct Grid {
     std::vector<Place> places;           ///< The first ones are the graph's boxes.
     std::vector<std::vector<int>> rows;  ///< Places from left to right.

@@ -18,8 +18,8 @@ namespace {
 
 constexpr int leftToRight = 2;
 
-/// The phases work with layers from top to bottom, y growing downwards; for layers from left to right the graph is
-/// turned over its diagonal before and back after.
+/// The phases work with layers from top to bottom, y growing downwards; for layers from left to right the
+/// graph is turned over its diagonal before and back after.
 Graph Turned(Graph graph) {
     for (Box& box : graph.boxes) std::swap(box.width, box.height);
     for (Line& line : graph.lines) std::swap(line.labelWidth, line.labelHeight);
@@ -30,11 +30,13 @@ Graph Turned(Graph graph) {
 struct Heights {
     std::vector<double> middle;      ///< Of each row.
     std::vector<double> firstTrack;  ///< Of the channel under each row.
+    std::vector<double> spacing;     ///< Of its tracks.
 };
 
 class Router {
   public:
-    Router(const Graph& graph, const Style& style, bool trunks, const Grid& grid, const std::vector<Ports>& ports)
+    Router(const Graph& graph, const Style& style, bool trunks, const Grid& grid,
+           const std::vector<Ports>& ports)
         : graph_(graph), style_(style), trunks_(trunks), grid_(grid), ports_(ports) {}
 
     Placement Route() {
@@ -79,12 +81,19 @@ class Router {
         for (Channel& channel : channels_) channel.tracks = AssignTracks(channel.jogs, style_.lineGap);
     }
 
+    /// Lines stand closer in crowded channels, down to half their gap.
+    double SpacingOf(int tracks) const {
+        constexpr double crowd = 8;
+        return style_.lineGap * std::clamp(crowd / std::max(1, tracks), 0.5, 1.0);
+    }
+
     void StackRows() {
         const std::size_t rows = grid_.rows.size();
         std::vector<double> height(rows), under(rows);
         for (std::size_t r = 0; r < rows; ++r) {
             for (const int place : grid_.rows[r]) height[r] = std::max(height[r], grid_.places[place].height);
-            under[r] = style_.lineGap * std::max(1, channels_[r].tracks.count + 1);
+            heights_.spacing.push_back(SpacingOf(channels_[r].tracks.count));
+            under[r] = 2 * style_.lineGap + heights_.spacing[r] * std::max(0, channels_[r].tracks.count - 1);
         }
         double y = 0;
         for (std::size_t r = 0; r < rows; ++r) {
@@ -102,27 +111,30 @@ class Router {
             auto& points = route.points;
             if (!points.empty() && points.back() == point) return;
             const std::size_t n = points.size();
-            const bool straight = n > 1 && ((points[n - 2].x == points[n - 1].x && points[n - 1].x == point.x) ||
-                                            (points[n - 2].y == points[n - 1].y && points[n - 1].y == point.y));
+            const bool straight =
+                n > 1 && ((points[n - 2].x == points[n - 1].x && points[n - 1].x == point.x) ||
+                          (points[n - 2].y == points[n - 1].y && points[n - 1].y == point.y));
             if (straight) points.pop_back();
             points.push_back(point);
         };
-        const auto border = [&](int place, double side) {
-            return heights_.middle[grid_.places[place].row] + side * grid_.places[place].height / 2;
+        const auto border = [&](int box, double side) {
+            return heights_.middle[grid_.places[box].row] + side * graph_.boxes[box].height / 2;
         };
         add({ports_[line].upper, border(way.front(), 1)});
         for (std::size_t step = 0; step + 1 < way.size(); ++step) {
             const int row = grid_.places[way[step]].row;
             const int track = channels_[row].tracks.track[slot_[line][step]];
             if (track < 0) continue;
-            const double y = heights_.firstTrack[row] + style_.lineGap * track;
+            const double y = heights_.firstTrack[row] + heights_.spacing[row] * track;
             add({XAt(line, step), y});
             add({XAt(line, step + 1), y});
         }
         add({ports_[line].lower, border(way.back(), -1)});
-        route.label = {(route.points[0].x + route.points[1].x) / 2, (route.points[0].y + route.points[1].y) / 2};
+        route.label = {(route.points[0].x + route.points[1].x) / 2,
+                       (route.points[0].y + route.points[1].y) / 2};
         for (const int place : way)
-            if (grid_.places[place].label) route.label = {grid_.places[place].x, heights_.middle[grid_.places[place].row]};
+            if (grid_.places[place].label)
+                route.label = {grid_.places[place].x, heights_.middle[grid_.places[place].row]};
         if (graph_.lines[line].from != way.front()) std::reverse(route.points.begin(), route.points.end());
         return route;
     }
@@ -131,7 +143,8 @@ class Router {
     void RouteLoops(Placement& placement) const {
         std::vector<std::vector<int>> loops(graph_.boxes.size());
         for (std::size_t k = 0; k < graph_.lines.size(); ++k)
-            if (graph_.lines[k].from == graph_.lines[k].to) loops[graph_.lines[k].from].push_back(static_cast<int>(k));
+            if (graph_.lines[k].from == graph_.lines[k].to)
+                loops[graph_.lines[k].from].push_back(static_cast<int>(k));
         for (std::size_t i = 0; i < loops.size(); ++i) {
             const Point center = placement.centers[i];
             const Box& box = graph_.boxes[i];
@@ -187,7 +200,8 @@ void Round(Route& route, double gap) {
 
 Placement PlaceTopDown(const Graph& graph, const Style& style) {
     const bool trunks = RuleOf(style.routeStyle).family == RouteFamily::Tree;
-    Layers layers = MakeLayers(graph, RanksOf(graph, LinesAgainstTheFlow(graph)));
+    const std::vector<Span> spans = SpansOf(graph, LinesAgainstTheFlow(graph));
+    Layers layers = MakeLayers(graph, RanksOf(graph, spans));
     ReduceCrossings(layers);
     Grid grid = MakeGrid(graph, layers, style);
     const std::vector<Ports> ports = AssignCoordinates(graph, style, trunks, grid);
@@ -201,7 +215,9 @@ Placement PlaceLayered(const Graph& graph, const Style& style) {
     Style turnedStyle = style;
     if (turned) std::swap(turnedStyle.boxGapX, turnedStyle.boxGapY);
     Placement placement = turned ? PlaceTopDown(Turned(graph), turnedStyle) : PlaceTopDown(graph, style);
-    const auto toPage = [&](Point& point) { point = turned ? Point{point.y, -point.x} : Point{point.x, -point.y}; };
+    const auto toPage = [&](Point& point) {
+        point = turned ? Point{point.y, -point.x} : Point{point.x, -point.y};
+    };
     for (Point& center : placement.centers) toPage(center);
     for (Route& route : placement.routes) {
         for (Point& point : route.points) toPage(point);

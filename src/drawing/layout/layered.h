@@ -4,13 +4,13 @@
 
 namespace norvelis::layout {
 
-/// Layered placement and routing of a connected graph, owners above their members (place style 2: left of them), in the
-/// phases of Sugiyama, Tagawa, Toda: Methods for visual understanding of hierarchical system structures (1981):
-/// cycles are broken (cycle_removal.h), boxes ranked (ranking.h), long lines given a place on every layer that they
-/// pass (layers.h), layers ordered for few crossings (crossing_reduction.h), places given coordinates
-/// (coordinates.h), and the level pieces of lines given tracks in the channels between layers (channels.h). Each label
-/// has a place of its own on its line, on a layer between the boxes' layers. No line crosses a box or, but for
-/// crowded boxes' lines, a label.
+/// Layered placement and routing of a connected graph, owners above their members (place style 2: left of
+/// them), in the phases of Sugiyama, Tagawa, Toda: Methods for visual understanding of hierarchical system
+/// structures (1981): cycles are broken (cycle_removal.h), boxes ranked (ranking.h), long lines given a place
+/// on every layer that they pass (layers.h), layers ordered for few crossings (crossing_reduction.h), places
+/// given coordinates (coordinates.h), and the level pieces of lines given tracks in the channels between
+/// layers (channels.h). Each label has a place of its own on its line, on a layer between the boxes' layers.
+/// No line crosses a box or, but for crowded boxes' lines, a label.
 Placement PlaceLayered(const Graph& graph, const Style& style);
 
 }  // namespace norvelis::layout

@@ -14,9 +14,10 @@ struct Packed {
     double width = 0, height = 0;
 };
 
-/// First fit decreasing height. Beneath a rectangle that is lower than its shelf, others of the same width or less are
-/// stacked, so that small ones fill the room beside a great one.
-Packed PackOnShelves(const std::vector<Box>& sizes, const std::vector<int>& byHeight, double pageWidth, double gap) {
+/// First fit decreasing height. Beneath a rectangle that is lower than its shelf, others of the same width or
+/// less are stacked, so that small ones fill the room beside a great one.
+Packed PackOnShelves(const std::vector<Box>& sizes, const std::vector<int>& byHeight, double pageWidth,
+                     double gap) {
     struct Column {
         double x, width, used;
     };
@@ -43,7 +44,8 @@ Packed PackOnShelves(const std::vector<Box>& sizes, const std::vector<int>& byHe
         return true;
     };
     for (const int i : byHeight) {
-        if (std::any_of(shelves.begin(), shelves.end(), [&](Shelf& shelf) { return put(i, shelf); })) continue;
+        if (std::any_of(shelves.begin(), shelves.end(), [&](Shelf& shelf) { return put(i, shelf); }))
+            continue;
         const double y = shelves.empty() ? 0 : shelves.back().y + shelves.back().height + gap;
         shelves.push_back({y, sizes[i].height, 0, {}});
         put(i, shelves.back());
@@ -76,8 +78,8 @@ std::vector<Point> PackSideBySide(const std::vector<Box>& sizes, double gap) {
     for (int trial = 0; trial < trials; ++trial) {
         const double pageWidth = std::max(widest, std::sqrt(area) * (0.8 + 0.06 * trial));
         Packed packed = PackOnShelves(sizes, byHeight, pageWidth, gap);
-        const double outOfShape = std::max({1.0, packed.width / (mostWide * packed.height),
-                                            packed.height / (mostHigh * packed.width)});
+        const double outOfShape = std::max(
+            {1.0, packed.width / (mostWide * packed.height), packed.height / (mostHigh * packed.width)});
         const double cost = packed.width * packed.height * outOfShape;
         if (cost < bestCost) {
             bestCost = cost;

@@ -7,6 +7,7 @@
 #include "drawing/layout/gaps.h"
 #include "drawing/layout/reach.h"
 #include "drawing/layout/ring.h"
+#include "drawing/routing/spacing.h"
 
 namespace norvelis::layout {
 
@@ -16,41 +17,69 @@ std::size_t At(int i) {
     return static_cast<std::size_t>(i);
 }
 
-/// The breadth-first tree around the middle: rings by distance, sectors by subtree size.
-class RadialTree {
-  public:
-    explicit RadialTree(const Graph& graph);
+/// From one turn to another the shorter way round, -0.5 to 0.5.
+double Way(double from, double to) {
+    return std::remainder(to - from, 1.0);
+}
 
-    const std::vector<std::vector<int>>& Rings() const { return rings_; }
-    double AngleOf(int box) const { return angle_[At(box)]; }
+class RadialPlacer {
+  public:
+    RadialPlacer(const Graph& graph, const Gaps& gaps);
+    std::vector<Point> Place();
 
   private:
+    void FindRings();
     void ShareSectors();
     void OrderChildren();
+    void MakeRings();
+    void Settle(int rounds, bool mayReorder);
+    void SettleRing(std::size_t ring, bool mayReorder);
+    void PutOnRings();
+    void Swap();
+    double LengthOfLines(int box) const;
+    std::vector<Box> SizesOn(std::size_t ring) const;
 
+    const Graph& graph_;
+    Gaps gaps_;
     Neighbours neighbours_, children_;
-    std::vector<int> parent_;
-    std::vector<std::vector<int>> rings_;
-    std::vector<double> weight_, angle_, from_, to_;
+    std::vector<int> parent_, ringOf_;
+    std::vector<double> weight_, turn_, from_, to_;
+    std::vector<std::vector<int>>
+        rings_;                 ///< By distance; the boxes of each in ascending order of their turns.
+    std::vector<Ring> shapes_;  ///< One for each ring but the first, which is the middle.
+    std::vector<Point> centers_;
+    bool isTree_ = false;
 };
 
-RadialTree::RadialTree(const Graph& graph)
-    : neighbours_(NeighboursOf(graph)),
+RadialPlacer::RadialPlacer(const Graph& graph, const Gaps& gaps)
+    : graph_(graph),
+      gaps_(gaps),
+      neighbours_(NeighboursOf(graph)),
       children_(graph.boxes.size()),
       parent_(graph.boxes.size(), -1),
+      ringOf_(graph.boxes.size()),
       weight_(graph.boxes.size(), 1.0),
-      angle_(graph.boxes.size()),
+      turn_(graph.boxes.size()),
       from_(graph.boxes.size()),
-      to_(graph.boxes.size()) {
+      to_(graph.boxes.size()),
+      centers_(graph.boxes.size()) {}
+
+/// The breadth-first tree around the middle.
+void RadialPlacer::FindRings() {
     const int middle = MostReach(neighbours_);
-    std::vector<bool> seen(graph.boxes.size());
+    std::vector<bool> seen(graph_.boxes.size());
     std::vector<int> ring{middle};
     seen[At(middle)] = true;
+    isTree_ = true;
     while (!ring.empty()) {
         std::vector<int> next;
         for (const int box : ring) {
+            ringOf_[At(box)] = static_cast<int>(rings_.size());
             for (const int other : neighbours_[At(box)]) {
-                if (seen[At(other)]) continue;
+                if (seen[At(other)]) {
+                    isTree_ = isTree_ && (parent_[At(box)] == other || parent_[At(other)] == box);
+                    continue;
+                }
                 seen[At(other)] = true;
                 parent_[At(other)] = box;
                 children_[At(box)].push_back(other);
@@ -66,47 +95,44 @@ RadialTree::RadialTree(const Graph& graph)
         beyond.push_back(static_cast<int>(i));
         children_[At(middle)].push_back(static_cast<int>(i));
         parent_[i] = middle;
+        ringOf_[i] = static_cast<int>(rings_.size());
     }
     if (!beyond.empty()) rings_.push_back(std::move(beyond));
-
     for (std::size_t k = rings_.size(); k-- > 1;)
         for (const int box : rings_[k]) weight_[At(parent_[At(box)])] += weight_[At(box)];
-    ShareSectors();
-    for (int round = 0; round < 8; ++round) {
-        OrderChildren();
-        ShareSectors();
-    }
 }
 
-void RadialTree::ShareSectors() {
+/// Every subtree has a sector as wide as it has boxes.
+void RadialPlacer::ShareSectors() {
     const int middle = rings_.front().front();
     from_[At(middle)] = 0;
-    to_[At(middle)] = 2 * M_PI;
-    for (const auto& ring : rings_) {
+    to_[At(middle)] = 1;
+    for (auto& ring : rings_) {
         for (const int box : ring) {
             const double whole = weight_[At(box)] - 1;
             double at = from_[At(box)];
-            angle_[At(box)] = (from_[At(box)] + to_[At(box)]) / 2;
+            turn_[At(box)] = (from_[At(box)] + to_[At(box)]) / 2;
             for (const int child : children_[At(box)]) {
                 const double width = (to_[At(box)] - from_[At(box)]) * weight_[At(child)] / whole;
                 from_[At(child)] = at;
                 to_[At(child)] = at += width;
             }
         }
+        std::stable_sort(ring.begin(), ring.end(), [&](int a, int b) { return turn_[At(a)] < turn_[At(b)]; });
     }
 }
 
 /// Children turn towards the lines that lead out of their subtrees (barycentres, as in layered drawing).
-void RadialTree::OrderChildren() {
-    std::vector<Point> pull(angle_.size());
+void RadialPlacer::OrderChildren() {
+    std::vector<Point> pull(turn_.size());
     for (std::size_t k = rings_.size(); k-- > 0;) {
         for (const int box : rings_[k]) {
             Point& sum = pull[At(box)];
             for (const int other : neighbours_[At(box)]) {
                 const bool inTree = parent_[At(other)] == box || parent_[At(box)] == other;
                 if (inTree) continue;
-                sum.x += std::cos(angle_[At(other)]);
-                sum.y += std::sin(angle_[At(other)]);
+                sum.x += std::cos(2 * M_PI * turn_[At(other)]);
+                sum.y += std::sin(2 * M_PI * turn_[At(other)]);
             }
             for (const int child : children_[At(box)]) {
                 sum.x += pull[At(child)].x;
@@ -114,53 +140,147 @@ void RadialTree::OrderChildren() {
             }
         }
     }
-    for (const auto& ring : rings_) {
-        for (const int box : ring) {
-            auto& children = children_[At(box)];
-            std::vector<std::pair<double, int>> order;
-            for (const int child : children) {
-                const Point& sum = pull[At(child)];
-                const double own = angle_[At(child)];
-                // How far the pull asks the child to turn from where it stands now.
-                double turn = 0;
-                if (sum.x != 0 || sum.y != 0) {
-                    turn = std::remainder(std::atan2(sum.y, sum.x) - own, 2 * M_PI);
-                    turn *= std::min(1.0, std::hypot(sum.x, sum.y));
-                }
-                order.emplace_back(own + turn * 0.7, child);
+    for (auto& children : children_) {
+        std::vector<std::pair<double, int>> order;
+        for (const int child : children) {
+            const Point& sum = pull[At(child)];
+            const double own = turn_[At(child)];
+            // How far the pull asks the child to turn from where it stands now.
+            double turn = 0;
+            if (sum.x != 0 || sum.y != 0) {
+                turn = Way(own, std::atan2(sum.y, sum.x) / (2 * M_PI));
+                turn *= std::min(1.0, std::hypot(sum.x, sum.y));
             }
-            std::stable_sort(order.begin(), order.end(),
-                             [](const auto& a, const auto& b) { return a.first < b.first; });
-            for (std::size_t i = 0; i < order.size(); ++i) children[i] = order[i].second;
+            order.emplace_back(own + turn * 0.7, child);
+        }
+        std::stable_sort(order.begin(), order.end(),
+                         [](const auto& a, const auto& b) { return a.first < b.first; });
+        for (std::size_t i = 0; i < order.size(); ++i) children[i] = order[i].second;
+    }
+}
+
+std::vector<Box> RadialPlacer::SizesOn(std::size_t ring) const {
+    std::vector<Box> sizes;
+    for (const int box : rings_[ring]) sizes.push_back(graph_.boxes[At(box)]);
+    return sizes;
+}
+
+void RadialPlacer::MakeRings() {
+    const Box middle = graph_.boxes[At(rings_.front().front())];
+    RingShape hole{middle.width / 2, middle.height / 2, 3};
+    for (std::size_t k = 1; k < rings_.size(); ++k) {
+        constexpr int asManyLanesAsNeeded = 1000;
+        shapes_.emplace_back(hole, SizesOn(k), gaps_.x, gaps_.y, asManyLanesAsNeeded);
+        hole = shapes_.back().Cover();
+    }
+}
+
+/// Boxes of a ring turn towards the boxes that their lines lead to.
+void RadialPlacer::SettleRing(std::size_t ring, bool mayReorder) {
+    std::vector<int>& boxes = rings_[ring];
+    std::vector<double> wish(graph_.boxes.size());
+    for (const int box : boxes) {
+        double sum = 0, count = 0;
+        for (const int other : neighbours_[At(box)]) {
+            if (ringOf_[At(other)] == 0) continue;  // the middle is in no direction
+            sum += Way(turn_[At(box)], turn_[At(other)]);
+            ++count;
+        }
+        wish[At(box)] = turn_[At(box)] + (count > 0 ? sum / count : 0);
+    }
+    if (mayReorder)
+        std::stable_sort(boxes.begin(), boxes.end(), [&](int a, int b) { return wish[At(a)] < wish[At(b)]; });
+    std::vector<double> wishes, distance;
+    for (std::size_t i = 0; i < boxes.size(); ++i) {
+        const int before = boxes[i > 0 ? i - 1 : boxes.size() - 1];
+        wishes.push_back(wish[At(boxes[i])]);
+        distance.push_back(shapes_[ring - 1].Distance(graph_.boxes[At(before)], graph_.boxes[At(boxes[i])]));
+    }
+    const std::vector<double> turns = SeparateAround(wishes, distance);
+    for (std::size_t i = 0; i < boxes.size(); ++i) turn_[At(boxes[i])] = turns[i];
+}
+
+void RadialPlacer::Settle(int rounds, bool mayReorder) {
+    for (int round = 0; round < rounds; ++round) {
+        for (std::size_t ring = 1; ring < rings_.size(); ++ring) SettleRing(ring, mayReorder);
+        for (std::size_t ring = rings_.size(); ring-- > 1;) SettleRing(ring, mayReorder);
+    }
+}
+
+void RadialPlacer::PutOnRings() {
+    for (std::size_t ring = 1; ring < rings_.size(); ++ring) {
+        std::vector<double> turns;
+        for (const int box : rings_[ring]) turns.push_back(turn_[At(box)]);
+        const std::vector<Point> places = shapes_[ring - 1].Place(SizesOn(ring), turns);
+        for (std::size_t i = 0; i < places.size(); ++i) centers_[At(rings_[ring][i])] = places[i];
+    }
+}
+
+double RadialPlacer::LengthOfLines(int box) const {
+    const Point& center = centers_[At(box)];
+    double length = 0;
+    for (const int other : neighbours_[At(box)])
+        length += std::abs(center.x - centers_[At(other)].x) + std::abs(center.y - centers_[At(other)].y);
+    return length;
+}
+
+/// Boxes of one ring change places where that makes lines shorter.
+void RadialPlacer::Swap() {
+    long budget = 4'000'000;  // lines looked at; keeps the largest rings within a fraction of a second
+    for (bool swapped = true; swapped;) {
+        swapped = false;
+        for (std::size_t k = 1; k < rings_.size(); ++k) {
+            std::vector<int>& ring = rings_[k];
+            for (std::size_t i = 1; i < ring.size(); ++i) {
+                for (std::size_t j = 0; j < i; ++j) {
+                    const int a = ring[i], b = ring[j];
+                    budget -= static_cast<long>(neighbours_[At(a)].size() + neighbours_[At(b)].size());
+                    if (budget < 0) return;
+                    const double before = LengthOfLines(a) + LengthOfLines(b);
+                    std::swap(centers_[At(a)], centers_[At(b)]);
+                    if (LengthOfLines(a) + LengthOfLines(b) < before - 1e-9) {
+                        std::swap(turn_[At(a)], turn_[At(b)]);
+                        std::swap(ring[i], ring[j]);
+                        swapped = true;
+                    } else {
+                        std::swap(centers_[At(a)], centers_[At(b)]);
+                    }
+                }
+            }
         }
     }
 }
 
-std::vector<Point> PlaceRings(const Graph& graph, const RadialTree& tree, const Gaps& gaps) {
-    std::vector<Point> centers(graph.boxes.size());
-    const Box middle = graph.boxes[At(tree.Rings().front().front())];
-    RingShape hole{middle.width / 2, middle.height / 2, 3};
-    for (std::size_t k = 1; k < tree.Rings().size(); ++k) {
-        std::vector<RingBox> boxes;
-        for (const int box : tree.Rings()[k]) {
-            double turn = tree.AngleOf(box) / (2 * M_PI);
-            boxes.push_back({graph.boxes[At(box)], 2 * M_PI * (turn - std::floor(turn)), {}, box});
-        }
-        PlaceOnRing(boxes, hole, gaps.x, gaps.y, 1000);
-        for (const RingBox& box : boxes) centers[At(box.id)] = box.center;
+std::vector<Point> RadialPlacer::Place() {
+    FindRings();
+    ShareSectors();
+    for (int round = 0; round < 8; ++round) {
+        OrderChildren();
+        ShareSectors();
     }
-    KeepApart(graph.boxes, centers, gaps.x, gaps.y);
-    return centers;
+    MakeRings();
+    if (!isTree_) Settle(3, true);
+    Settle(8, false);
+    PutOnRings();
+    for (int round = 0; round < 2 && !isTree_; ++round) {
+        Swap();
+        Settle(2, false);
+        PutOnRings();
+    }
+    if (!isTree_) Swap();
+    std::vector<Rect> boxes;
+    for (std::size_t i = 0; i < centers_.size(); ++i)
+        boxes.push_back(RectAround(centers_[i], graph_.boxes[i].width, graph_.boxes[i].height));
+    SpreadBoxes(boxes, gaps_.x, gaps_.y);
+    for (std::size_t i = 0; i < centers_.size(); ++i) centers_[i] = boxes[i].Center();
+    return centers_;
 }
 
 }  // namespace
 
 std::vector<Point> PlaceRadial(const Graph& graph, const Style& style) {
     if (graph.boxes.empty()) return {};
-    const RadialTree tree(graph);
-    const Gaps least = LeastGaps(graph, style);
-    const std::vector<Point> sketch = PlaceRings(graph, tree, least);
-    return PlaceRings(graph, tree, GapsForLines(graph, sketch, style));
+    return RadialPlacer(graph, LeastGaps(graph, style)).Place();
 }
 
 }  // namespace norvelis::layout

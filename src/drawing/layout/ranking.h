@@ -6,9 +6,18 @@
 
 namespace norvelis::layout {
 
-/// The rank of each box, 0 at the top, so that all lines lead at least one rank down (those of `against` up) and are as
-/// short as can be in all. Boxes that could stand on several ranks at the same cost go to the least crowded one.
-/// Gansner, Koutsofios, North, Vo: A technique for drawing directed graphs (1993), optimal rank assignment.
-std::vector<int> RanksOf(const Graph& graph, const std::vector<bool>& against);
+/// A line as ranking sees it, lines against the flow turned around.
+struct Span {
+    int upper = 0, lower = 0;
+    int least = 1;  ///< Ranks from one to the other.
+};
+
+/// All lines but those from a box to itself.
+std::vector<Span> SpansOf(const Graph& graph, const std::vector<bool>& against);
+
+/// The rank of each box, 0 at the top, so that all spans have their least length and are as short as can be
+/// in all. Boxes that could stand on several ranks at the same cost go to the least crowded one. Gansner,
+/// Koutsofios, North, Vo: A technique for drawing directed graphs (1993), optimal rank assignment.
+std::vector<int> RanksOf(const Graph& graph, const std::vector<Span>& spans);
 
 }  // namespace norvelis::layout

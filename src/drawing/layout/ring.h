@@ -15,23 +15,43 @@ struct RingShape {
     Point At(double angle) const;
 };
 
-struct RingBox {
-    Box size;
-    double angle = 0;  ///< Where it would like to stand, in radians.
-    Point center;      ///< Where it stands, around the origin.
-    int id = 0;        ///< The caller's.
+/// Room for boxes around a hole: one lane, or several where one would be much longer than the hole asks for.
+///
+/// Places on a ring are told in turns, from 0 to 1 anticlockwise from the right, that grow by equal steps
+/// from box to box wherever it is: along the top and bottom, where widths keep boxes apart, more slowly than
+/// along the sides, where heights do. A turn points in nearly the same direction on all rings of one middle.
+class Ring {
+  public:
+    /// `hole`: what the ring stands around. `sizes`: of the boxes that it is for, in any order.
+    Ring(const RingShape& hole, const std::vector<Box>& sizes, double gapX, double gapY, int mostLanes);
+
+    /// The part of a turn from one box to the next.
+    double Distance(const Box& a, const Box& b) const;
+    /// Middles of boxes, given with ascending turns at their distances, around the hole's middle. Those of
+    /// very unlike sizes may stand too near to each other.
+    std::vector<Point> Place(const std::vector<Box>& sizes, const std::vector<double>& turns) const;
+    double AngleOf(double turn) const;
+    /// What the ring covers, as a hole for the next one.
+    RingShape Cover() const;
+
+  private:
+    /// The way along a lane, measured in mean boxes with their gaps.
+    struct Lane {
+        RingShape shape;
+        std::vector<double> passed;  ///< From angle 0 to each of equal angles; the last is the whole.
+        double Angle(double turn) const;
+    };
+    Lane MakeLane(const RingShape& shape) const;
+    void MakeLanes(int count, double grown);
+
+    double gapX_, gapY_, pitchX_ = 0, pitchY_ = 0, width_ = 0, height_ = 0;
+    RingShape hole_;
+    std::vector<Lane> lanes_;
+    double capacity_ = 0;
 };
 
-/// Puts boxes, in their order of angles, on a ring around a hole of the given half axes: one lane, or as many
-/// as the boxes need when the ring would otherwise be much longer than the hole asks for. Widens the hole to
-/// what the ring takes. Boxes of one lane keep the gaps; those of other rings keep them unless very unlike in
-/// size (see KeepApart).
-void PlaceOnRing(std::vector<RingBox>& boxes, RingShape& hole, double gapX, double gapY, int mostLanes);
-
-/// Whether all boxes keep the gaps from one another.
-bool AreApart(const std::vector<Box>& boxes, const std::vector<Point>& centers, double gapX, double gapY);
-
-/// Spreads the centres evenly until all boxes keep the gaps; directions stay.
-void KeepApart(const std::vector<Box>& boxes, std::vector<Point>& centers, double gapX, double gapY);
+/// Moves turns, ascending and within one turn, as little as possible to keep their distances, distance[i]
+/// from the one before (for the first, from the last); when all are taken, all stand at their distances.
+std::vector<double> SeparateAround(const std::vector<double>& turns, const std::vector<double>& distance);
 
 }  // namespace norvelis::layout

@@ -1,7 +1,6 @@
 #include "drawing/routing/labels.h"
 
 #include <cstddef>
-#include <numeric>
 
 #include "drawing/routing/obstacles.h"
 
@@ -34,8 +33,8 @@ class LabelPlacer {
         }
     }
 
-    /// True when the label stands on or right beside its line.
-    bool Place(int line, Point& middle);
+    Point Place(int line) const;
+    void Keep(int line, Point middle);
 
   private:
     struct Piece {
@@ -50,8 +49,6 @@ class LabelPlacer {
     bool IsFree(const Rect& label) const;
     int LinesThrough(const Rect& label, int line, int most) const;
     Point NearestFree(Point wish, double width, double height) const;
-    void Keep(const Rect& label);
-
     const std::vector<Line>& lines_;
     const std::vector<std::vector<Point>>& ways_;
     Obstacles obstacles_;
@@ -127,17 +124,19 @@ Point LabelPlacer::NearestFree(Point wish, double width, double height) const {
     }
 }
 
-void LabelPlacer::Keep(const Rect& label) {
+void LabelPlacer::Keep(int line, Point middle) {
+    if (lines_[At(line)].labelWidth <= 0 || lines_[At(line)].labelHeight <= 0) return;
+    const Rect label = RectAround(middle, lines_[At(line)].labelWidth, lines_[At(line)].labelHeight);
     labelsNear_.Add(label, static_cast<int>(labels_.size()));
     labels_.push_back(label);
 }
 
-bool LabelPlacer::Place(int line, Point& middle) {
+Point LabelPlacer::Place(int line) const {
     const double width = lines_[At(line)].labelWidth, height = lines_[At(line)].labelHeight;
     const std::vector<Spot> spots = SpotsAlong(line);
-    middle =
+    Point middle =
         spots.empty() ? (ways_[At(line)].empty() ? Point{} : ways_[At(line)].front()) : spots.front().middle;
-    if (width <= 0 || height <= 0) return true;
+    if (width <= 0 || height <= 0) return middle;
     double best = 1e9;
     for (const Spot& spot : spots) {
         if (spot.cost >= best) break;
@@ -149,34 +148,66 @@ bool LabelPlacer::Place(int line, Point& middle) {
             middle = spot.middle;
         }
     }
-    if (best == 1e9) middle = NearestFree(middle, width, height);
-    Keep(RectAround(middle, width, height));
-    return best < 1e9;
+    return best < 1e9 ? middle : NearestFree(middle, width, height);
+}
+
+Rect PageOf(const std::vector<Rect>& boxes, const std::vector<std::vector<Point>>& ways) {
+    Rect page = BoundsOf(boxes);
+    for (const auto& way : ways)
+        for (const Point& p : way)
+            page = {std::min(page.x0, p.x), std::min(page.y0, p.y), std::max(page.x1, p.x),
+                    std::max(page.y1, p.y)};
+    return page;
 }
 
 }  // namespace
 
-Labels PlaceLabels(const std::vector<Rect>& boxes, const std::vector<Line>& lines,
-                   const std::vector<std::vector<Point>>& ways) {
-    Rect page = boxes.empty() ? Rect{} : boxes.front();
-    const auto widen = [&](const Rect& r) {
-        page = {std::min(page.x0, r.x0), std::min(page.y0, r.y0), std::max(page.x1, r.x1),
-                std::max(page.y1, r.y1)};
-    };
-    for (const Rect& box : boxes) widen(box);
-    for (const auto& way : ways)
-        for (const Point& point : way) widen({point.x, point.y, point.x, point.y});
-
-    LabelPlacer placer(boxes, lines, ways, page);
-    std::vector<int> order(lines.size());
-    std::iota(order.begin(), order.end(), 0);
+void PlaceLabels(const std::vector<Rect>& boxes, const std::vector<Line>& lines,
+                 const std::vector<std::vector<Point>>& ways, const std::vector<std::size_t>& which,
+                 std::vector<Point>& middles) {
+    LabelPlacer placer(boxes, lines, ways, PageOf(boxes, ways));
+    std::vector<char> isWanted(lines.size());
+    for (const std::size_t line : which) isWanted[line] = 1;
+    for (std::size_t line = 0; line < lines.size(); ++line)
+        if (!isWanted[line]) placer.Keep(static_cast<int>(line), middles[line]);
     std::vector<double> lengths;
     for (const auto& way : ways) lengths.push_back(LengthOf(way));
+    std::vector<std::size_t> order = which;
     std::stable_sort(order.begin(), order.end(),
-                     [&](int a, int b) { return lengths[At(a)] < lengths[At(b)]; });
-    Labels labels{std::vector<Point>(lines.size()), 0};
-    for (const int i : order) labels.astray += !placer.Place(i, labels.middles[At(i)]);
-    return labels;
+                     [&](std::size_t a, std::size_t b) { return lengths[a] < lengths[b]; });
+    for (const std::size_t i : order) {
+        const int line = static_cast<int>(i);
+        middles[i] = placer.Place(line);
+        placer.Keep(line, middles[i]);
+    }
+}
+
+int DoubtfulLabels(const std::vector<Line>& lines, const std::vector<std::vector<Point>>& ways,
+                   const std::vector<Point>& middles) {
+    std::vector<Rect> labels;
+    for (std::size_t i = 0; i < lines.size(); ++i)
+        labels.push_back(RectAround(middles[i], lines[i].labelWidth, lines[i].labelHeight));
+    SpatialIndex near(BoundsOf(labels), 1.0);
+    for (std::size_t i = 0; i < lines.size(); ++i)
+        if (lines[i].labelWidth > 0) near.Add(labels[i], static_cast<int>(i));
+    std::vector<char> isCrossed(lines.size()), isOnLine(lines.size());
+    for (std::size_t line = 0; line < ways.size(); ++line) {
+        for (std::size_t i = 1; i < ways[line].size(); ++i) {
+            const Point a = ways[line][i - 1], b = ways[line][i];
+            near.Near(RectOf(a, b).Grown(2 * clear), [&](int label) {
+                if (At(label) == line) {
+                    if (PieceHits(a, b, labels[line].Grown(2 * clear))) isOnLine[line] = 1;
+                } else if (!isCrossed[At(label)] && PieceHits(a, b, labels[At(label)])) {
+                    isCrossed[At(label)] = 1;
+                }
+                return true;
+            });
+        }
+    }
+    int doubtful = 0;
+    for (std::size_t i = 0; i < lines.size(); ++i)
+        doubtful += lines[i].labelWidth > 0 && (isCrossed[i] || !isOnLine[i]);
+    return doubtful;
 }
 
 }  // namespace norvelis::layout

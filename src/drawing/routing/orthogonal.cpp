@@ -5,7 +5,7 @@
 
 #include "drawing/routing/corridor.h"
 #include "drawing/routing/obstacles.h"
-#include "drawing/routing/tracks.h"
+#include "drawing/routing/parallel_runs.h"
 
 namespace norvelis::layout {
 
@@ -64,7 +64,7 @@ class OrthogonalRouter {
     FreeSpace space_;
     CorridorSearch search_;
     Obstacles obstacles_;
-    Tracks uprights_, levels_;
+    ParallelRuns uprights_, levels_;
     int crowded_ = 0;
 };
 
@@ -152,7 +152,7 @@ OrthogonalRouter::Range OrthogonalRouter::FreeHeights(int cell, double x0, doubl
 
 double OrthogonalRouter::TakeLevel(double wish, Range range, double x0, double x1, int net) {
     const double lo = std::min(x0, x1), hi = std::max(x0, x1);
-    const Tracks::Room room = levels_.Nearest(wish, range.lo, range.hi, lo, hi, net);
+    const ParallelRuns::Room room = levels_.Nearest(wish, range.lo, range.hi, lo, hi, net);
     crowded_ += room.crowded;
     levels_.Add({room.at, lo, hi, net});
     return room.at;
@@ -170,7 +170,7 @@ std::optional<std::vector<Point>> OrthogonalRouter::Route(int line, int from, in
         const double lo = std::max(leave.lo, arrive.lo), hi = std::min(leave.hi, arrive.hi);
         if (lo < hi) {
             const double x0 = EdgeX(leave, from), x1 = EdgeX(arrive, to);
-            const Tracks::Room room =
+            const ParallelRuns::Room room =
                 levels_.Nearest((lo + hi) / 2, lo, hi, std::min(x0, x1), std::max(x0, x1), line);
             if (!room.crowded) {
                 levels_.Add({room.at, std::min(x0, x1), std::max(x0, x1), line});
@@ -195,7 +195,7 @@ std::optional<std::vector<Point>> OrthogonalRouter::Route(int line, int from, in
         if (isLast && !IsLevel(arrive.side) && i > 0)
             wish = (middle + std::clamp(before, upright.lo, upright.hi)) / 2;
         const int net = i == 0 && !isLast ? trunk : line;
-        const Tracks::Room room =
+        const ParallelRuns::Room room =
             uprights_.Nearest(wish, upright.lo, upright.hi, upright.bottom, upright.top, net);
         crowded_ += room.crowded;
         upright.x = room.at;

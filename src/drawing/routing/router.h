@@ -6,18 +6,13 @@
 
 namespace norvelis::layout {
 
-struct Routing {
-    std::vector<Route> routes;  ///< One for each line of the graph.
-    int crowded = 0;  ///< Lines and labels that found no room of their own: the boxes may be spread.
-};
-
 /// Routes lines and places labels for boxes that stand already, by `routeStyle` and `lineRouteExt`. No line
 /// runs through a box that it does not join and no label covers a box or another label, provided that the
 /// boxes themselves do not overlap; where the style's way is barred, a line bends around the boxes. Each line
 /// meets a box at a point of its own; lines of a tree or organisation chart share their owner's.
-Routing RouteLines(const Graph& graph, const std::vector<Point>& centers, const Style& style);
+std::vector<Route> RouteLines(const Graph& graph, const std::vector<Point>& centers, const Style& style);
 
-/// The same with the boxes spread, a few times at most, until nothing is crowded.
+/// The same, and boxes give way until lines and labels have the room they need.
 Placement RouteMakingRoom(const Graph& graph, std::vector<Point> centers, const Style& style);
 
 }  // namespace norvelis::layout

@@ -28,8 +28,7 @@ class StraightRouter {
           clearance_(lineGap),
           obstacles_(boxes),
           space_(boxes, clearance_, 1 + lineGap * std::min(200.0, static_cast<double>(lines.size()))),
-          search_(space_, boxes, RouteRule{}, lineGap),
-          passed_(At(space_.PortalCount())) {
+          search_(space_, boxes, RouteRule{}, lineGap) {
         std::map<std::pair<int, int>, int> count;
         for (const Line& line : lines) ++count[std::minmax(line.from, line.to)];
         std::map<std::pair<int, int>, int> index;
@@ -38,6 +37,8 @@ class StraightRouter {
             const int all = count[pair], at = index[pair]++;
             // Seen from the lower box, so that lines in both directions spread as one bundle.
             bundle_.push_back({all, (at - (all - 1) / 2.0) * (line.from <= line.to ? 1 : -1)});
+            Box& label = widest_[pair];
+            label = {std::max(label.width, line.labelWidth), std::max(label.height, line.labelHeight)};
         }
     }
 
@@ -60,8 +61,8 @@ class StraightRouter {
     Obstacles obstacles_;
     FreeSpace space_;
     CorridorSearch search_;
-    std::vector<int> passed_;  ///< Lines through each portal.
     std::vector<InBundle> bundle_;
+    std::map<std::pair<int, int>, Box> widest_;  ///< Label of the lines between two boxes.
 };
 
 /// Cuts off what lies inside the two boxes; nothing when the way does not leave them properly.
@@ -94,7 +95,10 @@ std::optional<std::vector<Point>> StraightRouter::Direct(int line) const {
     const auto shows = [&](const Rect& box) {
         return std::abs(normal.x) * box.Width() + std::abs(normal.y) * box.Height();
     };
-    const double step = std::min(2 * lineGap_, 0.8 * std::min(shows(source), shows(target)) / bundle.count);
+    // Lines of a bundle are far enough from each other for their labels.
+    const Box& label = widest_.at(std::minmax(from, to));
+    const double wanted = lineGap_ + std::abs(normal.x) * label.width + std::abs(normal.y) * label.height;
+    const double step = std::min(wanted, 0.8 * std::min(shows(source), shows(target)) / bundle.count);
     const Point shift = normal * (bundle.step * step);
     std::vector<Point> points{source.Center() + shift, target.Center() + shift};
     if (!ClipToBorders(points, source, target)) return std::nullopt;
@@ -122,16 +126,13 @@ Door StraightRouter::DoorAt(const Exit& exit, const Rect& box, bool leaves) cons
     return door;
 }
 
-/// Doors are narrowed by the lines that passed them before, so that lines around one corner run side by side.
 std::vector<Door> StraightRouter::DoorsOf(const Corridor& corridor, int line) {
     const Rect &source = boxes_[At(lines_[At(line)].from)], &target = boxes_[At(lines_[At(line)].to)];
     std::vector<Door> doors{DoorAt(corridor.from, source, true),
                             DoorAt(corridor.from, source.Grown(clearance_), true)};
     for (std::size_t i = 0; i < corridor.portals.size(); ++i) {
         const Portal& portal = corridor.portals[i];
-        const double width = portal.hi - portal.lo;
-        const double narrow = std::min(lineGap_ * passed_[At(portal.id)]++, width * 0.45);
-        const Point lo{portal.lo + narrow, portal.y}, hi{portal.hi - narrow, portal.y};
+        const Point lo{portal.lo, portal.y}, hi{portal.hi, portal.y};
         const bool upwards = space_.Cells()[At(corridor.cells[i])].area.y1 == portal.y;
         doors.push_back(upwards ? Door{lo, hi} : Door{hi, lo});
     }

@@ -4,9 +4,9 @@
 #include "drawing/routing/free_space.h"
 #include "drawing/routing/funnel.h"
 #include "drawing/routing/geometry.h"
+#include "drawing/routing/parallel_runs.h"
 #include "drawing/routing/router.h"
 #include "drawing/routing/separate.h"
-#include "drawing/routing/tracks.h"
 
 namespace norvelis::layout {
 namespace {
@@ -35,14 +35,14 @@ TEST(Separate, MovesWhatIsTooNearAndNothingElse) {
                 ElementsAre(DoubleNear(0, 1e-9), DoubleNear(5, 1e-9), DoubleNear(10, 1e-9)));
 }
 
-TEST(Tracks, TakeTheFreePlaceNearestToTheWish) {
-    Tracks tracks(0.5, -10, 10);
-    EXPECT_DOUBLE_EQ(tracks.Nearest(1, 0, 3, 0, 10, 1).at, 1);
-    tracks.Add({1, 0, 10, 1});
-    EXPECT_DOUBLE_EQ(tracks.Nearest(1.1, 0, 3, 5, 20, 2).at, 1.5);
-    EXPECT_DOUBLE_EQ(tracks.Nearest(1.1, 0, 3, 11, 20, 2).at, 1.1) << "beyond the run's end";
-    EXPECT_DOUBLE_EQ(tracks.Nearest(1.1, 0, 3, 5, 20, 1).at, 1) << "runs of one net share a track";
-    const Tracks::Room narrow = tracks.Nearest(1, 0.9, 1.2, 0, 10, 3);
+TEST(ParallelRuns, TakeTheFreePlaceNearestToTheWish) {
+    ParallelRuns runs(0.5, -10, 10);
+    EXPECT_DOUBLE_EQ(runs.Nearest(1, 0, 3, 0, 10, 1).at, 1);
+    runs.Add({1, 0, 10, 1});
+    EXPECT_DOUBLE_EQ(runs.Nearest(1.1, 0, 3, 5, 20, 2).at, 1.5);
+    EXPECT_DOUBLE_EQ(runs.Nearest(1.1, 0, 3, 11, 20, 2).at, 1.1) << "beyond the run's end";
+    EXPECT_DOUBLE_EQ(runs.Nearest(1.1, 0, 3, 5, 20, 1).at, 1) << "runs of one net share a track";
+    const ParallelRuns::Room narrow = runs.Nearest(1, 0.9, 1.2, 0, 10, 3);
     EXPECT_TRUE(narrow.crowded);
     EXPECT_GE(narrow.at, 0.9);
     EXPECT_LE(narrow.at, 1.2);
@@ -87,7 +87,7 @@ const std::vector<Point> threeCenters{{0, 0}, {6, 0}, {3, 4}};
 std::vector<Route> RouteThree(int routeStyle) {
     Style style;
     style.routeStyle = routeStyle;
-    return RouteLines(ThreeBoxes(), threeCenters, style).routes;
+    return RouteLines(ThreeBoxes(), threeCenters, style);
 }
 
 TEST(RouteStyles, RightAnglesAreLevelOrUpright) {
@@ -128,7 +128,7 @@ TEST(RouteStyles, FlowLeavesAndArrivesOnTheNamedSides) {
         Style style;
         style.routeStyle = c.style;
         const Graph graph{{{2, 1}, {2, 1}}, {{0, 1, 0.5, 0.2}}};
-        const std::vector<Point> way = RouteLines(graph, {{0, 0}, c.way}, style).routes[0].points;
+        const std::vector<Point> way = RouteLines(graph, {{0, 0}, c.way}, style)[0].points;
         EXPECT_EQ(way.front(), c.leaves) << c.style;
         EXPECT_EQ(way.back(), c.way + c.arrives) << c.style;
     }
@@ -138,7 +138,7 @@ TEST(RouteStyles, LinesOfOneOwnerShareTheTrunkOfATree) {
     const Graph graph{std::vector<Box>(4, Box{2, 1}), {{0, 1, 0.5, 0.2}, {0, 2, 0.5, 0.2}, {0, 3, 0.5, 0.2}}};
     Style style;
     style.routeStyle = 3;
-    const auto routes = RouteLines(graph, {{0, 0}, {-4, -3}, {4, -3}, {8, -3}}, style).routes;
+    const auto routes = RouteLines(graph, {{0, 0}, {-4, -3}, {4, -3}, {8, -3}}, style);
     EXPECT_EQ(routes[0].points.front(), routes[1].points.front());
     EXPECT_EQ(routes[1].points.front(), routes[2].points.front());
     EXPECT_EQ(routes[1].points[1], routes[2].points[1]) << "and its bar";
@@ -150,7 +150,7 @@ TEST(RouteStyles, ParallelLinesRunSideBySide) {
     for (const int routeStyle : {1, 2}) {
         Style style;
         style.routeStyle = routeStyle;
-        const auto routes = RouteLines(graph, {{0, 0}, {0, -4}}, style).routes;
+        const auto routes = RouteLines(graph, {{0, 0}, {0, -4}}, style);
         std::vector<double> x;
         for (const Route& route : routes) {
             ASSERT_EQ(route.points.size(), 2u);

@@ -9,6 +9,7 @@
 #include "drawing/layout/radial.h"
 #include "drawing/layout/reach.h"
 #include "drawing/layout/ring.h"
+#include "drawing/routing/spacing.h"
 
 namespace norvelis::layout {
 namespace {
@@ -74,7 +75,7 @@ TEST(Radial, PutsTheMostReachInTheMiddleAndTheOthersOnRingsAround) {
     Style style;
     style.placeStyle = 3;
     const std::vector<Point> centers = PlaceRadial(graph, style);
-    EXPECT_EQ(centers[0], (Point{0, 0}));
+    EXPECT_NEAR(std::hypot(centers[0].x, centers[0].y), 0, 1.0);
     for (std::size_t member = 7; member < 19; ++member) {
         const Point inner = centers[(member - 7) / 2 + 1], outer = centers[member];
         EXPECT_GT(outer.x * outer.x + outer.y * outer.y, inner.x * inner.x + inner.y * inner.y);
@@ -110,20 +111,30 @@ TEST(Circular, PutsABlockOnACircleAndWhatHangsOnItOutside) {
         EXPECT_LT(apart(centers[8], centers[3]), apart(centers[8], centers[i]));
 }
 
-TEST(Ring, KeepsTheGapsBetweenBoxesOfAllSizes) {
-    std::vector<RingBox> boxes;
-    for (int i = 0; i < 30; ++i) boxes.push_back({{1.0 + i % 4, 0.5 + i % 3}, 0.1 * (i % 7), {}, i});
-    RingShape hole{2, 1, 2};
-    PlaceOnRing(boxes, hole, 0.5, 0.25, 1);
+TEST(Ring, KeepsBoxesApartInTheirOrderAroundTheHole) {
     std::vector<Box> sizes;
-    std::vector<Point> centers;
-    for (const RingBox& box : boxes) {
-        sizes.push_back(box.size);
-        centers.push_back(box.center);
+    std::vector<double> turns, distance;
+    for (int i = 0; i < 30; ++i) {
+        sizes.push_back({1.0 + i % 4, 0.5 + i % 3});
+        turns.push_back(0.3 + 0.001 * i);
     }
-    KeepApart(sizes, centers, 0.5, 0.25);
-    EXPECT_TRUE(AreApart(sizes, centers, 0.5, 0.25));
-    EXPECT_FALSE(AreApart(sizes, std::vector<Point>(30), 0.5, 0.25));
+    const Ring ring({2, 1, 2}, sizes, 0.5, 0.25, 1);
+    for (std::size_t i = 0; i < sizes.size(); ++i)
+        distance.push_back(ring.Distance(sizes[(i + 29) % 30], sizes[i]));
+    const std::vector<double> separate = SeparateAround(turns, distance);
+    EXPECT_TRUE(std::is_sorted(separate.begin(), separate.end()));
+    EXPECT_LE(separate.back() - separate.front(), 1);
+    std::vector<Rect> boxes;
+    const std::vector<Point> centers = ring.Place(sizes, separate);
+    for (std::size_t i = 0; i < sizes.size(); ++i)
+        boxes.push_back(RectAround(centers[i], sizes[i].width, sizes[i].height));
+    SpreadBoxes(boxes, 0.5, 0.25);
+    for (std::size_t i = 0; i < boxes.size(); ++i) {
+        EXPECT_FALSE(Overlap(boxes[i], RectAround({}, 2, 1)));
+        for (std::size_t k = 0; k < i; ++k)
+            EXPECT_FALSE(Overlap(boxes[i], {boxes[k].x0 - 0.499, boxes[k].y0 - 0.249, boxes[k].x1 + 0.499,
+                                            boxes[k].y1 + 0.249}));
+    }
 }
 
 }  // namespace

@@ -10,9 +10,9 @@ namespace norvelis::layout {
 /// to hi on the other. Finds room for another one at least `spacing` from all that it runs beside (the
 /// separation that Wybrow, Marriott, Stuckey: Orthogonal connector routing (2009) call nudging, done line by
 /// line).
-class Tracks {
+class ParallelRuns {
   public:
-    Tracks(double spacing, double first, double last);
+    ParallelRuns(double spacing, double first, double last);
 
     struct Run {
         double at = 0, lo = 0, hi = 0;

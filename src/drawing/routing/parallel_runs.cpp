@@ -1,4 +1,4 @@
-#include "drawing/routing/tracks.h"
+#include "drawing/routing/parallel_runs.h"
 
 #include <cstddef>
 
@@ -8,21 +8,21 @@ namespace {
 constexpr double shelfHeight = 0.5;
 }
 
-Tracks::Tracks(double spacing, double first, double last)
+ParallelRuns::ParallelRuns(double spacing, double first, double last)
     : spacing_(spacing),
       first_(first),
       shelves_(1 + static_cast<std::size_t>(std::clamp((last - first) / shelfHeight, 0.0, 20000.0))) {}
 
-std::size_t Tracks::Shelf(double at) const {
+std::size_t ParallelRuns::Shelf(double at) const {
     const double place = (at - first_) / shelfHeight;
     return place > 0 ? std::min(shelves_.size() - 1, static_cast<std::size_t>(place)) : 0;
 }
 
-void Tracks::Add(const Run& run) {
+void ParallelRuns::Add(const Run& run) {
     shelves_[Shelf(run.at)].push_back(run);
 }
 
-void Tracks::Remove(const Run& run) {
+void ParallelRuns::Remove(const Run& run) {
     std::vector<Run>& shelf = shelves_[Shelf(run.at)];
     const auto found = std::find_if(shelf.begin(), shelf.end(), [&](const Run& other) {
         return other.at == run.at && other.lo == run.lo && other.hi == run.hi && other.net == run.net;
@@ -30,7 +30,8 @@ void Tracks::Remove(const Run& run) {
     if (found != shelf.end()) shelf.erase(found);
 }
 
-Tracks::Room Tracks::Nearest(double wish, double from, double to, double lo, double hi, int net) const {
+ParallelRuns::Room ParallelRuns::Nearest(double wish, double from, double to, double lo, double hi,
+                                         int net) const {
     wish = std::clamp(wish, from, std::max(from, to));
     // Most wishes come true nearby; only a crowded channel is looked at in its whole width.
     for (double reach = 1;; reach *= 6) {

@@ -1,0 +1,75 @@
+#include "layout/svg.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <fstream>
+
+namespace norvelis::layout {
+
+namespace {
+
+std::string Rectangle(const Point& center, double width, double height, const char* look) {
+    return fmt::format("<rect x=\"{:.3f}\" y=\"{:.3f}\" width=\"{:.3f}\" height=\"{:.3f}\" {}/>\n",
+                       center.x - width / 2, -center.y - height / 2, width, height, look);
+}
+
+std::string Text(const Point& center, double size, const std::string& text) {
+    return fmt::format("<text x=\"{:.3f}\" y=\"{:.3f}\" font-size=\"{}\">{}</text>\n", center.x,
+                       -center.y + size * 0.35, size, text);
+}
+
+/// Corners of curved routes are quadratic curves between the middles of their pieces.
+std::string Way(const Route& route) {
+    const auto& points = route.points;
+    std::string way = fmt::format("M {:.3f} {:.3f}", points.front().x, -points.front().y);
+    for (std::size_t i = 1; i + 1 < points.size(); ++i) {
+        const Point &a = points[i - 1], &b = points[i], &c = points[i + 1];
+        if (route.curved) {
+            way += fmt::format(" L {:.3f} {:.3f} Q {:.3f} {:.3f} {:.3f} {:.3f}", (a.x + b.x) / 2,
+                               -(a.y + b.y) / 2, b.x, -b.y, (b.x + c.x) / 2, -(b.y + c.y) / 2);
+        } else {
+            way += fmt::format(" L {:.3f} {:.3f}", b.x, -b.y);
+        }
+    }
+    return way + fmt::format(" L {:.3f} {:.3f}", points.back().x, -points.back().y);
+}
+
+}  // namespace
+
+void WriteSvg(const std::filesystem::path& path, const Graph& graph, const Placement& placement) {
+    constexpr double margin = 0.5, boxText = 0.4, labelText = 0.16;
+    std::string shapes;
+    Point low{1e9, 1e9}, high{-1e9, -1e9};
+    const auto reach = [&](const Point& point, double width, double height) {
+        low = {std::min(low.x, point.x - width / 2), std::min(low.y, point.y - height / 2)};
+        high = {std::max(high.x, point.x + width / 2), std::max(high.y, point.y + height / 2)};
+    };
+    for (std::size_t i = 0; i < graph.boxes.size(); ++i) {
+        const Box& box = graph.boxes[i];
+        reach(placement.centers[i], box.width, box.height);
+        shapes +=
+            Rectangle(placement.centers[i], box.width, box.height, "fill=\"#dfeaf7\" stroke=\"#335577\"");
+        shapes += Text(placement.centers[i], boxText, std::to_string(i));
+    }
+    for (const Route& route : placement.routes) {
+        if (route.points.empty()) continue;
+        for (const Point& point : route.points) reach(point, 0, 0);
+        shapes += fmt::format("<path d=\"{}\" fill=\"none\" stroke=\"#222222\"/>\n", Way(route));
+    }
+    for (std::size_t k = 0; k < graph.lines.size(); ++k) {
+        const Line& line = graph.lines[k];
+        const Point& label = placement.routes[k].label;
+        reach(label, line.labelWidth, line.labelHeight);
+        shapes += Rectangle(label, line.labelWidth, line.labelHeight, "fill=\"#fff3c4\" stroke=\"none\"");
+        shapes += Text(label, labelText, fmt::format("{}-{}", line.from, line.to));
+    }
+    std::ofstream(path) << fmt::format(
+        "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"{0:.2f}in\" height=\"{1:.2f}in\" "
+        "viewBox=\"{2:.3f} {3:.3f} "
+        "{0:.3f} {1:.3f}\" stroke-width=\"0.02\" font-family=\"sans-serif\" "
+        "text-anchor=\"middle\">\n{4}</svg>\n",
+        high.x - low.x + 2 * margin, high.y - low.y + 2 * margin, low.x - margin, -high.y - margin, shapes);
+}
+
+}  // namespace norvelis::layout

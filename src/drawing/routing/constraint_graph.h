@@ -1,0 +1,47 @@
+#pragma once
+
+#include <vector>
+
+namespace norvelis::layout {
+
+/// Places along one axis that must keep distances from one another, as in the compaction of circuits: an arc
+/// for each pair of neighbours, and pairs that must stay within reach of each other. Liao, Wong: An algorithm
+/// to compact a VLSI symbolic layout with mixed constraints (1983).
+class ConstraintGraph {
+  public:
+    /// Where all stand now.
+    explicit ConstraintGraph(std::vector<double> places) : places_(std::move(places)) {}
+
+    /// The upper one, which must not stand below the lower one now, keeps at least `distance` from it.
+    void KeepApart(int lower, int upper, double distance);
+    /// The two stand at most `reach` from each other.
+    void KeepWithin(int a, int b, double reach);
+
+    /// New places: the middle between moving what is too near only upwards and moving it only downwards, so
+    /// that all spreads to both sides. All want to stand at `squeeze` times where they are: less than 1 draws
+    /// them together around 0. Where distances and reaches contradict each other, distances shrink to what
+    /// they are now.
+    std::vector<double> Solve(double squeeze);
+
+  private:
+    struct Arc {
+        int from, to;
+        double distance;
+        bool mayShrink;
+    };
+    /// The arcs by where they start, seen in one direction.
+    struct Walk {
+        std::vector<int> order;  ///< Variables as they stand.
+        std::vector<int> first;  ///< For each place in the order, its first one in arcs; one more at the end.
+        std::vector<int> arcs;
+    };
+    void DropRepeatedArcs();
+    Walk WalkOf(bool upwards) const;
+    std::vector<double> Push(const Walk& walk, bool upwards, double squeeze, bool& contradiction);
+    bool ShrinkContradictions(const std::vector<int>& cause);
+
+    std::vector<double> places_;
+    std::vector<Arc> arcs_;
+};
+
+}  // namespace norvelis::layout

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <vector>
+
+#include "drawing/routing/geometry.h"
+
+namespace norvelis::layout {
+
+/// Leads slanting lines around the labels of others that they run through, where boxes and other labels leave
+/// the room and the line keeps its own label.
+void LeadAroundLabels(std::vector<std::vector<Point>>& ways, const std::vector<Line>& lines,
+                      const std::vector<Rect>& boxes, const std::vector<Point>& labels);
+
+}  // namespace norvelis::layout
