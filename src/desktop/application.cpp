@@ -1,12 +1,9 @@
 #include "desktop/application.h"
 
-#include <QPrinter>
 #include <QTimer>
 
 #include "core/failure.h"
-#include "desktop/drawing_pictures.h"
-#include "desktop/print_pages.h"
-#include "drawing/engine/drawing_engine.h"
+#include "desktop/drawing_tools.h"
 #include "store/connection.h"
 #include "ui/mdi_main_menu.h"
 #include "ui/program_icon.h"
@@ -44,12 +41,7 @@ int Application::Run(const std::string& applicationFolder) {
     app_ = std::make_unique<AppState>(applicationFolder, host_, clock_, Random::FromDevice());
     frame_ =
         std::make_unique<ui::mdiMainMenu>(*app_, [this](const std::exception& failure) { Fail(failure); });
-    frame_->SetDrawings(OpenDrawingPicture);
-    engine_ = drawing::MakeDrawingEngine({app_->AppPath("\\Stencils"), app_->AppPath("\\Temp"),
-                                          [this](const drawing::Document& document, std::optional<int> page) {
-                                              return Print(document, page);
-                                          }});
-    frame_->SetEngine(*engine_);
+    engine_ = GiveDrawingTools(*frame_);
     host_.SetDisplay(frame_.get());
     connect(frame_.get(), &ui::mdiMainMenu::Unloaded, this, [] { quit(); });
     QTimer::singleShot(0, this, [this] { frame_->Run([this] { ui::SubMain(*app_, *frame_); }); });
@@ -57,17 +49,6 @@ int Application::Run(const std::string& applicationFolder) {
     host_.SetDisplay(nullptr);
     frame_.reset();
     return failed_ ? kFailed : status;
-}
-
-bool Application::Print(const drawing::Document& document, std::optional<int> page) {
-    QPrinter* printer = frame_->ChoosePrinter();
-    if (!printer) return false;
-    try {
-        return PrintPages(document, page, *printer);
-    } catch (const RuntimeFailure& failure) {
-        host_.MessageBox(failure.what());
-        return false;
-    }
 }
 
 void Application::Fail(const std::exception& failure) {

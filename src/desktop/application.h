@@ -11,10 +11,6 @@ namespace norvelis::ui {
 class mdiMainMenu;
 }
 
-namespace norvelis::drawing {
-struct Document;
-}
-
 namespace norvelis::desktop {
 
 /// The running program: owner of the state, the Host and the main frame.
@@ -35,8 +31,6 @@ class Application : public QApplication {
   private:
     ui::QtHost host_;
     SystemClock clock_;
-    bool Print(const drawing::Document& document, std::optional<int> page);
-
     std::unique_ptr<AppState> app_;
     std::unique_ptr<engine::DrawingEngine> engine_;
     std::unique_ptr<ui::mdiMainMenu> frame_;

@@ -74,7 +74,10 @@ void cTreeView::SetExpanded(NodeIndex node, bool expanded) {
 }
 
 void cTreeView::Rearrange(const std::function<void(ExtendedTreeView&)>& change) {
+    const NodeIndex selected = SelectedNode();
     lines_->Rearrange(change);
+    if (selected != kNoNode && !currentIndex().isValid())
+        setCurrentIndex(lines_->IndexOf(lines_->Branches().ShownInstead(selected)));
 }
 
 void cTreeView::ScrollView(Scroll where) {
@@ -134,7 +137,7 @@ void cTreeView::scrollTo(const QModelIndex& index, ScrollHint hint) {
     const int left = TreeLineDelegate::TextLeft(Tree()->Level(node));
     QScrollBar& bar = *horizontalScrollBar();
     const int needed = left + width + TreeLineDelegate::kTextMargin - viewport()->width();
-    bar.setValue(std::min(std::max(bar.value(), needed), left - TreeLineDelegate::kIndentation));
+    bar.setValue(std::min(std::max(bar.value(), needed), left - TreeLineDelegate::TextLeft(1)));
 }
 
 NodeIndex cTreeView::SignAt(QPoint place) const {
@@ -200,12 +203,6 @@ void cTreeView::keyPressEvent(QKeyEvent* event) {
             } else if (Tree()->Parent(node) != kNoNode) {
                 Select(Tree()->Parent(node));
             }
-            break;
-        case Qt::Key_Plus:
-            SetExpanded(node, true);
-            break;
-        case Qt::Key_Minus:
-            SetExpanded(node, false);
             break;
         default:
             QListView::keyPressEvent(event);

@@ -1,5 +1,6 @@
 #include "ui/flx_grid.h"
 
+#include <QEvent>
 #include <QHeaderView>
 
 namespace norvelis::ui {
@@ -17,6 +18,12 @@ void GridModel::SetHeadings(std::string_view headings) {
     endResetModel();
 }
 
+void GridModel::SetOddRowColor(const QColor& color) {
+    oddRows_ = color;
+    if (rowCount() > 0)
+        emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1), {Qt::BackgroundRole});
+}
+
 int GridModel::rowCount(const QModelIndex& parent) const {
     if (parent.isValid() || headings_.empty()) return 0;
     return static_cast<int>(cells_.size()) / columnCount();
@@ -27,7 +34,9 @@ int GridModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant GridModel::data(const QModelIndex& index, int role) const {
-    if (!index.isValid() || role != Qt::DisplayRole) return {};
+    if (!index.isValid()) return {};
+    if (role == Qt::BackgroundRole && index.row() % 2 == 0) return oddRows_;
+    if (role != Qt::DisplayRole) return {};
     return cells_[static_cast<std::size_t>(index.row() * columnCount() + index.column())];
 }
 
@@ -43,7 +52,6 @@ FlxGrid::FlxGrid(const QString& name, std::string_view headings, QWidget* parent
     setObjectName(name);
     setModel(model_);
     model_->SetHeadings(headings);
-    setAlternatingRowColors(true);
     setShowGrid(false);
     setEditTriggers(NoEditTriggers);
     setSelectionBehavior(SelectRows);
@@ -59,7 +67,13 @@ FlxGrid::FlxGrid(const QString& name, std::string_view headings, QWidget* parent
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setStretchLastSection(true);
+    MSFlexGridColors(palette().color(QPalette::AlternateBase));
     FitColumns();
+}
+
+void FlxGrid::changeEvent(QEvent* event) {
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) MSFlexGridColors(palette().color(QPalette::AlternateBase));
 }
 
 void FlxGrid::FitColumns() {

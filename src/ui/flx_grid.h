@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QColor>
 #include <QTableView>
 #include <array>
 #include <string>
@@ -28,15 +29,20 @@ class GridModel : public QAbstractTableModel {
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
+    /// The back colour of rows with an odd number, counted from 1 below the headings.
+    void SetOddRowColor(const QColor& color);
+
     QVariant data(const QModelIndex& index, int role) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
   private:
     QStringList headings_;
     std::vector<QString> cells_;
+    QColor oddRows_;
 };
 
-/// A grid of a browsing screen: fixed headings, columns as wide as their widest cell, every other row tinted.
+/// A grid of a browsing screen: fixed headings, columns as wide as their widest cell, every other row tinted
+/// in the skin's colours.
 class FlxGrid : public QTableView {
   public:
     FlxGrid(const QString& name, std::string_view headings, QWidget* parent);
@@ -47,8 +53,12 @@ class FlxGrid : public QTableView {
         FitColumns();
     }
 
+  protected:
+    void changeEvent(QEvent*) override;
+
   private:
     void FitColumns();
+    void MSFlexGridColors(const QColor& color) { model_->SetOddRowColor(color); }
 
     GridModel* model_;
 };

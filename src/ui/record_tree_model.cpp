@@ -37,7 +37,7 @@ void RecordTreeModel::Rearrange(const std::function<void(ExtendedTreeView&)>& ch
     for (const QModelIndex& index : held) nodes.push_back(NodeOf(index));
     change(branches_);
     QModelIndexList now;
-    for (const NodeIndex node : nodes) now.push_back(IndexOf(branches_.ShownInstead(node)));
+    for (const NodeIndex node : nodes) now.push_back(IndexOf(node));
     changePersistentIndexList(held, now);
     emit layoutChanged();
 }

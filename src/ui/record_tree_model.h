@@ -25,7 +25,8 @@ class RecordTreeModel : public QAbstractListModel {
     /// Every branch with members is open, no node is red.
     void SetTree(RecordTree tree);
 
-    /// Opens and closes branches; whoever holds the index of a node that goes gets the one that hides it.
+    /// Opens and closes branches. Indexes that are held go on to stand for their nodes; those of nodes that
+    /// are hidden become none.
     void Rearrange(const std::function<void(ExtendedTreeView&)>& change);
 
     /// Visited and found nodes stay red until the next tree.
