@@ -6,6 +6,7 @@
 #include <cmath>
 #include <limits>
 
+#include "core/failure.h"
 #include "drawing/render/build_scene.h"
 #include "drawing/render/open.h"
 #include "drawing/render/paint.h"
@@ -236,6 +237,33 @@ TEST_F(SceneTest, DamagedNumbersDoNoHarm) {
     sample_.AddBox(1, 1, 1, 1, "#00ff00");
     EXPECT_EQ(Build().figures.size(), 5u);
     EXPECT_EQ(Picture(Build(), 10).width(), 40);
+}
+
+TEST_F(SceneTest, WhatRepeatsWithoutEndIsRefused) {
+    // A small file: a master of many points and long texts, and many instances that state nothing themselves.
+    Master& master = sample_.document.AddMaster("Bomb");
+    auto shape = std::make_unique<Shape>();
+    for (int i = 0; i < 20'000; ++i) {
+        Row& row = shape->At(Name::Geometry).rows.emplace_back();
+        row.key = RowKey::Number(i + 1);
+        row.type = Name::LineTo;
+    }
+    shape->text = TextRuns{{std::string(100'000, 'x')}};
+    shape->cells.SetText(Name::Comment, std::string(100'000, 'y'));
+    master.Add(std::move(shape));
+    for (int i = 0; i < 5'000; ++i) DropInstance(sample_.First(), master, 1, 1);
+    EXPECT_THROW(Build(), RuntimeFailure);
+}
+
+TEST_F(SceneTest, GuidesAndPicturesOfUnknownKindsAreNotShown) {
+    auto guide = sample_.Box(1, 1.5, 1, 1, "#ff0000");
+    guide->kind = ShapeKind::Guide;
+    sample_.First().Add(std::move(guide));
+    auto picture = sample_.Box(3, 1.5, 1, 1, "#ffffff");
+    picture->picture = std::make_unique<ForeignPicture>(ForeignPicture{"EnhMetaFile", "", "emf", "nothing"});
+    sample_.First().Add(std::move(picture));
+    EXPECT_EQ(ColorAt(1, 1.5), "#ffffff");
+    EXPECT_EQ(Build().figures.size(), 1u);
 }
 
 TEST_F(SceneTest, AHugePageGivesAPictureOfBoundedSize) {
