@@ -1,13 +1,12 @@
 #include "drawing/render/build_scene.h"
 
-#include <QBuffer>
-#include <QImageReader>
 #include <algorithm>
 #include <cmath>
 #include <numbers>
 #include <set>
 
 #include "core/failure.h"
+#include "drawing/render/bitmap.h"
 #include "drawing/render/outline.h"
 #include "drawing/render/text_picture.h"
 
@@ -55,9 +54,7 @@ double Units(double inches) {
 }
 
 constexpr std::size_t kMostWork = 10'000'000;
-constexpr std::size_t kWorkOfAFragment = 20;     ///< Of a line of text.
-constexpr int kLongestPicture = 4000;            ///< Pixels.
-constexpr std::size_t kMostPixels = 64'000'000;  ///< Of all pictures together.
+constexpr std::size_t kWorkOfAFragment = 20;  ///< Of a line of text.
 
 class SceneBuilder {
   public:
@@ -270,30 +267,10 @@ class SceneBuilder {
 
     void AddPicture(const Shape& shape, const Placement& place, Figure& figure) {
         if (!shape.picture) return;
-        figure.picture = ReadPicture(*shape.picture);
+        figure.picture = ReadBitmap(*shape.picture, effort_.pixels);
         const double x = Value(shape, Name::ImgOffsetX), y = Value(shape, Name::ImgOffsetY);
         const double width = Value(shape, Name::ImgWidth), height = Value(shape, Name::ImgHeight);
         figure.picturePlace = QTransform(width, 0, 0, -height, x, y + height) * place.toScene;
-    }
-
-    /// A bitmap that is larger than anybody can see is shrunk; what is no bitmap, or one too many, is not
-    /// shown.
-    QImage ReadPicture(const ForeignPicture& picture) {
-        static const QByteArrayList kBitmaps = {"png", "jpeg", "jpg", "gif", "bmp"};
-        const QByteArray format = QByteArray::fromStdString(picture.extension);
-        if (!kBitmaps.contains(format)) return {};
-        QByteArray bytes =
-            QByteArray::fromRawData(picture.bytes.data(), static_cast<qsizetype>(picture.bytes.size()));
-        QBuffer buffer(&bytes);
-        QImageReader reader(&buffer, format);
-        QSize size = reader.size();
-        if (size.width() > kLongestPicture || size.height() > kLongestPicture) {
-            size.scale(kLongestPicture, kLongestPicture, Qt::KeepAspectRatio);
-            reader.setScaledSize(size);
-        }
-        effort_.pixels += static_cast<std::size_t>(std::max(size.width(), 1)) *
-                          static_cast<std::size_t>(std::max(size.height(), 1));
-        return effort_.pixels <= kMostPixels ? reader.read() : QImage();
     }
 
     void AddText(const Shape& shape, const Placement& place, Figure& figure) {
