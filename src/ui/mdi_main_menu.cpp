@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QPageSetupDialog>
+#include <QPrintDialog>
 #include <QPrinter>
 #include <QScreen>
 #include <QShortcut>
@@ -61,14 +62,14 @@ mdiMainMenu::mdiMainMenu(AppState& app, Fail fail)
     Timer1_.setSingleShot(true);
     connect(&Timer1_, &QTimer::timeout, this, &mdiMainMenu::Timer1_Timer);
     connect(area_, &ChildArea::FormsChanged, this, &mdiMainMenu::UpdateMinimized);
-    const std::pair<Qt::KeyboardModifiers, int> rounds[] = {{Qt::ControlModifier, 1},
-                                                            {Qt::ControlModifier | Qt::ShiftModifier, -1}};
     tray_->SetTrayIconTip(QApplication::applicationDisplayName());
     connect(tray_, &fbTrayIcon::Clicked, this, [this] {
         setWindowState(windowState() & ~Qt::WindowMinimized);
         raise();
         activateWindow();
     });
+    const std::pair<Qt::KeyboardModifiers, int> rounds[] = {{Qt::ControlModifier, 1},
+                                                            {Qt::ControlModifier | Qt::ShiftModifier, -1}};
     for (const auto& [modifiers, step] : rounds) {
         auto* shortcut = new QShortcut(QKeyCombination(modifiers, Qt::Key_Tab), this);
         connect(shortcut, &QShortcut::activated, area_, [this, step = step] { area_->ActivateNext(step); });
@@ -173,7 +174,8 @@ void mdiMainMenu::Timer1_Timer() {
 }
 
 void mdiMainMenu::LoadColors() {
-    skin_.colors = app_.gUseSkins ? ui::LoadColors(app_) : PlainSkin().colors;
+    const bool fromSkin = app_.gUseSkins && FileExists(SkinIni(app_));
+    skin_.colors = fromSkin ? ui::LoadColors(app_) : PlainSkin().colors;
 }
 
 void mdiMainMenu::ShowVersion() {
@@ -256,8 +258,19 @@ void mdiMainMenu::mnuColors() {
 }
 
 void mdiMainMenu::mnuPrinterSetup() {
+    QPageSetupDialog(&Printer(), this).exec();
+}
+
+QPrinter& mdiMainMenu::Printer() {
     if (!printer_) printer_ = std::make_unique<QPrinter>(QPrinter::HighResolution);
-    QPageSetupDialog(printer_.get(), this).exec();
+    return *printer_;
+}
+
+QPrinter* mdiMainMenu::ChoosePrinter() {
+    app_.host.WaitCursor(false);
+    const bool chosen = QPrintDialog(&Printer(), this).exec() == QDialog::Accepted;
+    app_.host.WaitCursor(true);
+    return chosen ? printer_.get() : nullptr;
 }
 
 void mdiMainMenu::mnuExit() {
@@ -286,11 +299,17 @@ void mdiMainMenu::mnuListview() {
 }
 
 void mdiMainMenu::mnu_Draw_Fancy_Single() {
-    ui::mnu_Draw_Fancy_Single(app_, [this](bool) { SayNotThere(app_, "Draw All in Single Page"); });
+    RunLong([this] { ui::mnu_Draw_Fancy_Single(app_, [this](bool single) { DrawAll(single); }); });
 }
 
 void mdiMainMenu::mnu_Draw_Fancy_Separate() {
-    ui::mnu_Draw_Fancy_Separate(app_, [this](bool) { SayNotThere(app_, "Draw in Separate Pages"); });
+    RunLong([this] { ui::mnu_Draw_Fancy_Separate(app_, [this](bool single) { DrawAll(single); }); });
+}
+
+// The tree screen draws; one that was not open stays behind the others with an empty tree.
+void mdiMainMenu::DrawAll(bool singlePage) {
+    LoadScreen(Screen::Treeview);
+    qobject_cast<frm_Treeview*>(Find(Screen::Treeview))->DrawAll(singlePage);
 }
 
 void mdiMainMenu::mnu_Scheduler() {

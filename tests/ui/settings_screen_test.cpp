@@ -359,7 +359,11 @@ TEST_F(SettingsScreenTest, ASkinWithoutItsIniGetsNoneAndThePersonIsTold) {
     DeleteFile(ui.folder.Path("Skins/Daylight/Daylight.Ini"));
     Click("lblApply");
     EXPECT_FALSE(FileExists(ui.folder.Path("Skins/Daylight/Daylight.Ini")));
-    EXPECT_EQ(ui.host.TakeTexts().size(), 1U);
+    EXPECT_THAT(ui.host.TakeTexts(), ElementsAre("The colors could not be written to:\r\n" +
+                                                 ui.folder.Path("Skins/Daylight/Daylight.Ini")));
+    EXPECT_NE(ColorShown("txtTextBoxForeGroundColor", QPalette::Text),
+              ColorShown("txtTextBoxForeGroundColor", QPalette::Base))
+        << "texts can still be read";
 }
 
 TEST_F(SettingsScreenTest, AStoreThatRefusesIsToldAndTheScreenStays) {

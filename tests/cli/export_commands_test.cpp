@@ -12,7 +12,7 @@ namespace {
 using testing::EndsWith;
 using testing::HasSubstr;
 
-class DrawingCommands : public testing::Test {
+class ExportCommands : public testing::Test {
   protected:
     std::string Save(const std::string& name, const std::string& bytes) const {
         WriteFile(program.Path(name), bytes);
@@ -36,7 +36,7 @@ class DrawingCommands : public testing::Test {
     const std::string rich = drawing::WritePackage(*drawing::RichDrawing());
 };
 
-TEST_F(DrawingCommands, ADrawingIsWrittenInEveryForm) {
+TEST_F(ExportCommands, ADrawingIsWrittenInEveryForm) {
     const std::string drawing = Save("rich.vsd", rich);
     for (const auto& [ending, begins] :
          {std::pair{"svg", "<?xml"}, {"png", "\x89PNG"}, {"pdf", "%PDF"}, {"vsdx", "PK"}}) {
@@ -50,7 +50,7 @@ TEST_F(DrawingCommands, ADrawingIsWrittenInEveryForm) {
     EXPECT_THAT(ReadFile(program.Path("out.svg")), HasSubstr("EMPLOYEE"));
 }
 
-TEST_F(DrawingCommands, AStencilIsDrawnByItsNameOrItsPath) {
+TEST_F(ExportCommands, AStencilIsDrawnByItsNameOrItsPath) {
     const std::string out = program.Path("sheet.png");
     for (const std::string& name :
          {std::string("'Borders and Titles (US units)'"), std::string("'Borders and Titles (US units).vss'"),
@@ -64,7 +64,7 @@ TEST_F(DrawingCommands, AStencilIsDrawnByItsNameOrItsPath) {
     EXPECT_EQ(program.Run("stencil 'Borders and Titles (US units)' " + program.Path("sheet.gif")).status, 1);
 }
 
-TEST_F(DrawingCommands, HostileFilesAreRefusedWithTheReason) {
+TEST_F(ExportCommands, HostileFilesAreRefusedWithTheReason) {
     ExpectRefusal(Save("cut.vsd", rich.substr(0, rich.size() / 2)), "not a drawing");
     ExpectRefusal(Save("empty.vsd", ""), "not a drawing");
     ExpectRefusal(program.Path("missing.vsd"), "File not found");
