@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 
+#include "drawing/layout/eigenvectors.h"
 #include "drawing/layout/gaps.h"
 #include "drawing/layout/reach.h"
 #include "drawing/layout/ring.h"
@@ -30,7 +31,7 @@ class RadialPlacer {
   private:
     void FindRings();
     void ShareSectors();
-    void OrderChildren();
+    void TurnAsInSpectralDrawing();
     void MakeRings();
     void Settle(int rounds, bool mayReorder);
     void SettleRing(std::size_t ring, bool mayReorder);
@@ -120,43 +121,6 @@ void RadialPlacer::ShareSectors() {
             }
         }
         std::stable_sort(ring.begin(), ring.end(), [&](int a, int b) { return turn_[At(a)] < turn_[At(b)]; });
-    }
-}
-
-/// Children turn towards the lines that lead out of their subtrees (barycentres, as in layered drawing).
-void RadialPlacer::OrderChildren() {
-    std::vector<Point> pull(turn_.size());
-    for (std::size_t k = rings_.size(); k-- > 0;) {
-        for (const int box : rings_[k]) {
-            Point& sum = pull[At(box)];
-            for (const int other : neighbours_[At(box)]) {
-                const bool inTree = parent_[At(other)] == box || parent_[At(box)] == other;
-                if (inTree) continue;
-                sum.x += std::cos(2 * M_PI * turn_[At(other)]);
-                sum.y += std::sin(2 * M_PI * turn_[At(other)]);
-            }
-            for (const int child : children_[At(box)]) {
-                sum.x += pull[At(child)].x;
-                sum.y += pull[At(child)].y;
-            }
-        }
-    }
-    for (auto& children : children_) {
-        std::vector<std::pair<double, int>> order;
-        for (const int child : children) {
-            const Point& sum = pull[At(child)];
-            const double own = turn_[At(child)];
-            // How far the pull asks the child to turn from where it stands now.
-            double turn = 0;
-            if (sum.x != 0 || sum.y != 0) {
-                turn = Way(own, std::atan2(sum.y, sum.x) / (2 * M_PI));
-                turn *= std::min(1.0, std::hypot(sum.x, sum.y));
-            }
-            order.emplace_back(own + turn * 0.7, child);
-        }
-        std::stable_sort(order.begin(), order.end(),
-                         [](const auto& a, const auto& b) { return a.first < b.first; });
-        for (std::size_t i = 0; i < order.size(); ++i) children[i] = order[i].second;
     }
 }
 
@@ -263,23 +227,33 @@ void RadialPlacer::Swap() {
     }
 }
 
+/// Boxes turn as they stand around the middle in a spectral drawing.
+void RadialPlacer::TurnAsInSpectralDrawing() {
+    const std::vector<Point> places = SpectralPlaces(neighbours_);
+    const Point middle = places[At(rings_.front().front())];
+    for (std::size_t i = 0; i < places.size(); ++i)
+        turn_[i] = std::atan2(places[i].y - middle.y, places[i].x - middle.x) / (2 * M_PI);
+    for (auto& ring : rings_)
+        std::stable_sort(ring.begin(), ring.end(), [&](int a, int b) { return turn_[At(a)] < turn_[At(b)]; });
+}
+
 std::vector<Point> RadialPlacer::Place() {
     FindRings();
-    ShareSectors();
-    for (int round = 0; round < 8; ++round) {
-        OrderChildren();
-        ShareSectors();
-    }
     MakeRings();
-    if (!isTree_) Settle(3, true);
-    Settle(8, false);
-    PutOnRings();
-    for (int round = 0; round < 2 && !isTree_; ++round) {
+    if (isTree_) {
+        ShareSectors();
+        Settle(8, false);
+        PutOnRings();
+    } else {
+        TurnAsInSpectralDrawing();
+        Settle(3, true);
+        Settle(8, false);
+        PutOnRings();
         Swap();
         Settle(2, false);
         PutOnRings();
+        Swap();
     }
-    if (!isTree_) Swap();
     std::vector<Rect> boxes;
     for (std::size_t i = 0; i < centers_.size(); ++i)
         boxes.push_back(RectAround(centers_[i], graph_.boxes[i].width, graph_.boxes[i].height));

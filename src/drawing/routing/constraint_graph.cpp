@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <limits>
 #include <numeric>
 
 namespace norvelis::layout {
@@ -27,12 +28,21 @@ void ConstraintGraph::KeepWithin(int a, int b, double reach) {
     arcs_.push_back({b, a, -reach, false});
 }
 
+/// Of arcs between the same two, the longest one holds.
 void ConstraintGraph::DropRepeatedArcs() {
-    std::sort(arcs_.begin(), arcs_.end(), [](const Arc& a, const Arc& b) {
-        return a.from != b.from ? a.from < b.from : a.to != b.to ? a.to < b.to : a.distance > b.distance;
-    });
-    const auto isSame = [](const Arc& a, const Arc& b) { return a.from == b.from && a.to == b.to; };
-    arcs_.erase(std::unique(arcs_.begin(), arcs_.end(), isSame), arcs_.end());
+    std::vector<std::vector<Arc>> from(places_.size());
+    for (const Arc& arc : arcs_) {
+        std::vector<Arc>& here = from[At(arc.from)];
+        const auto same =
+            std::find_if(here.begin(), here.end(), [&](const Arc& other) { return other.to == arc.to; });
+        if (same == here.end()) {
+            here.push_back(arc);
+        } else if (same->distance < arc.distance) {
+            *same = arc;
+        }
+    }
+    arcs_.clear();
+    for (const auto& here : from) arcs_.insert(arcs_.end(), here.begin(), here.end());
 }
 
 ConstraintGraph::Walk ConstraintGraph::WalkOf(bool upwards) const {
@@ -122,6 +132,34 @@ bool ConstraintGraph::ShrinkContradictions(const std::vector<int>& cause) {
         for (const int passed : walk) state[At(passed)] = Done;
     }
     return found;
+}
+
+std::pair<double, double> ConstraintGraph::RoomOf(int variable, int other,
+                                                  const std::vector<double>& places) const {
+    double lo = -std::numeric_limits<double>::infinity(), hi = -lo;
+    for (const int i : arcsAt_[At(variable)]) {
+        const Arc& arc = arcs_[At(i)];
+        if (arc.from == other || arc.to == other) continue;
+        if (arc.to == variable) lo = std::max(lo, places[At(arc.from)] + arc.distance);
+        if (arc.from == variable) hi = std::min(hi, places[At(arc.to)] - arc.distance);
+    }
+    return {lo, hi};
+}
+
+bool ConstraintGraph::Join(int a, int b, std::vector<double>& places) {
+    if (arcsAt_.empty()) {
+        arcsAt_.resize(places_.size());
+        for (std::size_t i = 0; i < arcs_.size(); ++i) {
+            arcsAt_[At(arcs_[i].from)].push_back(static_cast<int>(i));
+            arcsAt_[At(arcs_[i].to)].push_back(static_cast<int>(i));
+        }
+    }
+    const auto [loA, hiA] = RoomOf(a, b, places);
+    const auto [loB, hiB] = RoomOf(b, a, places);
+    const double lo = std::max(loA, loB), hi = std::min(hiA, hiB);
+    if (lo > hi) return false;
+    places[At(a)] = places[At(b)] = std::clamp((places[At(a)] + places[At(b)]) / 2, lo, hi);
+    return true;
 }
 
 std::vector<double> ConstraintGraph::Solve(double squeeze) {

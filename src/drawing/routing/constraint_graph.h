@@ -1,5 +1,6 @@
 #pragma once
 
+#include <utility>
 #include <vector>
 
 namespace norvelis::layout {
@@ -23,6 +24,9 @@ class ConstraintGraph {
     /// they are now.
     std::vector<double> Solve(double squeeze);
 
+    /// Moves two to one place, if all distances leave room for that; `places` as solved.
+    bool Join(int a, int b, std::vector<double>& places);
+
   private:
     struct Arc {
         int from, to;
@@ -39,9 +43,12 @@ class ConstraintGraph {
     Walk WalkOf(bool upwards) const;
     std::vector<double> Push(const Walk& walk, bool upwards, double squeeze, bool& contradiction);
     bool ShrinkContradictions(const std::vector<int>& cause);
+    /// Where one of them may stand while all but the other stay.
+    std::pair<double, double> RoomOf(int variable, int other, const std::vector<double>& places) const;
 
     std::vector<double> places_;
     std::vector<Arc> arcs_;
+    std::vector<std::vector<int>> arcsAt_;  ///< Of each variable, once it is asked for.
 };
 
 }  // namespace norvelis::layout

@@ -77,13 +77,8 @@ void Leader::Lead(std::vector<Point>& way, int line) const {
             std::vector<Point> chain = AroundRect(way[i - 1], way[i], labels_[At(*label)].Grown(rim), side);
             if (!chain.empty() && IsFree(chain, line)) chains.push_back(std::move(chain));
         }
-        const auto length = [](const std::vector<Point>& chain) {
-            double sum = 0;
-            for (std::size_t k = 1; k < chain.size(); ++k) sum += Length(chain[k] - chain[k - 1]);
-            return sum;
-        };
         std::sort(chains.begin(), chains.end(),
-                  [&](const auto& a, const auto& b) { return length(a) < length(b); });
+                  [](const auto& x, const auto& y) { return LengthOf(x) < LengthOf(y); });
         for (const auto& chain : chains) {
             std::vector<Point> led(way.begin(), way.begin() + static_cast<std::ptrdiff_t>(i) - 1);
             led.insert(led.end(), chain.begin(), chain.end());

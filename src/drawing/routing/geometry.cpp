@@ -1,6 +1,14 @@
 #include "drawing/routing/geometry.h"
 
+#include <cstddef>
+
 namespace norvelis::layout {
+
+double LengthOf(const std::vector<Point>& way) {
+    double length = 0;
+    for (std::size_t i = 1; i < way.size(); ++i) length += Length(way[i] - way[i - 1]);
+    return length;
+}
 
 bool ClipPiece(Point a, Point b, const Rect& rect, double& enters, double& leaves) {
     enters = 0;

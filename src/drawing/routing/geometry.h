@@ -50,6 +50,8 @@ inline Point Between(Point a, Point b, double part) {
     return a + (b - a) * part;
 }
 
+double LengthOf(const std::vector<Point>& way);
+
 /// The part of the piece a-b that lies in the rectangle, as shares of the way from a; false when there is
 /// none.
 bool ClipPiece(Point a, Point b, const Rect& rect, double& enters, double& leaves);

@@ -56,15 +56,6 @@ class SpotChooser {
     std::vector<Rect> labels_;
 };
 
-Rect PageOf(const Sketch& sketch) {
-    Rect page = BoundsOf(sketch.boxes);
-    for (const auto& way : sketch.ways)
-        for (const Point& p : way)
-            page = {std::min(page.x0, p.x), std::min(page.y0, p.y), std::max(page.x1, p.x),
-                    std::max(page.y1, p.y)};
-    return page;
-}
-
 SpotChooser::SpotChooser(Sketch& sketch)
     : sketch_(sketch),
       piecesNear_(PageOf(sketch), 1.5),
@@ -208,12 +199,6 @@ void SpotChooser::Keep(std::size_t line) {
     const Rect label = LabelArea(sketch_, line);
     labelsNear_.Add(label, static_cast<int>(labels_.size()));
     labels_.push_back(label);
-}
-
-double LengthOf(const std::vector<Point>& way) {
-    double length = 0;
-    for (std::size_t i = 1; i < way.size(); ++i) length += Length(way[i] - way[i - 1]);
-    return length;
 }
 
 }  // namespace

@@ -9,15 +9,10 @@ namespace norvelis::layout {
 namespace {
 
 constexpr double clear = 0.03;  // between a label and what it must not cover
+constexpr double edge = 0.02;   // of a label beside its line that the line still runs through
 
 std::size_t At(int i) {
     return static_cast<std::size_t>(i);
-}
-
-double LengthOf(const std::vector<Point>& way) {
-    double length = 0;
-    for (std::size_t i = 1; i < way.size(); ++i) length += Length(way[i] - way[i - 1]);
-    return length;
 }
 
 class LabelPlacer {
@@ -83,7 +78,7 @@ std::vector<LabelPlacer::Spot> LabelPlacer::SpotsAlong(int line) const {
             const Point on = way[i - 1] + direction * at;
             const double base = offMiddle * 0.8 + overhang * 0.6 + (alongX < 0.3 ? 0.4 : 0);
             spots.push_back({on, base});
-            const double aside = alongX * (height / 2 + clear) + alongY * (width / 2 + clear);
+            const double aside = alongX * (height / 2 - edge) + alongY * (width / 2 - edge);
             const Point normal{-direction.y, direction.x};
             spots.push_back({on + normal * aside, base + 1.2});
             spots.push_back({on - normal * aside, base + 1.2});

@@ -68,17 +68,25 @@ StraightLines RouteStraightLines(const Graph& graph, const std::vector<Rect>& bo
     return lines;
 }
 
+/// Spreads the boxes until lines and labels have room, or as far as it helps.
 Placement DrawStraight(const Graph& graph, std::vector<Point> centers, const Style& style) {
     constexpr int mostAttempts = 5;
     constexpr double spread = 1.15;
-    for (int attempt = 1;; ++attempt) {
-        const std::vector<Rect> boxes = BoxesAt(graph, centers);
-        StraightLines lines = RouteStraightLines(graph, boxes, style.lineGap);
-        if (attempt == mostAttempts || lines.doubtful <= static_cast<int>(graph.lines.size()) / 100)
-            return {std::move(centers), Finish(graph, boxes, std::move(lines.ways), std::move(lines.labels),
-                                               style.lineRouteExt == 2, bendRadius)};
+    const int tolerated = static_cast<int>(graph.lines.size()) / 100;
+    StraightLines best;
+    std::vector<Point> bestCenters;
+    for (int attempt = 0; attempt < mostAttempts; ++attempt) {
+        StraightLines lines = RouteStraightLines(graph, BoxesAt(graph, centers), style.lineGap);
+        if (attempt == 0 || lines.doubtful < best.doubtful) {
+            best = std::move(lines);
+            bestCenters = centers;
+        }
+        if (best.doubtful <= tolerated) break;
         for (Point& center : centers) center = center * spread;
     }
+    std::vector<Route> routes = Finish(graph, BoxesAt(graph, bestCenters), std::move(best.ways),
+                                       std::move(best.labels), style.lineRouteExt == 2, bendRadius);
+    return {std::move(bestCenters), std::move(routes)};
 }
 
 /// Drops points on the way between their neighbours.
@@ -92,11 +100,12 @@ std::vector<Point> Corners(const std::vector<Point>& way) {
             corners.pop_back();
         corners.push_back(point);
     }
+    if (corners.size() < 2) return way;
     return corners;
 }
 
 FirstPiece FirstPieceOf(const std::vector<Point>& way) {
-    if (way.size() < 2) return FirstPiece::Slanting;
+    if (LengthOf(way) == 0) return FirstPiece::Slanting;
     for (std::size_t i = 1; i < way.size(); ++i)
         if (way[i].x != way[i - 1].x && way[i].y != way[i - 1].y) return FirstPiece::Slanting;
     return way[0].x == way[1].x ? FirstPiece::Upright : FirstPiece::Level;
@@ -110,23 +119,26 @@ Sketch SketchWithRightAngles(const Graph& graph, std::vector<Rect> boxes, const 
         sketch.firstPieces.push_back(FirstPieceOf(sketch.ways.back()));
     }
     sketch.labels.resize(graph.lines.size());
-    Untangle(sketch);
-    ChooseLabelSpots(sketch);
     return sketch;
 }
 
 Placement DrawWithRightAngles(const Graph& graph, const std::vector<Point>& centers, const Style& style) {
     const double squeeze = style.placeDepth == 2 ? 0.8 : style.placeDepth == 3 ? 0.88 : 0.85;
-    Sketch sketch = SketchWithRightAngles(graph, BoxesAt(graph, centers), style);
-    MakeRoom(sketch, style.boxGapX, style.boxGapY, style.lineGap, squeeze);
-    sketch =
-        SketchWithRightAngles(graph, std::move(sketch.boxes), style);  // with room, ways have fewer bends
-    MakeRoom(sketch, style.boxGapX, style.boxGapY, style.lineGap, squeeze);
+    const auto makeRoom = [&](Sketch& sketch, double by) {
+        MakeRoom(sketch, style.boxGapX, style.boxGapY, style.lineGap, by);
+    };
+    // A first routing says where boxes must give way; with room, the second one has fewer bends.
+    Sketch first = SketchWithRightAngles(graph, BoxesAt(graph, centers), style);
+    makeRoom(first, squeeze);
+    Sketch sketch = SketchWithRightAngles(graph, std::move(first.boxes), style);
+    Untangle(sketch);
+    ChooseLabelSpots(sketch);
+    makeRoom(sketch, squeeze);
     std::vector<std::vector<char>> tried;
     std::vector<std::size_t> covered = CoveredLabels(sketch);
     constexpr int mostMoves = 4;
     for (int move = 0; move < mostMoves && !covered.empty() && MoveLabels(sketch, covered, tried); ++move) {
-        MakeRoom(sketch, style.boxGapX, style.boxGapY, style.lineGap, 1);
+        makeRoom(sketch, 1);
         covered = CoveredLabels(sketch);
     }
 

@@ -27,6 +27,9 @@ struct Sketch {
     bool trunks = false;  ///< Pieces of one owner's lines that lie on one another belong together.
 };
 
+/// Around all boxes and lines.
+Rect PageOf(const Sketch& sketch);
+
 /// Turns the drawing over its diagonal: x becomes y.
 void Transpose(Sketch& sketch);
 

@@ -22,7 +22,8 @@ struct Thing {
     double place, half;  ///< Along the axis; half of its size with its rim.
     double lo, hi;       ///< Across.
     int variable;
-    double off = 0;  ///< Of its middle from its place.
+    double off = 0;               ///< Of its middle from its place.
+    int before = -1, after = -1;  ///< Variables of the same line's pieces across a jog: they may meet.
 };
 
 /// Adds an arc for each two things that face each other: Dwyer, Marriott, Stuckey: Fast node overlap removal
@@ -87,17 +88,21 @@ class Pass {
         ConstraintGraph graph(places_);
         Face(Boxes(), graph);
         Face(All(true, labelsMayPassBoxes_), graph);
-        if (labelsMayPassBoxes_) Face(All(false, false), graph);
+        Face(All(false, false), graph);
         HoldPorts(graph);
-        Move(graph.Solve(squeeze));
+        std::vector<double> places = graph.Solve(squeeze);
+        if (rims_) StraightenJogs(graph, places);
+        Move(places);
     }
 
   private:
     void NameVariables();
     std::vector<Thing> Boxes() const;
     std::vector<Thing> All(bool withBoxes, bool thinLabels) const;
-    void AddPiece(std::vector<Thing>& things, std::size_t line, std::size_t piece) const;
+    void AddPiece(std::vector<Thing>& things, std::size_t line, std::size_t piece, bool withBoxes) const;
     void HoldPorts(ConstraintGraph& graph) const;
+    bool IsJog(std::size_t line, std::size_t levelPiece) const;
+    void StraightenJogs(ConstraintGraph& graph, std::vector<double>& places) const;
     void Move(const std::vector<double>& places);
 
     int NewVariable(double place) {
@@ -162,7 +167,7 @@ std::vector<Thing> Pass::All(bool withBoxes, bool thinLabels) const {
     }
     for (std::size_t line = 0; line < sketch_.ways.size(); ++line) {
         for (std::size_t piece = 0; piece + 1 < sketch_.ways[line].size(); ++piece)
-            if (pieceVariable_[line][piece] >= 0) AddPiece(things, line, piece);
+            if (pieceVariable_[line][piece] >= 0) AddPiece(things, line, piece, withBoxes);
         if (labelVariable_[line] < 0) continue;
         const Point middle = LabelMiddle(sketch_, line);
         const double half = thinLabels ? 0 : sketch_.lines[line].labelHeight / 2;
@@ -174,7 +179,7 @@ std::vector<Thing> Pass::All(bool withBoxes, bool thinLabels) const {
 }
 
 /// An upright piece, cut where its label stands.
-void Pass::AddPiece(std::vector<Thing>& things, std::size_t line, std::size_t piece) const {
+void Pass::AddPiece(std::vector<Thing>& things, std::size_t line, std::size_t piece, bool withBoxes) const {
     const auto& way = sketch_.ways[line];
     const int variable = pieceVariable_[line][piece];
     Point a = way[piece], b = way[piece + 1];
@@ -183,21 +188,27 @@ void Pass::AddPiece(std::vector<Thing>& things, std::size_t line, std::size_t pi
     const bool lowAtBox = firstIsLow ? startsAtBox : endsAtBox,
                highAtBox = firstIsLow ? endsAtBox : startsAtBox;
     const double middle = (a.y + b.y) / 2;
-    // Next to its own box a line keeps no distance from it.
-    double lo = std::min(a.y, b.y) - (lowAtBox ? -Rim(boxRim_) - hair : Rim(lineRim_));
-    double hi = std::max(a.y, b.y) + (highAtBox ? -Rim(boxRim_) - hair : Rim(lineRim_));
+    // Next to its own box a line keeps no distance from the box, but from other lines.
+    const auto rim = [&](bool atBox) {
+        return !atBox ? Rim(lineRim_) : withBoxes ? -Rim(boxRim_) - hair : -hair;
+    };
+    double lo = std::min(a.y, b.y) - rim(lowAtBox), hi = std::max(a.y, b.y) + rim(highAtBox);
     lo = std::min(lo, middle - hair);
     hi = std::max(hi, middle + hair);
+    const int before = piece > 0 && IsJog(line, piece - 1) ? pieceVariable_[line][piece - 2] : -1;
+    const int after = !endsAtBox && IsJog(line, piece + 1) ? pieceVariable_[line][piece + 2] : -1;
+    const auto add = [&](double half, double from, double to, double off) {
+        things.push_back({a.x, half, from, to, variable, off, before, after});
+    };
     if (!HasLabel(line) || sketch_.labels[line].piece != static_cast<int>(piece)) {
-        things.push_back({a.x, lineRim_, lo, hi, variable});
+        add(lineRim_, lo, hi, 0);
         return;
     }
-    const double at = sketch_.labels[line].at, half = sketch_.lines[line].labelHeight / 2;
-    const double from = at - half - Rim(labelRim), to = at + half + Rim(labelRim);
-    things.push_back({a.x, lineRim_, lo, from, variable});
-    const double aside = sketch_.labels[line].aside;
-    things.push_back({a.x, sketch_.lines[line].labelWidth / 2 + labelRim, from, to, variable, aside});
-    things.push_back({a.x, lineRim_, to, hi, variable});
+    const LabelSpot& spot = sketch_.labels[line];
+    const double half = sketch_.lines[line].labelHeight / 2 + Rim(labelRim);
+    add(lineRim_, lo, spot.at - half, 0);
+    add(sketch_.lines[line].labelWidth / 2 + labelRim, spot.at - half, spot.at + half, spot.aside);
+    add(lineRim_, spot.at + half, hi, 0);
 }
 
 void Pass::HoldPorts(ConstraintGraph& graph) const {
@@ -209,6 +220,24 @@ void Pass::HoldPorts(ConstraintGraph& graph) const {
         };
         hold(pieces.front(), sketch_.lines[line].from);
         hold(pieces.back(), sketch_.lines[line].to);
+    }
+}
+
+/// Whether the line goes on in the same direction after a level piece.
+bool Pass::IsJog(std::size_t line, std::size_t levelPiece) const {
+    const auto& way = sketch_.ways[line];
+    if (levelPiece == 0 || levelPiece + 2 >= way.size()) return false;
+    return (way[levelPiece].y - way[levelPiece - 1].y) * (way[levelPiece + 2].y - way[levelPiece + 1].y) > 0;
+}
+
+void Pass::StraightenJogs(ConstraintGraph& graph, std::vector<double>& places) const {
+    for (std::size_t line = 0; line < sketch_.ways.size(); ++line) {
+        const auto& pieces = pieceVariable_[line];
+        for (std::size_t piece = 1; piece + 1 < pieces.size(); ++piece) {
+            if (pieces[piece] >= 0 || !IsJog(line, piece)) continue;
+            if (sketch_.labels[line].piece == static_cast<int>(piece)) continue;
+            graph.Join(pieces[piece - 1], pieces[piece + 1], places);
+        }
     }
 }
 

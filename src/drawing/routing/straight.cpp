@@ -4,6 +4,7 @@
 #include <map>
 #include <optional>
 
+#include "drawing/routing/corner_loops.h"
 #include "drawing/routing/corridor.h"
 #include "drawing/routing/funnel.h"
 #include "drawing/routing/obstacles.h"
@@ -62,6 +63,7 @@ class StraightRouter {
     std::optional<std::vector<Point>> Around(int line) const;
     std::optional<std::vector<Point>> Through(int line);
     bool IsClear(const std::vector<Point>& way) const;
+    bool IsFree(const std::vector<Point>& way, int from, int to) const;
     double CostOf(const std::vector<Point>& way) const;
     std::vector<Door> DoorsOf(const Corridor& corridor, int line);
     Door DoorAt(const Exit& exit, const Rect& box, bool leaves) const;
@@ -111,12 +113,23 @@ std::optional<std::vector<Point>> StraightRouter::Direct(int line) const {
     // Lines of a bundle are far enough from each other for their labels.
     const Box& label = widest_.at(std::minmax(from, to));
     const double wanted = lineGap_ + std::abs(normal.x) * label.width + std::abs(normal.y) * label.height;
-    const double step = std::min(wanted, 0.8 * std::min(shows(source), shows(target)) / bundle.count);
-    const Point shift = normal * (bundle.step * step);
-    std::vector<Point> points{source.Center() + shift, target.Center() + shift};
-    if (!ClipToBorders(points, source, target)) return std::nullopt;
-    if (obstacles_.Bar(points[0], points[1], clearance_ * 0.5, from, to)) return std::nullopt;
-    return points;
+    const double room = 0.8 * std::min(shows(source), shows(target)) / bundle.count;
+    const Point inner = normal * (bundle.step * std::min(wanted, room)),
+                outer = normal * (bundle.step * wanted);
+    const Point a = source.Center(), b = target.Center();
+    std::vector<std::vector<Point>> ways;
+    if (wanted > room && bundle.step != 0)  // the lines bow
+        ways.push_back({a + inner, Between(a, b, 0.25) + outer, Between(a, b, 0.75) + outer, b + inner});
+    ways.push_back({a + inner, b + inner});
+    for (auto& points : ways)
+        if (ClipToBorders(points, source, target) && IsFree(points, from, to)) return points;
+    return std::nullopt;
+}
+
+bool StraightRouter::IsFree(const std::vector<Point>& way, int from, int to) const {
+    for (std::size_t i = 1; i < way.size(); ++i)
+        if (obstacles_.Bar(way[i - 1], way[i], clearance_ * 0.5, from, to)) return false;
+    return IsClear(way);
 }
 
 Door StraightRouter::DoorAt(const Exit& exit, const Rect& box, bool leaves) const {
@@ -231,10 +244,22 @@ Ways RouteStraight(const std::vector<Rect>& boxes, const std::vector<Line>& line
     StraightRouter router(boxes, lines, lineGap);
     Ways ways;
     ways.points.resize(lines.size());
+    const Obstacles obstacles(boxes);
     std::vector<int> barred;
+    std::map<int, std::vector<int>> loops;
+    for (std::size_t i = 0; i < lines.size(); ++i)
+        if (lines[i].from == lines[i].to) loops[lines[i].from].push_back(static_cast<int>(i));
+    for (const auto& [box, here] : loops) {
+        std::vector<Line> ofBox;
+        for (const int i : here) ofBox.push_back(lines[At(i)]);
+        auto around = LoopsAroundCorners(boxes[At(box)], ofBox, obstacles, lineGap);
+        for (std::size_t k = 0; k < here.size(); ++k) ways.points[At(here[k])] = std::move(around[k]);
+    }
     std::vector<int> bent;
     for (const int i : ShortLinesFirst(boxes, lines)) {
-        if (auto way = router.Direct(i)) {
+        if (!ways.points[At(i)].empty()) {
+            router.Keep(ways.points[At(i)]);
+        } else if (auto way = router.Direct(i)) {
             router.Keep(*way);
             ways.points[At(i)] = std::move(*way);
         } else {

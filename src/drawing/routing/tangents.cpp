@@ -11,14 +11,9 @@ using Way = std::vector<Point>;
 constexpr int mostDepth = 3;
 constexpr std::size_t mostWays = 4;
 
-double LengthOf(const Way& way) {
-    double length = 0;
-    for (std::size_t i = 1; i < way.size(); ++i) length += Length(way[i] - way[i - 1]);
-    return length;
-}
-
 void KeepShortest(std::vector<Way>& ways) {
-    std::stable_sort(ways.begin(), ways.end(), [](const Way& a, const Way& b) { return LengthOf(a) < LengthOf(b); });
+    std::stable_sort(ways.begin(), ways.end(),
+                     [](const Way& a, const Way& b) { return LengthOf(a) < LengthOf(b); });
     if (ways.size() > mostWays) ways.resize(mostWays);
 }
 
@@ -33,7 +28,8 @@ class TautSearch {
         std::vector<Way> ways;
         if (depth == 0) return ways;
         for (const double side : {1.0, -1.0}) {
-            const Way chain = AroundRect(a, b, boxes_[static_cast<std::size_t>(blocker)].Grown(clearance_), side);
+            const Way chain =
+                AroundRect(a, b, boxes_[static_cast<std::size_t>(blocker)].Grown(clearance_), side);
             if (!chain.empty()) Follow(chain, depth - 1, ways);
         }
         KeepShortest(ways);
@@ -68,7 +64,8 @@ class TautSearch {
             obstacles_.Near(RectOf(from, to).Grown(clearance_), [&](int i) {
                 double enters, leaves;
                 if (i == from_ || i == to_) return true;
-                if (!ClipPiece(from, to, boxes_[static_cast<std::size_t>(i)].Grown(clearance_ * 0.5), enters, leaves))
+                if (!ClipPiece(from, to, boxes_[static_cast<std::size_t>(i)].Grown(clearance_ * 0.5), enters,
+                               leaves))
                     return true;
                 if (enters < nearest || (enters == nearest && i < first)) {
                     nearest = enters;
@@ -88,8 +85,8 @@ class TautSearch {
 
 }  // namespace
 
-std::vector<std::vector<Point>> TautWays(const std::vector<Rect>& boxes, const Obstacles& obstacles, int from, int to,
-                                         double clearance) {
+std::vector<std::vector<Point>> TautWays(const std::vector<Rect>& boxes, const Obstacles& obstacles, int from,
+                                         int to, double clearance) {
     return TautSearch(boxes, obstacles, from, to, clearance)
         .Connect(boxes[static_cast<std::size_t>(from)].Center(), boxes[static_cast<std::size_t>(to)].Center(),
                  mostDepth);

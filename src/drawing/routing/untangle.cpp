@@ -48,15 +48,6 @@ class Exchanger {
     SpatialIndex near_;
 };
 
-Rect PageOf(const Sketch& sketch) {
-    Rect page = BoundsOf(sketch.boxes);
-    for (const auto& way : sketch.ways)
-        for (const Point& p : way)
-            page = {std::min(page.x0, p.x), std::min(page.y0, p.y), std::max(page.x1, p.x),
-                    std::max(page.y1, p.y)};
-    return page;
-}
-
 Exchanger::Exchanger(Sketch& sketch) : sketch_(sketch), boxes_(sketch.boxes), near_(PageOf(sketch), 1.0) {
     for (std::size_t line = 0; line < sketch.ways.size(); ++line) {
         if (sketch.firstPieces[line] == FirstPiece::Slanting) continue;
@@ -137,6 +128,10 @@ bool Exchanger::Exchange(const Piece& a, const Piece& b) {
     if (!MayStandAt(a, xb) || !MayStandAt(b, xa) || !IsAloneBetween(a, b)) return false;
     Way(a)[a.number].x = Way(a)[a.number + 1].x = xb;
     Way(b)[b.number].x = Way(b)[b.number + 1].x = xa;
+    for (const Piece* moved : {&a, &b}) {
+        const Extent heights = Heights(*moved);
+        near_.Add({X(*moved), heights.lo, X(*moved), heights.hi}, static_cast<int>(moved - pieces_.data()));
+    }
     return true;
 }
 

@@ -81,6 +81,34 @@ inline std::set<std::string> BrokenRules(const Graph& graph, const Placement& pl
     return broken;
 }
 
+/// Labels that another line runs through, and labels that their own line does not touch.
+struct LabelFaults {
+    int crossed = 0, astray = 0;
+};
+inline LabelFaults FaultsOfLabels(const Graph& graph, const Placement& placement) {
+    constexpr double touch = 1e-6;
+    std::vector<std::vector<Point>> ways;
+    for (const Route& route : placement.routes) ways.push_back(Drawn(route));
+    const auto runsThrough = [](const std::vector<Point>& way, const Rect& label) {
+        for (std::size_t k = 1; k < way.size(); ++k)
+            if (PieceHits(way[k - 1], way[k], label)) return true;
+        return false;
+    };
+    LabelFaults faults;
+    for (std::size_t i = 0; i < graph.lines.size(); ++i) {
+        const Line& line = graph.lines[i];
+        if (line.labelWidth <= 0) continue;
+        const Rect label =
+            RectAround(placement.routes[i].label, line.labelWidth, line.labelHeight).Grown(-touch);
+        bool crossed = false;
+        for (std::size_t k = 0; k < ways.size() && !crossed; ++k)
+            crossed = k != i && runsThrough(ways[k], label);
+        faults.crossed += crossed;
+        faults.astray += !runsThrough(ways[i], label);
+    }
+    return faults;
+}
+
 /// Points where more than one line meets a box.
 inline int SharedPorts(const Placement& placement) {
     std::multiset<std::pair<double, double>> ports;

@@ -41,6 +41,27 @@ TEST(Rules, HoldForSchemasOfAllSizesInEveryChoice) {
     }
 }
 
+TEST(Rules, HoldForManySeedsAndLabelsStandOnTheirLines) {
+    int labels = 0, crossed = 0, astray = 0;
+    for (std::uint64_t seed = 1; seed <= 30; ++seed) {
+        for (const int records : {12, 45}) {
+            const Graph graph = SchemaLike(records, seed % 2 ? 1.2 : 1.6, seed);
+            for (const Style& style : choices) {
+                const Placement placement = Draw(graph, style);
+                EXPECT_THAT(BrokenRules(graph, placement), IsEmpty())
+                    << records << " records, seed " << seed << ", place " << style.placeStyle << ", route "
+                    << style.routeStyle;
+                const LabelFaults faults = FaultsOfLabels(graph, placement);
+                crossed += faults.crossed;
+                astray += faults.astray;
+                labels += static_cast<int>(graph.lines.size());
+            }
+        }
+    }
+    EXPECT_LE(crossed, labels / 500) << "of " << labels << " labels";
+    EXPECT_LE(astray, labels / 500) << "of " << labels << " labels";
+}
+
 TEST(Rules, HoldForEveryRouteStyle) {
     const Graph graph = SchemaLike(50, 1.5, 7);
     for (int route = 0; route <= 23; ++route) {
@@ -60,6 +81,9 @@ TEST(Rules, HoldForGraphsThatNobodyDraws) {
     for (int i = 0; i < 40; ++i)
         for (int k = 0; k < i; ++k) complete.lines.push_back({k, i, 0.9, 0.2});
     for (int i = 0; i < 20; ++i) loops.lines.push_back({0, 0, 0.9, 0.2});
+    Graph points = SchemaLike(20, 1.5, 9);
+    for (Box& box : points.boxes) box = {};
+    for (Line& line : points.lines) line.labelWidth = line.labelHeight = 0;
     Graph sizes = SchemaLike(40, 1.4, 3);
     sizes.boxes[5] = {14, 9};
     sizes.boxes[9] = {0.5, 8};
@@ -77,6 +101,7 @@ TEST(Rules, HoldForGraphsThatNobodyDraws) {
                   {"complete", complete},
                   {"loops", loops},
                   {"sizes", sizes},
+                  {"points", points},
                   {"parts", parts}};
     for (const auto& [name, graph] : graphs)
         for (const Style& style : choices)
