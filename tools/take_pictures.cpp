@@ -1,4 +1,5 @@
-// take_pictures APPLICATION-FOLDER OUT-FOLDER: a picture of every screen in every skin, for the documentation.
+// take_pictures APPLICATION-FOLDER OUT-FOLDER: a picture of every screen in every skin, for the
+// documentation.
 #include <QAbstractButton>
 #include <QEventLoop>
 #include <QTimer>
@@ -6,9 +7,14 @@
 
 #include "core/paths.h"
 #include "desktop/application.h"
+#include "desktop/drawing_pictures.h"
+#include "store/settings.h"
+#include "ui/c_tree_view.h"
 #include "ui/child_area.h"
+#include "ui/drawing_control.h"
 #include "ui/form.h"
 #include "ui/frm_colors.h"
+#include "ui/frm_treeview.h"
 #include "ui/mdi_main_menu.h"
 #include "ui/set_directory.h"
 #include "ui/skin_colors.h"
@@ -42,7 +48,7 @@ class Photographer {
         for (const std::string& skin : InstalledSkins(frame_.App())) {
             ChangeSkin(frame_, skin);
             const QString name = QString::fromStdString(skin).toLower();
-            TakeScreen(Screen::Treeview, "tree-" + name);
+            TakeTree(name);
             TakeScreen(Screen::Settings, "settings-" + name);
             TakePicker(name);
             frame_.mnu_about();
@@ -60,6 +66,18 @@ class Photographer {
         frame_.OpenScreen(screen, false);
         Take(frame_, name);
         if (screen != Screen::Treeview) frame_.Find(screen)->close();
+    }
+    /// The tree with the drawing of its first schema, then a record on its own.
+    void TakeTree(const QString& skin) {
+        auto& screen = dynamic_cast<frm_Treeview&>(*frame_.Find(Screen::Treeview));
+        const auto tree = screen.findChild<cTreeView*>("Tview")->Tree();
+        const QString schema = QString::fromStdString(tree->Text(0));
+        const QString folder = QString::fromStdString(getvisiolocation(frame_.App())) + schema + "/";
+        screen.findChild<DrawingControl2*>("DrawingControl2")->SetSrc(folder + schema + ".vsd");
+        TakeScreen(Screen::Treeview, "tree-" + skin);
+        screen.ClickNode(tree->Children(tree->Children(0)[0])[0]);
+        Take(frame_, "isolate-" + skin);
+        frame_.Find(Screen::IsolateView)->close();
     }
     void TakePicker(const QString& skin) {
         setDirectory picker(frame_, setDirectory::Picks::File);
@@ -88,6 +106,7 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "take_pictures: %s\n", failure.what());
         std::exit(1);
     });
+    frame.SetDrawings(desktop::OpenDrawingPicture);
     host.SetDisplay(&frame);
     QTimer::singleShot(0, &frame, [&] {
         frame.Run([&] { SubMain(app, frame); });

@@ -45,6 +45,7 @@ ChildArea::ChildArea(QWidget* parent) : QWidget(parent) {
 
 void ChildArea::SetBackground(const Picture& picture) {
     background_ = picture;
+    painted_ = {};
     update();
 }
 
@@ -127,7 +128,7 @@ ChildArea::Child* ChildArea::Find(const Form* form) {
 
 void ChildArea::FocusMoved(QWidget* to) {
     Form* form = FormOf(to);
-    Child* child = Find(form);
+    Child* child = form ? Find(form) : nullptr;
     if (!child || form->isHidden()) return;  // A form that goes passes the keyboard round inside itself.
     child->focus = to;
     if (active_ != form) Activate(form);
@@ -168,8 +169,17 @@ bool ChildArea::eventFilter(QObject* object, QEvent* event) {
 }
 
 void ChildArea::paintEvent(QPaintEvent*) {
+    // Scaled once for a size: forms are dragged over it.
+    const double ratio = devicePixelRatioF();
+    if (const QSize pixels = (QSizeF(size()) * ratio).toSize(); painted_.size() != pixels) {
+        painted_ = QPixmap(pixels);
+        painted_.setDevicePixelRatio(ratio);
+        painted_.fill(palette().color(QPalette::Mid));
+        QPainter scaling(&painted_);
+        background_.PaintCovering(scaling, rect());
+    }
     QPainter painter(this);
-    background_.PaintCovering(painter, rect());
+    painter.drawPixmap(0, 0, painted_);
     painter.setRenderHint(QPainter::Antialiasing);
     for (const Form* form : OpenForms()) {
         if (form->isVisible()) PaintShadow(painter, form->geometry(), form == active_);

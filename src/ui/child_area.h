@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPixmap>
 #include <QPointer>
 #include <QWidget>
 #include <vector>
@@ -54,6 +55,7 @@ class ChildArea : public QWidget {
     void ActivateFront();   ///< The active form went: the one in front of the others follows.
 
     Picture background_;
+    QPixmap painted_;  ///< The background at the area's size.
     std::vector<Child> children_;
     QPointer<Form> active_;
 };

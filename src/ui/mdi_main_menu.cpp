@@ -186,7 +186,7 @@ void mdiMainMenu::ShowVersion() {
 }
 
 void mdiMainMenu::ApplySkinAndShow() {
-    resize(kFirstSize);
+    resize(kFirstSize.boundedTo(screen()->availableSize()));
     RestoreGeometry(*this, app_.gLocalIni);
     if (!LoadSkins(*this)) {
         RevertSkin(*this, {}, false);  // Nothing was in force before: the plain look.
