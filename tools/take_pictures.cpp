@@ -1,4 +1,5 @@
 // take_pictures APPLICATION-FOLDER OUT-FOLDER: a picture of every screen in every skin, for the documentation.
+#include <QAbstractButton>
 #include <QEventLoop>
 #include <QTimer>
 #include <cstdio>
@@ -91,6 +92,7 @@ int main(int argc, char** argv) {
     QTimer::singleShot(0, &frame, [&] {
         frame.Run([&] { SubMain(app, frame); });
         frame.resize(1100, 720);
+        frame.Find(Screen::Treeview)->findChild<QAbstractButton*>("ExpandAll")->click();
         Photographer(frame, argv[2]).TakeAll();
         QApplication::quit();
     });

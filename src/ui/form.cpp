@@ -4,6 +4,7 @@
 #include <QEventLoop>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPointer>
 #include <QShortcut>
 #include <QWindow>
 #include <algorithm>
@@ -45,11 +46,15 @@ Form::Form(mdiMainMenu& frame, const QString& name, const QString& caption, QSiz
     connect(imgClose_, &QPushButton::clicked, this, &QWidget::close);
     connect(imgMinimize_, &QPushButton::clicked, this, &Form::Minimized);
     connect(imgRestore_, &QPushButton::clicked, this, &Form::Place);
-    for (const auto keys : {Qt::CTRL | Qt::Key_F4, Qt::CTRL | Qt::Key_W}) {
+    const auto onKeys = [this](QKeyCombination keys, const auto& act) {
         auto* shortcut = new QShortcut(QKeySequence(keys), this);
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);
-        connect(shortcut, &QShortcut::activated, this, &QWidget::close);
-    }
+        connect(shortcut, &QShortcut::activated, this, act);
+    };
+    onKeys(Qt::CTRL | Qt::Key_W, &QWidget::close);
+    onKeys(Qt::CTRL | Qt::Key_F4, &QWidget::close);
+    onKeys(Qt::CTRL | Qt::Key_M, &Form::Minimized);
+    onKeys(Qt::CTRL | Qt::SHIFT | Qt::Key_M, &Form::Place);
 }
 
 Form::~Form() = default;
@@ -92,8 +97,10 @@ void Form::ShowAndWait() {
     move(WaitingPlace());
     QEventLoop loop;
     connect(this, &Form::Closed, &loop, &QEventLoop::quit);
+    const QPointer<Form> here(this);
     show();
     loop.exec();
+    if (!here) return;
     setParent(&frame_.Area(), Qt::SubWindow);
     imgMinimize_->show();
     imgRestore_->show();

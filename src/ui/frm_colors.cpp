@@ -1,12 +1,8 @@
 #include "ui/frm_colors.h"
 
-#include <QColorDialog>
 #include <QComboBox>
 #include <QFileInfo>
-#include <QGridLayout>
 #include <QHBoxLayout>
-#include <QLineEdit>
-#include <QListWidget>
 
 #include "core/failure.h"
 #include "core/ini.h"
@@ -17,11 +13,10 @@
 #include "store/settings.h"
 #include "ui/background_choice.h"
 #include "ui/click_label.h"
-#include "ui/color_palette.h"
+#include "ui/color_samples.h"
 #include "ui/mdi_main_menu.h"
 #include "ui/picture_controls.h"
 #include "ui/set_directory.h"
-#include "ui/skins/classic_colors.h"
 #include "ui/skins_and_colors.h"
 #include "ui/window_settings.h"
 
@@ -29,23 +24,6 @@ namespace norvelis::ui {
 
 namespace {
 
-/// The items of imgSelected.
-enum Item {
-    kLabel,
-    kButtonLabel,
-    kTextboxBackgroundColor,
-    kTextboxForegroundColor,
-    kListboxBackgroundColor,
-    kSkinSchemes,
-    kTitleColor
-};
-constexpr const char* kItemNames[] = {"Label",
-                                      "ButtonLabel",
-                                      "TextboxBackgroundColor",
-                                      "TextboxForegroundColor",
-                                      "ListboxBackgroundColor",
-                                      "SkinSchemes",
-                                      "TitleColor"};
 constexpr auto kAutoApply = "AutoApply";
 constexpr int kNoBackground = 13;  ///< "Background none", which holds when nothing was chosen.
 
@@ -68,13 +46,7 @@ void ShowPath(QLabel* label, const QString& path) {
 
 }  // namespace
 
-frmColors::frmColors(mdiMainMenu& frame)
-    : Form(frame, "frmColors", "SETTINGS", QSize(850, 510)), imgSelected_(this) {
-    for (int i = 0; i <= kTitleColor; ++i) {
-        auto* radio = new SkinRadio(QString("imgSelected%1").arg(i), "Radio", kItemNames[i], this);
-        radio->setToolTip("Click on these radio buttons to select what's to the right of them");
-        imgSelected_.addButton(radio, i);
-    }
+frmColors::frmColors(mdiMainMenu& frame) : Form(frame, "frmColors", "SETTINGS", QSize(850, 510)) {
     auto* columns = new QHBoxLayout;
     columns->setSpacing(34);
     columns->addLayout(LeftColumn());
@@ -90,9 +62,21 @@ QLayout* frmColors::LeftColumn() {
     cboSkinSchemes_->setObjectName("cboSkinSchemes");
     cboSkinSchemes_->setAccessibleName("Skin");
     connect(cboSkinSchemes_, &QComboBox::activated, this, &frmColors::ChooseSkin);
+    const AppState& app = Frame().App();
+    samples_ = new ColorSamples(Bitmap(app, "ColorPicker.Jpg"), Bitmap(app, "ColorSquare.Jpg"), this);
+    connect(samples_, &ColorSamples::Picked, this, &frmColors::ColorPicked);
     auto* skin = new QHBoxLayout;
-    skin->addWidget(imgSelected_.button(kSkinSchemes));
+    skin->addWidget(samples_->Radio(ColorSamples::SkinSchemes));
     skin->addWidget(cboSkinSchemes_, 1);
+
+    imgAutoApply_ = new SkinCheck("imgAutoApply", "Check", "Auto Apply", this);
+    auto* lblAutoApply =
+        new ClickLabel("lblAutoApply", "Auto Apply", this, [this] { imgAutoApply_->click(); });
+    for (QWidget* part : {static_cast<QWidget*>(imgAutoApply_), static_cast<QWidget*>(lblAutoApply)})
+        part->setToolTip("Click here for all color changes to take effect immediately");
+    auto* apply = new QHBoxLayout;
+    apply->addWidget(imgAutoApply_);
+    apply->addWidget(lblAutoApply, 1);
 
     auto* column = new QVBoxLayout;
     column->setSpacing(7);
@@ -100,121 +84,10 @@ QLayout* frmColors::LeftColumn() {
     column->addLayout(skin);
     column->addSpacing(6);
     column->addWidget(Heading(this, "Colors of the skin"));
-    column->addLayout(ColorRows());
-    column->addSpacing(6);
-    column->addLayout(PaletteRows());
+    column->addWidget(samples_);
+    column->addLayout(apply);
     column->addStretch();
     return column;
-}
-
-QLayout* frmColors::ColorRows() {
-    const auto label = [this](const char* name, const char* text, const char* tip, const char* tag,
-                              Item item) {
-        auto* made =
-            new ClickLabel(name, text, this, [this, item] { imgSelected_.button(item)->setChecked(true); });
-        made->setToolTip(tip);
-        made->setProperty("Tag", tag);
-        return made;
-    };
-    auto* lblLabelColor =
-        label("lblLabelColor", "Label Color", "Click here to set the color of all labels", "", kLabel);
-    auto* lblButtonLabelColor =
-        label("lblButtonLabelColor", "Button Text Color",
-              "Click here to set the color of all text on buttons", "ButtonLabel", kButtonLabel);
-    lblTitleColor_ =
-        label("lblTitleColor", "Title Color", "Click here to set the color of the window name or title",
-              "TitleColor", kTitleColor);
-    lblTitleColor_->setAutoFillBackground(true);
-    lblTitleColor_->setMargin(4);
-    const auto textBox = [this](const char* name, const char* text) {
-        auto* made = new QLineEdit(text, this);
-        made->setObjectName(name);
-        made->setReadOnly(true);
-        made->setFocusPolicy(Qt::NoFocus);
-        return made;
-    };
-    auto* txtBack = textBox("txtTextBoxBackGroundColor", "Textbox Background Color");
-    auto* txtFore = textBox("txtTextBoxForeGroundColor", "Textbox Foreground Color");
-    auto* list = new QListWidget(this);
-    list->setObjectName("lstListBoxBackGroundColor");
-    list->addItem("Listbox Background Color");
-    list->setSelectionMode(QAbstractItemView::NoSelection);
-    list->setFocusPolicy(Qt::NoFocus);
-    list->setFixedHeight(28);
-
-    samples_ = {{kLabel, {lblLabelColor, QPalette::WindowText, &SkinColors::LabelForeColor}},
-                {kButtonLabel, {lblButtonLabelColor, QPalette::WindowText, &SkinColors::ButtonForeColor}},
-                {kTitleColor, {lblTitleColor_, QPalette::WindowText, &SkinColors::TitleColor}},
-                {kTextboxBackgroundColor, {txtBack, QPalette::Base, &SkinColors::TextBoxBackColor}},
-                {kTextboxForegroundColor, {txtFore, QPalette::Text, &SkinColors::TextBoxForeColor}},
-                {kListboxBackgroundColor, {list, QPalette::Base, &SkinColors::ListBoxBackColor}}};
-
-    auto* grid = new QGridLayout;
-    grid->setVerticalSpacing(5);
-    grid->setColumnStretch(1, 2);
-    grid->setColumnStretch(3, 3);
-    const auto row = [&](int at, int column, Item item) {
-        grid->addWidget(imgSelected_.button(item), at, column);
-        grid->addWidget(samples_[item].widget, at, column + 1);
-    };
-    row(0, 0, kLabel);
-    row(1, 0, kButtonLabel);
-    row(2, 0, kTitleColor);
-    row(0, 2, kTextboxBackgroundColor);
-    row(1, 2, kTextboxForegroundColor);
-    row(2, 2, kListboxBackgroundColor);
-    return grid;
-}
-
-QLayout* frmColors::PaletteRows() {
-    const AppState& app = Frame().App();
-    picColorPalette_ = new ColorPalette("picColorPalette", Bitmap(app, "ColorPicker.Jpg"), this);
-    picColorPalette_->setAccessibleName("Palette");
-    picColorsSquare_ = new ColorPalette("picColorsSquare", Bitmap(app, "ColorSquare.Jpg"), this);
-    picColorsSquare_->setAccessibleName("Solid colors");
-    QSizePolicy keepsPlace = picColorsSquare_->sizePolicy();
-    keepsPlace.setRetainSizeWhenHidden(true);
-    picColorsSquare_->setSizePolicy(keepsPlace);
-    lblUnderMouse_ = MakeLabel(this, "lblUnderMouse", {}, "nocolorchange");
-    lblUnderMouse_->setAutoFillBackground(true);
-    lblUnderMouse_->setFixedSize(48, 22);
-    for (ColorPalette* palette : {picColorPalette_, picColorsSquare_}) {
-        connect(palette, &ColorPalette::Picked, this, &frmColors::SetItemColor);
-        connect(palette, &ColorPalette::Hovered, this,
-                [this](const QColor& color) { lblUnderMouse_->setPalette(QPalette(color, color)); });
-    }
-    imgShowHideSolidColors_ = new SkinCheck("imgShowHideSolidColors", "Check", "Show Solid Colors", this);
-    lblHideSolidColors_ =
-        new ClickLabel("lblHideSolidColors", {}, this, [this] { imgShowHideSolidColors_->click(); });
-    connect(imgShowHideSolidColors_, &QAbstractButton::toggled, this, &frmColors::ShowHideSolidColors);
-    imgShowHideSolidColors_->setChecked(true);
-    imgAutoApply_ = new SkinCheck("imgAutoApply", "Check", "Auto Apply", this);
-    auto* lblAutoApply =
-        new ClickLabel("lblAutoApply", "Auto Apply", this, [this] { imgAutoApply_->click(); });
-    for (QWidget* part : {static_cast<QWidget*>(imgAutoApply_), static_cast<QWidget*>(lblAutoApply)})
-        part->setToolTip("Click here for all color changes to take effect immediately");
-    auto* lblWindowsColors = new SkinButton("lblWindowsColors", "More Colors", this);
-    lblWindowsColors->setToolTip("Click here to go to the Windows Colors screen");
-    connect(lblWindowsColors, &QPushButton::clicked, this, &frmColors::MoreColors);
-
-    auto* palettes = new QHBoxLayout;
-    palettes->addWidget(picColorPalette_);
-    palettes->addStretch();
-    palettes->addWidget(picColorsSquare_);
-    auto* checks = new QHBoxLayout;
-    checks->addWidget(imgShowHideSolidColors_);
-    checks->addWidget(lblHideSolidColors_, 1);
-    checks->addWidget(lblUnderMouse_);
-    checks->addWidget(lblWindowsColors);
-    auto* apply = new QHBoxLayout;
-    apply->addWidget(imgAutoApply_);
-    apply->addWidget(lblAutoApply, 1);
-    auto* rows = new QVBoxLayout;
-    rows->setSpacing(8);
-    rows->addLayout(palettes);
-    rows->addLayout(checks);
-    rows->addLayout(apply);
-    return rows;
 }
 
 QLayout* frmColors::RightColumn() {
@@ -301,7 +174,7 @@ void frmColors::Load() {
         cboSkinSchemes_->setCurrentIndex(0);
     cboStartUpForm_->addItems({"Treeview", "Listview", "ConvertSQL", "Scheduler"});
     cboStartUpForm_->setCurrentIndex(-1);
-    imgSelected_.button(kLabel)->setChecked(true);
+    samples_->Radio(ColorSamples::Label)->setChecked(true);
     backgrounds_->Choose(kNoBackground);
     LoadApplicationSettings();
 }
@@ -319,10 +192,8 @@ void frmColors::SaveINISettings() {
 }
 
 void frmColors::SkinApplied() {
-    QPalette palette = lblTitleColor_->palette();
-    palette.setColor(QPalette::Window, CaptionColor());
-    lblTitleColor_->setPalette(palette);
-    for (ColorPalette* part : {picColorPalette_, picColorsSquare_}) part->setEnabled(Frame().App().gUseSkins);
+    samples_->SetTitleBackground(CaptionColor());
+    samples_->AllowPicking(Frame().App().gUseSkins);
 }
 
 void frmColors::LoadAllSkinSchemes() {
@@ -360,41 +231,27 @@ void frmColors::LoadApplicationSettings() {
 
 void frmColors::ChooseSkin() {
     AppState& app = Frame().App();
-    imgSelected_.button(kSkinSchemes)->setChecked(true);
-    if (ChangeSkin(Frame(), cboSkinSchemes_->currentText().toStdString())) {
-        WriteINIValue("Skins", "UseSkins", app.gUseSkins ? "True" : "False", app.gLocalIni);
-        WriteINIValue("Skins", "SkinScheme", app.gSkinScheme, app.gLocalIni);
-    } else {
+    samples_->Radio(ColorSamples::SkinSchemes)->setChecked(true);
+    if (!ChangeSkin(Frame(), cboSkinSchemes_->currentText().toStdString())) {
         cboSkinSchemes_->setCurrentIndex(
             cboSkinSchemes_->findText(QString::fromStdString(app.gSkinScheme), Qt::MatchFixedString));
+        return;
     }
+    if (!WriteINIValue("Skins", "UseSkins", app.gUseSkins ? "True" : "False", app.gLocalIni) ||
+        !WriteINIValue("Skins", "SkinScheme", app.gSkinScheme, app.gLocalIni))
+        app.host.MessageBox("The choice could not be written to:" + std::string(kLineBreak) + app.gLocalIni);
 }
 
-void frmColors::SetItemColor(const QColor& color) {
-    const auto found = samples_.find(imgSelected_.checkedId());
-    if (found == samples_.end()) return;
+void frmColors::ColorPicked(int item, const QColor& color) {
+    // The screen previews itself.
     const auto give = [&](QWidget* widget, QPalette::ColorRole role) {
         QPalette palette = widget->palette();
         palette.setColor(role, color);
         widget->setPalette(palette);
     };
-    give(found->second.widget, found->second.role);
-    if (found->first == kTitleColor) give(findChild<QLabel*>("lblCaption"), QPalette::WindowText);
-    if (found->first == kListboxBackgroundColor) give(cboSkinSchemes_, QPalette::Base);
+    if (item == ColorSamples::TitleColor) give(findChild<QLabel*>("lblCaption"), QPalette::WindowText);
+    if (item == ColorSamples::ListboxBackgroundColor) give(cboSkinSchemes_, QPalette::Base);
     Changed();
-}
-
-void frmColors::MoreColors() {
-    const auto found = samples_.find(imgSelected_.checkedId());
-    if (found == samples_.end()) return;
-    const QColor present = found->second.widget->palette().color(found->second.role);
-    const QColor chosen = QColorDialog::getColor(present, this);
-    if (chosen.isValid()) SetItemColor(chosen);
-}
-
-void frmColors::ShowHideSolidColors(bool show) {
-    picColorsSquare_->setVisible(show);
-    lblHideSolidColors_->setText(show ? "Hide Solid Colors" : "Show Solid Colors");
 }
 
 void frmColors::changerptfile() {
@@ -445,17 +302,10 @@ void frmColors::Changed() {
     if (imgAutoApply_->isChecked()) SaveChanges();
 }
 
-SkinColors frmColors::Samples() const {
-    SkinColors colors;
-    for (const auto& [item, sample] : samples_)
-        colors.*sample.color = ColorNumber(sample.widget->palette().color(sample.role));
-    return colors;
-}
-
 void frmColors::SaveChanges() {
     AppState& app = Frame().App();
     SaveINISettings();
-    if (app.gUseSkins && !SaveColors(app, Samples()))
+    if (app.gUseSkins && !SaveColors(app, samples_->Colors()))
         app.host.MessageBox("The colors could not be written to:" + std::string(kLineBreak) + SkinIni(app));
     Guarded("SaveChanges", [&] {
         setvisiobackground(app, backgrounds_->Chosen());

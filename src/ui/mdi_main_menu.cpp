@@ -16,6 +16,8 @@
 #include "core/failure.h"
 #include "core/ini.h"
 #include "core/log.h"
+#include "core/paths.h"
+#include "core/text.h"
 #include "store/connection.h"
 #include "ui/child_area.h"
 #include "ui/fb_tray_icon.h"
@@ -59,14 +61,14 @@ mdiMainMenu::mdiMainMenu(AppState& app, Fail fail)
     Timer1_.setSingleShot(true);
     connect(&Timer1_, &QTimer::timeout, this, &mdiMainMenu::Timer1_Timer);
     connect(area_, &ChildArea::FormsChanged, this, &mdiMainMenu::UpdateMinimized);
-    const std::pair<Qt::KeyboardModifiers, int> rounds[] = {{Qt::ControlModifier, 1},
-                                                            {Qt::ControlModifier | Qt::ShiftModifier, -1}};
     tray_->SetTrayIconTip(QApplication::applicationDisplayName());
     connect(tray_, &fbTrayIcon::Clicked, this, [this] {
         setWindowState(windowState() & ~Qt::WindowMinimized);
         raise();
         activateWindow();
     });
+    const std::pair<Qt::KeyboardModifiers, int> rounds[] = {{Qt::ControlModifier, 1},
+                                                            {Qt::ControlModifier | Qt::ShiftModifier, -1}};
     for (const auto& [modifiers, step] : rounds) {
         auto* shortcut = new QShortcut(QKeyCombination(modifiers, Qt::Key_Tab), this);
         connect(shortcut, &QShortcut::activated, area_, [this, step = step] { area_->ActivateNext(step); });
@@ -171,7 +173,8 @@ void mdiMainMenu::Timer1_Timer() {
 }
 
 void mdiMainMenu::LoadColors() {
-    skin_.colors = app_.gUseSkins ? ui::LoadColors(app_) : PlainSkin().colors;
+    const bool fromSkin = app_.gUseSkins && FileExists(SkinIni(app_));
+    skin_.colors = fromSkin ? ui::LoadColors(app_) : PlainSkin().colors;
 }
 
 void mdiMainMenu::ShowVersion() {
@@ -300,9 +303,15 @@ void mdiMainMenu::mnu_sql() {
 }
 
 void mdiMainMenu::mnu_help() {
+    const std::string page = app_.AppPath("\\help\\index.html");
+    if (!FileExists(page)) {
+        app_.host.MessageBox("The help pages are missing:" + std::string(kLineBreak) + page);
+        return;
+    }
     app_.host.MessageBox("Help is found online only: its pages open in your browser.");
-    QDesktopServices::openUrl(
-        QUrl::fromLocalFile(QString::fromStdString(app_.AppPath("\\help\\index.html"))));
+    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(page))))
+        app_.host.MessageBox("No browser could be started for the help pages:" + std::string(kLineBreak) +
+                             page);
 }
 
 void mdiMainMenu::mnu_about() {

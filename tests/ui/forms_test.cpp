@@ -68,6 +68,39 @@ TEST_F(FormsTest, ClosingKeepsTheTreeAndUnloadsTheSettings) {
     EXPECT_TRUE(ui.frame->Area().OpenForms().empty());
 }
 
+TEST_F(FormsTest, AScreenThatIsWaitedForStandsOnItsOwnAndComesBackIntoTheFrame) {
+    settings->close();
+    UiApp::Settle();
+    for (const auto& [screen, kept] :
+         {std::pair(Screen::Settings, false), std::pair(Screen::Treeview, true)}) {
+        bool waited = false;
+        WhenWaiting([&](QWidget& waiting) {
+            waited = &waiting == ui.frame->Find(screen) && waiting.isWindow();
+            QTest::keyClick(&waiting, Qt::Key_Escape);
+        });
+        ui.host.OpenScreen(screen, true);
+        UiApp::Settle();
+        EXPECT_TRUE(waited);
+        EXPECT_EQ(ui.frame->Find(screen) != nullptr, kept);
+        ui.host.OpenScreen(screen, false);
+        UiApp::Settle();
+        EXPECT_TRUE(ui.frame->Find(screen)->isVisible());
+        EXPECT_EQ(ui.frame->Find(screen)->parentWidget(), &ui.frame->Area());
+    }
+}
+
+TEST_F(FormsTest, ButtonsAndScreensObeyTheKeyboard) {
+    auto* apply = settings->findChild<QWidget*>("lblApply");
+    apply->setFocus();
+    QTest::keyClick(apply, Qt::Key_Return);
+    EXPECT_NE(ReadSetting(ui.app, "visiobackground"), std::nullopt);
+    settings->MoveTo(QPoint(200, 100));
+    QTest::keyClick(apply, Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(settings->pos(), QPoint(33, 33));
+    QTest::keyClick(apply, Qt::Key_M, Qt::ControlModifier);
+    EXPECT_TRUE(ui.frame->Area().IsMinimized(settings));
+}
+
 TEST_F(FormsTest, TheKeyboardGoesRoundInsideAFormAndFromFormToForm) {
     ui.frame->activateWindow();
     ASSERT_TRUE(settings->isAncestorOf(QApplication::focusWidget()));

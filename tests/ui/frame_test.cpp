@@ -8,6 +8,7 @@
 #include <QToolButton>
 #include <QTreeView>
 #include <QUrl>
+#include <regex>
 
 #include "ui/frm_treeview.h"
 #include "ui_app.h"
@@ -108,7 +109,24 @@ TEST_F(FrameTest, HelpOpensItsPagesInTheBrowser) {
     QDesktopServices::unsetUrlHandler("file");
     EXPECT_THAT(ui.host.TakeTexts(), ElementsAre(::testing::HasSubstr("online only")));
     EXPECT_EQ(browser.opened.toLocalFile().toStdString(), ui.folder.Path("help/index.html"));
-    EXPECT_TRUE(FileExists(ui.folder.Path("help/index.html")));
+    DeleteFile(ui.folder.Path("help/index.html"));
+    ui.Choose("mnu_help");
+    EXPECT_THAT(ui.host.TakeTexts(),
+                ElementsAre("The help pages are missing:\r\n" + ui.folder.Path("help/index.html")));
+}
+
+TEST_F(FrameTest, EveryLinkAndPictureOfTheHelpIsThere) {
+    const std::string help = ui.folder.Path("help/");
+    const std::regex reference("(?:href|src)=\"([^\"]+)\"");
+    int seen = 0;
+    for (const std::string& page : FilesIn(help)) {
+        if (!page.ends_with(".html")) continue;
+        const std::string text = ReadFile(help + page);
+        for (std::sregex_iterator match(text.begin(), text.end(), reference), end; match != end;
+             ++match, ++seen)
+            EXPECT_TRUE(FileExists(help + (*match)[1].str())) << page << ": " << (*match)[1];
+    }
+    EXPECT_GT(seen, 20);
 }
 
 TEST_F(FrameTest, TheWindowMenuListsOpenScreensAndBringsThemBack) {

@@ -317,6 +317,17 @@ TEST_F(SettingsScreenTest, ChoosingASkinPutsItInForceAndIntoTheIni) {
     EXPECT_EQ(ui.Ini("Skins", "SkinScheme"), "Classic");
 }
 
+TEST_F(SettingsScreenTest, AnIniThatCannotBeWrittenIsSaid) {
+    Open();
+    ui.app.gLocalIni = ui.folder.Path("nowhere/Local.Ini");
+    Choose("cboSkinSchemes", "Classic");
+    EXPECT_EQ(ui.app.gSkinScheme, "Classic");
+    EXPECT_THAT(ui.host.TakeTexts(),
+                ElementsAre("The choice could not be written to:\r\n" + ui.app.gLocalIni));
+    CloseScreen();
+    EXPECT_THAT(ui.host.TakeTexts(), IsEmpty()) << "a place that is not kept is no matter";
+}
+
 TEST_F(SettingsScreenTest, WithoutASkinOneCanBeChosenAndColorsCannot) {
     ui.frame->close();
     WriteINIValue("Skins", "UseSkins", "False", ui.folder.Path("INI/Local.Ini"));
@@ -348,7 +359,11 @@ TEST_F(SettingsScreenTest, ASkinWithoutItsIniGetsNoneAndThePersonIsTold) {
     DeleteFile(ui.folder.Path("Skins/Daylight/Daylight.Ini"));
     Click("lblApply");
     EXPECT_FALSE(FileExists(ui.folder.Path("Skins/Daylight/Daylight.Ini")));
-    EXPECT_EQ(ui.host.TakeTexts().size(), 1U);
+    EXPECT_THAT(ui.host.TakeTexts(), ElementsAre("The colors could not be written to:\r\n" +
+                                                 ui.folder.Path("Skins/Daylight/Daylight.Ini")));
+    EXPECT_NE(ColorShown("txtTextBoxForeGroundColor", QPalette::Text),
+              ColorShown("txtTextBoxForeGroundColor", QPalette::Base))
+        << "texts can still be read";
 }
 
 TEST_F(SettingsScreenTest, AStoreThatRefusesIsToldAndTheScreenStays) {

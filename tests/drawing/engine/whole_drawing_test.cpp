@@ -11,6 +11,7 @@
 #include "drawing/engine/drawing_engine.h"
 #include "drawing/engine/page_arrangement.h"
 #include "drawing/package/package.h"
+#include "drawing/package_rules.h"
 #include "extract/driver.h"
 #include "schema_rows.h"
 #include "store/settings.h"
@@ -67,6 +68,7 @@ class WholeDrawingTest : public testing::TestWithParam<int> {
     /// Draws, reads the file back, and looks at every rectangle in it.
     void ExpectNothingCoversAnything() {
         ASSERT_EQ(DrawVisioDiagramSingle(draw, "EMPSCHM", nullptr), DrawResult::Saved);
+        EXPECT_THAT(drawing::PackageFaults(ReadFile(File("EMPSCHM.vsd"))), testing::IsEmpty());
         auto workshop = drawing::Workshop({});
         drawing::OpenDocument document(workshop, drawing::ReadPackageFile(File("EMPSCHM.vsd")), "", false);
         drawing::Page& page = *document.model->pages.front();
