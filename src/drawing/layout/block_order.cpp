@@ -56,11 +56,14 @@ void BlockOrder::SortEnds(int block) {
     }
 }
 
-void BlockOrder::Sift(int mostRounds) {
+void BlockOrder::Sift(int mostRounds, std::int64_t mostWork) {
     for (int round = 0; round < mostRounds; ++round) {
         const std::vector<int> blocks = order_;
         std::int64_t saved = 0;
-        for (const int block : blocks) saved += SiftBlock(block);
+        for (const int block : blocks) {
+            if (work_ >= mostWork) return;
+            saved += SiftBlock(block);
+        }
         if (saved == 0) return;
     }
 }

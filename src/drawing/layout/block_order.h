@@ -31,8 +31,8 @@ class BlockOrder {
     void SetOrder(std::vector<int> order);
 
     /// Takes each block in turn along the whole order and leaves it where its lines cross least, until a
-    /// round saves nothing or `mostRounds` are done.
-    void Sift(int mostRounds);
+    /// round saves nothing, `mostRounds` are done or Work() reaches `mostWork`.
+    void Sift(int mostRounds, std::int64_t mostWork);
 
     /// Pairs of blocks looked at so far, as a measure of the time spent.
     std::int64_t Work() const { return work_; }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <iterator>
 #include <map>
 #include <numeric>
 #include <set>
@@ -18,7 +19,7 @@ struct Piece {
     int trunk;
     std::vector<int> jogs;
     std::vector<int> below;  ///< Pieces that must lie lower.
-    std::size_t highestTrack = 0;
+    int highestTrack = 0;
 };
 
 std::vector<Piece> PiecesOf(const std::vector<Jog>& jogs, const std::set<int>& halvedTrunks) {
@@ -106,6 +107,88 @@ std::vector<int> FromAbove(const std::vector<Piece>& pieces) {
     return order;
 }
 
+/// What is taken on each track.
+class TrackUse {
+  public:
+    explicit TrackUse(double gap) : gap_(gap) {}
+
+    int Count() const { return static_cast<int>(taken_.size()); }
+
+    /// The highest free track that is not above the given one.
+    int Take(int highest, double left, double right) {
+        const auto isTaken = [&](const std::vector<std::pair<double, double>>& track) {
+            return std::any_of(track.begin(), track.end(), [&](const auto& taken) {
+                return left < taken.second + gap_ && taken.first < right + gap_;
+            });
+        };
+        auto track = static_cast<std::size_t>(highest);
+        while (track < taken_.size() && isTaken(taken_[track])) ++track;
+        taken_.resize(std::max(taken_.size(), track + 1));
+        taken_[track].emplace_back(left, right);
+        return static_cast<int>(track);
+    }
+
+  private:
+    double gap_;
+    std::vector<std::vector<std::pair<double, double>>> taken_;
+};
+
+/// Where demands contradict each other a line may come down over the place where another goes on. That other
+/// one steps aside, to where the other lines are farthest away.
+class DetourFinder {
+  public:
+    DetourFinder(const std::vector<Jog>& jogs, double gap) : jogs_(jogs), gap_(gap) {
+        for (std::size_t i = 0; i < jogs.size(); ++i) byStart_.push_back(static_cast<int>(i));
+        std::sort(byStart_.begin(), byStart_.end(),
+                  [&](int a, int b) { return jogs[a].from < jogs[b].from; });
+        for (const Jog& jog : jogs) columns_.insert({jog.from, jog.to});
+    }
+
+    void AddDetours(TrackUse& use, Tracks& tracks) {
+        for (std::size_t i = 0; i < jogs_.size(); ++i) {
+            if (tracks.track[i] < 0) continue;
+            const Jog& jog = jogs_[i];
+            const int below = LowestOver(jog.to, tracks);
+            if (below <= tracks.track[i]) continue;
+            const double x = FreestNear(jog.to);
+            columns_.insert(x);
+            const int track = use.Take(below + 1, std::min(x, jog.to), std::max(x, jog.to));
+            tracks.detours.push_back({static_cast<int>(i), track, x});
+        }
+    }
+
+  private:
+    /// The lowest track to which a line comes down right over x; -1 when there is none.
+    int LowestOver(double x, const Tracks& tracks) const {
+        const double near = gap_ * 0.49;
+        int lowest = -1;
+        auto at = std::lower_bound(byStart_.begin(), byStart_.end(), x - near,
+                                   [&](int a, double value) { return jogs_[a].from < value; });
+        for (; at != byStart_.end() && jogs_[*at].from < x + near; ++at)
+            lowest = std::max(lowest, tracks.track[*at]);
+        return lowest;
+    }
+
+    double FreestNear(double x) const {
+        double best = x, room = 0;
+        for (const int step : {1, -1, 2, -2, 3, -3, 4, -4}) {
+            const double column = x + step * gap_ / 4;
+            const auto next = columns_.lower_bound(column);
+            const double after = next == columns_.end() ? gap_ : *next - column;
+            const double before = next == columns_.begin() ? gap_ : column - *std::prev(next);
+            if (std::min(before, after) <= room) continue;
+            room = std::min(before, after);
+            best = column;
+        }
+        return best;
+    }
+
+    const std::vector<Jog>& jogs_;
+    double gap_;
+    std::vector<int> byStart_;
+    std::set<double> columns_;  ///< Where lines run up and down.
+};
+
 }  // namespace
 
 Tracks AssignTracks(const std::vector<Jog>& jogs, double gap) {
@@ -117,23 +200,16 @@ Tracks AssignTracks(const std::vector<Jog>& jogs, double gap) {
 
     Tracks tracks;
     tracks.track.assign(jogs.size(), -1);
-    std::vector<std::vector<std::pair<double, double>>> used;  // for each track, what is taken
+    TrackUse use(gap);
     for (const int at : FromAbove(pieces)) {
         const Piece& piece = pieces[at];
-        const auto isTaken = [&](const std::vector<std::pair<double, double>>& track) {
-            return std::any_of(track.begin(), track.end(), [&](const auto& taken) {
-                return piece.left < taken.second + gap && taken.first < piece.right + gap;
-            });
-        };
-        std::size_t track = piece.highestTrack;
-        while (track < used.size() && isTaken(used[track])) ++track;
-        if (track == used.size()) used.emplace_back();
-        used[track].emplace_back(piece.left, piece.right);
-        for (const int jog : piece.jogs) tracks.track[jog] = static_cast<int>(track);
+        const int track = use.Take(piece.highestTrack, piece.left, piece.right);
+        for (const int jog : piece.jogs) tracks.track[jog] = track;
         for (const int other : piece.below)
             pieces[other].highestTrack = std::max(pieces[other].highestTrack, track + 1);
     }
-    tracks.count = static_cast<int>(used.size());
+    DetourFinder(jogs, gap).AddDetours(use, tracks);
+    tracks.count = use.Count();
     return tracks;
 }
 

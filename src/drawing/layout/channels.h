@@ -10,9 +10,16 @@ struct Jog {
     int trunk = -1;           ///< Jogs of one trunk start from the same x and may share a track.
 };
 
+/// A jog that steps aside from its track and comes back to its place on a lower one.
+struct Detour {
+    int jog = 0, track = 0;
+    double x = 0;
+};
+
 struct Tracks {
     std::vector<int>
         track;  ///< For each jog its track, 0 the highest; -1 for a line that runs straight through.
+    std::vector<Detour> detours;  ///< By jog.
     int count = 0;
 };
 

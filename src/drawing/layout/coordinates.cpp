@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 #include "drawing/layout/difference_program.h"
 #include "drawing/layout/straightening.h"
@@ -27,9 +28,11 @@ struct Meeting {
 class Coordinates {
   public:
     Coordinates(const Graph& graph, const Style& style, bool trunks, Grid& grid)
-        : graph_(graph), style_(style), trunks_(trunks), grid_(grid) {
+        : graph_(graph), style_(style), trunks_(trunks), grid_(grid), strand_(grid.places.size()) {
+        std::iota(strand_.begin(), strand_.end(), 0);
         CollectMeetings();
         SpreadPorts();
+        JoinStrands();
     }
 
     std::vector<Ports> Assign() {
@@ -41,6 +44,7 @@ class Coordinates {
   private:
     void CollectMeetings();
     void SpreadPorts();
+    void JoinStrands();
     /// Whether more lines meet the line's box here than at its other end.
     bool IsCrowded(const Meeting& meeting) const {
         const auto& way = grid_.ways[meeting.line];
@@ -68,6 +72,7 @@ class Coordinates {
     const Style& style_;
     bool trunks_;
     Grid& grid_;
+    std::vector<int> strand_;                  ///< For each place, the one that it moves with.
     std::vector<std::vector<Meeting>> sides_;  ///< Two for each box: lines from above, lines from below.
 };
 
@@ -110,6 +115,17 @@ void Coordinates::SpreadPorts() {
     }
 }
 
+/// On very large pages some places of a long line next to each other, between its outermost layers, move as
+/// one, so that there are not too many variables. The order of such lines is the same in all rows
+/// (block_order.h).
+void Coordinates::JoinStrands() {
+    constexpr std::size_t mostVariables = 12000;
+    const std::size_t length = 1 + grid_.places.size() / mostVariables;
+    for (const auto& way : grid_.ways)
+        for (std::size_t i = 2; i + 2 < way.size(); ++i)
+            if ((i - 1) % length != 0) strand_[way[i]] = strand_[way[i - 1]];
+}
+
 void Coordinates::Solve() {
     // Where fewer lines meet a box, they run straight and to its middle; at their other end they bend.
     constexpr std::int64_t bent = 20, offPort[] = {8, 4}, offMiddle[] = {6, 1};
@@ -117,10 +133,10 @@ void Coordinates::Solve() {
     DifferenceProgram program(right + 1);
     for (const auto& row : grid_.rows) {
         if (row.empty()) continue;
-        program.Keep(left, row.front(), Units(grid_.places[row.front()].before));
-        program.Keep(row.back(), right, Units(grid_.places[row.back()].after));
+        program.Keep(left, strand_[row.front()], Units(grid_.places[row.front()].before));
+        program.Keep(strand_[row.back()], right, Units(grid_.places[row.back()].after));
         for (std::size_t i = 1; i < row.size(); ++i)
-            program.Keep(row[i - 1], row[i],
+            program.Keep(strand_[row[i - 1]], strand_[row[i]],
                          Units(LeastDistance(grid_.places[row[i - 1]], grid_.places[row[i]], style_)));
     }
     for (std::size_t s = 0; s < sides_.size(); ++s) {
@@ -128,17 +144,19 @@ void Coordinates::Solve() {
         for (const Meeting& meeting : sides_[s]) {
             const std::int64_t middle = Units(meeting.offset);
             const std::size_t isCrowded = IsCrowded(meeting) ? 1 : 0;
-            program.Pull(box, meeting.next, middle, middle, offMiddle[isCrowded]);
-            program.Pull(box, meeting.next, Units(meeting.least), Units(meeting.most), offPort[isCrowded]);
+            program.Pull(box, strand_[meeting.next], middle, middle, offMiddle[isCrowded]);
+            program.Pull(box, strand_[meeting.next], Units(meeting.least), Units(meeting.most),
+                         offPort[isCrowded]);
         }
     }
     for (const auto& way : grid_.ways)
-        for (std::size_t i = 2; i + 1 < way.size(); ++i) program.Pull(way[i - 1], way[i], 0, 0, bent);
+        for (std::size_t i = 2; i + 1 < way.size(); ++i)
+            program.Pull(strand_[way[i - 1]], strand_[way[i]], 0, 0, bent);
     program.Shorten(left, right, 1 + static_cast<std::int64_t>(graph_.lines.size() / 50));
 
     const std::vector<std::int64_t> solution = program.Solve();
     for (std::size_t i = 0; i < grid_.places.size(); ++i)
-        grid_.places[i].x = static_cast<double>(solution[i]) / unitsPerInch;
+        grid_.places[i].x = static_cast<double>(solution[strand_[i]]) / unitsPerInch;
 }
 
 std::vector<Reach> Coordinates::Reaches() const {

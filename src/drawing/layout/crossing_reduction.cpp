@@ -32,31 +32,31 @@ class AccumulatorTree {
 
 class Reducer {
   public:
-    explicit Reducer(Layers& layers) : layers_(layers), blocks_(layers) {}
+    explicit Reducer(Layers& layers)
+        : layers_(layers),
+          blocks_(layers),
+          mostWork_(2'000'000 + 30'000 * static_cast<std::int64_t>(blocks_.Size())) {}
 
     void Run() {
-        constexpr int starts = 12, shakeRounds = 2, patience = 200;
-        const std::int64_t mostWork = 500'000 + 30'000 * static_cast<std::int64_t>(blocks_.Size());
+        constexpr int starts = 12, untilSettled = 30, shakeRounds = 2, patience = 300;
         blocks_.SetOrder(DepthFirstOrder(blocks_, 0));
         KeepIfBest();
-        for (int start = 1; start < starts && fewest_ > 0 && blocks_.Work() < mostWork / 2; ++start) {
+        for (int start = 1; start < starts && fewest_ > 0 && blocks_.Work() < mostWork_ / 2; ++start) {
             blocks_.SetOrder(StartOrder(start));
-            blocks_.Sift(untilSettled);
+            blocks_.Sift(untilSettled, mostWork_);
             KeepIfBest();
         }
-        for (int idle = 0; idle < patience && fewest_ > 0 && blocks_.Work() < mostWork; ++idle) {
+        for (int idle = 0; idle < patience && fewest_ > 0 && blocks_.Work() < mostWork_; ++idle) {
             blocks_.SetOrder(Below(2) == 0 ? WithPartTurned() : WithNeighbourhoodMoved());
-            blocks_.Sift(shakeRounds);
+            blocks_.Sift(shakeRounds, mostWork_);
             if (KeepIfBest()) idle = 0;
         }
         blocks_.SetOrder(best_);
-        blocks_.Sift(untilSettled);
+        blocks_.Sift(untilSettled, mostWork_ + mostWork_ / 4);
         blocks_.ApplyTo(layers_);
     }
 
   private:
-    static constexpr int untilSettled = 30;
-
     int Below(int limit) { return static_cast<int>(chance_() % static_cast<std::uint32_t>(limit)); }
 
     std::vector<int> StartOrder(int start) {
@@ -99,6 +99,7 @@ class Reducer {
 
     Layers& layers_;
     BlockOrder blocks_;
+    std::int64_t mostWork_;
     std::vector<int> best_;
     std::int64_t fewest_ = std::numeric_limits<std::int64_t>::max();
     std::mt19937 chance_{20};

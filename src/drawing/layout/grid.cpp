@@ -1,6 +1,9 @@
 #include "drawing/layout/grid.h"
 
 #include <algorithm>
+#include <cmath>
+
+#include "drawing/layout/loops.h"
 
 namespace norvelis::layout {
 
@@ -12,11 +15,12 @@ class GridMaker {
         : graph_(graph), layers_(layers), style_(style) {}
 
     Grid Make() {
-        CollectEdges();
+        CollectBundles();
         AddBoxes();
+        const std::vector<int> between = RowsBetween();
         for (std::size_t layer = 0; layer < layers_.order.size(); ++layer) {
-            if (layer > 0) AddRowBetween(static_cast<int>(layer));
-            AddLayer(static_cast<int>(layer));
+            for (int row = 0; layer > 0 && row < between[layer]; ++row) AddRowBetween(layer);
+            AddLayer(layer);
         }
         ThreadWays();
         AddLabels();
@@ -25,34 +29,33 @@ class GridMaker {
 
   private:
     void AddBoxes() {
-        grid_.rows.resize(layers_.order.empty() ? 0 : 2 * layers_.order.size() - 1);
         grid_.ways.resize(graph_.lines.size());
-        std::vector<std::vector<const Line*>> loops(graph_.boxes.size());
-        for (const Line& line : graph_.lines)
-            if (line.from == line.to) loops[line.from].push_back(&line);
+        const std::vector<std::vector<int>> loops = LoopsOf(graph_);
         for (std::size_t i = 0; i < graph_.boxes.size(); ++i) {
             const Box& box = graph_.boxes[i];
-            const int row = 2 * layers_.nodes[i].layer;
             double height = box.height;
-            for (const Line* loop : loops[i]) height = std::max(height, loop->labelHeight);
-            grid_.places.push_back({row, static_cast<int>(i), -1, false, box.width / 2,
-                                    box.width / 2 + LoopRoom(loops[i], style_), height, 0});
+            for (const int loop : loops[i]) height = std::max(height, graph_.lines[loop].labelHeight);
+            grid_.places.push_back({0, static_cast<int>(i), -1, false, box.width / 2,
+                                    box.width / 2 + LoopRoom(graph_, loops[i], style_), height, 0});
         }
     }
 
-    void AddLayer(int layer) {
+    void AddLayer(std::size_t layer) {
+        grid_.rows.emplace_back();
+        grid_.isLayer.push_back(true);
         for (const int node : layers_.order[layer]) {
             const int bundle = layers_.nodes[node].bundle;
             if (bundle < 0) {
-                grid_.rows[2 * layer].push_back(node);
+                grid_.places[node].row = static_cast<int>(grid_.rows.size()) - 1;
+                grid_.rows.back().push_back(node);
             } else {
-                AddPassing(2 * layer, bundle);
+                AddPassing(bundle);
             }
         }
     }
 
     /// Every node's bundles from above, from left to right.
-    void CollectEdges() {
+    void CollectBundles() {
         std::vector<int> place(layers_.nodes.size());
         for (const auto& layer : layers_.order)
             for (std::size_t i = 0; i < layer.size(); ++i) place[layer[i]] = static_cast<int>(i);
@@ -69,16 +72,43 @@ class GridMaker {
         for (auto& bundles : bundlesInto_) std::sort(bundles.begin(), bundles.end());
     }
 
-    /// Bundles between two layers, in the order in which they reach the lower one: all that cross do so above
-    /// the row.
-    void AddRowBetween(int layer) {
-        for (const int node : layers_.order[layer])
-            for (const auto& [place, bundle] : bundlesInto_[node]) AddPassing(2 * layer - 1, bundle);
+    /// How many rows stand above each layer for the labels of short lines: one, but more where they would be
+    /// wider than all boxes and lines.
+    std::vector<int> RowsBetween() const {
+        std::vector<double> labels(layers_.order.size());
+        double widest = 0;
+        for (std::size_t layer = 0; layer < layers_.order.size(); ++layer) {
+            double boxes = 0, passing = 0;
+            for (const int node : layers_.order[layer]) {
+                if (layers_.nodes[node].bundle < 0) boxes += graph_.boxes[node].width + style_.boxGapX;
+                for (const auto& [place, b] : bundlesInto_[node]) {
+                    const Bundle& bundle = layers_.bundles[b];
+                    passing += style_.lineGap * static_cast<double>(bundle.lines.size());
+                    if (!bundle.chain.empty()) continue;
+                    for (const int line : bundle.lines) labels[layer] += graph_.lines[line].labelWidth;
+                }
+            }
+            widest = std::max({widest, boxes, passing});
+        }
+        std::vector<int> rows;
+        for (const double width : labels)
+            rows.push_back(std::max(1, static_cast<int>(std::ceil(width / widest))));
+        return rows;
     }
 
-    void AddPassing(int row, int bundle) {
+    /// Bundles between two layers, in the order in which they reach the lower one: all that cross do so above
+    /// the first row.
+    void AddRowBetween(std::size_t layer) {
+        grid_.rows.emplace_back();
+        grid_.isLayer.push_back(false);
+        for (const int node : layers_.order[layer])
+            for (const auto& [place, bundle] : bundlesInto_[node]) AddPassing(bundle);
+    }
+
+    void AddPassing(int bundle) {
+        const int row = static_cast<int>(grid_.rows.size()) - 1;
         for (const int line : layers_.bundles[bundle].lines) {
-            grid_.rows[row].push_back(static_cast<int>(grid_.places.size()));
+            grid_.rows.back().push_back(static_cast<int>(grid_.places.size()));
             grid_.places.push_back({row, -1, line, false, 0, 0, 0, 0});
         }
     }
@@ -93,7 +123,8 @@ class GridMaker {
             for (const int line : bundle.lines) grid_.ways[line].push_back(bundle.lower);
     }
 
-    /// Short lines have one place for their label; long ones take the row that is least wide by then.
+    /// Short lines first, as they have the least choice; each label goes to the row that is least wide by
+    /// then.
     void AddLabels() {
         std::vector<double> widths(grid_.rows.size());
         for (std::size_t row = 0; row < grid_.rows.size(); ++row)
@@ -135,12 +166,6 @@ double LeastDistance(const Place& left, const Place& right, const Style& style) 
                        : atBox ? std::max(style.lineGap, style.boxGapX / 2)
                                : style.lineGap;
     return left.after + gap + right.before;
-}
-
-double LoopRoom(const std::vector<const Line*>& loops, const Style& style) {
-    double room = 0;
-    for (const Line* loop : loops) room += style.lineGap + std::max(style.lineGap, loop->labelWidth);
-    return room;
 }
 
 Grid MakeGrid(const Graph& graph, const Layers& layers, const Style& style) {

@@ -18,19 +18,16 @@ struct Place {
     double x = 0;
 };
 
-/// The layers with room for every single line and label. Even rows are the layers; odd rows lie between them
-/// and give labels of short lines their room.
+/// The layers with room for every single line and label, and rows between them for the labels of short lines.
 struct Grid {
     std::vector<Place> places;           ///< The first ones are the graph's boxes.
     std::vector<std::vector<int>> rows;  ///< Places from left to right.
+    std::vector<bool> isLayer;           ///< For each row, whether boxes stand there.
     std::vector<std::vector<int>> ways;  ///< For each line, its places from its upper to its lower box.
 };
 
 /// How near two places of one row may come.
 double LeastDistance(const Place& left, const Place& right, const Style& style);
-
-/// Room right of a box for its lines to itself.
-double LoopRoom(const std::vector<const Line*>& loops, const Style& style);
 
 Grid MakeGrid(const Graph& graph, const Layers& layers, const Style& style);
 
