@@ -117,7 +117,6 @@ class Application {
 class Documents {
   public:
     virtual ~Documents() = default;
-    virtual int Count() = 0;
     /// A new drawing with at least one page, from a template's bare file name.
     virtual Ref<Document> Add(const std::string& templateName) = 0;
     virtual Ref<Document> Item(int index) = 0;
@@ -148,8 +147,6 @@ class Document {
     virtual bool Print() = 0;
     /// Sends one page, counted from 1; false beyond the last.
     virtual bool PrintPage(int page) = 0;
-    /// Takes the document out of the engine without saving.
-    virtual bool Close() = 0;
 };
 
 class Pages {
@@ -189,8 +186,6 @@ class Page {
 class Masters {
   public:
     virtual ~Masters() = default;
-    virtual int Count() = 0;
-    virtual Ref<Master> Item(int index) = 0;
     /// Letter case does not count; null for an unknown name.
     virtual Ref<Master> Item(const std::string& name) = 0;
 };
@@ -257,7 +252,6 @@ class Cell {
     /// The value in internal units: inches, radians, plain numbers.
     virtual std::optional<double> ResultIU() = 0;
     virtual bool SetResultIU(double value) = 0;
-    virtual std::optional<double> Result(Unit unit) = 0;
     virtual bool SetResult(Unit unit, double value) = 0;
     /// Glues this end of a connector to a cell of another shape; to its PinX is to the whole shape. The
     /// connector then follows the shape.
@@ -299,13 +293,11 @@ class Font {
   public:
     virtual ~Font() = default;
     virtual std::optional<int> ID() = 0;
-    virtual std::string Name() = 0;
 };
 
 class Layers {
   public:
     virtual ~Layers() = default;
-    virtual int Count() = 0;
     /// A new layer, or the one that has this name already.
     virtual Ref<Layer> Add(const std::string& name) = 0;
 };
@@ -313,7 +305,6 @@ class Layers {
 class Layer {
   public:
     virtual ~Layer() = default;
-    virtual std::string Name() = 0;
     /// Puts a shape on the layer; preserveMembers 0 is the only value used.
     virtual bool Add(const Ref<Shape>& shape, int preserveMembers) = 0;
     /// A cell of the layer's row by its number, such as kLayerLockCell.

@@ -23,6 +23,10 @@ void ScreenDrawing::EnsureVisible(NodeIndex node) {
     if (OnShow()) tree_.EnsureVisible(node);
 }
 
+void ScreenDrawing::SelectNode(NodeIndex node) {
+    if (OnShow()) tree_.Select(node);
+}
+
 void ScreenDrawing::MarkNode(NodeIndex node) {
     if (!OnShow()) return;
     tree_.Select(node);

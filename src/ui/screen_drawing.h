@@ -29,6 +29,7 @@ class ScreenDrawing : private DrawScreen {
 
   private:
     void EnsureVisible(NodeIndex node) override;
+    void SelectNode(NodeIndex node) override;
     void MarkNode(NodeIndex node) override;
     void ShowText(const std::string& text) override;
     void ShowFile(const std::string& path) override;

@@ -8,12 +8,6 @@
 namespace norvelis {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::MatchesRegex;
-using ::testing::SizeIs;
-
 class ConnectorsTest : public DrawingTest {
   protected:
     ConnectorsTest() {

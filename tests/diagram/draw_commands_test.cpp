@@ -8,13 +8,6 @@
 namespace norvelis {
 namespace {
 
-using ::testing::AllOf;
-using ::testing::Contains;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::SizeIs;
-
 const std::string kView = "Want to View While Norvelis is drawing";
 
 class DrawCommandsTest : public DrawnSchemaTest {
@@ -267,7 +260,7 @@ TEST_F(DrawCommandsTest, SnapshotsComeByTimeAndGoAtTheEnd) {
     DrawVisioDiagramSingle(drawing, "EMPSCHM", nullptr);  // 600 ms for the first tree, 800 in all
     const auto saves = LinesWith("SaveAs");
     ASSERT_THAT(saves, SizeIs(2));
-    EXPECT_THAT(saves[0], ::testing::MatchesRegex(".*/Temp/[0-9.e-]+[.]vsd"));
+    EXPECT_THAT(saves[0], MatchesRegex(".*/Temp/[0-9.e-]+[.]vsd"));
     EXPECT_TRUE(folderStood);
     EXPECT_FALSE(FolderExists(app.AppPath("\\Temp")));
     EXPECT_THAT(screen.files, SizeIs(2));

@@ -4,12 +4,6 @@
 namespace norvelis {
 namespace {
 
-using ::testing::Contains;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::SizeIs;
-
 class DrawTroubleTest : public DrawnSchemaTest {
   protected:
     /// The same drawing each time.

@@ -14,6 +14,13 @@
 
 namespace norvelis {
 
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::MatchesRegex;
+using ::testing::SizeIs;
+
 class RecordingScreen : public DrawScreen {
   public:
     std::vector<NodeIndex> visible, selected, marked;

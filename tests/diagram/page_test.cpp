@@ -5,11 +5,6 @@
 namespace norvelis {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::SizeIs;
-
 class PageTest : public DrawingTest {};
 
 TEST_F(PageTest, BackgroundTitleLayerAndLayoutInTheirOrder) {

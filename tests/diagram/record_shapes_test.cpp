@@ -6,12 +6,6 @@
 namespace norvelis {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::MatchesRegex;
-using ::testing::SizeIs;
-
 class RecordShapesTest : public DrawingTest {
   protected:
     std::vector<std::string> BoxNames() const { return LinesWith(".Name = "); }

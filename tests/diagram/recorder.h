@@ -81,7 +81,7 @@ struct Recorder : std::enable_shared_from_this<Recorder> {
     std::shared_ptr<FakeShape> pageSheet = std::make_shared<FakeShape>();
     std::string pageName = "Page-1";
     std::vector<std::string> openDocuments;
-    int nextId = 1, nextFont = 1, layers = 0;
+    int nextId = 1, nextFont = 1;
     std::map<std::string, int> fonts;
 
     std::shared_ptr<FakeShape> Find(int id) const {

@@ -8,7 +8,6 @@ namespace norvelis::recording {
 class LayerHandle : public engine::Layer {
   public:
     LayerHandle(R r, std::string name) : r_(std::move(r)), name_(std::move(name)) {}
-    std::string Name() override { return r_->Give("Name", name_); }
     bool Add(const engine::Ref<engine::Shape>& shape, int preserve) override {
         return r_->Do(
                    fmt::format("Layer \"{}\".Add Sheet.{}, {}", name_, shape ? shape->ID() : 0, preserve)) &&
@@ -28,10 +27,8 @@ class LayerHandle : public engine::Layer {
 class LayersHandle : public engine::Layers {
   public:
     explicit LayersHandle(R r) : r_(std::move(r)) {}
-    int Count() override { return r_->layers; }
     engine::Ref<engine::Layer> Add(const std::string& name) override {
         if (!r_->Do(fmt::format("Layers.Add \"{}\"", name))) return nullptr;
-        ++r_->layers;
         return std::make_shared<LayerHandle>(r_, name);
     }
 
@@ -97,34 +94,26 @@ class PagesHandle : public engine::Pages {
 class MastersHandle : public engine::Masters {
   public:
     MastersHandle(R r, std::string document) : r_(std::move(r)), document_(std::move(document)) {}
-    int Count() override { return static_cast<int>(Names().size()); }
-    engine::Ref<engine::Master> Item(int index) override {
-        if (index < 1 || index > Count()) return nullptr;
-        return std::make_shared<MasterHandle>(r_, Names()[static_cast<std::size_t>(index - 1)]);
-    }
     engine::Ref<engine::Master> Item(const std::string& name) override {
         if (!r_->Do(fmt::format("Masters.Item \"{}\"", name))) return nullptr;
-        for (const auto& own : Names()) {
+        for (const auto& own : r_->stencils[document_]) {
             if (EqualIgnoringCase(own, name)) return std::make_shared<MasterHandle>(r_, own);
         }
         return nullptr;
     }
 
   private:
-    const std::vector<std::string>& Names() const { return r_->stencils[document_]; }
     R r_;
     std::string document_;
 };
 
 class FontHandle : public engine::Font {
   public:
-    FontHandle(R r, std::string name, int id) : r_(std::move(r)), name_(std::move(name)), id_(id) {}
+    FontHandle(R r, int id) : r_(std::move(r)), id_(id) {}
     std::optional<int> ID() override { return r_->Give("ID", std::optional(id_)); }
-    std::string Name() override { return name_; }
 
   private:
     R r_;
-    std::string name_;
     int id_;
 };
 
@@ -134,7 +123,7 @@ class FontsHandle : public engine::Fonts {
     engine::Ref<engine::Font> Item(const std::string& name) override {
         if (!r_->Do(fmt::format("Fonts.Item \"{}\"", name))) return nullptr;
         if (!r_->fonts.contains(name)) r_->fonts[name] = r_->nextFont++;
-        return std::make_shared<FontHandle>(r_, name, r_->fonts[name]);
+        return std::make_shared<FontHandle>(r_, r_->fonts[name]);
     }
 
   private:
@@ -165,7 +154,6 @@ class DocumentHandle : public engine::Document {
     bool SetFooterLeft(const std::string& text) override { return r_->Do("Document.FooterLeft = " + text); }
     bool Print() override { return r_->Do("Document.Print"); }
     bool PrintPage(int page) override { return r_->Do(fmt::format("Document.PrintPage {}", page)); }
-    bool Close() override { return r_->Do("Document.Close"); }
 
   private:
     R r_;
@@ -175,12 +163,12 @@ class DocumentHandle : public engine::Document {
 class DocumentsHandle : public engine::Documents {
   public:
     explicit DocumentsHandle(R r) : r_(std::move(r)) {}
-    int Count() override { return static_cast<int>(r_->openDocuments.size()); }
     engine::Ref<engine::Document> Add(const std::string& name) override {
         return OpenNew(fmt::format("Documents.Add \"{}\"", name), name, true);
     }
     engine::Ref<engine::Document> Item(int index) override {
-        if (index < 1 || index > Count() || !r_->Step("Documents.Item")) return nullptr;
+        const bool isOpen = index >= 1 && index <= static_cast<int>(r_->openDocuments.size());
+        if (!isOpen || !r_->Step("Documents.Item")) return nullptr;
         return std::make_shared<DocumentHandle>(r_, r_->openDocuments[static_cast<std::size_t>(index - 1)]);
     }
     engine::Ref<engine::Document> Item(const std::string& name) override {

@@ -36,9 +36,14 @@ class CellHandle : public engine::Cell {
     bool SetFormulaU(const std::string& f) override {
         return r_->Do(fmt::format("{}.FormulaU = {}", Path(), f));
     }
-    std::optional<double> ResultIU() override { return Read(); }
+    std::optional<double> ResultIU() override {
+        if (!r_->Step("ResultIU")) return std::nullopt;
+        if (const auto scripted = r_->values.find(Path()); scripted != r_->values.end())
+            return scripted->second;
+        const auto written = shape_->values.find(UpperCase(name_));
+        return written == shape_->values.end() ? 0.0 : written->second;
+    }
     bool SetResultIU(double v) override { return Write("ResultIU", v); }
-    std::optional<double> Result(engine::Unit) override { return Read(); }
     bool SetResult(engine::Unit unit, double v) override {
         return Write(fmt::format("Result({})", static_cast<int>(unit)), v);
     }
@@ -48,13 +53,6 @@ class CellHandle : public engine::Cell {
     }
 
   private:
-    std::optional<double> Read() const {
-        if (!r_->Step("Result")) return std::nullopt;
-        if (const auto scripted = r_->values.find(Path()); scripted != r_->values.end())
-            return scripted->second;
-        const auto written = shape_->values.find(UpperCase(name_));
-        return written == shape_->values.end() ? 0.0 : written->second;
-    }
     bool Write(const std::string& how, double v) {
         if (!r_->Do(fmt::format("{}.{} = {}", Path(), how, v))) return false;
         shape_->values[UpperCase(name_)] = v;

@@ -31,18 +31,18 @@ class DocumentsHandle : public engine::Documents {
   public:
     explicit DocumentsHandle(SessionRef session) : session_(std::move(session)) {}
 
-    int Count() override { return static_cast<int>(session_->documents.size()); }
     Ref<engine::Document> Add(const std::string& templateName) override {
         return Try(Ref<engine::Document>(), [&] {
             std::shared_ptr<drawing::Document> model =
                 ReadPackageFile(Resolve(session_->workshop->options.stencilFolder + "/" + templateName));
             model->kind = DocumentKind::Drawing;
             if (model->pages.empty()) model->AddPage("Page-1");
-            return Enlist(std::move(model), "Drawing" + std::to_string(++drawings_), false);
+            return Enlist(std::move(model), "Drawing" + std::to_string(++session_->drawings), false);
         });
     }
     Ref<engine::Document> Item(int index) override {
-        if (index < 1 || index > Count()) return nullptr;
+        const bool isOpen = index >= 1 && index <= static_cast<int>(session_->documents.size());
+        if (!isOpen) return nullptr;
         return HandleOf(Context{session_, session_->documents[static_cast<std::size_t>(index) - 1]});
     }
     Ref<engine::Document> Item(const std::string& fileName) override {
@@ -68,7 +68,6 @@ class DocumentsHandle : public engine::Documents {
     }
 
     SessionRef session_;
-    int drawings_ = 0;
 };
 
 class PagesHandle : public engine::Pages {
@@ -89,20 +88,12 @@ class PagesHandle : public engine::Pages {
 class MastersHandle : public engine::Masters {
   public:
     explicit MastersHandle(Context context) : context_(std::move(context)) {}
-    int Count() override {
-        return context_.Alive() ? static_cast<int>(context_.document->model->masters.size()) : 0;
-    }
-    Ref<engine::Master> Item(int index) override {
-        return Found(context_.Alive() ? At(context_.document->model->masters, index) : nullptr);
-    }
     Ref<engine::Master> Item(const std::string& name) override {
-        return Found(context_.Alive() ? context_.document->model->FindMaster(name) : nullptr);
+        Master* master = context_.Alive() ? context_.document->model->FindMaster(name) : nullptr;
+        return master ? std::make_shared<MasterHandle>(context_, *master) : nullptr;
     }
 
   private:
-    Ref<engine::Master> Found(Master* master) const {
-        return master ? std::make_shared<MasterHandle>(context_, *master) : nullptr;
-    }
     Context context_;
 };
 
@@ -110,7 +101,6 @@ class FontHandle : public engine::Font {
   public:
     FontHandle(Context context, int id) : context_(std::move(context)), id_(id) {}
     std::optional<int> ID() override { return context_.Alive() ? std::optional(id_) : std::nullopt; }
-    std::string Name() override { return context_.Alive() ? context_.document->model->FontName(id_) : ""; }
 
   private:
     Context context_;
@@ -222,12 +212,6 @@ bool DocumentHandle::PrintPage(int page) {
     const auto& print = context_.session->workshop->options.print;
     if (!context_.Alive() || !print || !At(context_.document->model->pages, page)) return false;
     return Try(false, [&] { return print(*context_.document->model, page); });
-}
-
-bool DocumentHandle::Close() {
-    if (!context_.Alive()) return false;
-    context_.session->Close(context_.document);
-    return true;
 }
 
 std::string MasterHandle::Name() {

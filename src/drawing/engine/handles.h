@@ -42,7 +42,6 @@ class DocumentHandle : public engine::Document {
     bool SetFooterLeft(const std::string& text) override;
     bool Print() override;
     bool PrintPage(int page) override;
-    bool Close() override;
 
   private:
     Context context_;
@@ -124,7 +123,6 @@ class CellHandle : public engine::Cell {
     bool SetFormulaU(const std::string& formula) override { return SetFormula(formula); }
     std::optional<double> ResultIU() override;
     bool SetResultIU(double value) override;
-    std::optional<double> Result(engine::Unit) override { return ResultIU(); }
     bool SetResult(engine::Unit, double value) override { return SetResultIU(value); }
     bool GlueTo(const engine::Ref<engine::Cell>& cell) override;
 

@@ -16,9 +16,6 @@ class LayerHandle : public engine::Layer {
   public:
     LayerHandle(Context context, Page& page, int index)
         : context_(std::move(context)), page_(page), index_(index) {}
-    std::string Name() override {
-        return context_.Alive() ? TextValue(page_.sheet, CellOf(Name::Name)) : std::string();
-    }
     bool Add(const Ref<engine::Shape>& shape, int) override {
         const auto member = std::dynamic_pointer_cast<ShapeHandle>(shape);
         if (!context_.Writable() || !member || page_.ById(member->Model().id) != &member->Model())
@@ -48,10 +45,6 @@ class LayerHandle : public engine::Layer {
 class LayersHandle : public engine::Layers {
   public:
     LayersHandle(Context context, Page& page) : context_(std::move(context)), page_(page) {}
-    int Count() override {
-        const Section* section = page_.sheet.Find(Name::Layer);
-        return context_.Alive() && section ? static_cast<int>(section->rows.size()) : 0;
-    }
     Ref<engine::Layer> Add(const std::string& name) override {
         if (!context_.Writable() || name.empty()) return nullptr;
         Section& section = page_.sheet.At(Name::Layer);

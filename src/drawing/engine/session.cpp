@@ -56,8 +56,9 @@ void OpenDocument::Save(const std::string& path) {
     if (const std::string twin = TwinOf(path); !twin.empty() && !IsBelow(path, Options().snapshotFolder)) {
         try {
             WriteFile(twin, bytes);
-        } catch (const RuntimeFailure&) {
-            DeleteFile(twin);  // An old twin would show another drawing.
+        } catch (const RuntimeFailure& failure) {
+            // An old twin would show another drawing; one that is write-protected is its owner's.
+            if (failure.Number() != FailureNumber::PermissionDenied) DeleteFile(twin);
         }
     }
 }
@@ -69,11 +70,6 @@ OpenDocumentRef Session::Find(const std::string& fileName) const {
     };
     const auto found = std::find_if(documents.begin(), documents.end(), sameName);
     return found == documents.end() ? nullptr : *found;
-}
-
-void Session::Close(const OpenDocumentRef& document) {
-    document->open = false;
-    std::erase(documents, document);
 }
 
 void Session::Quit() {

@@ -65,10 +65,10 @@ struct Session {
 
     std::shared_ptr<Workshop> workshop;
     std::vector<OpenDocumentRef> documents;
+    int drawings = 0;  ///< New drawings so far; they are named by their number until they are saved.
     bool running = true;
 
     OpenDocumentRef Find(const std::string& fileName) const;
-    void Close(const OpenDocumentRef& document);
     void Quit();
 };
 using SessionRef = std::shared_ptr<Session>;

@@ -94,7 +94,6 @@ class TabStopCountHandle : public engine::Cell {
         context_.document->recalculation.TextChanged(canvas_, shape_);
         return true;
     }
-    std::optional<double> Result(engine::Unit) override { return ResultIU(); }
     bool SetResult(engine::Unit, double value) override { return SetResultIU(value); }
     bool GlueTo(const Ref<engine::Cell>&) override { return false; }
 
