@@ -7,6 +7,7 @@
 #include "core/failure.h"
 #include "core/ini.h"
 #include "core/paths.h"
+#include "ui/skins/classic_colors.h"
 #include "ui/skins/skin_art.h"
 
 using namespace norvelis;
@@ -46,9 +47,43 @@ void WritePictures(const std::string& folder, const Theme& theme) {
                  [&](QPainter& painter) { PaintFrame(painter, theme, QSize(800, 600)); });
 }
 
-/// Red in the lowest byte: the classic number of a colour.
-int ColorNumber(const QColor& color) {
-    return color.red() + color.green() * 0x100 + color.blue() * 0x10000;
+/// All hues from left to right, white over full colour to black from top to bottom, greys at the right edge.
+void PaintPalette(QPainter& painter, QSize size) {
+    const int greys = 16;
+    for (double x = 0; x < size.width(); x += 0.5) {
+        const bool grey = x >= size.width() - greys;
+        const double hue = x / (size.width() - greys);
+        QLinearGradient column(0, 0, 0, size.height());
+        column.setColorAt(0, Qt::white);
+        if (!grey) column.setColorAt(0.5, QColor::fromHsvF(static_cast<float>(hue), 1, 1));
+        column.setColorAt(1, Qt::black);
+        painter.fillRect(QRectF(x, 0, 0.5, size.height()), column);
+    }
+}
+
+/// Twelve columns of ten solid colours.
+void PaintSolidColors(QPainter& painter, QSize size) {
+    const int columns = 12, rows = 10;
+    for (int column = 0; column < columns; ++column) {
+        for (int row = 0; row < rows; ++row) {
+            const float shade = static_cast<float>(row) / (rows - 1);
+            QColor color = QColor::fromRgbF(1 - shade, 1 - shade, 1 - shade);
+            if (column > 0) {
+                const float hue = static_cast<float>(column - 1) / (columns - 1);
+                color = QColor::fromHslF(hue, 0.85F, 0.92F - 0.78F * shade);
+            }
+            const QSizeF cell(static_cast<double>(size.width()) / columns,
+                              static_cast<double>(size.height()) / rows);
+            painter.fillRect(QRectF(QPointF(column * cell.width(), row * cell.height()), cell), color);
+        }
+    }
+}
+
+void WriteBitmaps(const std::string& folder) {
+    const QSize size(184, 150);
+    WritePicture(folder, "ColorPicker.Jpg", size, [&](QPainter& painter) { PaintPalette(painter, size); });
+    WritePicture(folder, "ColorSquare.Jpg", size,
+                 [&](QPainter& painter) { PaintSolidColors(painter, size); });
 }
 
 std::string IniOf(const Theme& theme) {
@@ -81,8 +116,8 @@ std::string IniOf(const Theme& theme) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: make_skins SKIN-FOLDER\n");
+    if (argc != 3) {
+        std::fprintf(stderr, "usage: make_skins SKIN-FOLDER BITMAP-FOLDER\n");
         return 2;
     }
     try {
@@ -96,6 +131,7 @@ int main(int argc, char** argv) {
             list += name + "\n";
         }
         WriteFile(root + "/Skins.INI", list);
+        WriteBitmaps(argv[2]);
         return 0;
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "make_skins: %s\n", failure.what());

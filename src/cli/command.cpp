@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdio>
 #include <new>
 
@@ -50,8 +51,7 @@ std::string OwnFolder() {
     return std::filesystem::read_symlink("/proc/self/exe", ignored).parent_path().string();
 }
 
-int Run(int argc, char** argv, std::initializer_list<void (*)(CLI::App&, Context&)> commands,
-        const char* fuller) {
+int Run(int argc, char** argv, std::initializer_list<AddCommands> commands, const char* fuller) {
     CLI::App program{"Norvelis without a screen: schema reports, dictionary, drawings."};
     program.require_subcommand(1);
     std::string folder;
@@ -69,13 +69,16 @@ int Run(int argc, char** argv, std::initializer_list<void (*)(CLI::App&, Context
     if (!FolderExists(folder)) return Refuse("the application folder " + folder + " does not exist");
     context.app =
         std::make_unique<AppState>(AbsolutePath(folder), context.host, context.clock, Random::FromDevice());
-    return context.run();
+    const int status = context.run();
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) return Refuse("the output cannot be written");
+    return status;
 }
 
 }  // namespace
 
-int RunProgram(int argc, char** argv, std::initializer_list<void (*)(CLI::App&, Context&)> commands,
-               const char* fuller) {
+int RunProgram(int argc, char** argv, std::initializer_list<AddCommands> commands, const char* fuller) {
+    // A write beyond the limit of file sizes then fails as on a full disk.
+    std::signal(SIGXFSZ, SIG_IGN);
     try {
         return Run(argc, argv, commands, fuller);
     } catch (const RuntimeFailure& failure) {

@@ -38,9 +38,11 @@ std::string AbsolutePath(const std::string& path);
 void AddDictionaryCommands(CLI::App& program, Context& context);  ///< validate, extract, dump, setting.
 void AddBrowseCommands(CLI::App& program, Context& context);      ///< tree, find.
 
+using AddCommands = void (*)(CLI::App& program, Context& context);
+
 /// A program of these commands, from its arguments to its exit status. What they do not understand goes to
 /// the program of the name `fuller` beside this one, which knows more of them, where there is one.
-int RunProgram(int argc, char** argv, std::initializer_list<void (*)(CLI::App&, Context&)> commands,
+int RunProgram(int argc, char** argv, std::initializer_list<AddCommands> commands,
                const char* fuller = nullptr);
 
 }  // namespace norvelis::cli

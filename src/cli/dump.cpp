@@ -23,6 +23,8 @@ Recordset RowsOf(Connection& store, std::string_view table, const std::optional<
 }  // namespace
 
 void PrintDump(Connection& store, const std::optional<std::string>& schema) {
+    // One picture of the store, even while another program extracts into it.
+    store.Execute("BEGIN");
     std::printf("{\"tables\":{");
     const char* betweenTables = "";
     for (const auto& table : DictionaryTables()) {
@@ -41,6 +43,7 @@ void PrintDump(Connection& store, const std::optional<std::string>& schema) {
         std::printf("]");
     }
     std::printf("}}\n");
+    store.Execute("COMMIT");
 }
 
 std::string SettingJson(const std::string& name, const Setting& setting) {

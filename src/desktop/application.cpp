@@ -37,6 +37,7 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
 Application::~Application() = default;
 
 int Application::Run(const std::string& applicationFolder) {
+    failed_ = false;
     app_ = std::make_unique<AppState>(applicationFolder, host_, clock_, Random::FromDevice());
     frame_ =
         std::make_unique<ui::mdiMainMenu>(*app_, [this](const std::exception& failure) { Fail(failure); });

@@ -2,6 +2,7 @@
 
 #include "core/text.h"
 #include "diagram/common.h"
+#include "diagram/record_shapes.h"
 #include "diagram/shape_text.h"
 
 namespace norvelis {
@@ -76,14 +77,11 @@ bool FillNote(engine::Shape& note, const std::string& text) {
 
 void AnnotateShapes(DrawingState& drawing, const PageRef& page) {
     ShowText(drawing, "Annotating shapes..");
-    const auto shapes = page ? page->Shapes() : nullptr;
-    if (!shapes) return;
     auto index = drawing.store.Select("Select * FROM Index_Details");
     for (; !index.Eof(); index.MoveNext()) {
         const std::string member(Trim(index.Text("next_step")));
-        const auto id = drawing.gShapeIds.Find(member);
+        const ShapeRef shape = ShapeOfRecord(drawing, *page, member);
         ShowText(drawing, "Annotating shape " + member);
-        const ShapeRef shape = id ? shapes->ItemFromID(*id) : nullptr;
         if (!shape) continue;
         const auto position = [&shape](const engine::CellAddress& address) {
             const CellRef cell = shape->CellsSRC(address);

@@ -3,6 +3,7 @@
 #include "core/text.h"
 #include "diagram/color.h"
 #include "diagram/common.h"
+#include "diagram/record_shapes.h"
 #include "diagram/shape_text.h"
 
 namespace norvelis {
@@ -19,21 +20,15 @@ bool Glue(engine::Shape& line, const engine::CellAddress& end, engine::Shape& bo
 
 void ConnectAllShapes(DrawingState& drawing, engine::Page& page) {
     ShowText(drawing, "Connecting shapes..");
-    const auto shapes = page.Shapes();
-    if (!shapes) return;
-    const auto shapeOf = [&](const std::string& name) -> ShapeRef {
-        const auto id = drawing.gShapeIds.Find(Trim(name));
-        return id ? shapes->ItemFromID(*id) : nullptr;
-    };
     // One read of the whole table: with a file for each parent it is walked many times.
     auto row = drawing.store.Select(
         "Select recordname, next_step, set, connection FROM Connection_Details "
         "order by recordname asc, next_step asc, rowid");
     for (; !row.Eof(); row.MoveNext()) {
-        const ShapeRef owner = shapeOf(row.Text("recordname"));
+        const ShapeRef owner = ShapeOfRecord(drawing, page, row.Text("recordname"));
         if (!owner) continue;
         drawing.app.host.Yield();
-        const ShapeRef member = shapeOf(row.Text("next_step"));
+        const ShapeRef member = ShapeOfRecord(drawing, page, row.Text("next_step"));
         if (!member) continue;
         const std::string label =
             std::string(Trim(row.Text("Set"))).append(kLineBreak).append(Trim(row.Text("connection")));

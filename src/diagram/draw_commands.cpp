@@ -87,7 +87,7 @@ void AddAllParents(DrawingState& drawing, const DrawKind& kind, const PageRef& p
         if (tree != nullptr) {
             const NodeIndex node = FindNode(*tree, parent, schema);
             if (node == kNoNode) continue;
-            drawing.screen.EnsureVisible(node);
+            (drawing.screen.*kind.showParent)(node);
         }
         AddParentToPage(drawing, kind, page, parent);
     }
@@ -104,11 +104,11 @@ DrawOrder OrderOfSchema(DrawingState& drawing, const std::string& schema, const 
     return order;
 }
 
-DrawOrder OrderOfRecord(DrawingState& drawing, const DrawKind& kind, const std::string& schema,
-                        const std::string& recordName, bool visible) {
+DrawOrder OrderOfRecord(DrawingState& drawing, const DrawKind& kind, const std::string& location,
+                        const std::string& schema, const std::string& recordName, bool visible) {
     DrawOrder order;
     order.name = recordName;
-    order.location = DrawingLocation(drawing);
+    order.location = location;
     order.subfolder = schema;
     order.visible = visible;
     order.addShapes = [&drawing, &kind, schema, recordName](const PageRef& page) {
@@ -118,16 +118,22 @@ DrawOrder OrderOfRecord(DrawingState& drawing, const DrawKind& kind, const std::
     return order;
 }
 
+/// The folder chosen for this drawing, else the one of the setting; empty when there is neither.
+std::string ChosenLocation(DrawingState& drawing) {
+    const auto& chosen = drawing.options.location;
+    const std::string location = chosen ? *chosen : getvisiolocation(drawing.app);
+    return Trim(location).empty() ? std::string() : location;
+}
+
+std::string DefaultLocation(const DrawingState& drawing) {
+    return drawing.app.AppPath("\\visio files\\");
+}
+
 }  // namespace
 
 std::string DrawingLocation(DrawingState& drawing) {
-    if (drawing.options.location) return *drawing.options.location;
-    std::string location = getvisiolocation(drawing.app);
-    if (Trim(location).empty()) {
-        location = drawing.app.AppPath("\\visio files\\");
-        setvisiolocation(drawing.app, location);
-    }
-    return location;
+    const std::string location = ChosenLocation(drawing);
+    return location.empty() ? DefaultLocation(drawing) : location;
 }
 
 void ProgressSetMax(DrawingState& drawing, int count) {
@@ -180,9 +186,9 @@ DrawResult DrawVisioDiagramSingle(DrawingState& drawing, const std::string& sche
 
 void DrawVisioDiagramSeparate(DrawingState& drawing, const RecordTree* tree) {
     const bool visible = WantsToWatch(drawing);
-    std::string location = drawing.options.location.value_or(getvisiolocation(drawing.app));
-    if (Trim(location).empty()) location = AskVisioFolder(drawing);
-    if (Trim(location).empty()) {
+    std::string location = ChosenLocation(drawing);
+    if (location.empty()) location = AskVisioFolder(drawing);
+    if (location.empty()) {
         drawing.tell(kNoLocation);
         return;
     }
@@ -206,7 +212,7 @@ SeparateResult DrawVisioDiagramSeparateParent(DrawingState& drawing, const Recor
         if (tree != nullptr) {
             const NodeIndex node = FindNode(*tree, parent, "");
             if (node == kNoNode) continue;
-            drawing.screen.MarkNode(node);
+            (drawing.screen.*kDrawSeparate.showParent)(node);
         }
         const std::string name(Trim(parent));
         if (name.empty()) continue;
@@ -226,9 +232,15 @@ SeparateResult DrawVisioDiagramSeparateParent(DrawingState& drawing, const Recor
 }
 
 DrawResult DrawParentDrawing(DrawingState& drawing, const std::string& recordName, bool visible) {
+    std::string location = ChosenLocation(drawing);
+    if (location.empty()) {
+        location = DefaultLocation(drawing);
+        setvisiolocation(drawing.app, location);
+    }
     drawing.gDrawFileName = recordName;
-    return DrawDrawing(drawing, kDrawSeparate,
-                       OrderOfRecord(drawing, kDrawSeparate, drawing.gDrawSchema, recordName, visible));
+    return DrawDrawing(
+        drawing, kDrawSeparate,
+        OrderOfRecord(drawing, kDrawSeparate, location, drawing.gDrawSchema, recordName, visible));
 }
 
 DrawResult DrawScheduledDiagram(DrawingState& drawing, const std::string& schema, const std::string& job) {
@@ -241,24 +253,25 @@ DrawResult DrawScheduledDiagram(DrawingState& drawing, const std::string& schema
 
 void ProcessSingle(DrawingState& drawing, const std::string& schema, const RecordTree& Tviewrec) {
     drawing.told.clear();
-    ShowText(drawing, "Preparing to Draw, Please Wait..");
-    if (Trim(getvisiolocation(drawing.app)).empty() && AskVisioFolder(drawing).empty()) {
-        drawing.tell(kNoLocation);
-        return;
-    }
-    const std::string target = Tviewrec.Size() > 0 ? Tviewrec.Text(0) : "";
-    if (target.empty()) return;
-    const bool visible = WantsToWatch(drawing);
     try {
-        if (target != schema) {
-            DrawIsolatedRecord(drawing, schema, target, visible);
+        ShowText(drawing, "Preparing to Draw, Please Wait..");
+        std::string location = ChosenLocation(drawing);
+        if (location.empty()) location = AskVisioFolder(drawing);
+        if (location.empty()) {
+            drawing.tell(kNoLocation);
             return;
         }
-        DrawOrder order = OrderOfRecord(drawing, kDrawIsolated, schema, target, visible);
-        order.addShapes = [&](const PageRef& page) {
-            drawing.gDrawSchema = schema;
-            AddAllParents(drawing, kDrawIsolated, page, schema, &Tviewrec);
-        };
+        const std::string target = Tviewrec.Size() > 0 ? Tviewrec.Text(0) : "";
+        DrawOrder order = OrderOfRecord(drawing, kDrawIsolated, location, schema, target, false);
+        order.MakeFolder();
+        if (target.empty()) return;
+        order.visible = WantsToWatch(drawing);
+        if (target == schema) {
+            order.addShapes = [&](const PageRef& page) {
+                drawing.gDrawSchema = schema;
+                AddAllParents(drawing, kDrawIsolated, page, schema, &Tviewrec);
+            };
+        }
         DrawDrawing(drawing, kDrawIsolated, order);
     } catch (const RuntimeFailure&) {
         drawing.tell("Error has been encountered. Close visio and try again.");
@@ -267,8 +280,9 @@ void ProcessSingle(DrawingState& drawing, const std::string& schema, const Recor
 
 DrawResult DrawIsolatedRecord(DrawingState& drawing, const std::string& schema, const std::string& recordName,
                               bool visible) {
-    return DrawDrawing(drawing, kDrawIsolated,
-                       OrderOfRecord(drawing, kDrawIsolated, schema, recordName, visible));
+    return DrawDrawing(
+        drawing, kDrawIsolated,
+        OrderOfRecord(drawing, kDrawIsolated, DrawingLocation(drawing), schema, recordName, visible));
 }
 
 bool ApplyLayoutToFile(DrawingState& drawing, const std::string& file) {

@@ -48,8 +48,8 @@ DrawResult DrawIsolatedRecord(DrawingState& drawing, const std::string& schema, 
 /// there or the engine refuses, and the file is then as it was.
 bool ApplyLayoutToFile(DrawingState& drawing, const std::string& file);
 
-/// The folder of all drawings: the one chosen for this drawing, else the setting, else the default, which
-/// becomes the setting.
+/// The folder of all drawings: the one chosen for this drawing, else the setting, else the default. Only the
+/// first file of a parent makes the default the setting.
 std::string DrawingLocation(DrawingState& drawing);
 
 void ProgressSetMax(DrawingState& drawing, int count);

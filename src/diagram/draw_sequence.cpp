@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-#include <filesystem>
+#include <algorithm>
 
 #include "core/paths.h"
 #include "core/text.h"
@@ -18,6 +18,7 @@ namespace norvelis {
 namespace {
 
 constexpr auto kSnapshotEvery = std::chrono::milliseconds(500);
+constexpr int kSnapshotShare = 10;  // Of the time of a draw, one part goes into snapshots.
 
 constexpr std::string_view kNotInstalled = "Visio is not installed. Please install Visio 2002 or better.";
 constexpr std::string_view kMustHaveVisio = "You must have Visio installed to perform this functions";
@@ -25,8 +26,11 @@ constexpr std::string_view kMustHaveVisio = "You must have Visio installed to pe
 }  // namespace
 
 const DrawKind kDrawSingle{
-    .gSingleDrawing = true,
+    .colorsEachBox = false,
+    .namesPage = true,
     .titleInCapitals = true,
+    .showParent = &DrawScreen::EnsureVisible,
+    .starting = "Creating Shapes....",
     .creating = "Creating Shapes....",
     .parentDone = "Connecting Shapes..",
     .connecting = "",
@@ -38,8 +42,11 @@ const DrawKind kDrawSingle{
 };
 
 const DrawKind kDrawSeparate{
-    .gSingleDrawing = false,
+    .colorsEachBox = true,
+    .namesPage = true,
     .titleInCapitals = false,
+    .showParent = &DrawScreen::MarkNode,
+    .starting = "",
     .creating = "Creating Shapes from shape: {}",
     .parentDone = "",
     .connecting = "Now Connecting the Shapes..",
@@ -51,9 +58,12 @@ const DrawKind kDrawSeparate{
 };
 
 const DrawKind kDrawIsolated{
-    .gSingleDrawing = false,
+    .colorsEachBox = true,
+    .namesPage = false,
     .titleInCapitals = false,
-    .creating = "Creating Shapes......",
+    .showParent = &DrawScreen::SelectNode,
+    .starting = "Creating Shapes......",
+    .creating = "",
     .parentDone = "",
     .connecting = "Now Connecting Shapes..",
     .layingOut = "Arranging Shapes..",
@@ -91,20 +101,26 @@ class RunningEngine {
             drawing.tell(std::string(kind.engineIsNull));
         } else {
             drawing.VisioApp = *created;
+            started_ = true;
         }
     }
     ~RunningEngine() {
+        if (!started_) return;
+        Quit();
+        const std::string snapshots = drawing_.app.AppPath("\\Temp");
+        if (FolderExists(snapshots)) DeleteFolder(snapshots);
+    }
+    void Quit() {
         if (!drawing_.VisioApp) return;
         drawing_.VisioApp->Quit();
         drawing_.VisioApp.reset();
-        const std::string snapshots = drawing_.app.AppPath("\\Temp");
-        if (FolderExists(snapshots)) DeleteFolder(snapshots);
     }
     RunningEngine(const RunningEngine&) = delete;
     RunningEngine& operator=(const RunningEngine&) = delete;
 
   private:
     DrawingState& drawing_;
+    bool started_ = false;
 };
 
 engine::Ref<engine::Document> NewDrawing(engine::Application& application) {
@@ -116,40 +132,24 @@ engine::Ref<engine::Document> NewDrawing(engine::Application& application) {
 }
 
 void ResetDrawing(DrawingState& drawing, const DrawKind& kind) {
-    drawing.gSingleDrawing = kind.gSingleDrawing;
+    drawing.colorsEachBox = kind.colorsEachBox;
     drawing.colored = drawing.options.color.value_or(getdiagramcolor(drawing.app) == "True");
     drawing.storeHasIndexRows =
         drawing.store.Count("Select count(*) FROM Record_Details where recordtype = 'index'") > 0;
     drawing.gDrawnShapes = {};
     drawing.gShapeIds = {};
     drawing.walked.clear();
-    if (drawing.lastSnapshot == std::chrono::steady_clock::time_point{}) {
-        drawing.lastSnapshot = drawing.steadyNow();
-    }
+    drawing.nextSnapshot = drawing.steadyNow() + kSnapshotEvery;
 }
 
-bool Save(engine::Document& document, const DrawOrder& order) {
-    if (!IsFileName(order.subfolder) || !IsFileName(order.name)) return false;
-    const std::string file = Resolve(order.File());
-    CreateFolder(std::filesystem::path(file).parent_path().string());
-    return document.SaveAs(file);
-}
-
-}  // namespace
-
-std::string DrawOrder::File() const {
-    return NativePath(location + "\\" + subfolder + "\\" + name + ".vsd");
-}
-
-DrawResult DrawDrawing(DrawingState& drawing, const DrawKind& kind, const DrawOrder& order) {
-    const RunningEngine engine(drawing, kind, order);
-    if (!drawing.VisioApp) return DrawResult::NoEngine;
-    ResetDrawing(drawing, kind);
+/// Everything from the empty page to the file; whether that is on disk.
+bool DrawPage(DrawingState& drawing, const DrawKind& kind, const DrawOrder& order) {
     const auto document = NewDrawing(*drawing.VisioApp);
     const auto pages = document ? document->Pages() : nullptr;
     const PageRef page = pages ? pages->Item(1) : nullptr;
-    if (!page) return DrawResult::NotSaved;
+    if (!page) return false;
 
+    ShowStep(drawing, kind.starting, order.name);
     order.addShapes(page);
     ShowStep(drawing, kind.connecting, order.name);
     ConnectAllShapes(drawing, *page);
@@ -163,8 +163,25 @@ DrawResult DrawDrawing(DrawingState& drawing, const DrawKind& kind, const DrawOr
     FormatConnectorLabels(*page);
     page->PlaceNotes();
     ShowStep(drawing, kind.finished, order.name);
+    return order.MakeFolder() && document->SaveAs(Resolve(order.File()));
+}
 
-    const bool saved = Save(*document, order);
+}  // namespace
+
+std::string DrawOrder::File() const {
+    return NativePath(location + "\\" + subfolder + "\\" + name + ".vsd");
+}
+
+bool DrawOrder::MakeFolder() const {
+    return IsFileName(subfolder) && IsFileName(name) && CreateFolder(location + "\\" + subfolder);
+}
+
+DrawResult DrawDrawing(DrawingState& drawing, const DrawKind& kind, const DrawOrder& order) {
+    RunningEngine engine(drawing, kind, order);
+    if (!drawing.VisioApp) return DrawResult::NoEngine;
+    ResetDrawing(drawing, kind);
+    const bool saved = DrawPage(drawing, kind, order);
+    engine.Quit();
     drawing.screen.ShowFile(order.File());
     if (saved) drawing.screen.DrawingSaved(order.File());
     return saved ? DrawResult::Saved : DrawResult::NotSaved;
@@ -173,7 +190,7 @@ DrawResult DrawDrawing(DrawingState& drawing, const DrawKind& kind, const DrawOr
 void AddParentToPage(DrawingState& drawing, const DrawKind& kind, const PageRef& page,
                      const std::string& recordName) {
     if (Trim(recordName).empty()) return;
-    page->SetName(recordName);
+    if (kind.namesPage) page->SetName(recordName);
     ShowStep(drawing, kind.creating, recordName);
     DrawRecordTree(drawing, page, recordName);
     SnapshotDrawing(drawing, *page);
@@ -181,14 +198,15 @@ void AddParentToPage(DrawingState& drawing, const DrawKind& kind, const PageRef&
 }
 
 void SnapshotDrawing(DrawingState& drawing, engine::Page& page) {
-    const auto now = drawing.steadyNow();
-    if (now - drawing.lastSnapshot < kSnapshotEvery) return;
-    drawing.lastSnapshot = now;
+    const auto begin = drawing.steadyNow();
+    if (begin < drawing.nextSnapshot) return;
     const std::string folder = drawing.app.AppPath("\\Temp");
     CreateFolder(folder);
     const std::string file = NativePath(fmt::format("{}\\{:.7g}.vsd", folder, drawing.app.random.Rnd() * 10));
     const auto document = page.Document();
     if (document && document->SaveAs(file)) drawing.screen.ShowFile(file);
+    const auto end = drawing.steadyNow();
+    drawing.nextSnapshot = std::max(begin + kSnapshotEvery, end + kSnapshotShare * (end - begin));
 }
 
 }  // namespace norvelis

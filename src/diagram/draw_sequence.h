@@ -13,8 +13,11 @@ namespace norvelis {
 
 /// How the ways to draw differ. A "{}" in a text is the name of what is drawn; an empty text is not shown.
 struct DrawKind {
-    bool gSingleDrawing;  ///< A colour for each parent's tree; otherwise one for each box.
+    bool colorsEachBox;  ///< Each box has a colour of its own; otherwise each parent's tree has one.
+    bool namesPage;      ///< The page takes the name of the parent that was drawn last.
     bool titleInCapitals;
+    void (DrawScreen::*showParent)(NodeIndex);  ///< What becomes of a parent's node while it is drawn.
+    std::string_view starting;
     std::string_view creating, parentDone;  ///< Around the tree of each parent.
     std::string_view connecting, layingOut, arranging, finished;
     std::string_view engineFails, engineIsNull;  ///< The answers when there is no engine to draw with.
@@ -32,6 +35,8 @@ struct DrawOrder {
     std::function<void(const PageRef& page)> addShapes;
 
     std::string File() const;
+    /// Makes the folder of the file; false where its names are no file names or the disk refuses.
+    bool MakeFolder() const;
 };
 
 enum class DrawResult { NoEngine, NotSaved, Saved };
@@ -39,12 +44,12 @@ enum class DrawResult { NoEngine, NotSaved, Saved };
 /// Draws and saves. A file that stands there is replaced when the new one is whole, and not before.
 DrawResult DrawDrawing(DrawingState& drawing, const DrawKind& kind, const DrawOrder& order);
 
-/// One parent: names the page, draws the record's tree, takes a snapshot. Nothing for a blank name.
+/// One parent: names the page after it, draws the record's tree, takes a snapshot. Nothing for a blank name.
 void AddParentToPage(DrawingState& drawing, const DrawKind& kind, const PageRef& page,
                      const std::string& recordName);
 
-/// The drawing as it stands, under a random name in the Temp folder, so that one sees it grow. At most about
-/// twice a second, so that the cost of a draw does not grow with the square of its size.
+/// The drawing as it stands, under a random name in the Temp folder, so that one sees it grow. At most twice
+/// a second, and large drawings so seldom that nine tenths of the time go into the drawing itself.
 void SnapshotDrawing(DrawingState& drawing, engine::Page& page);
 
 }  // namespace norvelis

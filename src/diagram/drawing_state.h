@@ -25,7 +25,8 @@ class DrawScreen {
   public:
     virtual ~DrawScreen() = default;
     virtual void EnsureVisible(NodeIndex) {}
-    virtual void MarkNode(NodeIndex) {}  ///< Selected, red and in view.
+    virtual void SelectNode(NodeIndex) {}  ///< Selected and in view.
+    virtual void MarkNode(NodeIndex) {}    ///< Selected, red and in view.
     virtual void ShowText(const std::string&) {}
     virtual void ShowFile(const std::string&) {}      ///< The path of a drawing or snapshot, on the labels.
     virtual void DrawingSaved(const std::string&) {}  ///< The finished drawing is on disk under this path.
@@ -80,14 +81,15 @@ struct DrawingState {
     ShapeIds gShapeIds;
     std::unordered_set<std::string> walked;  ///< Records whose members have been walked, names folded.
     bool colored = false;
-    bool storeHasIndexRows =
-        true;  ///< Asked once, for there are none as a rule, and the question walks the table.
+    bool colorsEachBox = false;  ///< Each box has a colour of its own, and not the one of its parent's tree.
+    /// Asked once: as a rule there are none, and a look for those of one record walks the table.
+    bool storeHasIndexRows = true;
     std::string gOwnerColor, gFillFormula;
     BoxFields box;
 
     // Snapshots come by the time that has passed and not by the size of the drawing.
     std::function<std::chrono::steady_clock::time_point()> steadyNow = std::chrono::steady_clock::now;
-    std::chrono::steady_clock::time_point lastSnapshot{};
+    std::chrono::steady_clock::time_point nextSnapshot{};
 };
 
 /// A line of text on the progress form's second bar, the tree screen's and the screen's own.

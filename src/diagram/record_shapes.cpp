@@ -29,6 +29,10 @@ ShapeRef DropAtRandom(DrawingState& drawing, const PageRef& page, std::string_vi
     return DropShape(drawing.tellOnce, page, kFlowchartStencil, GetStepMaster(step), x, y);
 }
 
+void RememberShape(DrawingState& drawing, const std::string& name, engine::Shape& shape) {
+    if (const int id = shape.ID(); id > 0) drawing.gShapeIds.Add(name, id);
+}
+
 /// What a store may say of a record in its optional columns: where it leads, a remark, how long it takes.
 void WriteOptionalColumns(const DrawingState& drawing, engine::Shape& shape, const Recordset& row) {
     if (const std::string address = row.Text("Hyperlink"); !address.empty()) {
@@ -72,7 +76,7 @@ void DrawRecordTree(DrawingState& drawing, const PageRef& page, const std::strin
     while (!names.empty()) {
         const std::string name(Trim(names.back()));
         names.pop_back();
-        if (!drawing.gSingleDrawing) drawing.gOwnerColor = PickLightColor(drawing.app.random);
+        if (drawing.colorsEachBox) drawing.gOwnerColor = PickLightColor(drawing.app.random);
         CreateRecordShape(drawing, page, drawing.gDrawSchema, name);
         if (!drawing.walked.insert(UpperCase(name)).second) continue;
         const std::vector<std::string> members = MembersOf(drawing, name);
@@ -93,7 +97,7 @@ bool CreateRecordShape(DrawingState& drawing, const PageRef& page, const std::st
     if (!name.empty()) {
         const ShapeRef shape = DropAtRandom(drawing, page, "PROCESS");
         if (!shape) return false;
-        drawing.gShapeIds.Add(name, shape->ID());
+        RememberShape(drawing, name, *shape);
         const auto orBlank = [&row](std::string_view column) { return row.Value(column).value_or(" "); };
         drawing.box = {row.Text("Recordname"), orBlank("tableid"), orBlank("rectype"), orBlank("reclen"),
                        orBlank("recmode"),     orBlank("reckey"),  orBlank("dn"),      orBlank("areaname")};
@@ -116,7 +120,14 @@ bool CreateRecordShape(DrawingState& drawing, const PageRef& page, const std::st
     return true;
 }
 
+ShapeRef ShapeOfRecord(const DrawingState& drawing, engine::Page& page, std::string_view recordName) {
+    const auto id = drawing.gShapeIds.Find(Trim(recordName));
+    const auto shapes = id ? page.Shapes() : nullptr;
+    return shapes ? shapes->ItemFromID(*id) : nullptr;
+}
+
 bool CreateIndexShapes(DrawingState& drawing, const PageRef& page, const std::string& recordName) {
+    if (!drawing.storeHasIndexRows) return true;
     auto row = drawing.store.Select(
         "Select * FROM Record_Details where recordtype = 'index' and next_step = ?", {recordName});
     for (; !row.Eof(); row.MoveNext()) {
@@ -124,7 +135,7 @@ bool CreateIndexShapes(DrawingState& drawing, const PageRef& page, const std::st
         if (name.empty()) continue;
         const ShapeRef shape = DropAtRandom(drawing, page, "ANNOTATION");
         if (!shape) return false;
-        drawing.gShapeIds.Add(name, shape->ID());
+        RememberShape(drawing, name, *shape);
         shape->SetText(row.Text("Information"));
         shape->SetName(name);
         SetFormula(shape->Cells("Char.Size"), kSixPoints);

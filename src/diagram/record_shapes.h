@@ -18,6 +18,9 @@ void DrawRecordTree(DrawingState& drawing, const PageRef& page, const std::strin
 bool CreateRecordShape(DrawingState& drawing, const PageRef& page, const std::string& schema,
                        const std::string& recordName);
 
+/// The shape that a record has on the page; null when it has none.
+ShapeRef ShapeOfRecord(const DrawingState& drawing, engine::Page& page, std::string_view recordName);
+
 /// A note for each row of the kind "index" that leads to the record. Extraction writes none; a store may hold
 /// them.
 bool CreateIndexShapes(DrawingState& drawing, const PageRef& page, const std::string& recordName);

@@ -27,6 +27,20 @@ void ShowStage(AppState& app, const ExtractionDriver& driver, const std::string&
     app.host.Yield();
 }
 
+/// Little memory for the store's pages while an extraction writes them.
+class WritingCache {
+  public:
+    explicit WritingCache(Connection& connection) : connection_(connection) {
+        connection_.SetPageCache(Connection::kWritingCache);
+    }
+    ~WritingCache() { connection_.SetPageCache(Connection::kBrowsingCache); }
+    WritingCache(const WritingCache&) = delete;
+    WritingCache& operator=(const WritingCache&) = delete;
+
+  private:
+    Connection& connection_;
+};
+
 // The report that gReportFile names, read once; nothing when it was refused in words.
 std::optional<Report> ReadReport(AppState& app, const ExtractionDriver& driver) {
     const std::string path = app.gReportFile;
@@ -86,6 +100,7 @@ void RunPasses(AppState& app, const ExtractionDriver& driver, ExtractionState& s
 // What a failure of the report leaves gathered is kept; after any other failure the store is as it was.
 ExtractionCounts WriteDictionary(AppState& app, const ExtractionDriver& driver, Report report,
                                  bool deleteAll) {
+    const WritingCache cache(driver.connection);
     Transaction transaction(driver.connection);
     try {
         if (deleteAll) DeleteAllDictionaries(driver.connection);

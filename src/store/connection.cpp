@@ -1,6 +1,7 @@
 #include "store/connection.h"
 
 #include <sqlcipher/sqlite3.h>
+#include <unistd.h>
 
 #include <utility>
 
@@ -75,7 +76,7 @@ void ThrowStoreFailure(sqlite3* database, const std::string& path) {
             break;
         case SQLITE_BUSY:
         case SQLITE_LOCKED:
-            reason = "locked by another program that is writing to it";
+            reason = "locked by another program";
             break;
         case SQLITE_READONLY:
             reason = "write-protected";
@@ -84,7 +85,7 @@ void ThrowStoreFailure(sqlite3* database, const std::string& path) {
             reason = "the disk is full";
             break;
         case SQLITE_CANTOPEN:
-            reason = "cannot be opened (is its folder there and readable?)";
+            reason = access(path.c_str(), R_OK) != 0 ? "may not be read" : "its folder may not be written to";
             break;
         case SQLITE_IOERR:
             reason = "the disk refused to read or write it";
@@ -113,12 +114,26 @@ std::shared_ptr<Connection> Connection::Open(std::string_view connectionString) 
     DatabasePointer database =
         OpenFile(path, PartOf(connectionString, "Jet OLEDB:Database password"), SQLITE_OPEN_READWRITE);
     KeepFileForm(database.get());
-    // The program writes and reads each row about once, so that a large cache (negative: in KB) gains
-    // nothing.
     RunScript(database.get(), path,
-              "PRAGMA temp_store = MEMORY; PRAGMA secure_delete = OFF; PRAGMA cache_size = -500;"
-              "SELECT count(*) FROM sqlite_master;");
-    return std::shared_ptr<Connection>(new Connection(database.release(), path));
+              "PRAGMA temp_store = MEMORY; PRAGMA secure_delete = OFF; SELECT count(*) FROM sqlite_master;");
+    std::shared_ptr<Connection> connection(new Connection(database.release(), path));
+    connection->SetPageCache(kBrowsingCache);
+    for (const auto& table : AllTables()) {
+        if (connection->Count(
+                "Select count(*) FROM sqlite_master where type = 'table' and name = ? collate nocase",
+                {table.name}) == 0)
+            throw RuntimeFailure(
+                FailureNumber::StoreFailure,
+                path + ": no dictionary store, it lacks the table " + std::string(table.name));
+    }
+    return connection;
+}
+
+void Connection::SetPageCache(int kilobytes) {
+    // Negative numbers are kilobytes. A closed or failing store keeps what it has.
+    if (database_)
+        sqlite3_exec(database_, ("PRAGMA cache_size = -" + std::to_string(kilobytes)).c_str(), nullptr,
+                     nullptr, nullptr);
 }
 
 void Connection::CreateStore(const std::string& path) {

@@ -44,6 +44,11 @@ class Connection : public std::enable_shared_from_this<Connection> {
     bool IsOpen() const { return database_ != nullptr; }
     const std::string& Path() const { return path_; }
 
+    /// Memory for pages of the file. Readers who look rows up again and again want the usual size; who writes
+    /// each row once is served as well by little.
+    void SetPageCache(int kilobytes);
+    static constexpr int kBrowsingCache = 16000, kWritingCache = 500;
+
     /// Runs a statement that gives no rows.
     void Execute(std::string_view statement, std::initializer_list<std::string_view> values = {});
 

@@ -13,12 +13,18 @@ namespace {
 
 constexpr int kShadow = 14;
 
+/// Falls a little downwards; the form itself hides the middle.
 void PaintShadow(QPainter& painter, const QRect& form, bool strong) {
+    const QRect fallen = form.translated(0, 3);
+    const auto shade = [strong](double near) {
+        return QColor(10, 20, 35, static_cast<int>((strong ? 46 : 24) * near * near));
+    };
+    painter.fillRect(fallen, shade(1));
     painter.setBrush(Qt::NoBrush);
-    for (int i = 0; i < kShadow; ++i) {
-        const double near = 1.0 - static_cast<double>(i) / kShadow;
-        painter.setPen(QPen(QColor(10, 20, 35, static_cast<int>((strong ? 34 : 16) * near * near)), 2));
-        painter.drawRoundedRect(form.adjusted(-i, -i + 3, i, i + 3), i, i);
+    for (int i = 1; i <= kShadow; ++i) {
+        painter.setPen(shade(1 - static_cast<double>(i) / kShadow));
+        const double out = i - 0.5;
+        painter.drawRoundedRect(QRectF(fallen).adjusted(-out, -out, out, out), i, i);
     }
 }
 
@@ -93,6 +99,14 @@ bool ChildArea::IsMinimized(const Form* form) const {
     return child && child->minimized;
 }
 
+std::vector<Form*> ChildArea::Forms() const {
+    std::vector<Form*> forms;
+    for (const Child& child : children_) {
+        if (child.form) forms.push_back(child.form);
+    }
+    return forms;
+}
+
 std::vector<Form*> ChildArea::OpenForms() const {
     std::vector<Form*> forms;
     for (const Child& child : children_) {
@@ -114,7 +128,7 @@ ChildArea::Child* ChildArea::Find(const Form* form) {
 void ChildArea::FocusMoved(QWidget* to) {
     Form* form = FormOf(to);
     Child* child = Find(form);
-    if (!child) return;
+    if (!child || form->isHidden()) return;  // A form that goes passes the keyboard round inside itself.
     child->focus = to;
     if (active_ != form) Activate(form);
 }

@@ -28,6 +28,8 @@ class ChildArea : public QWidget {
 
     Form* Active() const;
     bool IsMinimized(const Form* form) const;
+    /// All that have been made, the hidden ones among them.
+    std::vector<Form*> Forms() const;
     /// Open forms in the order they were opened, the minimised ones among them.
     std::vector<Form*> OpenForms() const;
 

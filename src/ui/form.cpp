@@ -4,6 +4,7 @@
 #include <QEventLoop>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPointer>
 #include <QShortcut>
 #include <QWindow>
 #include <algorithm>
@@ -45,21 +46,34 @@ Form::Form(mdiMainMenu& frame, const QString& name, const QString& caption, QSiz
     connect(imgClose_, &QPushButton::clicked, this, &QWidget::close);
     connect(imgMinimize_, &QPushButton::clicked, this, &Form::Minimized);
     connect(imgRestore_, &QPushButton::clicked, this, &Form::Place);
-    for (const auto keys : {Qt::CTRL | Qt::Key_F4, Qt::CTRL | Qt::Key_W}) {
+    const auto onKeys = [this](QKeyCombination keys, const auto& act) {
         auto* shortcut = new QShortcut(QKeySequence(keys), this);
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);
-        connect(shortcut, &QShortcut::activated, this, &QWidget::close);
-    }
+        connect(shortcut, &QShortcut::activated, this, act);
+    };
+    onKeys(Qt::CTRL | Qt::Key_W, &QWidget::close);
+    onKeys(Qt::CTRL | Qt::Key_F4, &QWidget::close);
+    onKeys(Qt::CTRL | Qt::Key_M, &Form::Minimized);
+    onKeys(Qt::CTRL | Qt::SHIFT | Qt::Key_M, &Form::Place);
 }
 
 Form::~Form() = default;
 
 void Form::Load() {
     LoadINISettings();
-    LoadSkins(frame_, *this);
-    SetColors(frame_, *this);
+    ApplySkin();
     setFixedSize(size_);
     Place();
+}
+
+void Form::ApplySkin() {
+    LoadSkins(frame_, *this);
+    ApplyColors();
+}
+
+void Form::ApplyColors() {
+    SetColors(frame_, *this);
+    SkinApplied();
 }
 
 void Form::LoadINISettings() {
@@ -80,14 +94,24 @@ void Form::ShowAndWait() {
     setWindowModality(Qt::ApplicationModal);
     imgMinimize_->hide();
     imgRestore_->hide();
-    move(frame_.geometry().center() - rect().center());
+    move(WaitingPlace());
     QEventLoop loop;
     connect(this, &Form::Closed, &loop, &QEventLoop::quit);
+    const QPointer<Form> here(this);
     show();
     loop.exec();
+    if (!here) return;
     setParent(&frame_.Area(), Qt::SubWindow);
     imgMinimize_->show();
     imgRestore_->show();
+}
+
+QPoint Form::WaitingPlace() {
+    return frame_.geometry().center() - rect().center();
+}
+
+QColor Form::CaptionColor() const {
+    return picture_.At(lblCaption_->pos());
 }
 
 void Form::Place() {
@@ -121,6 +145,14 @@ void Form::mouseMoveEvent(QMouseEvent* event) {
 
 void Form::mouseReleaseEvent(QMouseEvent*) {
     dragFrom_.reset();
+}
+
+void Form::keyPressEvent(QKeyEvent* event) {
+    if (isWindow() && event->key() == Qt::Key_Escape) {
+        close();
+    } else {
+        QWidget::keyPressEvent(event);
+    }
 }
 
 void Form::closeEvent(QCloseEvent* event) {

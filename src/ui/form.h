@@ -26,6 +26,9 @@ class Form : public QWidget {
 
     /// LoadINISettings, LoadSkins, SetColors, size, place.
     virtual void Load();
+    /// Takes pictures and colours, or colours alone, of the skin in force.
+    void ApplySkin();
+    void ApplyColors();
 
     /// The size tag: names the skin's background and its section of places.
     const QString& Tag2() const { return tag2_; }
@@ -53,11 +56,18 @@ class Form : public QWidget {
     virtual void SaveINISettings() {}
     /// False keeps the form open.
     virtual bool QueryUnload() { return true; }
+    /// The form has new pictures or colours.
+    virtual void SkinApplied() {}
+    /// Where ShowAndWait puts the form on the screen.
+    virtual QPoint WaitingPlace();
+
+    QColor CaptionColor() const;  ///< Of the background behind the caption.
 
     void paintEvent(QPaintEvent*) override;
     void mousePressEvent(QMouseEvent*) override;
     void mouseMoveEvent(QMouseEvent*) override;
     void mouseReleaseEvent(QMouseEvent*) override;
+    void keyPressEvent(QKeyEvent*) override;
     void closeEvent(QCloseEvent*) override;
 
     /// The room below the caption.

@@ -12,7 +12,7 @@ namespace norvelis::ui {
 frmAbout::frmAbout(mdiMainMenu& frame) : Form(frame, "frmAbout", "ABOUT NORVELIS", QSize(500, 300)) {
     auto* picture = MakeLabel(this, "imgAbout", {});
     picture->setPixmap(ProgramIcon().pixmap(72, 72));
-    auto* name = MakeLabel(this, "lblProduct", "Norvelis", "TitleColorOnBody");
+    auto* name = MakeLabel(this, "lblProduct", "Norvelis");
     QFont font = name->font();
     font.setPixelSize(24);
     font.setWeight(QFont::DemiBold);

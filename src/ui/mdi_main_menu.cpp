@@ -16,13 +16,17 @@
 #include "core/failure.h"
 #include "core/ini.h"
 #include "core/log.h"
+#include "core/paths.h"
+#include "core/text.h"
 #include "store/connection.h"
 #include "ui/child_area.h"
+#include "ui/fb_tray_icon.h"
 #include "ui/form.h"
 #include "ui/frame_commands.h"
 #include "ui/frame_menu.h"
 #include "ui/frm_about.h"
 #include "ui/frm_background.h"
+#include "ui/frm_colors.h"
 #include "ui/frm_treeview.h"
 #include "ui/screens.h"
 #include "ui/skins_and_colors.h"
@@ -43,7 +47,11 @@ void SayNotThere(AppState& app, const std::string& caption) {
 }  // namespace
 
 mdiMainMenu::mdiMainMenu(AppState& app, Fail fail)
-    : app_(app), fail_(std::move(fail)), skin_(PlainSkin()), area_(new ChildArea(this)) {
+    : app_(app),
+      fail_(std::move(fail)),
+      skin_(PlainSkin()),
+      area_(new ChildArea(this)),
+      tray_(new fbTrayIcon(this)) {
     setObjectName("mdiMainMenu");
     setWindowTitle(QApplication::applicationDisplayName());
     setCentralWidget(area_);
@@ -53,6 +61,12 @@ mdiMainMenu::mdiMainMenu(AppState& app, Fail fail)
     Timer1_.setSingleShot(true);
     connect(&Timer1_, &QTimer::timeout, this, &mdiMainMenu::Timer1_Timer);
     connect(area_, &ChildArea::FormsChanged, this, &mdiMainMenu::UpdateMinimized);
+    tray_->SetTrayIconTip(QApplication::applicationDisplayName());
+    connect(tray_, &fbTrayIcon::Clicked, this, [this] {
+        setWindowState(windowState() & ~Qt::WindowMinimized);
+        raise();
+        activateWindow();
+    });
     const std::pair<Qt::KeyboardModifiers, int> rounds[] = {{Qt::ControlModifier, 1},
                                                             {Qt::ControlModifier | Qt::ShiftModifier, -1}};
     for (const auto& [modifiers, step] : rounds) {
@@ -149,20 +163,18 @@ void mdiMainMenu::Timer1_Timer() {
         gColorFlag_ = false;
         LoadColors();
         SetSkin(skin_);
-        for (Form* form : area_->OpenForms()) SetColors(*this, *form);
+        for (Form* form : area_->Forms()) form->ApplyColors();
     }
     if (gSkinFlag_) {
         gSkinFlag_ = false;
         LoadSkins(*this);
-        for (Form* form : area_->OpenForms()) {
-            LoadSkins(*this, *form);
-            SetColors(*this, *form);
-        }
+        for (Form* form : area_->Forms()) form->ApplySkin();
     }
 }
 
 void mdiMainMenu::LoadColors() {
-    skin_.colors = app_.gUseSkins ? ui::LoadColors(app_) : PlainSkin().colors;
+    const bool fromSkin = app_.gUseSkins && FileExists(SkinIni(app_));
+    skin_.colors = fromSkin ? ui::LoadColors(app_) : PlainSkin().colors;
 }
 
 void mdiMainMenu::ShowVersion() {
@@ -176,13 +188,11 @@ void mdiMainMenu::ApplySkinAndShow() {
     resize(kFirstSize);
     RestoreGeometry(*this, app_.gLocalIni);
     if (!LoadSkins(*this)) {
-        app_.host.MessageBox(kSkinRefused);
-        app_.gSkinScheme.clear();
-        app_.gUseSkins = false;
-        LoadColors();
+        RevertSkin(*this, {}, false);  // Nothing was in force before: the plain look.
         LoadSkins(*this);
     }
     show();
+    tray_->AddTrayIcon(windowIcon());
 }
 
 void mdiMainMenu::LoadProgressForm() {
@@ -200,6 +210,7 @@ void mdiMainMenu::LoadScreen(Screen screen) {
     Form* form = entry.make(*this);
     area_->Add(form, entry.kept);
     screens_[screen] = form;
+    if (!entry.kept) connect(form, &Form::Closed, this, [this, screen] { screens_.erase(screen); });
     form->Load();
 }
 
@@ -221,9 +232,13 @@ void mdiMainMenu::loadtreeform() {
     });
 }
 
-void mdiMainMenu::changerptfile() {}
+void mdiMainMenu::changerptfile() {
+    if (auto* settings = qobject_cast<frmColors*>(Find(Screen::Settings))) settings->changerptfile();
+}
 
-void mdiMainMenu::changevisiolocation() {}
+void mdiMainMenu::changevisiolocation() {
+    if (auto* settings = qobject_cast<frmColors*>(Find(Screen::Settings))) settings->changevisiolocation();
+}
 
 void mdiMainMenu::ShowStatus(const QString& text) {
     if (auto* tree = qobject_cast<frm_Treeview*>(Find(Screen::Treeview))) tree->ShowStatus(text);
@@ -288,15 +303,22 @@ void mdiMainMenu::mnu_sql() {
 }
 
 void mdiMainMenu::mnu_help() {
+    const std::string page = app_.AppPath("\\help\\index.html");
+    if (!FileExists(page)) {
+        app_.host.MessageBox("The help pages are missing:" + std::string(kLineBreak) + page);
+        return;
+    }
     app_.host.MessageBox("Help is found online only: its pages open in your browser.");
-    QDesktopServices::openUrl(
-        QUrl::fromLocalFile(QString::fromStdString(app_.AppPath("\\help\\index.html"))));
+    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(page))))
+        app_.host.MessageBox("No browser could be started for the help pages:" + std::string(kLineBreak) +
+                             page);
 }
 
 void mdiMainMenu::mnu_about() {
     if (!about_) {
         about_ = new frmAbout(*this);
         area_->Add(about_, false);
+        connect(about_, &Form::Closed, this, [this] { about_.clear(); });
         about_->Load();
     }
     area_->Activate(about_);
@@ -326,6 +348,7 @@ void mdiMainMenu::closeEvent(QCloseEvent* event) {
         }
         app_.gConnection.reset();
     }
+    tray_->RemoveTrayIcon();
     event->accept();
     emit Unloaded();
 }

@@ -20,6 +20,7 @@ namespace norvelis::ui {
 
 class ChildArea;
 class Form;
+class fbTrayIcon;
 class frmbackground;
 
 /// The main frame: menu, status bar, and the area in which all other screens stand.
@@ -105,6 +106,7 @@ class mdiMainMenu : public QMainWindow, public MainFrame, public HostDisplay {
     OpenDrawing drawings_;
     Skin skin_;
     ChildArea* area_;
+    fbTrayIcon* tray_;
     QMenu* mnuWindow_ = nullptr;
     QTimer Timer1_;
     bool gColorFlag_ = false, gSkinFlag_ = false;

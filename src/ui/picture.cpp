@@ -75,20 +75,23 @@ void Picture::Paint(QPainter& painter, const QRectF& target) const {
     PaintStretched(painter, target, 0);
 }
 
-void Picture::PaintCovering(QPainter& painter, const QRectF& target) const {
+void Picture::PaintPart(QPainter& painter, const QRectF& target, const QRectF& part) const {
     if (!data_) return;
-    const double scale =
-        std::max(target.width() / data_->size.width(), target.height() / data_->size.height());
-    const QSizeF part(target.width() / scale, target.height() / scale);
     const QPixmap pixmap = data_->For(painter.device()->devicePixelRatioF());
     const double ratio = pixmap.devicePixelRatio();
-    const QRectF source(
-        QPointF(data_->size.width() - part.width(), data_->size.height() - part.height()) * ratio,
-        part * ratio);
     painter.save();
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(target, pixmap, source);
+    painter.drawPixmap(target, pixmap, QRectF(part.topLeft() * ratio, part.size() * ratio));
     painter.restore();
+}
+
+void Picture::PaintCovering(QPainter& painter, const QRectF& target) const {
+    if (!data_) return;
+    const QSizeF size = data_->size;
+    const double scale = std::max(target.width() / size.width(), target.height() / size.height());
+    const QSizeF seen(target.width() / scale, target.height() / scale);
+    PaintPart(painter, target,
+              QRectF(QPointF(size.width() - seen.width(), size.height() - seen.height()), seen));
 }
 
 void Picture::PaintStretched(QPainter& painter, const QRectF& target, double edge) const {

@@ -28,6 +28,8 @@ class Picture {
     void Paint(QPainter& painter, const QRectF& target) const;
     /// Fills the target without distorting: what does not fit is cut off at the left and top.
     void PaintCovering(QPainter& painter, const QRectF& target) const;
+    /// Fills the target with a part of the picture.
+    void PaintPart(QPainter& painter, const QRectF& target, const QRectF& part) const;
     /// Fills the target and keeps a rim of `edge` points unstretched.
     void PaintStretched(QPainter& painter, const QRectF& target, double edge) const;
 

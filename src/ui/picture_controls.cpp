@@ -1,6 +1,7 @@
 #include "ui/picture_controls.h"
 
 #include <QFontMetrics>
+#include <QKeyEvent>
 #include <QPainter>
 
 #include "ui/skin.h"
@@ -49,6 +50,14 @@ QSize SkinButton::sizeHint() const {
     const QFontMetrics metrics(font());
     return {metrics.horizontalAdvance(text()) + 28,
             pictures_.first.IsNull() ? 28 : pictures_.first.Size().height()};
+}
+
+void SkinButton::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        click();
+    } else {
+        QPushButton::keyPressEvent(event);
+    }
 }
 
 void SkinButton::paintEvent(QPaintEvent*) {

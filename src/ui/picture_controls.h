@@ -46,6 +46,7 @@ class SkinButton : public QPushButton, public PictureControl {
 
   protected:
     void paintEvent(QPaintEvent*) override;
+    void keyPressEvent(QKeyEvent* event) override;  ///< Return presses it too.
     void PicturesChanged() override { update(); }
 
   private:

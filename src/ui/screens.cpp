@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "ui/frm_colors.h"
 #include "ui/frm_treeview.h"
 
 namespace norvelis::ui {
@@ -20,7 +21,7 @@ constexpr std::array<ScreenEntry, 9> kScreens = {
      {Screen::TreeviewMax, "Record Treeview Max", nullptr, true},
      {Screen::Listview, "Record Listview", nullptr, true},
      {Screen::IsolateView, "Isolate View", nullptr, true},
-     {Screen::Settings, "Setting", nullptr, false},
+     {Screen::Settings, "Setting", Make<frmColors>, false},
      {Screen::ConvertSql, "IDMS to SQL", nullptr, true},
      {Screen::Scheduler, "Scheduler", nullptr, true},
      {Screen::ReportViewer, "View IDMS Report File", nullptr, false},

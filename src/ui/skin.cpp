@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "core/paths.h"
-#include "ui/classic_colors.h"
+#include "ui/skins/classic_colors.h"
 #include "ui/skins/skin_art.h"
 
 namespace norvelis::ui {
@@ -51,7 +51,6 @@ QColor Skin::ButtonDownColor() const {
 }
 
 QPalette Skin::Palette() const {
-    const QColor body = (*this)[SkinPicture::CheckOff].At(QPoint(0, 0));
     const QColor button = Middle((*this)[SkinPicture::ButtonUp]);
     const QColor accent = Middle((*this)[SkinPicture::ButtonDown]);
     const QColor label = ColorOf(colors.LabelForeColor), text = ColorOf(colors.TextBoxForeColor);
@@ -100,6 +99,7 @@ Skin MakePlainSkin() {
             SkinPictureSize(picture),
             [picture, &theme](QPainter& painter) { PaintSkinPicture(painter, theme, picture); });
     }
+    skin.body = theme.body;
     const QSize size(800, 600);
     skin.frame =
         Picture::Drawn(size, [size, &theme](QPainter& painter) { PaintFrame(painter, theme, size); });
@@ -128,6 +128,8 @@ std::optional<Skin> ReadSkin(const AppState& app) {
         skin.imgSkins[i] = SkinFile(app, kSkinPictureFiles[i]);
         if (skin.imgSkins[i].IsNull()) return std::nullopt;
     }
+    const Picture form = FormPicture(app, kFormTag);
+    skin.body = form.IsNull() ? skin[SkinPicture::CheckOff].At(QPoint(0, 0)) : Middle(form);
     return skin;
 }
 

@@ -21,6 +21,7 @@ struct Skin {
     SkinColors colors;
     std::array<Picture, kSkinPictures> imgSkins;
     Picture frame;  ///< The main frame's background.
+    QColor body;    ///< What forms are filled with.
 
     const Picture& operator[](SkinPicture picture) const {
         return imgSkins[static_cast<std::size_t>(picture)];

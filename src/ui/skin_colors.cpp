@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cmath>
+#include <sstream>
 
 #include "core/ini.h"
 #include "core/paths.h"
@@ -31,6 +32,19 @@ int WholeNumber(std::string_view text) {
 }
 
 }  // namespace
+
+std::vector<std::string> InstalledSkins(const AppState& app) {
+    std::vector<std::string> skins;
+    const std::string list = app.AppPath("\\Skins\\Skins.INI");
+    if (!FileExists(list)) return skins;
+    std::istringstream lines(ReadFile(list));
+    for (std::string line; std::getline(lines, line);) {
+        if (line.ends_with('\r')) line.pop_back();
+        const std::string name(Trim(line));
+        if (!name.empty() && FolderExists(app.AppPath("\\Skins\\" + name))) skins.push_back(name);
+    }
+    return skins;
+}
 
 std::string SkinFolder(const AppState& app) {
     return app.AppPath("\\Skins\\" + app.gSkinScheme);

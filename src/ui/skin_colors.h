@@ -1,5 +1,8 @@
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "core/app_state.h"
 
 namespace norvelis::ui {
@@ -24,6 +27,9 @@ SkinColors LoadColors(const AppState& app);
 /// Writes all but ButtonDownForeColor. False when the .Ini is not there, which makes none, or could not be
 /// written.
 bool SaveColors(const AppState& app, const SkinColors& colors);
+
+/// The skins of "\\Skins\\Skins.INI" whose folder exists, in its order.
+std::vector<std::string> InstalledSkins(const AppState& app);
 
 /// "\Skins\" + gSkinScheme, as a path.
 std::string SkinFolder(const AppState& app);

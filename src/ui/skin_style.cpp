@@ -7,6 +7,8 @@
 #include <QStyleFactory>
 #include <QStyleOption>
 
+#include "ui/skin_icons.h"
+
 namespace norvelis::ui {
 
 namespace {
@@ -54,7 +56,8 @@ class SkinStyle : public QProxyStyle {
                 if (option->state & State_Children) {
                     PaintChevron(*painter, QRectF(option->rect).center(),
                                  option->state & State_Open ? Points::Down : Points::Right,
-                                 colors.color(QPalette::Dark));
+                                 colors.color(option->state & State_Selected ? QPalette::HighlightedText
+                                                                             : QPalette::Dark));
                 }
                 return;
             case PE_FrameFocusRect:
@@ -68,6 +71,11 @@ class SkinStyle : public QProxyStyle {
                 painter->fillRect(option->rect, colors.window());
                 painter->setPen(colors.color(QPalette::Midlight));
                 painter->drawLine(option->rect.topLeft(), option->rect.topRight());
+                return;
+            case PE_FrameMenu:
+                painter->setPen(colors.color(QPalette::Mid));
+                painter->setBrush(Qt::NoBrush);
+                painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
                 return;
             case PE_FrameStatusBarItem:
                 return;
@@ -121,7 +129,7 @@ class SkinStyle : public QProxyStyle {
     QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
                            const QWidget* widget) const override {
         QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
-        if (type == CT_ItemViewItem) size.rheight() += kRowAir;
+        if (type == CT_ItemViewItem || type == CT_MenuItem) size.rheight() += kRowAir;
         return size;
     }
 
@@ -131,6 +139,11 @@ class SkinStyle : public QProxyStyle {
                 return kScrollBar;
             case PM_ScrollBarSliderMin:
                 return 28;
+            case PM_MenuPanelWidth:
+                return 1;
+            case PM_MenuHMargin:
+            case PM_MenuVMargin:
+                return 4;
             case PM_MenuBarVMargin:
                 return 2;
             case PM_MenuBarHMargin:
@@ -155,6 +168,12 @@ class SkinStyle : public QProxyStyle {
             default:
                 return QProxyStyle::styleHint(hint, option, widget, data);
         }
+    }
+
+    QIcon standardIcon(StandardPixmap icon, const QStyleOption* option,
+                       const QWidget* widget) const override {
+        const QIcon own = SkinIcon(icon, QApplication::palette());
+        return own.isNull() ? QProxyStyle::standardIcon(icon, option, widget) : own;
     }
 
   private:

@@ -6,13 +6,14 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QTextEdit>
+#include <utility>
 
 #include "core/ini.h"
 #include "core/text.h"
-#include "ui/classic_colors.h"
 #include "ui/form.h"
 #include "ui/mdi_main_menu.h"
 #include "ui/picture_controls.h"
+#include "ui/skins/classic_colors.h"
 
 namespace norvelis::ui {
 
@@ -65,6 +66,26 @@ void SetColorsOf(QWidget& control, const Skin& skin) {
 }
 
 }  // namespace
+
+void RevertSkin(mdiMainMenu& frame, const std::string& scheme, bool use) {
+    AppState& app = frame.App();
+    app.gSkinScheme = scheme;
+    app.gUseSkins = use;
+    frame.LoadColors();
+    app.host.MessageBox("Unable to load this skin. Reverting back to the previous skin.");
+}
+
+bool ChangeSkin(mdiMainMenu& frame, const std::string& name) {
+    AppState& app = frame.App();
+    const std::string formerScheme = std::exchange(app.gSkinScheme, name);
+    const bool formerUse = std::exchange(app.gUseSkins, true);
+    if (!FormPicture(app, kFormTag).IsNull() && LoadSkins(frame)) {
+        frame.SkinChanged();
+        return true;
+    }
+    RevertSkin(frame, formerScheme, formerUse);
+    return false;
+}
 
 bool LoadSkins(mdiMainMenu& frame) {
     const AppState& app = frame.App();

@@ -44,12 +44,11 @@ void SavePosition(const QWidget& window, const std::string& ini) {
     section.SetPixels("Top", window.y());
 }
 
-bool RestorePosition(QWidget& window, const std::string& ini) {
+std::optional<QPoint> SavedPosition(const QWidget& window, const std::string& ini) {
     const Section section(window, ini);
     const auto left = section.Pixels("Left"), top = section.Pixels("Top");
-    if (!left || !top) return false;
-    window.move(*left, *top);
-    return true;
+    if (!left || !top) return std::nullopt;
+    return QPoint(*left, *top);
 }
 
 void SaveGeometry(const QWidget& window, const std::string& ini) {
@@ -63,15 +62,15 @@ void SaveGeometry(const QWidget& window, const std::string& ini) {
 
 void RestoreGeometry(QWidget& window, const std::string& ini) {
     const Section section(window, ini);
-    const auto left = section.Pixels("Left"), top = section.Pixels("Top");
+    const auto place = SavedPosition(window, ini);
     const auto width = section.Pixels("Width"), height = section.Pixels("Height");
-    if (left && top && width && height && *width > 0 && *height > 0) {
-        const QRect place(*left, *top, *width, *height);
+    if (place && width && height && *width > 0 && *height > 0) {
+        const QRect saved(*place, QSize(*width, *height));
         for (const QScreen* screen : QGuiApplication::screens()) {
-            const QRect seen = screen->availableGeometry() & place;
+            const QRect seen = screen->availableGeometry() & saved;
             if (seen.width() < 100 || seen.height() < 100) continue;
-            window.move(place.topLeft());
-            window.resize(place.size());
+            window.move(saved.topLeft());
+            window.resize(saved.size());
             break;
         }
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <optional>
 #include <string>
 
 // Positions of windows in Local.Ini: section named after the window, numbers in twips as the text of a
@@ -9,8 +10,7 @@ namespace norvelis::ui {
 
 /// Left and Top alone, for small dialogs.
 void SavePosition(const QWidget& window, const std::string& ini);
-/// False when there is none.
-bool RestorePosition(QWidget& window, const std::string& ini);
+std::optional<QPoint> SavedPosition(const QWidget& window, const std::string& ini);
 
 /// WindowState (0 normal, 1 minimised, 2 maximised) and, in the normal state, place and size.
 void SaveGeometry(const QWidget& window, const std::string& ini);

@@ -23,16 +23,18 @@ class Program {
 
     Program() {
         std::filesystem::copy(NORVELIS_APP, folder_.Path("app"), std::filesystem::copy_options::recursive);
-        Connection::CreateStore(App() +
-                                "/Database/records.mdb");  // Somebody may have worked with the delivered one.
+        Connection::CreateStore(StorePath());  // Somebody may have worked with the delivered one.
     }
 
     std::string App() const { return folder_.Path("app"); }
+    std::string StorePath() const { return App() + "/Database/records.mdb"; }
     std::string Path(const std::string& name) const { return folder_.Path(name); }
 
-    Result Run(const std::string& arguments) const {
+    /// `before` goes before the program in the shell's words: a limit, another program that calls it.
+    Result Run(const std::string& arguments, const std::string& before = {}) const {
         const std::string errors = folder_.Path("stderr");
-        const std::string command = App() + "/norvelis-cli " + arguments + " 2>" + errors + " </dev/null";
+        const std::string command =
+            before + App() + "/norvelis-cli " + arguments + " 2>" + errors + " </dev/null";
         Result result{-1, {}, {}};
         std::FILE* pipe = popen(command.c_str(), "r");
         std::array<char, 4096> buffer{};

@@ -17,31 +17,8 @@ using ::testing::SizeIs;
 
 const std::string kView = "Want to View While Norvelis is drawing";
 
-class DrawCommandsTest : public DrawingTest {
+class DrawCommandsTest : public DrawnSchemaTest {
   protected:
-    DrawCommandsTest() {
-        SchemaRows rows(*store);
-        rows.Entry("OFFICE", "EMPLOYEE");
-        rows.Entry("DEPARTMENT", "EMPLOYEE");
-        rows.Record("EMPLOYEE", "COVERAGE");
-        rows.Record("COVERAGE");
-        rows.Set("DEPT-EMPLOYEE", "DEPARTMENT", "EMPLOYEE");
-        rows.Set("EMP-COVERAGE", "EMPLOYEE", "COVERAGE");
-        rows.Index("EMP-NDX", "EMPLOYEE", "EMP-NAME", "ASC");
-    }
-
-    std::string Target(const std::string& name, const std::string& schema = "EMPSCHM") const {
-        return NativePath(location + "\\" + schema + "\\" + name + ".vsd");
-    }
-    /// Names of the boxes, in order of drawing.
-    std::vector<std::string> Boxes() const {
-        std::vector<std::string> names;
-        for (const auto& line : LinesWith("Sheet.")) {
-            const auto at = line.find(".Name = ");
-            if (at != std::string::npos) names.push_back(line.substr(at + 8));
-        }
-        return names;
-    }
     /// The lines that tell one step of the sequence from another, without their numbers.
     std::vector<std::string> Milestones() const {
         std::vector<std::string> steps;
@@ -71,9 +48,9 @@ TEST_F(DrawCommandsTest, TheWholeSchemaOnOnePage) {
     EXPECT_EQ(test.host.messages[0].title, "Hide or Show Visio");
     EXPECT_EQ(test.host.messages[0].icon, Icon::Question);
     EXPECT_THAT(screen.texts,
-                ElementsAre("Creating Shapes....", "Connecting Shapes..", "Creating Shapes....",
-                            "Connecting Shapes..", "Connecting shapes..", "Formating Page EMPSCHM",
-                            "Annotating shapes..", "Annotating shape EMPLOYEE"));
+                ElementsAre("Creating Shapes....", "Creating Shapes....", "Connecting Shapes..",
+                            "Creating Shapes....", "Connecting Shapes..", "Connecting shapes..",
+                            "Formating Page EMPSCHM", "Annotating shapes..", "Annotating shape EMPLOYEE"));
     EXPECT_THAT(screen.files, ElementsAre(Target("EMPSCHM")));
     EXPECT_EQ(app.progress[Bar::BackgroundValue].Text, "100% ");
     EXPECT_FALSE(app.progress[Bar::TreeviewText].Visible);
@@ -116,7 +93,9 @@ TEST_F(DrawCommandsTest, TheIsolatedRecordAndAllBelowIt) {
     const RecordTree tree = loadnodesfromaccess(app, *store, kTreeview);
     ProcessSingle(drawing, "EMPSCHM", tree.Subtree(tree.NodesOf("EMPLOYEE")[0]));
     EXPECT_THAT(Boxes(), ElementsAre("EMPLOYEE", "COVERAGE"));
+    EXPECT_THAT(LinesWith("Page.Name"), IsEmpty());
     EXPECT_THAT(LinesWith("SaveAs"), ElementsAre("Document.SaveAs " + Target("EMPLOYEE")));
+    EXPECT_THAT(screen.saved, ElementsAre(Target("EMPLOYEE")));
     EXPECT_THAT(screen.texts, ElementsAre("Preparing to Draw, Please Wait..", "Creating Shapes......",
                                           "Now Connecting Shapes..", "Connecting shapes..",
                                           "Arranging Shapes..", "Formating Page EMPLOYEE",
@@ -124,9 +103,35 @@ TEST_F(DrawCommandsTest, TheIsolatedRecordAndAllBelowIt) {
     EXPECT_THAT(test.host.Texts(), ElementsAre(kView));
 
     lines.clear();
+    screen.texts.clear();
     ProcessSingle(drawing, "EMPSCHM", tree);
     EXPECT_THAT(Boxes(), ElementsAre("OFFICE", "EMPLOYEE", "COVERAGE", "DEPARTMENT"));
-    EXPECT_THAT(screen.visible, ElementsAre(4, 1));
+    EXPECT_THAT(screen.selected, ElementsAre(4, 1));
+    EXPECT_THAT(screen.texts, Contains("Creating Shapes......").Times(1));
+    EXPECT_THAT(LinesWith("Text = \"EMPSCHM\""), SizeIs(1));
+    EXPECT_TRUE(drawing.gSingleDrawing) << "what the draw commands draw next is not the isolate's to say";
+}
+
+TEST_F(DrawCommandsTest, TheIsolateMakesItsFolderBeforeItAsks) {
+    const RecordTree tree = loadnodesfromaccess(app, *store, kTreeview);
+    engine.recorder->creation = std::nullopt;
+    ProcessSingle(drawing, "EMPSCHM", tree);
+    EXPECT_TRUE(FolderExists(location + "/EMPSCHM"));
+
+    setvisiolocation(app, location + "/gone");
+    test.host.messages.clear();
+    ProcessSingle(drawing, "EMPSCHM", tree);
+    EXPECT_THAT(test.host.Texts(), ElementsAre("You must select a location to store visio files."));
+    test.host.messages.clear();
+    CreateFolder(location + "/picked");
+    test.host.inputs = {location + "/picked/any.txt"};
+    engine.recorder->creation = true;
+    ProcessSingle(drawing, "EMPSCHM", tree);
+    EXPECT_THAT(screen.saved, ElementsAre(location + "/picked/EMPSCHM/EMPSCHM.vsd"));
+
+    store->Close();
+    ProcessSingle(drawing, "EMPSCHM", tree);
+    EXPECT_EQ(test.host.Texts().back(), "Error has been encountered. Close visio and try again.");
 }
 
 TEST_F(DrawCommandsTest, AScheduleAsksNobody) {
@@ -208,31 +213,10 @@ TEST_F(DrawCommandsTest, TheFolderIsAskedForOrTheDefault) {
     setvisiolocation(app, location + "/gone");
     DrawVisioDiagramSingle(drawing, "EMPSCHM", nullptr);
     EXPECT_EQ(screen.files.back(), app.AppPath("\\visio files\\EMPSCHM\\EMPSCHM.vsd"));
+    EXPECT_EQ(ReadSetting(app, "visiolocation")->value, location + "/gone") << "the default is not stored";
+    DrawParentDrawing(drawing, "OFFICE", false);
+    EXPECT_EQ(screen.files.back(), app.AppPath("\\visio files\\EMPSCHM\\OFFICE.vsd"));
     EXPECT_EQ(getvisiolocation(app), app.AppPath("\\visio files\\"));
-}
-
-TEST_F(DrawCommandsTest, ANameThatIsNoFileNameIsDrawnAndNotSaved) {
-    for (const std::string name : {"..", "A/B", "A\\B", "."}) {
-        SchemaRows(*store, name).Entry("R" + name);
-        lines.clear();
-        test.host.messages.clear();
-        EXPECT_EQ(DrawVisioDiagramSingle(drawing, name, nullptr), DrawResult::NotSaved);
-        EXPECT_THAT(LinesWith("SaveAs"), IsEmpty());
-        EXPECT_EQ(lines.back(), "Application.Quit");
-        EXPECT_THAT(test.host.Texts().back(), HasSubstr("Done Drawing. File saved as:"));
-    }
-    drawing.gDrawSchema = "..";
-    EXPECT_THAT(DrawVisioDiagramSeparateParent(drawing, nullptr, false).notSaved, ElementsAre("R.."));
-}
-
-TEST_F(DrawCommandsTest, AMissingStencilIsToldOnceInACommand) {
-    engine.recorder->stencils.clear();
-    drawing.gDrawSchema = "EMPSCHM";
-    DrawVisioDiagramSeparateParent(drawing, nullptr, false);
-    const std::string notFound = "Stencil not found: \r\n";
-    EXPECT_THAT(test.host.Texts(), ElementsAre(notFound + "Basic Flowchart Shapes (US units).vss",
-                                               notFound + "Backgrounds (US units).vss"));
-    EXPECT_THAT(LinesWith("SaveAs"), SizeIs(2));
 }
 
 TEST_F(DrawCommandsTest, ASchemaWithoutParentsHasBackgroundAndTitle) {
@@ -289,51 +273,31 @@ TEST_F(DrawCommandsTest, SnapshotsComeByTimeAndGoAtTheEnd) {
     EXPECT_THAT(screen.files, SizeIs(2));
 }
 
-TEST_F(DrawCommandsTest, WhicheverSingleCallFailsTheRestOfTheDrawingComes) {
-    const auto draw = [&] {
-        app.random = Random(1);
-        test.host.messages.clear();
-        lines.clear();
-        return DrawVisioDiagramSingle(drawing, "EMPSCHM", nullptr);
-    };
-    draw();
-    const std::vector<std::string> whole = lines;
-    for (int n = 2; n <= static_cast<int>(whole.size()); ++n) {  // the first creates the engine
-        const std::string failed = whole[static_cast<std::size_t>(n - 1)];
-        SCOPED_TRACE(failed);
-        engine.recorder->FailCall(n);
-        const DrawResult result = draw();
-        engine.recorder->refuse = nullptr;
-
-        EXPECT_THAT(lines, Contains(HasSubstr("Application.Quit")));
-        EXPECT_THAT(test.host.Texts(), Contains(HasSubstr("Done Drawing. File saved as:")));
-        const bool noPage = failed.starts_with("Documents.Add");
-        const bool notSaved = failed.find("SaveAs") != std::string::npos;
-        EXPECT_EQ(result, noPage || notSaved ? DrawResult::NotSaved : DrawResult::Saved);
-        if (noPage) continue;
-
-        // What the failed call was about may be lacking; of everything else nothing is.
-        const auto about = [&failed](const char* part) { return failed.find(part) != std::string::npos; };
-        const bool aboutABox = about("Flowchart Shapes") || about("\"Process\"") || about(".Name = ");
-        EXPECT_GE(Boxes().size(), aboutABox ? 3u : 4u);
-        const bool aboutALine = aboutABox || about("Dynamic Connector") || about("Dynamic connector");
-        EXPECT_GE(LinesWith("\"Dynamic connector\" at").size(), aboutALine ? 1u : 2u);
-        const bool noStencil = about("OpenEx \"Backgrounds") || about("OpenEx \"Borders");
-        EXPECT_THAT(LinesWith("Page.Layout"), SizeIs(noStencil ? 0 : 1));
-        EXPECT_THAT(LinesWith("Page.PlaceNotes"), SizeIs(1));
+TEST_F(DrawCommandsTest, SnapshotsThatTakeLongComeSeldom) {
+    constexpr int kRecords = 100;
+    {
+        SchemaRows rows(*store, "WIDE");
+        for (int i = 0; i < kRecords; ++i) rows.Entry("W" + std::to_string(i));
     }
-}
-
-TEST_F(DrawCommandsTest, AStoreThatBreaksEndsTheDrawWithoutASavedHalf) {
-    int rows = 0;
-    engine.recorder->refuse = [&](const std::string& line) {
-        if (line.find("\"Process\" at") != std::string::npos && ++rows == 2) store->Close();
+    engine.recorder->refuse = [this](const std::string& line) {
+        if (line.find("\"Process\" at") != std::string::npos) now += std::chrono::milliseconds(200);
+        if (line.find("/Temp/") != std::string::npos) now += std::chrono::milliseconds(700);
         return false;
     };
-    EXPECT_THROW(DrawVisioDiagramSingle(drawing, "EMPSCHM", nullptr), RuntimeFailure);
-    EXPECT_THAT(LinesWith("SaveAs"), IsEmpty());
-    EXPECT_EQ(lines.back(), "Application.Quit");
-    EXPECT_FALSE(app.progress[Bar::TreeviewText].Visible);
+    DrawVisioDiagramSingle(drawing, "WIDE", nullptr);
+    EXPECT_THAT(LinesWith("/Temp/"), SizeIs(3)) << "20 seconds of drawing and 2 of snapshots";
+}
+
+TEST_F(DrawCommandsTest, TheLabelsShowTheFileOnceTheEngineHasEnded) {
+    bool shownBefore = true;
+    engine.recorder->refuse = [&](const std::string& line) {
+        if (line == "Application.Quit") shownBefore = !screen.files.empty() || !test.host.Texts().empty();
+        return false;
+    };
+    DrawScheduledDiagram(drawing, "EMPSCHM", "nightly");
+    EXPECT_FALSE(shownBefore);
+    EXPECT_THAT(screen.files, SizeIs(1));
+    EXPECT_EQ(screen.saved, screen.files);
 }
 
 TEST_F(DrawCommandsTest, ASavedDrawingIsLaidOutAgain) {

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "core/paths.h"
 #include "diagram/draw_commands.h"
 #include "recording_engine.h"
 #include "schema_rows.h"
@@ -15,12 +16,14 @@ namespace norvelis {
 
 class RecordingScreen : public DrawScreen {
   public:
-    std::vector<NodeIndex> visible, marked;
-    std::vector<std::string> texts, files;
+    std::vector<NodeIndex> visible, selected, marked;
+    std::vector<std::string> texts, files, saved;
     void EnsureVisible(NodeIndex node) override { visible.push_back(node); }
+    void SelectNode(NodeIndex node) override { selected.push_back(node); }
     void MarkNode(NodeIndex node) override { marked.push_back(node); }
     void ShowText(const std::string& text) override { texts.push_back(text); }
     void ShowFile(const std::string& path) override { files.push_back(path); }
+    void DrawingSaved(const std::string& path) override { saved.push_back(path); }
 };
 
 /// A drawing on the recording engine, with an empty store. Time stands still, so that no snapshot comes.
@@ -53,6 +56,34 @@ class DrawingTest : public ::testing::Test {
     RecordingScreen screen;
     DrawingState drawing{app, *store, engine, screen};
     std::chrono::steady_clock::time_point now{std::chrono::hours(1)};
+};
+
+/// A schema of two parents, with sets and an index.
+class DrawnSchemaTest : public DrawingTest {
+  protected:
+    DrawnSchemaTest() {
+        SchemaRows rows(*store);
+        rows.Entry("OFFICE", "EMPLOYEE");
+        rows.Entry("DEPARTMENT", "EMPLOYEE");
+        rows.Record("EMPLOYEE", "COVERAGE");
+        rows.Record("COVERAGE");
+        rows.Set("DEPT-EMPLOYEE", "DEPARTMENT", "EMPLOYEE");
+        rows.Set("EMP-COVERAGE", "EMPLOYEE", "COVERAGE");
+        rows.Index("EMP-NDX", "EMPLOYEE", "EMP-NAME", "ASC");
+    }
+
+    std::string Target(const std::string& name, const std::string& schema = "EMPSCHM") const {
+        return NativePath(location + "\\" + schema + "\\" + name + ".vsd");
+    }
+    /// Names of the boxes, in order of drawing.
+    std::vector<std::string> Boxes() const {
+        std::vector<std::string> names;
+        for (const auto& line : LinesWith("Sheet.")) {
+            const auto at = line.find(".Name = ");
+            if (at != std::string::npos) names.push_back(line.substr(at + 8));
+        }
+        return names;
+    }
 };
 
 }  // namespace norvelis

@@ -153,13 +153,12 @@ TEST_F(RecordShapesTest, ColoursAreOneForATreeOrOneForEachBox) {
     }
     drawing.colored = true;
     drawing.gOwnerColor = "RGB(255,255,255)";
-    drawing.gSingleDrawing = true;
     DrawRecordTree(drawing, NewPage(), "A");
     EXPECT_THAT(LinesWith("RGB(255,255,255)"), SizeIs(2));
 
     drawing.gDrawnShapes = {};
     drawing.walked.clear();
-    drawing.gSingleDrawing = false;
+    drawing.colorsEachBox = true;
     DrawRecordTree(drawing, NewPage(), "A");
     const auto fills = LinesWith("1,3,0");
     ASSERT_THAT(fills, SizeIs(2));

@@ -1,327 +1,21 @@
 #pragma once
 
-#include <fmt/format.h>
+#include "recording_shapes.h"
 
-#include <algorithm>
-#include <functional>
-#include <map>
-#include <string>
-#include <vector>
-
-#include "core/text.h"
-#include "diagram/engine.h"
-
-// A drawing engine that draws nothing and remembers everything: each operation becomes one line in `lines`,
-// such as
-//
-//   Documents.Add "Basic Flowchart (US Units).vst"
-//   Page-1.Drop "Process" at 3.5, 4 -> Sheet.1
-//   Sheet.1!Char.Size.Formula = "=6 pt."
-//   Sheet.1.Characters[0,8].CharProps Color = 2
-//
-// Steps from one object to its neighbour (Page.Document, Shape.Characters) and reads leave no line. Any line
-// can be made to fail, and cells can be given values.
+// A drawing engine that draws nothing and remembers everything (recorder.h).
 namespace norvelis::recording {
-
-struct FakeShape {
-    int id = 0;
-    std::string name, master, text;
-    std::map<std::string, double> values;  ///< By cell name in upper case, or "section,row,cell".
-    std::vector<int> subShapes;
-};
-
-/// What all the handles of one engine share.
-struct Recorder : std::enable_shared_from_this<Recorder> {
-    std::vector<std::string> lines;
-    /// Asked before each operation with its line; true makes it fail. A failed operation leaves its line with
-    /// " FAILED".
-    std::function<bool(const std::string& line)> refuse;
-    /// Stencil file name -> its masters. A stencil that is not here can not be opened.
-    std::map<std::string, std::vector<std::string>> stencils = {
-        {"Basic Flowchart Shapes (US units).vss",
-         {"Process", "Decision", "Terminator", "Annotation", "Dynamic connector"}},
-        {"Backgrounds (US units).vss", {"Background none", "Background world"}},
-        {"Borders and Titles (US units).vss", {"Title block deco"}},
-    };
-    /// Cells that CellExistsU finds, such as "Prop.Duration".
-    std::vector<std::string> existingCells;
-    /// Scripted reads: "Sheet.1!1,1,0" -> 3.5. What was written last is read otherwise, or 0.
-    std::map<std::string, double> values;
-    /// What creating gives: nullopt fails, false gives a null reference.
-    std::optional<bool> creation = true;
-
-    bool Do(std::string line) {
-        const bool refused = refuse && refuse(line);
-        lines.push_back(std::move(line) + (refused ? " FAILED" : ""));
-        return !refused;
-    }
-    /// Makes the n-th operation from now on fail (1 is the next).
-    void FailCall(int n) {
-        refuse = [n, seen = 0](const std::string&) mutable { return ++seen == n; };
-    }
-    /// Makes every operation fail whose line holds `part`.
-    void FailWhere(std::string part) {
-        refuse = [part](const std::string& line) { return line.find(part) != std::string::npos; };
-    }
-    std::vector<std::string> LinesWith(std::string_view part) const {
-        std::vector<std::string> found;
-        for (const auto& line : lines) {
-            if (line.find(part) != std::string::npos) found.push_back(line);
-        }
-        return found;
-    }
-
-    /// State of the drawing: shapes in z-order, back first.
-    std::vector<std::shared_ptr<FakeShape>> shapes;
-    std::shared_ptr<FakeShape> pageSheet = std::make_shared<FakeShape>();
-    std::string pageName = "Page-1";
-    std::vector<std::string> openDocuments;
-    int nextId = 1, nextFont = 1, layers = 0;
-    std::map<std::string, int> fonts;
-
-    std::shared_ptr<FakeShape> Find(int id) const {
-        for (const auto& shape : shapes) {
-            if (shape->id == id) return shape;
-        }
-        return nullptr;
-    }
-};
-
-using R = std::shared_ptr<Recorder>;
-
-inline std::string Label(const FakeShape& shape) {
-    return shape.id == 0 ? "ThePage" : fmt::format("Sheet.{}", shape.id);
-}
-
-/// Byte offset of the n-th character.
-inline std::size_t Offset(const std::string& utf8, int position) {
-    std::size_t at = 0;
-    for (int seen = 0; at < utf8.size(); ++at) {
-        if ((static_cast<unsigned char>(utf8[at]) & 0xC0) == 0x80) continue;
-        if (seen++ == position) break;
-    }
-    return at;
-}
-
-class CellHandle : public engine::Cell {
-  public:
-    CellHandle(R r, std::shared_ptr<FakeShape> shape, std::string name)
-        : r_(std::move(r)), shape_(std::move(shape)), name_(std::move(name)) {}
-    std::string Path() const { return Label(*shape_) + "!" + name_; }
-    bool SetFormula(const std::string& f) override {
-        return r_->Do(fmt::format("{}.Formula = {}", Path(), f));
-    }
-    bool SetFormulaU(const std::string& f) override {
-        return r_->Do(fmt::format("{}.FormulaU = {}", Path(), f));
-    }
-    std::optional<double> ResultIU() override { return Read(); }
-    bool SetResultIU(double v) override { return Write("ResultIU", v); }
-    std::optional<double> Result(engine::Unit) override { return Read(); }
-    bool SetResult(engine::Unit unit, double v) override {
-        return Write(fmt::format("Result({})", static_cast<int>(unit)), v);
-    }
-    bool GlueTo(const engine::Ref<engine::Cell>& cell) override {
-        const auto other = std::dynamic_pointer_cast<CellHandle>(cell);
-        return r_->Do(fmt::format("{}.GlueTo {}", Path(), other ? other->Path() : "nothing")) && other;
-    }
-
-  private:
-    std::optional<double> Read() const {
-        if (const auto scripted = r_->values.find(Path()); scripted != r_->values.end())
-            return scripted->second;
-        const auto written = shape_->values.find(UpperCase(name_));
-        return written == shape_->values.end() ? 0.0 : written->second;
-    }
-    bool Write(const std::string& how, double v) {
-        if (!r_->Do(fmt::format("{}.{} = {}", Path(), how, v))) return false;
-        shape_->values[UpperCase(name_)] = v;
-        return true;
-    }
-    R r_;
-    std::shared_ptr<FakeShape> shape_;
-    std::string name_;
-};
-
-engine::Ref<engine::Document> DrawingOf(const R& r);
-
-class CharactersHandle : public engine::Characters {
-  public:
-    CharactersHandle(R r, std::shared_ptr<FakeShape> shape)
-        : r_(std::move(r)), shape_(std::move(shape)), end_(engine::CharacterCount(shape_->text)) {}
-    std::optional<int> Begin() override { return begin_; }
-    std::optional<int> End() override { return end_; }
-    bool SetBegin(int p) override {
-        if (!r_->Do(fmt::format("{}.Begin = {}", Path(), p))) return false;
-        begin_ = Clamp(p);
-        end_ = std::max(begin_, end_);
-        return true;
-    }
-    bool SetEnd(int p) override {
-        if (!r_->Do(fmt::format("{}.End = {}", Path(), p))) return false;
-        end_ = Clamp(p);
-        begin_ = std::min(begin_, end_);
-        return true;
-    }
-    std::optional<std::string> Text() override {
-        const auto from = Offset(shape_->text, begin_);
-        return shape_->text.substr(from, Offset(shape_->text, end_) - from);
-    }
-    bool SetText(const std::string& text) override {
-        if (!r_->Do(fmt::format("{}.Text = \"{}\"", Path(), text))) return false;
-        const auto from = Offset(shape_->text, begin_);
-        shape_->text.replace(from, Offset(shape_->text, end_) - from, text);
-        end_ = begin_ + engine::CharacterCount(text);
-        return true;
-    }
-    std::optional<int> CharCount() override { return end_ - begin_; }
-    bool SetCharProps(engine::CharProperty property, int value) override {
-        const char* name = property == engine::CharProperty::Font    ? "Font"
-                           : property == engine::CharProperty::Color ? "Color"
-                           : property == engine::CharProperty::Style ? "Style"
-                                                                     : "Size";
-        return r_->Do(fmt::format("{}.CharProps {} = {}", Path(), name, value));
-    }
-    bool SetParaProps(engine::ParaProperty property, int value) override {
-        return r_->Do(fmt::format("{}.ParaProps {} = {}", Path(), static_cast<int>(property), value));
-    }
-    engine::Ref<engine::Document> Document() override { return DrawingOf(r_); }
-
-  private:
-    std::string Path() const { return fmt::format("{}.Characters[{},{}]", Label(*shape_), begin_, end_); }
-    int Clamp(int p) const { return std::clamp(p, 0, engine::CharacterCount(shape_->text)); }
-    R r_;
-    std::shared_ptr<FakeShape> shape_;
-    int begin_ = 0, end_ = 0;
-};
-
-class HyperlinkHandle : public engine::Hyperlink {
-  public:
-    HyperlinkHandle(R r, std::string shape) : r_(std::move(r)), shape_(std::move(shape)) {}
-    bool SetAddress(const std::string& a) override {
-        return r_->Do(fmt::format("{}.Hyperlink.Address = {}", shape_, a));
-    }
-    bool SetDescription(const std::string& d) override {
-        return r_->Do(fmt::format("{}.Hyperlink.Description = {}", shape_, d));
-    }
-
-  private:
-    R r_;
-    std::string shape_;
-};
-
-engine::Ref<engine::Page> PageOf(const R& r);
-engine::Ref<engine::Shapes> ShapesOf(const R& r, std::vector<std::shared_ptr<FakeShape>> shapes);
-
-class MasterHandle : public engine::Master {
-  public:
-    MasterHandle(R r, std::string name) : r_(std::move(r)), name_(std::move(name)) {}
-    std::string Name() override { return name_; }
-    engine::Ref<engine::Shapes> Shapes() override {
-        auto shape = std::make_shared<FakeShape>();
-        shape->id = -1;
-        return ShapesOf(r_, {shape});
-    }
-    engine::Ref<engine::Master> Open() override {
-        return r_->Do(fmt::format("Master \"{}\".Open", name_)) ? std::make_shared<MasterHandle>(r_, name_)
-                                                                : nullptr;
-    }
-    bool Close() override { return r_->Do(fmt::format("Master \"{}\".Close", name_)); }
-
-  private:
-    R r_;
-    std::string name_;
-};
-
-class ShapeHandle : public engine::Shape {
-  public:
-    ShapeHandle(R r, std::shared_ptr<FakeShape> shape) : r_(std::move(r)), shape_(std::move(shape)) {}
-    const std::string& MasterName() const { return shape_->master; }
-    int ID() override { return shape_->id; }
-    std::string Name() override { return shape_->name; }
-    bool SetName(const std::string& name) override {
-        if (!r_->Do(fmt::format("{}.Name = {}", Label(*shape_), name))) return false;
-        shape_->name = name;
-        return true;
-    }
-    bool SetText(const std::string& text) override {
-        if (!r_->Do(fmt::format("{}.Text = \"{}\"", Label(*shape_), text))) return false;
-        shape_->text = text;
-        return true;
-    }
-    engine::Ref<engine::Master> Master() override {
-        return shape_->master.empty() ? nullptr : std::make_shared<MasterHandle>(r_, shape_->master);
-    }
-    engine::Ref<engine::Page> ContainingPage() override { return PageOf(r_); }
-    engine::Ref<engine::Shapes> Shapes() override {
-        std::vector<std::shared_ptr<FakeShape>> inner;
-        for (const int id : shape_->subShapes) inner.push_back(r_->Find(id));
-        return ShapesOf(r_, std::move(inner));
-    }
-    engine::Ref<engine::Characters> Characters() override {
-        return std::make_shared<CharactersHandle>(r_, shape_);
-    }
-    engine::Ref<engine::Cell> Cells(const std::string& name) override {
-        return std::make_shared<CellHandle>(r_, shape_, name);
-    }
-    engine::Ref<engine::Cell> CellsU(const std::string& name) override { return Cells(name); }
-    engine::Ref<engine::Cell> CellsSRC(const engine::CellAddress& a) override {
-        return Cells(fmt::format("{},{},{}", a.section, a.row, a.cell));
-    }
-    bool CellExistsU(const std::string& name, int) override {
-        return std::find(r_->existingCells.begin(), r_->existingCells.end(), name) != r_->existingCells.end();
-    }
-    std::optional<int> AddRow(int section, int row, int tag) override {
-        if (!r_->Do(fmt::format("{}.AddRow {}, {}, {}", Label(*shape_), section, row, tag)))
-            return std::nullopt;
-        return row;
-    }
-    engine::Ref<engine::Hyperlink> AddHyperlink() override {
-        if (!r_->Do(Label(*shape_) + ".AddHyperlink")) return nullptr;
-        return std::make_shared<HyperlinkHandle>(r_, Label(*shape_));
-    }
-    bool SendToBack() override {
-        if (!r_->Do(Label(*shape_) + ".SendToBack")) return false;
-        const auto at = std::find(r_->shapes.begin(), r_->shapes.end(), shape_);
-        if (at != r_->shapes.end()) std::rotate(r_->shapes.begin(), at, at + 1);
-        return true;
-    }
-
-  private:
-    R r_;
-    std::shared_ptr<FakeShape> shape_;
-};
-
-class ShapesHandle : public engine::Shapes {
-  public:
-    ShapesHandle(R r, std::vector<std::shared_ptr<FakeShape>> shapes)
-        : r_(std::move(r)), shapes_(std::move(shapes)) {}
-    int Count() override { return static_cast<int>(shapes_.size()); }
-    engine::Ref<engine::Shape> Item(int index) override {
-        if (index < 1 || index > Count()) return nullptr;
-        return std::make_shared<ShapeHandle>(r_, shapes_[static_cast<std::size_t>(index - 1)]);
-    }
-    engine::Ref<engine::Shape> ItemFromID(int id) override {
-        for (const auto& shape : shapes_) {
-            if (shape->id == id) return std::make_shared<ShapeHandle>(r_, shape);
-        }
-        return nullptr;
-    }
-
-  private:
-    R r_;
-    std::vector<std::shared_ptr<FakeShape>> shapes_;
-};
 
 class LayerHandle : public engine::Layer {
   public:
     LayerHandle(R r, std::string name) : r_(std::move(r)), name_(std::move(name)) {}
-    std::string Name() override { return name_; }
+    std::string Name() override { return r_->Give("Name", name_); }
     bool Add(const engine::Ref<engine::Shape>& shape, int preserve) override {
         return r_->Do(
                    fmt::format("Layer \"{}\".Add Sheet.{}, {}", name_, shape ? shape->ID() : 0, preserve)) &&
                shape;
     }
     engine::Ref<engine::Cell> CellsC(int cell) override {
+        if (!r_->Step("CellsC")) return nullptr;
         auto row = std::make_shared<FakeShape>();
         return std::make_shared<CellHandle>(r_, row, fmt::format("Layers[{}].{}", name_, cell));
     }
@@ -350,18 +44,22 @@ engine::Ref<engine::Application> ApplicationOf(const R& r);
 class PageHandle : public engine::Page {
   public:
     explicit PageHandle(R r) : r_(std::move(r)) {}
-    engine::Ref<engine::Application> Application() override { return ApplicationOf(r_); }
-    engine::Ref<engine::Document> Document() override { return DrawingOf(r_); }
+    engine::Ref<engine::Application> Application() override {
+        return r_->Give("Application", ApplicationOf(r_));
+    }
+    engine::Ref<engine::Document> Document() override { return r_->Give("Document", DrawingOf(r_)); }
     std::string Name() override { return r_->pageName; }
     bool SetName(const std::string& name) override {
         if (!r_->Do(fmt::format("Page.Name = {}", name))) return false;
         r_->pageName = name;
         return true;
     }
-    engine::Ref<engine::Shapes> Shapes() override { return ShapesOf(r_, r_->shapes); }
-    engine::Ref<engine::Layers> Layers() override { return std::make_shared<LayersHandle>(r_); }
+    engine::Ref<engine::Shapes> Shapes() override { return r_->Give("Shapes", ShapesOf(r_, r_->shapes)); }
+    engine::Ref<engine::Layers> Layers() override {
+        return r_->Give("Layers", std::make_shared<LayersHandle>(r_));
+    }
     engine::Ref<engine::Shape> PageSheet() override {
-        return std::make_shared<ShapeHandle>(r_, r_->pageSheet);
+        return r_->Give("PageSheet", std::make_shared<ShapeHandle>(r_, r_->pageSheet));
     }
     engine::Ref<engine::Shape> Drop(const engine::Ref<engine::Master>& master, double x, double y) override {
         if (!master) return nullptr;
@@ -388,7 +86,9 @@ class PagesHandle : public engine::Pages {
   public:
     explicit PagesHandle(R r) : r_(std::move(r)) {}
     int Count() override { return 1; }
-    engine::Ref<engine::Page> Item(int index) override { return index == 1 ? PageOf(r_) : nullptr; }
+    engine::Ref<engine::Page> Item(int index) override {
+        return index == 1 ? r_->Give("Pages.Item", PageOf(r_)) : nullptr;
+    }
 
   private:
     R r_;
@@ -418,11 +118,12 @@ class MastersHandle : public engine::Masters {
 
 class FontHandle : public engine::Font {
   public:
-    FontHandle(std::string name, int id) : name_(std::move(name)), id_(id) {}
-    std::optional<int> ID() override { return id_; }
+    FontHandle(R r, std::string name, int id) : r_(std::move(r)), name_(std::move(name)), id_(id) {}
+    std::optional<int> ID() override { return r_->Give("ID", std::optional(id_)); }
     std::string Name() override { return name_; }
 
   private:
+    R r_;
     std::string name_;
     int id_;
 };
@@ -433,7 +134,7 @@ class FontsHandle : public engine::Fonts {
     engine::Ref<engine::Font> Item(const std::string& name) override {
         if (!r_->Do(fmt::format("Fonts.Item \"{}\"", name))) return nullptr;
         if (!r_->fonts.contains(name)) r_->fonts[name] = r_->nextFont++;
-        return std::make_shared<FontHandle>(name, r_->fonts[name]);
+        return std::make_shared<FontHandle>(r_, name, r_->fonts[name]);
     }
 
   private:
@@ -443,10 +144,18 @@ class FontsHandle : public engine::Fonts {
 class DocumentHandle : public engine::Document {
   public:
     DocumentHandle(R r, std::string name) : r_(std::move(r)), name_(std::move(name)) {}
-    engine::Ref<engine::Application> Application() override { return ApplicationOf(r_); }
-    engine::Ref<engine::Pages> Pages() override { return std::make_shared<PagesHandle>(r_); }
-    engine::Ref<engine::Masters> Masters() override { return std::make_shared<MastersHandle>(r_, name_); }
-    engine::Ref<engine::Fonts> Fonts() override { return std::make_shared<FontsHandle>(r_); }
+    engine::Ref<engine::Application> Application() override {
+        return r_->Give("Application", ApplicationOf(r_));
+    }
+    engine::Ref<engine::Pages> Pages() override {
+        return r_->Give("Pages", std::make_shared<PagesHandle>(r_));
+    }
+    engine::Ref<engine::Masters> Masters() override {
+        return r_->Give("Masters", std::make_shared<MastersHandle>(r_, name_));
+    }
+    engine::Ref<engine::Fonts> Fonts() override {
+        return r_->Give("Fonts", std::make_shared<FontsHandle>(r_));
+    }
     engine::Ref<engine::Master> Drop(const engine::Ref<engine::Master>& master, double x, double y) override {
         if (!master) return nullptr;
         if (!r_->Do(fmt::format("Document.Drop \"{}\" at {}, {}", master->Name(), x, y))) return nullptr;
@@ -471,12 +180,12 @@ class DocumentsHandle : public engine::Documents {
         return OpenNew(fmt::format("Documents.Add \"{}\"", name), name, true);
     }
     engine::Ref<engine::Document> Item(int index) override {
-        if (index < 1 || index > Count()) return nullptr;
+        if (index < 1 || index > Count() || !r_->Step("Documents.Item")) return nullptr;
         return std::make_shared<DocumentHandle>(r_, r_->openDocuments[static_cast<std::size_t>(index - 1)]);
     }
     engine::Ref<engine::Document> Item(const std::string& name) override {
         for (const auto& open : r_->openDocuments) {
-            if (open == name) return std::make_shared<DocumentHandle>(r_, open);
+            if (open == name && r_->Step("Documents.Item")) return std::make_shared<DocumentHandle>(r_, open);
         }
         return nullptr;
     }
@@ -503,7 +212,9 @@ class ApplicationHandle : public engine::Application {
     bool SetAlertResponse(int response) override {
         return r_->Do(fmt::format("Application.AlertResponse = {}", response));
     }
-    engine::Ref<engine::Documents> Documents() override { return std::make_shared<DocumentsHandle>(r_); }
+    engine::Ref<engine::Documents> Documents() override {
+        return r_->Give("Documents", std::make_shared<DocumentsHandle>(r_));
+    }
     bool Quit() override {
         r_->openDocuments.clear();
         return r_->Do("Application.Quit");

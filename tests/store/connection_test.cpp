@@ -40,6 +40,11 @@ TEST(Store, OpeningRefusesInWordsThatSayWhatIsWrongAndCreatesNothing) {
                   Connection::Open(ConnectionString(test.folder.Path("text.mdb")));
               }).find("no dictionary store"),
               std::string::npos);
+    WriteFile(test.folder.Path("empty.mdb"), "");
+    EXPECT_NE(FailureOf([&] {
+                  Connection::Open(ConnectionString(test.folder.Path("empty.mdb")));
+              }).find("it lacks the table schema_details"),
+              std::string::npos);
 }
 
 TEST(Store, TheFileIsFoundInAnyCaseAndIsEncrypted) {

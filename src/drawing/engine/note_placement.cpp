@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <optional>
 
 #include "drawing/engine/connectors.h"
@@ -17,8 +18,11 @@ using layout::Rect;
 constexpr double kStep = 0.1;        // Inches between the places that are tried.
 constexpr double kClearance = 0.06;  // Kept free around a note.
 constexpr double kFarthest = 12;     // From where the note was dropped.
-constexpr double kForBetter =
-    2;  // A note goes this much farther to cover no line, and for a leader that does not.
+
+// How much farther a note goes to be without a blemish, in inches.
+constexpr double kForLines = 2;         // covers a line
+constexpr double kForText = 2;          // its leader runs over a box, a label or a note
+constexpr double kForCrossings = 0.75;  // its leader crosses a line
 
 /// What notes may not cover, and the lines that they should not.
 class Ground {
@@ -72,6 +76,16 @@ class Ground {
         return covers;
     }
 
+    bool CrossesLine(Point a, Point b) const {
+        bool crosses = false;
+        lines_.Near(RectOf(a, b), [&](int id) {
+            const auto& [from, to] = pieces_[static_cast<std::size_t>(id)];
+            crosses = layout::PiecesCross(a, b, from, to);
+            return !crosses;
+        });
+        return crosses;
+    }
+
   private:
     static constexpr double kSquare = 0.5;
 
@@ -119,19 +133,36 @@ Rect Shifted(const Rect& rect, Point by) {
     return {rect.x0 + by.x, rect.y0 + by.y, rect.x1 + by.x, rect.y1 + by.y};
 }
 
+/// What a free place costs above its distance. The leader starts at the note's left edge, at its foot unless
+/// the end is above the note.
+double CostOf(const Ground& ground, const Rect& note, const Rect& box) {
+    const Point foot{note.x0, note.y0};
+    const Point end = LeaderEnd(box, foot);
+    const bool isAbove = end.y > note.y1;
+    const Point start = isAbove ? Point{note.x0, note.y1} : foot;
+    const bool overItself = end.x > note.x0 && end.y > note.y0 && !isAbove;
+    double cost = 0;
+    if (ground.CoversLine(note.Grown(kClearance))) cost += kForLines;
+    if (overItself || !ground.IsFree(start, end, box)) cost += kForText;
+    if (ground.CrossesLine(start, end)) cost += kForCrossings;
+    return cost;
+}
+
 /// The shift to the place that the note takes; nothing when all around is taken. `box` is what it explains.
 std::optional<Point> FindShift(const Ground& ground, const Rect& note, const Rect& box,
                                const std::vector<Point>& shifts) {
-    std::optional<Point> secondBest;
+    std::optional<Point> best;
+    double least = std::numeric_limits<double>::infinity();
     for (const Point& shift : shifts) {
-        if (secondBest && Length(shift) > Length(*secondBest) + kForBetter) break;
-        const Rect place = Shifted(note, shift).Grown(kClearance);
-        if (!ground.IsFree(place)) continue;
-        const Point corner{note.x0 + shift.x, note.y0 + shift.y};
-        if (!ground.CoversLine(place) && ground.IsFree(corner, LeaderEnd(box, corner), box)) return shift;
-        if (!secondBest) secondBest = shift;
+        if (Length(shift) >= least) break;
+        const Rect place = Shifted(note, shift);
+        if (!ground.IsFree(place.Grown(kClearance))) continue;
+        const double cost = Length(shift) + CostOf(ground, place, box);
+        if (cost >= least) continue;
+        least = cost;
+        best = shift;
     }
-    return secondBest;
+    return best;
 }
 
 /// The block of the shape that a note explains; a point at the note's corner when it is tied to nothing.

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <map>
 
+#include "drawing/model/defaults.h"
+
 namespace norvelis::drawing {
 
 namespace {
@@ -149,7 +151,7 @@ class FormatRows {
             if (cells.Find(name)) continue;
             const CellRef ref(Name::Character, 0, RowKey::Number(row), name);
             const Cell* inForce = Find(shape_, ref);
-            cells.Set(name, inForce ? inForce->value : DefaultNumber(ref));
+            cells.Set(name, inForce ? inForce->value : DefaultNumber(name));
             if (inForce && inForce->isText) cells.SetText(name, inForce->text);
         }
     }

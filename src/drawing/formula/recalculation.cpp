@@ -5,6 +5,7 @@
 #include <set>
 
 #include "drawing/formula/glue_points.h"
+#include "drawing/model/defaults.h"
 #include "drawing/text/text_layout.h"
 
 namespace norvelis::drawing {
@@ -476,7 +477,7 @@ Value Recalculation::Get(Canvas& canvas, Shape& shape, const CellRef& ref) {
         cell = shape.FindLocal(ref);
     }
     if (!cell) cell = drawing::Find(shape, ref);
-    return cell ? Value{cell->value, cell->text, cell->isText} : Value::Of(DefaultNumber(ref));
+    return cell ? Value{cell->value, cell->text, cell->isText} : Value::Of(DefaultNumber(ref.cell));
 }
 
 void Recalculation::Evaluate(const Place& place) {

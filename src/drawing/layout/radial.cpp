@@ -37,7 +37,7 @@ class RadialPlacer {
     void PutOnRings();
     void Swap();
     double LengthOfLines(int box) const;
-    std::vector<Box> SizesOn(std::size_t ring) const;
+    double StepsBetween(std::size_t ring, int a, int b) const;
 
     const Graph& graph_;
     Gaps gaps_;
@@ -46,7 +46,8 @@ class RadialPlacer {
     std::vector<double> weight_, turn_, from_, to_;
     std::vector<std::vector<int>>
         rings_;                 ///< By distance; the boxes of each in ascending order of their turns.
-    std::vector<Ring> shapes_;  ///< One for each ring but the first, which is the middle.
+    std::vector<Box> steps_;    ///< From box to box; one for each ring but the first, which is the middle.
+    std::vector<Ring> shapes_;  ///< Likewise.
     std::vector<Point> centers_;
     bool isTree_ = false;
 };
@@ -159,20 +160,31 @@ void RadialPlacer::OrderChildren() {
     }
 }
 
-std::vector<Box> RadialPlacer::SizesOn(std::size_t ring) const {
-    std::vector<Box> sizes;
-    for (const int box : rings_[ring]) sizes.push_back(graph_.boxes[At(box)]);
-    return sizes;
-}
-
 void RadialPlacer::MakeRings() {
     const Box middle = graph_.boxes[At(rings_.front().front())];
     RingShape hole{middle.width / 2, middle.height / 2, 3};
     for (std::size_t k = 1; k < rings_.size(); ++k) {
+        Box largest, step{gaps_.x, gaps_.y};
+        for (const int box : rings_[k]) {
+            const Box& size = graph_.boxes[At(box)];
+            largest = {std::max(largest.width, size.width), std::max(largest.height, size.height)};
+            step.width += size.width / static_cast<double>(rings_[k].size());
+            step.height += size.height / static_cast<double>(rings_[k].size());
+        }
+        steps_.push_back({std::max(step.width, 1e-3), std::max(step.height, 1e-3)});
+        double steps = 0;
+        for (const int box : rings_[k]) steps += StepsBetween(k, box, box);
         constexpr int asManyLanesAsNeeded = 1000;
-        shapes_.emplace_back(hole, SizesOn(k), gaps_.x, gaps_.y, asManyLanesAsNeeded);
+        shapes_.emplace_back(hole, largest, Box{gaps_.x, gaps_.y}, steps_.back(), steps, asManyLanesAsNeeded);
         hole = shapes_.back().Cover();
     }
+}
+
+/// From one box to the next on a ring.
+double RadialPlacer::StepsBetween(std::size_t ring, int a, int b) const {
+    const Box &before = graph_.boxes[At(a)], &after = graph_.boxes[At(b)], &step = steps_[ring - 1];
+    return std::max(((before.width + after.width) / 2 + gaps_.x) / step.width,
+                    ((before.height + after.height) / 2 + gaps_.y) / step.height);
 }
 
 /// Boxes of a ring turn towards the boxes that their lines lead to.
@@ -194,7 +206,7 @@ void RadialPlacer::SettleRing(std::size_t ring, bool mayReorder) {
     for (std::size_t i = 0; i < boxes.size(); ++i) {
         const int before = boxes[i > 0 ? i - 1 : boxes.size() - 1];
         wishes.push_back(wish[At(boxes[i])]);
-        distance.push_back(shapes_[ring - 1].Distance(graph_.boxes[At(before)], graph_.boxes[At(boxes[i])]));
+        distance.push_back(shapes_[ring - 1].TurnsOf(StepsBetween(ring, before, boxes[i])));
     }
     const std::vector<double> turns = SeparateAround(wishes, distance);
     for (std::size_t i = 0; i < boxes.size(); ++i) turn_[At(boxes[i])] = turns[i];
@@ -211,7 +223,7 @@ void RadialPlacer::PutOnRings() {
     for (std::size_t ring = 1; ring < rings_.size(); ++ring) {
         std::vector<double> turns;
         for (const int box : rings_[ring]) turns.push_back(turn_[At(box)]);
-        const std::vector<Point> places = shapes_[ring - 1].Place(SizesOn(ring), turns);
+        const std::vector<Point> places = shapes_[ring - 1].Places(turns, std::vector<bool>(turns.size()));
         for (std::size_t i = 0; i < places.size(); ++i) centers_[At(rings_[ring][i])] = places[i];
     }
 }

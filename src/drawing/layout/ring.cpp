@@ -26,46 +26,35 @@ Point RingShape::At(double angle) const {
     return {a * x / norm, b * y / norm};
 }
 
-Ring::Ring(const RingShape& hole, const std::vector<Box>& sizes, double gapX, double gapY, int mostLanes)
-    : gapX_(gapX), gapY_(gapY), hole_(hole) {
-    const double count = static_cast<double>(std::max<std::size_t>(sizes.size(), 1));
-    double meanWidth = 0, meanHeight = 0;
-    for (const Box& size : sizes) {
-        width_ = std::max(width_, size.width);
-        height_ = std::max(height_, size.height);
-        meanWidth += size.width / count;
-        meanHeight += size.height / count;
-    }
-    pitchX_ = std::max(meanWidth + gapX, 1e-3);
-    pitchY_ = std::max(meanHeight + gapY, 1e-3);
-    double needed = 0;
-    for (const Box& size : sizes)
-        needed += std::max((size.width + gapX) / pitchX_, (size.height + gapY) / pitchY_);
-    constexpr double shareUsed = 0.94, step = 1.1;
-    constexpr int stepsBeforeAnotherLane = 3;
+Ring::Ring(const RingShape& hole, const Box& largest, const Box& gaps, const Box& step, double steps,
+           int mostLanes)
+    : hole_(hole), largest_(largest), gaps_(gaps), step_(step) {
+    constexpr double shareUsed = 0.94, growth = 1.05;
+    constexpr int growthsBeforeAnotherLane = 5;
     double grown = 1;
-    for (int lanes = 1, steps = 0;; ++steps) {
+    for (int lanes = 1, growths = 0;; ++growths) {
         MakeLanes(lanes, grown);
-        if (sizes.size() < 2 || needed <= capacity_ * shareUsed) break;
-        if (lanes < mostLanes && steps >= stepsBeforeAnotherLane) {
+        if (steps <= capacity_ * shareUsed) break;
+        if (lanes < mostLanes && growths >= growthsBeforeAnotherLane) {
             ++lanes;
-            steps = -1;
+            growths = -1;
             grown = 1;
         } else {
-            grown *= step;
+            grown *= growth;
         }
     }
 }
 
 void Ring::MakeLanes(int count, double grown) {
     const double slant = std::pow(2.0, 1 / hole_.power);  // lanes come closest at the diagonals
-    const double stepX = (width_ + gapX_) * slant, stepY = (height_ + gapY_) * slant;
+    const double stepX = (largest_.width + gaps_.width) * slant,
+                 stepY = (largest_.height + gaps_.height) * slant;
     lanes_.clear();
     capacity_ = 0;
     for (int lane = 0; lane < count; ++lane) {
-        lanes_.push_back(
-            MakeLane({(hole_.a + (width_ / 2 + gapX_) * slant) * grown + stepX * lane,
-                      (hole_.b + (height_ / 2 + gapY_) * slant) * grown + stepY * lane, hole_.power}));
+        lanes_.push_back(MakeLane(
+            {(hole_.a + (largest_.width / 2 + gaps_.width) * slant) * grown + stepX * lane,
+             (hole_.b + (largest_.height / 2 + gaps_.height) * slant) * grown + stepY * lane, hole_.power}));
         capacity_ += lanes_.back().passed.back();
     }
 }
@@ -75,8 +64,8 @@ Ring::Lane Ring::MakeLane(const RingShape& shape) const {
     Point from = shape.At(0);
     for (int arc = 1; arc <= arcs; ++arc) {
         const Point to = shape.At(AngleAt(arc));
-        lane.passed.push_back(lane.passed.back() +
-                              std::max(std::abs(to.x - from.x) / pitchX_, std::abs(to.y - from.y) / pitchY_));
+        lane.passed.push_back(lane.passed.back() + std::max(std::abs(to.x - from.x) / step_.width,
+                                                            std::abs(to.y - from.y) / step_.height));
         from = to;
     }
     return lane;
@@ -90,35 +79,30 @@ double Ring::Lane::Angle(double turn) const {
                    (length > 0 ? (place - *(next - 1)) / length : 0));
 }
 
-double Ring::AngleOf(double turn) const {
-    return lanes_.front().Angle(turn);
+bool Ring::RunsLevel(double turn) const {
+    const double angle = lanes_.front().Angle(turn);
+    const Point a = lanes_.front().shape.At(angle - 0.01), b = lanes_.front().shape.At(angle + 0.01);
+    return std::abs(b.x - a.x) / step_.width > std::abs(b.y - a.y) / step_.height;
 }
 
-double Ring::Distance(const Box& a, const Box& b) const {
-    return std::max(((a.width + b.width) / 2 + gapX_) / pitchX_,
-                    ((a.height + b.height) / 2 + gapY_) / pitchY_) /
-           capacity_;
-}
-
-std::vector<Point> Ring::Place(const std::vector<Box>& sizes, const std::vector<double>& turns) const {
-    // Lanes are taken in turn, so that boxes that follow each other stay near each other.
-    std::vector<Point> centers;
+std::vector<Point> Ring::Places(const std::vector<double>& turns,
+                                const std::vector<bool>& isOutermost) const {
+    std::vector<Point> places;
     std::vector<double> filled(lanes_.size());
-    for (std::size_t i = 0; i < sizes.size(); ++i) {
-        std::size_t least = 0;
-        for (std::size_t lane = 1; lane < lanes_.size(); ++lane)
+    for (std::size_t i = 0; i < turns.size(); ++i) {
+        std::size_t least = lanes_.size() - 1;
+        for (std::size_t lane = 0; lane < lanes_.size() && !isOutermost[i]; ++lane)
             if (filled[lane] / lanes_[lane].passed.back() < filled[least] / lanes_[least].passed.back())
                 least = lane;
-        filled[least] += Distance(sizes[i], sizes[i]);
-        const Lane& lane = lanes_[least];
-        centers.push_back(lane.shape.At(lane.Angle(turns[i])));
+        filled[least] += 1;
+        places.push_back(lanes_[least].shape.At(lanes_[least].Angle(turns[i])));
     }
-    return centers;
+    return places;
 }
 
 RingShape Ring::Cover() const {
     const RingShape& outer = lanes_.back().shape;
-    return {outer.a + width_ / 2, outer.b + height_ / 2, hole_.power};
+    return {outer.a + largest_.width / 2, outer.b + largest_.height / 2, hole_.power};
 }
 
 std::vector<double> SeparateAround(const std::vector<double>& turns, const std::vector<double>& distance) {

@@ -22,20 +22,24 @@ struct RingShape {
 /// along the sides, where heights do. A turn points in nearly the same direction on all rings of one middle.
 class Ring {
   public:
-    /// `hole`: what the ring stands around. `sizes`: of the boxes that it is for, in any order.
-    Ring(const RingShape& hole, const std::vector<Box>& sizes, double gapX, double gapY, int mostLanes);
+    /// `largest` box on it, `step` from one box to the next along the top (its width) and the sides (its
+    /// height), and how many steps are to have room.
+    Ring(const RingShape& hole, const Box& largest, const Box& gaps, const Box& step, double steps,
+         int mostLanes);
 
-    /// The part of a turn from one box to the next.
-    double Distance(const Box& a, const Box& b) const;
-    /// Middles of boxes, given with ascending turns at their distances, around the hole's middle. Those of
-    /// very unlike sizes may stand too near to each other.
-    std::vector<Point> Place(const std::vector<Box>& sizes, const std::vector<double>& turns) const;
-    double AngleOf(double turn) const;
+    /// The part of a turn that so many steps take.
+    double TurnsOf(double steps) const { return steps / capacity_; }
+    /// The places at ascending turns, around the hole's middle. `isOutermost`: for each, whether it must be
+    /// on the outermost lane; the lanes are taken in turn otherwise, so that what follows each other stays
+    /// near each other.
+    std::vector<Point> Places(const std::vector<double>& turns, const std::vector<bool>& isOutermost) const;
     /// What the ring covers, as a hole for the next one.
     RingShape Cover() const;
+    /// Whether the ring runs along the top or bottom at the turn.
+    bool RunsLevel(double turn) const;
 
   private:
-    /// The way along a lane, measured in mean boxes with their gaps.
+    /// The way along a lane, measured in steps.
     struct Lane {
         RingShape shape;
         std::vector<double> passed;  ///< From angle 0 to each of equal angles; the last is the whole.
@@ -44,8 +48,8 @@ class Ring {
     Lane MakeLane(const RingShape& shape) const;
     void MakeLanes(int count, double grown);
 
-    double gapX_, gapY_, pitchX_ = 0, pitchY_ = 0, width_ = 0, height_ = 0;
     RingShape hole_;
+    Box largest_, gaps_, step_;
     std::vector<Lane> lanes_;
     double capacity_ = 0;
 };

@@ -44,7 +44,11 @@ class CellList {
     Cell* Find(Name name) { return const_cast<Cell*>(std::as_const(*this).Find(name)); }
     /// The cell of this name, added when it is not there.
     Cell& At(Name name) {
-        if (Cell* cell = Find(name)) return *cell;
+        Cell* cell = Find(name);
+        return cell ? *cell : Append(name);
+    }
+    /// For a name that is known not to be there.
+    Cell& Append(Name name) {
         cells_.push_back({});
         cells_.back().name = name;
         return cells_.back();

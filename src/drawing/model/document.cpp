@@ -5,6 +5,7 @@
 #include <charconv>
 
 #include "core/text.h"
+#include "drawing/model/defaults.h"
 
 namespace norvelis::drawing {
 
@@ -126,7 +127,7 @@ Color ColorOf(const Document& document, const Cell& cell) {
 
 Color ColorOf(const Document& document, const Shape& shape, const CellRef& ref) {
     if (const Cell* cell = Find(shape, ref)) return ColorOf(document, *cell);
-    return document.PaletteColor(static_cast<int>(DefaultNumber(ref)));
+    return document.PaletteColor(static_cast<int>(DefaultNumber(ref.cell)));
 }
 
 namespace {

@@ -104,6 +104,9 @@ struct Document {
 /// states each cell's default.
 void AddStandardStyles(Document& document);
 
+/// A page sheet's size, scale and layout row, all at their defaults but the size.
+void StatePage(const Document& document, Shape& sheet, double width, double height);
+
 /// The colour in force of a colour cell: "#RRGGBB", or an index of the palette.
 Color ColorOf(const Document& document, const Shape& shape, const CellRef& ref);
 /// The same for the text of such a cell.

@@ -17,7 +17,6 @@ Name NamePool::Find(std::string_view text) const {
 }
 
 Name NamePool::Intern(std::string_view text) {
-    constexpr std::size_t kMost = 0x7FFF;  // A row's name shares its number with a flag.
     if (text.empty()) return Name::None;
     std::string spelling(text);
     if (const auto known = bySpelling_.find(spelling); known != bySpelling_.end()) return known->second;

@@ -88,11 +88,12 @@ enum class Name : std::uint16_t {
 /// A document's names: the known ones and those that its files brought.
 class NamePool {
   public:
+    static constexpr std::size_t kMost = 0x7FFF;  ///< A row's name shares its number with a flag.
+
     NamePool();
     /// Letter case does not count. None when the pool does not have it.
     Name Find(std::string_view text) const;
-    /// The name in exactly this spelling, added when needed; None when the pool is full (32,767 names) or the
-    /// text is empty.
+    /// The name in exactly this spelling, added when needed; None when the pool is full or the text is empty.
     Name Intern(std::string_view text);
     std::string_view Text(Name name) const { return texts_[static_cast<std::size_t>(name)]; }
 

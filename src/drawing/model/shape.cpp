@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "drawing/model/defaults.h"
+
 namespace norvelis::drawing {
 
 namespace {
@@ -92,37 +94,9 @@ const Cell* Find(const Shape& shape, const CellRef& ref) {
     return nullptr;
 }
 
-double DefaultNumber(const CellRef& ref) {
-    switch (ref.cell) {
-        case Name::LineWeight:
-            return 0.01;
-        case Name::LinePattern:
-        case Name::FillForegnd:
-        case Name::FillPattern:
-        case Name::VerticalAlign:
-        case Name::HorzAlign:
-        case Name::FontScale:
-        case Name::PageScale:
-        case Name::DrawingScale:
-        case Name::DisplayMode:
-            return ref.cell == Name::DisplayMode ? 2 : 1;
-        case Name::EndArrowSize:
-        case Name::BeginArrowSize:
-            return 2;
-        case Name::Size:
-            return 12.0 / 72;
-        case Name::SpLine:
-            return -1.2;
-        case Name::DefaultTabStop:
-            return 0.5;
-        default:
-            return 0;
-    }
-}
-
 double Number(const Shape& shape, const CellRef& ref) {
     const Cell* cell = Find(shape, ref);
-    return cell ? cell->value : DefaultNumber(ref);
+    return cell ? cell->value : DefaultNumber(ref.cell);
 }
 
 std::string TextValue(const Shape& shape, const CellRef& ref) {

@@ -62,7 +62,8 @@ struct StyleSheet : Sheet {
     std::string name;
 };
 
-enum class ShapeKind { Shape, Group, Foreign };
+/// A guide is a line that helps a person drawing; it is never shown.
+enum class ShapeKind { Shape, Group, Foreign, Guide };
 
 /// A picture that came with a file.
 struct ForeignPicture {
@@ -96,8 +97,6 @@ const Cell* Find(const Shape& shape, const CellRef& ref);
 /// Values in force; when nobody states the cell, the default that the file format gives it.
 double Number(const Shape& shape, const CellRef& ref);
 std::string TextValue(const Shape& shape, const CellRef& ref);
-/// The default of a cell that nobody states (0 for most).
-double DefaultNumber(const CellRef& ref);
 
 /// The formula in force, empty when there is none.
 std::string_view FormulaOf(const Shape& shape, const CellRef& ref);

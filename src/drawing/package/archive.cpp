@@ -3,6 +3,7 @@
 #include <zip.h>
 
 #include "core/failure.h"
+#include "drawing/package/limits.h"
 
 namespace norvelis::drawing {
 
@@ -80,7 +81,7 @@ Archive::Archive(std::string_view bytes) : handle_(std::make_unique<Handle>()) {
         zip_source_free(source);
         Refuse(zip_error_strerror(&error));
     }
-    if (zip_get_num_entries(handle_->zip, 0) > kMostParts) Refuse("more parts than any drawing has");
+    if (zip_get_num_entries(handle_->zip, 0) > limits::kParts) Refuse("more parts than any drawing has");
 }
 
 Archive::~Archive() = default;
@@ -97,7 +98,7 @@ std::string Archive::Read(const std::string& name) {
         !(stat.valid & ZIP_STAT_SIZE)) {
         Refuse("the part " + name + " can not be read");
     }
-    if (stat.size > kMostBytes - unpacked_) Refuse("it unpacks to more than any drawing");
+    if (stat.size > limits::kBytes - unpacked_) Refuse("it unpacks to more than any drawing");
     unpacked_ += stat.size;
     const std::unique_ptr<zip_file_t, int (*)(zip_file_t*)> file(
         zip_fopen_index(handle_->zip, static_cast<zip_uint64_t>(index), 0), zip_fclose);

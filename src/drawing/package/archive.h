@@ -19,12 +19,9 @@ struct Part {
 std::string Zip(const std::vector<Part>& parts);
 
 /// The parts of an archive, unpacked one by one as they are asked for. All parts together may unpack to no
-/// more than kMostBytes, whatever the archive says of itself.
+/// more than limits::kBytes, whatever the archive says of itself.
 class Archive {
   public:
-    static constexpr std::uint64_t kMostBytes = 400u << 20;
-    static constexpr std::int64_t kMostParts = 20000;
-
     /// `bytes` must outlive the archive. RuntimeFailure 57 when they are no archive.
     explicit Archive(std::string_view bytes);
     ~Archive();

@@ -1,10 +1,13 @@
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <charconv>
 #include <unordered_map>
 
 #include "core/paths.h"
+#include "core/text.h"
 #include "drawing/package/archive.h"
+#include "drawing/package/limits.h"
 #include "drawing/package/package.h"
 #include "drawing/package/parts.h"
 #include "drawing/package/sheet_reader.h"
@@ -13,8 +16,6 @@ namespace norvelis::drawing {
 
 namespace {
 
-constexpr std::size_t kMostPages = 2000;
-constexpr std::size_t kMostMasters = 5000;
 constexpr unsigned kParse = pugi::parse_default | pugi::parse_ws_pcdata | pugi::parse_doctype;
 
 struct Relationship {
@@ -40,6 +41,15 @@ std::string PartName(std::string_view from, std::string_view target) {
         rest = slash == std::string_view::npos ? std::string_view() : rest.substr(slash + 1);
     }
     return fmt::format("{}", fmt::join(steps, "/"));
+}
+
+/// Of a part's name; what is no plain word becomes "bin".
+std::string Extension(const std::string& name) {
+    const std::string extension = LowerCase(name.substr(std::min(name.size(), name.rfind('.') + 1)));
+    const bool plain = !extension.empty() && extension.size() <= 5 &&
+                       std::all_of(extension.begin(), extension.end(),
+                                   [](char c) { return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9'); });
+    return plain ? extension : "bin";
 }
 
 class PackageReader {
@@ -74,6 +84,7 @@ class PackageReader {
     std::unique_ptr<Xml> ReadXml(const std::string& part, const char* rootElement) {
         auto xml = std::make_unique<Xml>();
         xml->bytes = archive_.Read(part);
+        Count(xml->bytes);
         const auto result = xml->tree.load_buffer_inplace(xml->bytes.data(), xml->bytes.size(), kParse);
         if (!result) Refuse(fmt::format("the part {} is no XML: {}", part, result.description()));
         for (const auto& node : xml->tree) {
@@ -82,6 +93,14 @@ class PackageReader {
         xml->root = xml->tree.child(rootElement);
         if (!xml->root) Refuse(fmt::format("the part {} holds no {}", part, rootElement));
         return xml;
+    }
+
+    /// The tree of a part is many times as large as its text, so what it will hold is counted first.
+    void Count(const std::string& xml) {
+        elements_ += static_cast<std::size_t>(std::count(xml.begin(), xml.end(), '<'));
+        attributes_ += static_cast<std::size_t>(std::count(xml.begin(), xml.end(), '='));
+        if (elements_ > limits::kElements || attributes_ > limits::kAttributes)
+            Refuse("it holds more than any drawing");
     }
 
     Relationships ReadRelationships(const std::string& part) {
@@ -136,12 +155,13 @@ class PackageReader {
                                                                 static_cast<std::uint8_t>(value)};
         }
         for (const auto& node : xml->root.child("FaceNames").children("FaceName")) {
+            if (document_->fonts.size() >= limits::kFonts) Refuse("more fonts than any drawing has");
             const auto nameU = node.attribute("NameU");
             document_->fonts.emplace_back(nameU ? nameU.value() : node.attribute("Name").value());
         }
         const auto styles = xml->root.child("StyleSheets");
         for (const auto& node : styles.children("StyleSheet")) {
-            if (document_->styles.size() >= kMostMasters) Refuse("more styles than any drawing has");
+            if (document_->styles.size() >= limits::kStyles) Refuse("more styles than any drawing has");
             auto& style = document_->styles.emplace_back(std::make_unique<StyleSheet>());
             style->id = node.attribute("ID").as_int();
             const auto nameU = node.attribute("NameU");
@@ -178,19 +198,24 @@ class PackageReader {
             if (found == relations.end() || !archive_.Has(found->second.target)) return nullptr;
             auto picture = std::make_unique<ForeignPicture>();
             const std::string& name = found->second.target;
-            picture->extension = name.substr(std::min(name.size(), name.rfind('.') + 1));
+            picture->extension = Extension(name);
             picture->bytes = archive_.Read(name);
             return picture;
         });
     }
 
-    void ReadNames(const pugi::xml_node& node, Canvas& canvas) {
+    template <class List>
+    void ReadNames(const pugi::xml_node& node, Canvas& canvas, const List& siblings) {
         canvas.id = node.attribute("ID").as_int();
         canvas.nameU = node.attribute("NameU").value();
         canvas.name = node.attribute("Name").value();
         if (canvas.nameU.empty()) canvas.nameU = canvas.name;
         if (canvas.name.empty()) canvas.name = canvas.nameU;
         if (canvas.id < 0) Refuse("a page or master has no ID");
+        for (const auto& other : siblings) {
+            if (other.get() != &canvas && other->id == canvas.id)
+                Refuse("two pages or masters have the same ID");
+        }
     }
 
     std::string ContentsOf(const pugi::xml_node& node, const Relationships& relations,
@@ -204,9 +229,9 @@ class PackageReader {
         const auto relations = ReadRelationships(part);
         const auto xml = ReadXml(part, "Masters");
         for (const auto& node : xml->root.children("Master")) {
-            if (document_->masters.size() >= kMostMasters) Refuse("more masters than any drawing has");
+            if (document_->masters.size() >= limits::kMasters) Refuse("more masters than any drawing has");
             auto& master = *document_->masters.emplace_back(std::make_unique<Master>());
-            ReadNames(node, master);
+            ReadNames(node, master, document_->masters);
             master.prompt = node.attribute("Prompt").value();
             master.uniqueId = node.attribute("UniqueID").value();
             master.baseId = node.attribute("BaseID").value();
@@ -221,9 +246,9 @@ class PackageReader {
         const auto relations = ReadRelationships(part);
         const auto xml = ReadXml(part, "Pages");
         for (const auto& node : xml->root.children("Page")) {
-            if (document_->pages.size() >= kMostPages) Refuse("more pages than any drawing has");
+            if (document_->pages.size() >= limits::kPages) Refuse("more pages than any drawing has");
             auto& page = *document_->pages.emplace_back(std::make_unique<Page>());
-            ReadNames(node, page);
+            ReadNames(node, page, document_->pages);
             page.background = node.attribute("Background").as_bool();
             page.backPage = node.attribute("BackPage").as_int(-1);
             page.viewScale = node.attribute("ViewScale").as_double(-1);
@@ -237,6 +262,7 @@ class PackageReader {
     Archive archive_;
     std::unique_ptr<Document> document_;
     SheetReader sheets_;
+    std::size_t elements_ = 0, attributes_ = 0;
 };
 
 }  // namespace

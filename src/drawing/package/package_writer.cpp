@@ -165,8 +165,8 @@ class PackageWriter {
         Relationships relations;
         for (const auto& master : document_.masters) {
             const std::string file = fmt::format("master{}.xml", master->id);
-            xml.Open("Master").Attribute("ID", master->id).Attribute("NameU", master->nameU);
-            xml.Attribute("Name", master->name);
+            xml.Open("Master").Attribute("ID", master->id);
+            SheetWriter(document_, xml).NameAttributes(master->nameU, master->name, true);
             if (!master->prompt.empty()) xml.Attribute("Prompt", master->prompt);
             xml.Attribute("IconSize", 1)
                 .Attribute("AlignName", 2)
@@ -278,8 +278,8 @@ class PackageWriter {
 
         xml.Open("StyleSheets");
         for (const auto& each : document_.styles) {
-            xml.Open("StyleSheet").Attribute("ID", each->id).Attribute("NameU", each->name);
-            xml.Attribute("Name", each->name);
+            xml.Open("StyleSheet").Attribute("ID", each->id);
+            sheets.NameAttributes(each->name, each->name, true);
             sheets.StyleAttributes(*each);
             sheets.SheetContent(*each);
             xml.Close();

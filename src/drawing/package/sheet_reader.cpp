@@ -5,16 +5,18 @@
 #include <charconv>
 #include <cmath>
 #include <cstring>
-#include <unordered_map>
-#include <unordered_set>
 
 #include "drawing/package/archive.h"
+#include "drawing/package/limits.h"
 #include "drawing/package/sheet_writer.h"
 #include "drawing/package/text_rows.h"
 
 namespace norvelis::drawing {
 
 namespace {
+
+/// The value of a cell that its theme decides; without a theme it is as if nobody stated it.
+constexpr std::string_view kThemed = "Themed";
 
 bool ParseNumber(std::string_view text, double& number) {
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
@@ -27,17 +29,29 @@ bool Is(const pugi::xml_node& node, const char* name) {
 
 }  // namespace
 
+int SheetReader::FontNamed(std::string_view name) {
+    const auto [found, isNew] = fonts_.try_emplace(std::string(name), 0);
+    if (isNew) found->second = document_.FontIndex(found->first);
+    if (document_.fonts.size() > limits::kFonts) Refuse("more fonts than any drawing has");
+    return found->second;
+}
+
 void SheetReader::Cells(const pugi::xml_node& element, CellList& cells, Name section) {
+    const bool isNew = cells.empty();
+    ++list_;
     for (const auto& node : element.children("Cell")) {
         const Name name = document_.names.Intern(node.attribute("N").value());
-        if (name == Name::None) continue;
-        Cell& cell = cells.At(name);
         const std::string_view value = node.attribute("V").value(), formula = node.attribute("F").value();
+        if (name == Name::None || value == kThemed) continue;
+        // Whether a cell stands there already is known without looking through what may be many.
+        auto& seen = seenIn_[static_cast<std::size_t>(name)];
+        Cell& cell = isNew && seen != list_ ? cells.Append(name) : cells.At(name);
+        seen = list_;
+        if (cells.size() > limits::kCellsOfARow) Refuse("a shape or row has more cells than there are");
         cell.unit = document_.names.Intern(node.attribute("U").value());
         double number = 0;
         if (section == Name::Character && name == Name::Font && !ParseNumber(value, number)) {
-            number = document_.FontIndex(std::string(value));
-            cell.SetNumber(number);
+            cell.SetNumber(FontNamed(value));
         } else if (!HoldsText(section, name) && cell.unit != Name::STR && ParseNumber(value, number)) {
             cell.SetNumber(number);
         } else {
@@ -55,10 +69,11 @@ void SheetReader::ReadSection(const pugi::xml_node& element, Sheet& sheet) {
     const Name name = document_.names.Intern(element.attribute("N").value());
     if (name == Name::None) return;
     const int index = name == Name::Geometry ? element.attribute("IX").as_int() : 0;
-    if (index < 0 || index > 0x7000) Refuse("a section number is out of range");
+    if (index < 0 || index > limits::kRowNumber) Refuse("a section number is out of range");
+    Section& section = sheet.At(name, index);
+    if (sheet.sections.size() > limits::kSections) Refuse("a shape has more sections than any drawing's");
     // Row numbers are looked up here and not in the section, which may be long.
     std::unordered_map<unsigned, std::size_t> known;
-    Section& section = sheet.At(name, index);
     for (std::size_t i = 0; i < section.rows.size(); ++i) known.emplace(section.rows[i].key.bits, i);
     section.deleted = element.attribute("Del").as_bool();
     Cells(element, section.cells, name);
@@ -66,7 +81,7 @@ void SheetReader::ReadSection(const pugi::xml_node& element, Sheet& sheet) {
     for (const auto& node : element.children("Row")) {
         const auto number = node.attribute("IX");
         const int row = number ? number.as_int() : next;
-        if (row < 0 || row > 0x7000) Refuse("a row number is out of range");
+        if (row < 0 || row > limits::kRowNumber) Refuse("a row number is out of range");
         const Name rowName = document_.names.Intern(node.attribute("N").value());
         const RowKey key = rowName != Name::None ? RowKey::Named(rowName) : RowKey::Number(row);
         const auto [found, isNew] = known.emplace(key.bits, section.rows.size());
@@ -97,13 +112,16 @@ void SheetReader::Styles(const pugi::xml_node& element, Sheet& sheet) {
 TextRuns SheetReader::ReadText(const pugi::xml_node& element) const {
     TextRuns runs;
     TextRun format;
-    const auto add = [&runs, &format](std::string_view text) {
+    std::size_t bytes = 0;
+    const auto add = [&runs, &format, &bytes](std::string_view text) {
         if (text.empty()) return;
         if (runs.empty() || !runs.back().SameFormat(format) || format.field >= 0) {
             runs.push_back(format);
             runs.back().text.clear();
         }
         runs.back().text += text;
+        bytes += text.size();
+        if (bytes > limits::kTextBytes) Refuse("a shape holds more text than any drawing's");
     };
     for (const auto& node : element.children()) {
         const int row = node.attribute("IX").as_int();
@@ -130,8 +148,8 @@ TextRuns SheetReader::ReadText(const pugi::xml_node& element) const {
 
 std::unique_ptr<Shape> SheetReader::ReadShape(const pugi::xml_node& element, Canvas& canvas,
                                               const FindPicture& findPicture, int depth) {
-    if (++shapes_ > kMostShapes) Refuse("more shapes than any drawing has");
-    if (depth > kDeepestGroup) Refuse("groups stand in groups beyond every measure");
+    if (++shapes_ > limits::kShapes) Refuse("more shapes than any drawing has");
+    if (depth > limits::kGroupDepth) Refuse("groups stand in groups beyond every measure");
     auto shape = std::make_unique<Shape>();
     shape->id = element.attribute("ID").as_int();
     if (shape->id <= 0) Refuse("a shape has no ID");
@@ -140,6 +158,7 @@ std::unique_ptr<Shape> SheetReader::ReadShape(const pugi::xml_node& element, Can
     const std::string_view type = element.attribute("Type").value();
     shape->kind = type == "Group"     ? ShapeKind::Group
                   : type == "Foreign" ? ShapeKind::Foreign
+                  : type == "Guide"   ? ShapeKind::Guide
                                       : ShapeKind::Shape;
     Styles(element, *shape);
     SheetContent(element, *shape);
@@ -160,6 +179,7 @@ std::unique_ptr<Shape> SheetReader::ReadShape(const pugi::xml_node& element, Can
             {shape.get(), &canvas, master ? master.as_int() : 0, masterShape ? masterShape.as_int() : 0});
     }
     for (const auto& inner : element.child("Shapes").children("Shape")) {
+        if (inner.attribute("Del").as_bool()) continue;
         shape->shapes.push_back(ReadShape(inner, canvas, findPicture, depth + 1));
     }
     return shape;
@@ -167,6 +187,7 @@ std::unique_ptr<Shape> SheetReader::ReadShape(const pugi::xml_node& element, Can
 
 void SheetReader::Shapes(const pugi::xml_node& parent, Canvas& canvas, const FindPicture& findPicture) {
     for (const auto& node : parent.child("Shapes").children("Shape")) {
+        if (node.attribute("Del").as_bool()) continue;
         const int before = canvas.ShapeCount(), read = shapes_;
         canvas.Add(ReadShape(node, canvas, findPicture, 0));
         if (canvas.ShapeCount() - before != shapes_ - read) Refuse("two shapes have the same ID");
@@ -183,11 +204,14 @@ void SheetReader::Shapes(const pugi::xml_node& parent, Canvas& canvas, const Fin
 }
 
 void SheetReader::TieToMasters() {
+    std::unordered_map<int, Master*> masters;
+    for (const auto& master : document_.masters) masters.emplace(master->id, master.get());
     for (const auto& tie : ties_) {
         if (tie.master == 0) continue;
-        tie.shape->master = document_.MasterById(tie.master);
-        if (!tie.shape->master) Refuse(fmt::format("the master {} is missing", tie.master));
-        if (!tie.shape->master->shapes.empty()) tie.shape->base = tie.shape->master->shapes.front().get();
+        const auto found = masters.find(tie.master);
+        if (found == masters.end()) Refuse(fmt::format("the master {} is missing", tie.master));
+        tie.shape->master = found->second;
+        if (!found->second->shapes.empty()) tie.shape->base = found->second->shapes.front().get();
     }
     for (const auto& tie : ties_) {
         if (tie.masterShape == 0) continue;
@@ -199,14 +223,18 @@ void SheetReader::TieToMasters() {
 
 void SheetReader::RefuseCycles() const {
     // A base is always inside a master, so following bases from the tied shapes meets every cycle there can
-    // be.
-    std::unordered_set<const Shape*> sound;
+    // be; what was followed before is known by its depth.
+    std::unordered_map<const Shape*, int> depths;
     for (const auto& tie : ties_) {
-        std::unordered_set<const Shape*> path;
-        for (const Shape* at = tie.shape; at && !sound.contains(at); at = at->base) {
-            if (!path.insert(at).second) Refuse("a master is made of itself");
+        std::vector<const Shape*> path;
+        const Shape* at = tie.shape;
+        for (; at && !depths.contains(at); at = at->base) {
+            path.push_back(at);
+            if (path.size() > limits::kMasterDepth) Refuse("a master is made of itself");
         }
-        sound.insert(path.begin(), path.end());
+        int depth = at ? depths.at(at) : 0;
+        for (; !path.empty(); path.pop_back()) depths.emplace(path.back(), ++depth);
+        if (depth > limits::kMasterDepth) Refuse("masters are made of masters beyond every measure");
     }
 }
 

@@ -3,19 +3,19 @@
 #include <functional>
 #include <memory>
 #include <pugixml.hpp>
+#include <string>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "drawing/model/document.h"
 
 namespace norvelis::drawing {
 
-/// Reads what SheetWriter writes: cells, sections, texts and shapes, wherever they stand.
+/// Reads what SheetWriter writes: cells, sections, texts and shapes, wherever they stand. More of anything
+/// than limits.h allows ends the reading with a refusal.
 class SheetReader {
   public:
-    /// Absurd counts end the reading with a refusal.
-    static constexpr int kMostShapes = 400000;
-    static constexpr int kDeepestGroup = 48;
-
     /// The picture behind a relationship ID of the part being read; null when there is none.
     using FindPicture = std::function<std::unique_ptr<ForeignPicture>(const std::string& relationship)>;
 
@@ -41,11 +41,16 @@ class SheetReader {
     void Cells(const pugi::xml_node& element, CellList& cells, Name section);
     void ReadSection(const pugi::xml_node& element, Sheet& sheet);
     TextRuns ReadText(const pugi::xml_node& element) const;
+    int FontNamed(std::string_view name);
     void RefuseCycles() const;
 
     Document& document_;
+    std::unordered_map<std::string, int> fonts_;
     std::vector<Tie> ties_;
     int shapes_ = 0;
+    std::vector<unsigned> seenIn_ =
+        std::vector<unsigned>(NamePool::kMost + 1);  ///< List of a name's last cell.
+    unsigned list_ = 0;
 };
 
 }  // namespace norvelis::drawing

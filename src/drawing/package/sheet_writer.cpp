@@ -43,7 +43,23 @@ std::string WithLineFeeds(std::string_view text, bool& afterReturn) {
     return result;
 }
 
+/// Against one made of its master's name and its ID.
+bool IsGivenName(const Shape& shape) {
+    const std::string kind = shape.master ? shape.master->nameU : "Sheet";
+    return shape.nameU != kind && shape.nameU != kind + "." + std::to_string(shape.id);
+}
+
 }  // namespace
+
+void SheetWriter::NameAttributes(std::string_view nameU, std::string_view name, bool given) {
+    const auto attribute = [&](const char* plain, const char* flag, std::string_view text) {
+        if (text.empty()) return;
+        xml_.Attribute(plain, text);
+        if (given) xml_.Attribute(flag, 1);
+    };
+    attribute("NameU", "IsCustomNameU", nameU);
+    attribute("Name", "IsCustomName", name);
+}
 
 void SheetWriter::StyleAttributes(const Sheet& sheet) {
     if (sheet.lineStyle) xml_.Attribute("LineStyle", sheet.lineStyle->id);
@@ -99,14 +115,19 @@ void SheetWriter::SheetContent(const Sheet& sheet) {
 void SheetWriter::Content(const CellList& cells, const std::vector<Section>& sections) {
     xml_.Text("");
     Cells(cells, Name::None);
-    for (const auto& section : sections) SectionElement(section);
+    for (const auto& section : sections) {
+        const bool empty = section.cells.empty() && section.rows.empty() && !section.deleted;
+        if (!empty) SectionElement(section);
+    }
 }
 
 void SheetWriter::TextElement(const Shape& shape, const TextRuns& runs) {
     xml_.Open("Text").Text("");
-    int character = shape.Find(Name::Character) ? -1 : 0;
-    int paragraph = shape.Find(Name::Paragraph) ? -1 : 0;
-    int tabs = shape.Find(Name::Tabs) ? -1 : 0;
+    const auto first = [&shape](Name section) {
+        const Section* own = shape.Find(section);
+        return own && !own->rows.empty() ? -1 : 0;
+    };
+    int character = first(Name::Character), paragraph = first(Name::Paragraph), tabs = first(Name::Tabs);
     const auto mark = [this](const char* element, int& current, int row) {
         if (current == row) return;
         xml_.Open(element).Attribute("IX", row).Close();
@@ -134,9 +155,8 @@ void SheetWriter::Picture(const ForeignPicture& picture) {
 
 void SheetWriter::ShapeElement(const Shape& shape) {
     xml_.Open("Shape").Attribute("ID", shape.id);
-    if (!shape.nameU.empty()) xml_.Attribute("NameU", shape.nameU);
-    if (!shape.name.empty()) xml_.Attribute("Name", shape.name);
-    const char* kinds[] = {"Shape", "Group", "Foreign"};
+    NameAttributes(shape.nameU, shape.name, IsGivenName(shape));
+    const char* kinds[] = {"Shape", "Group", "Foreign", "Guide"};
     xml_.Attribute("Type", kinds[static_cast<int>(shape.kind)]);
     if (shape.master) {
         xml_.Attribute("Master", shape.master->id);

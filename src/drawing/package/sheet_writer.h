@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <string_view>
 
 #include "drawing/model/document.h"
 #include "drawing/package/xml_writer.h"
@@ -16,6 +17,8 @@ class SheetWriter {
     SheetWriter(const Document& document, XmlWriter& xml, AddPicture addPicture = {})
         : document_(document), xml_(xml), addPicture_(std::move(addPicture)) {}
 
+    /// NameU and Name of the element just opened, and whether a person gave them.
+    void NameAttributes(std::string_view nameU, std::string_view name, bool given);
     /// LineStyle, FillStyle and TextStyle of the element just opened.
     void StyleAttributes(const Sheet& sheet);
     /// Cells and sections.

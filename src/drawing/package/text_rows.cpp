@@ -63,6 +63,7 @@ bool LeavesLastRow(const TextRuns& runs, int TextRun::*row, int rows) {
 
 FiledText ToFile(const Shape& shape) {
     FiledText filed{*shape.text, shape.sections};
+    std::erase_if(filed.runs, [](const TextRun& run) { return run.text.empty() && run.field < 0; });
     for (const auto& kind : kRunSections) {
         const auto section = std::find_if(filed.sections.begin(), filed.sections.end(),
                                           [&](const Section& each) { return each.name == kind.section; });

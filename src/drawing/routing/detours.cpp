@@ -23,7 +23,6 @@ class Leader {
 
   private:
     std::optional<int> LabelOn(Point a, Point b, int line) const;
-    std::vector<Point> Around(Point a, Point b, const Rect& label, double side) const;
     bool IsFree(const std::vector<Point>& chain, int line) const;
     bool KeepsLabel(const std::vector<Point>& way, int line) const;
 
@@ -51,29 +50,6 @@ std::optional<int> Leader::LabelOn(Point a, Point b, int line) const {
     return found;
 }
 
-/// The taut string from a to b around the label on one side of the straight line; `side` 1 left, -1 right.
-std::vector<Point> Leader::Around(Point a, Point b, const Rect& label, double side) const {
-    const Rect room = label.Grown(rim);
-    if (room.Holds(a) || room.Holds(b)) return {};
-    std::vector<Point> corners;
-    for (const Point corner :
-         {Point{room.x0, room.y0}, Point{room.x1, room.y0}, Point{room.x1, room.y1}, Point{room.x0, room.y1}})
-        if (Cross(b - a, corner - a) * side > 0) corners.push_back(corner);
-    const Point way = b - a;
-    std::sort(corners.begin(), corners.end(), [&](Point p, Point q) {
-        return (p.x - a.x) * way.x + (p.y - a.y) * way.y < (q.x - a.x) * way.x + (q.y - a.y) * way.y;
-    });
-    corners.push_back(b);
-    std::vector<Point> chain{a};
-    for (const Point corner : corners) {
-        while (chain.size() > 1 &&
-               Cross(chain.back() - chain[chain.size() - 2], corner - chain[chain.size() - 2]) * side >= 0)
-            chain.pop_back();
-        chain.push_back(corner);
-    }
-    return chain;
-}
-
 bool Leader::IsFree(const std::vector<Point>& chain, int line) const {
     for (std::size_t i = 1; i < chain.size(); ++i) {
         const Point a = chain[i - 1], b = chain[i];
@@ -98,7 +74,7 @@ void Leader::Lead(std::vector<Point>& way, int line) const {
         if (!label) continue;
         std::vector<std::vector<Point>> chains;
         for (const double side : {1.0, -1.0}) {
-            std::vector<Point> chain = Around(way[i - 1], way[i], labels_[At(*label)], side);
+            std::vector<Point> chain = AroundRect(way[i - 1], way[i], labels_[At(*label)].Grown(rim), side);
             if (!chain.empty() && IsFree(chain, line)) chains.push_back(std::move(chain));
         }
         const auto length = [](const std::vector<Point>& chain) {

@@ -49,6 +49,27 @@ bool TriangleHits(Point a, Point b, Point c, const Rect& rect) {
     return true;
 }
 
+std::vector<Point> AroundRect(Point a, Point b, const Rect& rect, double side) {
+    if (rect.Holds(a) || rect.Holds(b)) return {};
+    std::vector<Point> corners;
+    for (const Point corner :
+         {Point{rect.x0, rect.y0}, Point{rect.x1, rect.y0}, Point{rect.x1, rect.y1}, Point{rect.x0, rect.y1}})
+        if (Cross(b - a, corner - a) * side > 0) corners.push_back(corner);
+    const Point way = b - a;
+    std::sort(corners.begin(), corners.end(), [&](Point p, Point q) {
+        return (p.x - a.x) * way.x + (p.y - a.y) * way.y < (q.x - a.x) * way.x + (q.y - a.y) * way.y;
+    });
+    corners.push_back(b);
+    std::vector<Point> chain{a};
+    for (const Point corner : corners) {
+        while (chain.size() > 1 &&
+               Cross(chain.back() - chain[chain.size() - 2], corner - chain[chain.size() - 2]) * side >= 0)
+            chain.pop_back();
+        chain.push_back(corner);
+    }
+    return chain;
+}
+
 bool PiecesCross(Point a, Point b, Point c, Point d) {
     const double c1 = Cross(b - a, c - a), c2 = Cross(b - a, d - a);
     const double a1 = Cross(d - c, a - c), a2 = Cross(d - c, b - c);

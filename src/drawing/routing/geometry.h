@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 #include "drawing/layout/graph.h"
 
@@ -58,6 +59,10 @@ bool PieceHits(Point a, Point b, const Rect& rect);
 
 /// Whether the triangle and the inside of the rectangle share a point.
 bool TriangleHits(Point a, Point b, Point c, const Rect& rect);
+
+/// The taut string from a to b around the rectangle on one side of the straight way, 1 left and -1 right;
+/// nothing when an end lies in the rectangle.
+std::vector<Point> AroundRect(Point a, Point b, const Rect& rect, double side);
 
 /// Whether two pieces cross in a point inside both.
 bool PiecesCross(Point a, Point b, Point c, Point d);

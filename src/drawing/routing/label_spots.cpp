@@ -9,14 +9,15 @@ namespace norvelis::layout {
 namespace {
 
 constexpr double rim = 0.1;
+constexpr double edge = 0.02;   // of a label beside its line that the line still runs through
 constexpr double touch = 1e-6;  // what touches only does not cover
 
 // What it costs, in inches, to make room for a label.
 constexpr double overUpright = 0.6;   // it is wide, and lies across its line
+constexpr double offCenter = 0.1;     // it lies to one side of it
 constexpr double pushLevel = 0.04;    // a level line, or a box, aside
 constexpr double pushUpright = 0.35;  // an upright line, or a box, aside
-constexpr double pushNeighbour =
-    0.8;  // a line that leaves the same side of the same box, and cannot move far
+constexpr double pushNeighbour = 2;   // a line that leaves the same side of the same box, and cannot move far
 
 std::size_t At(int i) {
     return static_cast<std::size_t>(i);
@@ -38,11 +39,12 @@ class SpotChooser {
     };
     struct Offer {
         double at, cost;
+        double aside = 0;
     };
     struct Stretch {
         double lo, hi, cost;
     };
-    Offer OnPiece(const Piece& piece) const;
+    Offer OnPiece(const Piece& piece, double side) const;
     void LookAround(const Piece& piece, const Rect& band, std::vector<Stretch>& crossed,
                     std::vector<Stretch>& beside) const;
 
@@ -127,42 +129,58 @@ void SpotChooser::LookAround(const Piece& piece, const Rect& band, std::vector<S
     }
 }
 
-SpotChooser::Offer SpotChooser::OnPiece(const Piece& piece) const {
+/// `side`: 0 across the line, -1 and 1 left and right of an upright one, which runs along the label's edge.
+SpotChooser::Offer SpotChooser::OnPiece(const Piece& piece, double side) const {
     const Line& sizes = sketch_.lines[piece.line];
     const double need = (piece.upright ? sizes.labelHeight : sizes.labelWidth) + 2 * rim;
-    const double across = (piece.upright ? sizes.labelWidth : sizes.labelHeight) / 2 + rim;
+    const double half = (piece.upright ? sizes.labelWidth : sizes.labelHeight) / 2;
+    const double aside = side * (half - edge);
     const Rect& area = piece.area;
-    const Rect band = piece.upright ? Rect{area.x0 - across, area.y0, area.x1 + across, area.y1}
-                                    : Rect{area.x0, area.y0 - across, area.x1, area.y1 + across};
+    const Rect band = piece.upright
+                          ? Rect{area.x0 + aside - half - rim, area.y0, area.x1 + aside + half + rim, area.y1}
+                          : Rect{area.x0, area.y0 - half - rim, area.x1, area.y1 + half + rim};
     const double first = piece.upright ? area.y0 : area.x0, last = piece.upright ? area.y1 : area.x1;
     std::vector<Stretch> crossed, beside;
     LookAround(piece, band, crossed, beside);
 
     const double middle = (first + last) / 2, length = std::max(last - first, 1e-6);
-    Offer best{middle, 1e9};
+    Offer best{middle, 1e9, aside};
     const auto offer = [&](double at, double lacking) {
         double cost = lacking * (piece.upright ? 1 : 1.5) + 0.3 * std::abs(at - middle) / length;
+        const double reach = (need - lacking) / 2;
         for (const Stretch& other : beside) {
-            if (other.lo >= at + need / 2 || cost >= best.cost) break;
-            if (other.hi > at - need / 2) cost += other.cost;
+            if (other.lo >= at + reach || cost >= best.cost) break;
+            if (other.hi > at - reach) cost += other.cost;
         }
-        if (cost < best.cost) best = {at, cost};
+        if (cost < best.cost) best = {at, cost, aside};
     };
-    const auto offerBetween = [&](double lo, double hi) {
+    const auto offerIn = [&](double lo, double hi) {
         const double spare = hi - lo - need;
         if (spare <= 0) return offer((lo + hi) / 2, -spare);
         offer(std::clamp(middle, lo + need / 2, hi - need / 2), 0);
         const int steps = std::clamp(static_cast<int>(2 * spare / need), 1, 12);
         for (int i = 0; i <= steps; ++i) offer(lo + need / 2 + spare * i / steps, 0);
     };
-    double from = first;
-    for (const Stretch& other : crossed) {
-        if (from >= last) break;
-        if (other.lo > from) offerBetween(from, std::min(other.lo, last));
-        from = std::max(from, other.hi);
+    const auto offerBetween = [&](const std::vector<Stretch>& barred) {
+        double from = first;
+        for (const Stretch& other : barred) {
+            if (from >= last) break;
+            if (other.lo > from) offerIn(from, std::min(other.lo, last));
+            from = std::max(from, other.hi);
+        }
+        if (from < last) offerIn(from, last);
+    };
+    offerBetween(crossed);
+    // Where neighbours have turned off, room can be made that they would not leave.
+    std::vector<Stretch> barred = crossed;
+    for (const Stretch& other : beside)
+        if (other.cost == pushNeighbour) barred.push_back(other);
+    if (barred.size() > crossed.size()) {
+        std::sort(barred.begin(), barred.end(),
+                  [](const Stretch& a, const Stretch& b) { return a.lo < b.lo; });
+        offerBetween(barred);
     }
-    if (from < last) offerBetween(from, last);
-    if (piece.upright) best.cost += overUpright;
+    if (piece.upright) best.cost += overUpright + (side != 0 ? offCenter : 0);
     return best;
 }
 
@@ -174,10 +192,13 @@ bool SpotChooser::Choose(std::size_t line, const std::vector<char>& barredPieces
     for (std::size_t piece = firstPiece_[line]; piece < firstPiece_[line + 1]; ++piece) {
         const std::size_t inLine = piece - firstPiece_[line];
         if (inLine < barredPieces.size() && barredPieces[inLine]) continue;
-        const Offer offer = OnPiece(pieces_[piece]);
-        if (offer.cost >= best.cost) continue;
-        best = offer;
-        sketch_.labels[line] = {static_cast<int>(inLine), offer.at};
+        for (const double side : {0.0, 1.0, -1.0}) {
+            if (side != 0 && (!pieces_[piece].upright || best.cost <= overUpright + offCenter)) continue;
+            const Offer offer = OnPiece(pieces_[piece], side);
+            if (offer.cost >= best.cost) continue;
+            best = offer;
+            sketch_.labels[line] = {static_cast<int>(inLine), offer.at, offer.aside};
+        }
     }
     return best.cost < 1e300;
 }

@@ -12,6 +12,7 @@
 #include "drawing/routing/ports.h"
 #include "drawing/routing/spacing.h"
 #include "drawing/routing/straight.h"
+#include "drawing/routing/untangle.h"
 
 namespace norvelis::layout {
 
@@ -109,12 +110,13 @@ Sketch SketchWithRightAngles(const Graph& graph, std::vector<Rect> boxes, const 
         sketch.firstPieces.push_back(FirstPieceOf(sketch.ways.back()));
     }
     sketch.labels.resize(graph.lines.size());
+    Untangle(sketch);
     ChooseLabelSpots(sketch);
     return sketch;
 }
 
 Placement DrawWithRightAngles(const Graph& graph, const std::vector<Point>& centers, const Style& style) {
-    constexpr double squeeze = 0.75;
+    const double squeeze = style.placeDepth == 2 ? 0.8 : style.placeDepth == 3 ? 0.88 : 0.85;
     Sketch sketch = SketchWithRightAngles(graph, BoxesAt(graph, centers), style);
     MakeRoom(sketch, style.boxGapX, style.boxGapY, style.lineGap, squeeze);
     sketch =

@@ -11,6 +11,7 @@ namespace norvelis::layout {
 struct LabelSpot {
     int piece = -1;  ///< -1: nowhere yet, or no label.
     double at = 0;
+    double aside = 0;  ///< How far its middle is off the line, to the right or upwards.
 };
 
 /// Pieces of a way are level and upright in turn; a slanting line, where boxes left no other way, has none.
@@ -26,6 +27,9 @@ struct Sketch {
     bool trunks = false;  ///< Pieces of one owner's lines that lie on one another belong together.
 };
 
+/// Turns the drawing over its diagonal: x becomes y.
+void Transpose(Sketch& sketch);
+
 inline bool IsUpright(const Sketch& sketch, std::size_t line, std::size_t piece) {
     return (sketch.firstPieces[line] == FirstPiece::Upright) == (piece % 2 == 0);
 }
@@ -34,7 +38,8 @@ inline Point LabelMiddle(const Sketch& sketch, std::size_t line) {
     const LabelSpot& spot = sketch.labels[line];
     const auto piece = static_cast<std::size_t>(spot.piece);
     const Point a = sketch.ways[line][piece];
-    return IsUpright(sketch, line, piece) ? Point{a.x, spot.at} : Point{spot.at, a.y};
+    return IsUpright(sketch, line, piece) ? Point{a.x + spot.aside, spot.at}
+                                          : Point{spot.at, a.y + spot.aside};
 }
 
 inline Rect LabelArea(const Sketch& sketch, std::size_t line) {

@@ -17,21 +17,12 @@ std::size_t At(int i) {
     return static_cast<std::size_t>(i);
 }
 
-void Transpose(Sketch& sketch) {
-    for (Rect& box : sketch.boxes) box = {box.y0, box.x0, box.y1, box.x1};
-    for (Line& line : sketch.lines) std::swap(line.labelWidth, line.labelHeight);
-    for (auto& way : sketch.ways)
-        for (Point& point : way) std::swap(point.x, point.y);
-    for (FirstPiece& first : sketch.firstPieces)
-        if (first != FirstPiece::Slanting)
-            first = first == FirstPiece::Level ? FirstPiece::Upright : FirstPiece::Level;
-}
-
 /// Something with an extent across the axis that others must not pass.
 struct Thing {
-    double center, half;  ///< Along the axis; half of its size with its rim.
-    double lo, hi;        ///< Across.
+    double place, half;  ///< Along the axis; half of its size with its rim.
+    double lo, hi;       ///< Across.
     int variable;
+    double off = 0;  ///< Of its middle from its place.
 };
 
 /// Adds an arc for each two things that face each other: Dwyer, Marriott, Stuckey: Fast node overlap removal
@@ -53,13 +44,14 @@ void Face(const std::vector<Thing>& things, ConstraintGraph& graph) {
     });
     const auto isBefore = [&](int a, int b) {
         const Thing &x = things[At(a)], &y = things[At(b)];
-        return x.center != y.center       ? x.center < y.center
+        return x.place != y.place         ? x.place < y.place
                : x.variable != y.variable ? x.variable < y.variable
                                           : a < b;
     };
     const auto join = [&](int lower, int upper) {
         const Thing &a = things[At(lower)], &b = things[At(upper)];
-        if (a.variable != b.variable) graph.KeepApart(a.variable, b.variable, a.half + b.half);
+        if (a.variable != b.variable)
+            graph.KeepApart(a.variable, b.variable, a.half + b.half + a.off - b.off);
     };
     std::set<int, decltype(isBefore)> open(isBefore);
     for (const Event& event : events) {
@@ -80,20 +72,22 @@ void Face(const std::vector<Thing>& things, ConstraintGraph& graph) {
 class Pass {
   public:
     /// `rims`: what comes nearer than its distance counts as facing, too, not only what overlaps.
-    Pass(Sketch& sketch, double boxGapAlong, double boxGapAcross, double lineGap, bool rims, bool thinLabels)
+    Pass(Sketch& sketch, double boxGapAlong, double boxGapAcross, double lineGap, bool rims,
+         bool labelsMayPassBoxes)
         : sketch_(sketch),
           boxGapAlong_(boxGapAlong),
           boxGapAcross_(boxGapAcross),
           lineRim_(lineGap / 2),
           boxRim_(lineGap),
           rims_(rims),
-          thinLabels_(thinLabels) {}
+          labelsMayPassBoxes_(labelsMayPassBoxes) {}
 
     void Run(double squeeze) {
         NameVariables();
         ConstraintGraph graph(places_);
         Face(Boxes(), graph);
-        Face(All(), graph);
+        Face(All(true, labelsMayPassBoxes_), graph);
+        if (labelsMayPassBoxes_) Face(All(false, false), graph);
         HoldPorts(graph);
         Move(graph.Solve(squeeze));
     }
@@ -101,7 +95,7 @@ class Pass {
   private:
     void NameVariables();
     std::vector<Thing> Boxes() const;
-    std::vector<Thing> All() const;
+    std::vector<Thing> All(bool withBoxes, bool thinLabels) const;
     void AddPiece(std::vector<Thing>& things, std::size_t line, std::size_t piece) const;
     void HoldPorts(ConstraintGraph& graph) const;
     void Move(const std::vector<double>& places);
@@ -115,7 +109,7 @@ class Pass {
 
     Sketch& sketch_;
     double boxGapAlong_, boxGapAcross_, lineRim_, boxRim_;
-    bool rims_, thinLabels_;
+    bool rims_, labelsMayPassBoxes_;
     std::vector<double> places_;
     std::vector<std::vector<int>> pieceVariable_;  ///< -1 for level pieces.
     std::vector<int> labelVariable_;               ///< -1 for labels that stand on upright pieces.
@@ -159,9 +153,9 @@ std::vector<Thing> Pass::Boxes() const {
     return things;
 }
 
-std::vector<Thing> Pass::All() const {
+std::vector<Thing> Pass::All(bool withBoxes, bool thinLabels) const {
     std::vector<Thing> things;
-    for (std::size_t i = 0; i < sketch_.boxes.size(); ++i) {
+    for (std::size_t i = 0; withBoxes && i < sketch_.boxes.size(); ++i) {
         const Rect& box = sketch_.boxes[i];
         things.push_back({box.Center().x, box.Width() / 2 + boxRim_, box.y0 - Rim(boxRim_),
                           box.y1 + Rim(boxRim_), static_cast<int>(i)});
@@ -171,10 +165,10 @@ std::vector<Thing> Pass::All() const {
             if (pieceVariable_[line][piece] >= 0) AddPiece(things, line, piece);
         if (labelVariable_[line] < 0) continue;
         const Point middle = LabelMiddle(sketch_, line);
-        const double half = thinLabels_ ? 0 : sketch_.lines[line].labelHeight / 2;
+        const double half = thinLabels ? 0 : sketch_.lines[line].labelHeight / 2;
         things.push_back({middle.x, sketch_.lines[line].labelWidth / 2 + labelRim,
-                          middle.y - half - (thinLabels_ ? 3 * hair : Rim(labelRim)),
-                          middle.y + half + (thinLabels_ ? 3 * hair : Rim(labelRim)), labelVariable_[line]});
+                          middle.y - half - (thinLabels ? 3 * hair : Rim(labelRim)),
+                          middle.y + half + (thinLabels ? 3 * hair : Rim(labelRim)), labelVariable_[line]});
     }
     return things;
 }
@@ -201,7 +195,8 @@ void Pass::AddPiece(std::vector<Thing>& things, std::size_t line, std::size_t pi
     const double at = sketch_.labels[line].at, half = sketch_.lines[line].labelHeight / 2;
     const double from = at - half - Rim(labelRim), to = at + half + Rim(labelRim);
     things.push_back({a.x, lineRim_, lo, from, variable});
-    things.push_back({a.x, sketch_.lines[line].labelWidth / 2 + labelRim, from, to, variable});
+    const double aside = sketch_.labels[line].aside;
+    things.push_back({a.x, sketch_.lines[line].labelWidth / 2 + labelRim, from, to, variable, aside});
     things.push_back({a.x, lineRim_, to, hi, variable});
 }
 

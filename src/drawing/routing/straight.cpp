@@ -8,6 +8,7 @@
 #include "drawing/routing/funnel.h"
 #include "drawing/routing/obstacles.h"
 #include "drawing/routing/orthogonal.h"
+#include "drawing/routing/tangents.h"
 
 namespace norvelis::layout {
 
@@ -19,6 +20,10 @@ std::size_t At(int i) {
 
 constexpr double touch = 1e-6;  // ends stand on borders, to within rounding
 
+// Inches that a line goes out of its way.
+constexpr double bendCost = 0.5;
+constexpr double crossingCost = 1.5;
+
 class StraightRouter {
   public:
     StraightRouter(const std::vector<Rect>& boxes, const std::vector<Line>& lines, double lineGap)
@@ -28,7 +33,8 @@ class StraightRouter {
           clearance_(lineGap),
           obstacles_(boxes),
           space_(boxes, clearance_, 1 + lineGap * std::min(200.0, static_cast<double>(lines.size()))),
-          search_(space_, boxes, RouteRule{}, lineGap) {
+          search_(space_, boxes, RouteRule{}, lineGap),
+          routedNear_(BoundsOf(boxes), 2.0) {
         std::map<std::pair<int, int>, int> count;
         for (const Line& line : lines) ++count[std::minmax(line.from, line.to)];
         std::map<std::pair<int, int>, int> index;
@@ -42,16 +48,21 @@ class StraightRouter {
         }
     }
 
-    /// Empty when the way is barred.
+    std::optional<std::vector<Point>> Direct(int line) const;
+    /// The way of a line that cannot go directly; empty when it is barred altogether.
     std::vector<Point> Route(int line);
+    /// Lines that are kept are crossed by later ones as little as possible.
+    void Keep(const std::vector<Point>& way);
 
   private:
     struct InBundle {
         int count;
         double step;
     };
-    std::optional<std::vector<Point>> Direct(int line) const;
-    std::optional<std::vector<Point>> Around(int line);
+    std::optional<std::vector<Point>> Around(int line) const;
+    std::optional<std::vector<Point>> Through(int line);
+    bool IsClear(const std::vector<Point>& way) const;
+    double CostOf(const std::vector<Point>& way) const;
     std::vector<Door> DoorsOf(const Corridor& corridor, int line);
     Door DoorAt(const Exit& exit, const Rect& box, bool leaves) const;
 
@@ -61,6 +72,8 @@ class StraightRouter {
     Obstacles obstacles_;
     FreeSpace space_;
     CorridorSearch search_;
+    std::vector<std::pair<Point, Point>> routed_;
+    SpatialIndex routedNear_;
     std::vector<InBundle> bundle_;
     std::map<std::pair<int, int>, Box> widest_;  ///< Label of the lines between two boxes.
 };
@@ -141,24 +154,75 @@ std::vector<Door> StraightRouter::DoorsOf(const Corridor& corridor, int line) {
     return doors;
 }
 
-std::optional<std::vector<Point>> StraightRouter::Around(int line) {
+bool StraightRouter::IsClear(const std::vector<Point>& way) const {
+    for (std::size_t i = 1; i < way.size(); ++i)
+        if (obstacles_.Bar(way[i - 1], way[i], -touch, -1, -1)) return false;
+    return true;
+}
+
+/// Around the boxes in between, on the sides that make the line short and cross few others.
+std::optional<std::vector<Point>> StraightRouter::Around(int line) const {
+    const int from = lines_[At(line)].from, to = lines_[At(line)].to;
+    if (from == to) return std::nullopt;
+    std::optional<std::vector<Point>> best;
+    double bestCost = 0;
+    for (auto& way : TautWays(boxes_, obstacles_, from, to, clearance_)) {
+        if (!ClipToBorders(way, boxes_[At(from)], boxes_[At(to)]) || !IsClear(way)) continue;
+        const double cost = CostOf(way);
+        if (best && cost >= bestCost) continue;
+        best = std::move(way);
+        bestCost = cost;
+    }
+    return best;
+}
+
+double StraightRouter::CostOf(const std::vector<Point>& way) const {
+    double cost = 0;
+    std::vector<int> crossed;
+    for (std::size_t i = 1; i < way.size(); ++i) {
+        const Point a = way[i - 1], b = way[i];
+        cost += Length(b - a) + bendCost;
+        const int parts = 1 + static_cast<int>(Length(b - a) / 8);
+        for (int k = 0; k < parts; ++k) {
+            const Point from = Between(a, b, static_cast<double>(k) / parts);
+            const Point to = Between(a, b, static_cast<double>(k + 1) / parts);
+            routedNear_.Near(RectOf(from, to), [&](int piece) {
+                if (PiecesCross(a, b, routed_[At(piece)].first, routed_[At(piece)].second))
+                    crossed.push_back(piece);
+                return true;
+            });
+        }
+    }
+    std::sort(crossed.begin(), crossed.end());
+    crossed.erase(std::unique(crossed.begin(), crossed.end()), crossed.end());
+    return cost + crossingCost * static_cast<double>(crossed.size());
+}
+
+/// Through a corridor of the free space, where boxes stand too densely for anything else.
+std::optional<std::vector<Point>> StraightRouter::Through(int line) {
     const int from = lines_[At(line)].from, to = lines_[At(line)].to;
     const auto corridor = search_.Find(from, to);
     if (!corridor) return std::nullopt;
     search_.Take(*corridor);
     const Rect &source = boxes_[At(from)], &target = boxes_[At(to)];
     std::vector<Point> way = ShortestThrough(source.Center(), DoorsOf(*corridor, line), target.Center());
-    if (!ClipToBorders(way, source, target)) return std::nullopt;
-    for (std::size_t i = 1; i < way.size(); ++i) {
-        if (obstacles_.Bar(way[i - 1], way[i], -touch, -1, -1)) return std::nullopt;
-    }
+    if (!ClipToBorders(way, source, target) || !IsClear(way)) return std::nullopt;
     return way;
 }
 
 std::vector<Point> StraightRouter::Route(int line) {
-    if (auto way = Direct(line)) return *way;
-    if (auto way = Around(line)) return *way;
-    return {};
+    auto way = Around(line);
+    if (!way) way = Through(line);
+    if (!way) return {};
+    Keep(*way);
+    return *way;
+}
+
+void StraightRouter::Keep(const std::vector<Point>& way) {
+    for (std::size_t i = 1; i < way.size(); ++i) {
+        routedNear_.AddPiece(way[i - 1], way[i], static_cast<int>(routed_.size()));
+        routed_.emplace_back(way[i - 1], way[i]);
+    }
 }
 
 }  // namespace
@@ -168,7 +232,16 @@ Ways RouteStraight(const std::vector<Rect>& boxes, const std::vector<Line>& line
     Ways ways;
     ways.points.resize(lines.size());
     std::vector<int> barred;
+    std::vector<int> bent;
     for (const int i : ShortLinesFirst(boxes, lines)) {
+        if (auto way = router.Direct(i)) {
+            router.Keep(*way);
+            ways.points[At(i)] = std::move(*way);
+        } else {
+            bent.push_back(i);
+        }
+    }
+    for (const int i : bent) {
         ways.points[At(i)] = router.Route(i);
         if (ways.points[At(i)].empty()) barred.push_back(i);
     }

@@ -23,7 +23,7 @@ class MasterBuilder {
         Master& master = document_.AddMaster(definition.name);
         master.prompt = definition.prompt;
         master.matchByName = true;
-        master.sheet.cells.Set(Name::PageWidth, kLetterWidth).Set(Name::PageHeight, kLetterHeight);
+        StatePage(document_, master.sheet, kLetterWidth, kLetterHeight);
         Shape& top = AddShape(master, definition.shape, nullptr);
         for (const ShapeDefinition& part : definition.shape.parts) AddShape(master, part, &top);
         return master;
@@ -107,11 +107,10 @@ std::unique_ptr<Document> BuildStencil(FontLibrary& fonts, const StencilDefiniti
 
 std::unique_ptr<Document> BuildTemplate() {
     auto document = std::make_unique<Document>(DocumentKind::Template);
-    document->title = "Basic Flowchart";
     document->creator = "Norvelis";
     AddStandardStyles(*document);
     Page& page = document->AddPage("Page-1");
-    page.sheet.cells.Set(Name::PageWidth, kLetterWidth).Set(Name::PageHeight, kLetterHeight);
+    StatePage(*document, page.sheet, kLetterWidth, kLetterHeight);
     return document;
 }
 

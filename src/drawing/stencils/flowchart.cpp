@@ -61,9 +61,10 @@ MasterDefinition Terminator() {
 }
 
 /// A note stands up and to the right of its pin, at the foot of its block and only as large as its text, so
-/// that it covers nothing of the box whose pin it is dropped beside. The leader runs from the note's corner,
-/// which is the pin, to the begin point; gluing that to a box ties the note to it. It is one-dimensional (it
-/// has end points), but neither placed nor routed.
+/// that it covers nothing of the box whose pin it is dropped beside. The leader runs to the begin point from
+/// the foot of the note's bar, which is the pin, or from its head when the begin point is above the note;
+/// gluing the begin point to a box ties the note to it. It is one-dimensional (it has end points), but
+/// neither placed nor routed.
 MasterDefinition Annotation() {
     ShapeDefinition shape;
     shape.cells = {
@@ -87,8 +88,8 @@ MasterDefinition Annotation() {
     GeometryDefinition leader;
     leader.noFill = true;
     leader.rows = {{"MoveTo", {{"X", "BeginX-PinX"}, {"Y", "BeginY-PinY"}}},
-                   {"LineTo", {{"X", "0"}, {"Y", "0"}}},
-                   {"LineTo", {{"X", "0"}, {"Y", top}}}};
+                   {"LineTo", {{"X", "0"}, {"Y", "IF(BeginY-PinY>Geometry1.Y3,Geometry1.Y3,0)"}}},
+                   {"LineTo", {{"X", "0"}, {"Y", "Geometry1.Y3-Geometry2.Y2"}}}};
     shape.geometry = {plate, leader};
     shape.properties = kWorkProperties;
     return {"Annotation", "A note with a leader to what it explains.", shape};
@@ -111,6 +112,12 @@ MasterDefinition DynamicConnector() {
                    {"FlipY", "GUARD(FALSE)"},
                    {"Controls.TextPosition", "Width*0.5"},
                    {"Controls.TextPosition.Y", "Height*0.5"},
+                   {"Controls.TextPosition.XDyn", "Controls.TextPosition"},
+                   {"Controls.TextPosition.YDyn", "Controls.TextPosition.Y"},
+                   {"Controls.TextPosition.XCon", "0"},
+                   {"Controls.TextPosition.YCon", "0"},
+                   {"Controls.TextPosition.CanGlue", "FALSE"},
+                   {"Controls.TextPosition.Prompt", "\"Moves the text\""},
                    {"TxtPinX", "SETATREF(Controls.TextPosition)"},
                    {"TxtPinY", "SETATREF(Controls.TextPosition.Y)"},
                    {"TxtWidth", "MAX(TEXTWIDTH(TheText),5*Char.Size)"},

@@ -111,29 +111,49 @@ TEST(Circular, PutsABlockOnACircleAndWhatHangsOnItOutside) {
         EXPECT_LT(apart(centers[8], centers[3]), apart(centers[8], centers[i]));
 }
 
-TEST(Ring, KeepsBoxesApartInTheirOrderAroundTheHole) {
+TEST(Ring, TurnsKeepTheirDistancesAroundTheCircle) {
+    const std::vector<double> distance(4, 0.2);
+    const std::vector<double> crowded = SeparateAround({0.02, 0.04, 0.5, 0.98}, distance);
+    for (std::size_t i = 1; i < 4; ++i) EXPECT_GE(crowded[i] - crowded[i - 1], 0.2 - 1e-9);
+    EXPECT_LE(crowded[3] - crowded[0], 0.8 + 1e-9) << "across the start of the circle, too";
+    EXPECT_NEAR(crowded[2], 0.5, 1e-9) << "what has room stays";
+    const std::vector<double> full = SeparateAround({0.1, 0.2, 0.3, 0.4}, std::vector<double>(4, 0.3));
+    EXPECT_NEAR(full[3] - full[0], 0.75, 1e-9);
+    EXPECT_NEAR(full[0] + full[1] + full[2] + full[3], 1.0, 1e-9) << "rotated as little as possible";
+}
+
+TEST(Ring, BoxesOfAllSizesStandApartAroundTheHole) {
     std::vector<Box> sizes;
-    std::vector<double> turns, distance;
+    double steps = 0;
+    const Box gaps{0.5, 0.25}, step{3, 1.75};
+    const auto stepsOf = [&](const Box& box) {
+        return std::max((box.width + gaps.width) / step.width, (box.height + gaps.height) / step.height);
+    };
     for (int i = 0; i < 30; ++i) {
         sizes.push_back({1.0 + i % 4, 0.5 + i % 3});
-        turns.push_back(0.3 + 0.001 * i);
+        steps += stepsOf(sizes.back());
     }
-    const Ring ring({2, 1, 2}, sizes, 0.5, 0.25, 1);
-    for (std::size_t i = 0; i < sizes.size(); ++i)
-        distance.push_back(ring.Distance(sizes[(i + 29) % 30], sizes[i]));
-    const std::vector<double> separate = SeparateAround(turns, distance);
-    EXPECT_TRUE(std::is_sorted(separate.begin(), separate.end()));
-    EXPECT_LE(separate.back() - separate.front(), 1);
-    std::vector<Rect> boxes;
-    const std::vector<Point> centers = ring.Place(sizes, separate);
-    for (std::size_t i = 0; i < sizes.size(); ++i)
-        boxes.push_back(RectAround(centers[i], sizes[i].width, sizes[i].height));
-    SpreadBoxes(boxes, 0.5, 0.25);
-    for (std::size_t i = 0; i < boxes.size(); ++i) {
-        EXPECT_FALSE(Overlap(boxes[i], RectAround({}, 2, 1)));
-        for (std::size_t k = 0; k < i; ++k)
-            EXPECT_FALSE(Overlap(boxes[i], {boxes[k].x0 - 0.499, boxes[k].y0 - 0.249, boxes[k].x1 + 0.499,
-                                            boxes[k].y1 + 0.249}));
+    for (const int mostLanes : {1, 3}) {
+        const Ring ring({2, 1, 2}, {4, 2.5}, gaps, step, steps, mostLanes);
+        std::vector<double> turns, distance;
+        for (const Box& size : sizes) {
+            turns.push_back(0.3);
+            distance.push_back(ring.TurnsOf(stepsOf(size)));
+        }
+        const std::vector<Point> centers =
+            ring.Places(SeparateAround(turns, distance), std::vector<bool>(30));
+        std::vector<Rect> boxes;
+        for (std::size_t i = 0; i < sizes.size(); ++i)
+            boxes.push_back(RectAround(centers[i], sizes[i].width, sizes[i].height));
+        SpreadBoxes(boxes, gaps.width, gaps.height);
+        for (std::size_t i = 0; i < boxes.size(); ++i) {
+            EXPECT_FALSE(Overlap(boxes[i], RectAround({}, 4, 2)));
+            for (std::size_t k = 0; k < i; ++k)
+                EXPECT_FALSE(
+                    Overlap(boxes[i], RectAround(boxes[k].Center(), sizes[k].width + 2 * gaps.width - 1e-6,
+                                                 sizes[k].height + 2 * gaps.height - 1e-6)))
+                    << i << " and " << k;
+        }
     }
 }
 

@@ -8,6 +8,7 @@
 #include "core/paths.h"
 #include "drawing/formula/recalculation.h"
 #include "drawing/package/package.h"
+#include "drawing/package_rules.h"
 #include "drawing/render/build_scene.h"
 #include "drawing/render/contact_sheet.h"
 #include "drawing/render/open.h"
@@ -76,6 +77,11 @@ TEST(Stencils, HoldTheMastersThatDrawingsAskFor) {
     EXPECT_THAT(NamesIn(*ReadPackageFile(kFolder + kBackgrounds)),
                 testing::ElementsAreArray(kBackgroundNames));
     EXPECT_THAT(NamesIn(*ReadPackageFile(kFolder + kTitles)), testing::ElementsAre("Title block deco"));
+}
+
+TEST(Stencils, KeepEveryRuleOfPackages) {
+    for (const auto& file : {kFlowchart, kBackgrounds, kTitles, kTemplate})
+        EXPECT_THAT(PackageFaults(ReadFile(kFolder + file)), testing::IsEmpty()) << file;
 }
 
 TEST(Stencils, TheTemplateIsOneEmptyPage) {

@@ -1,4 +1,4 @@
-#include "ui/classic_colors.h"
+#include "ui/skins/classic_colors.h"
 
 #include <array>
 

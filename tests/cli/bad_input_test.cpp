@@ -1,0 +1,136 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+
+#include "cli/program.h"
+#include "extract/small_report.h"
+#include "report_generator.h"
+
+// Whatever is wrong with the report, the store or the machine: one line says what, and the schemas that were
+// in the dictionary are still there.
+namespace norvelis {
+namespace {
+
+std::string SmallReport(const std::string& schema, const std::string& middle = {}) {
+    return HeaderOf(schema) + RecordHead("EMP", "CALC USING KEY") + LineOf({{1, "0DATA ITEM"}}) +
+           FieldLine("02", "KEY") + middle + SetLine("CALC");
+}
+
+/// A shell's words for a user who is not let in everywhere.
+std::string AsOrdinaryUser() {
+    return geteuid() == 0 ? "setpriv --reuid=65534 --regid=65534 --clear-groups " : "";
+}
+
+class BadInput : public testing::Test {
+  protected:
+    BadInput() {
+        WriteFile(program.Path("kept"), SmallReport("KEPT"));
+        program.Run("extract " + program.Path("kept"));
+        kept = Dump("--schema KEPT");
+    }
+
+    std::string Report(const std::string& content) const {
+        WriteFile(program.Path("report"), content);
+        return program.Path("report");
+    }
+    std::string Dump(const std::string& options = {}) const { return program.Run("dump " + options).out; }
+
+    /// Refused with `words` at the end of one line.
+    void ExpectRefusal(const Program::Result& result, const std::string& words) const {
+        EXPECT_EQ(result.status, 1) << words;
+        EXPECT_EQ(result.out, "") << words;
+        const auto begin = result.error.find("norvelis-cli: ");
+        ASSERT_NE(begin, std::string::npos) << words << ": " << result.error;
+        const std::string line = result.error.substr(begin);
+        EXPECT_EQ(std::count(line.begin(), line.end(), '\n'), 1) << line;
+        EXPECT_TRUE(line.ends_with(words + "\n")) << line;
+    }
+
+    const Program program;
+    std::string kept;
+};
+
+TEST_F(BadInput, WhatIsNoReportLeavesTheDictionaryAlone) {
+    std::string binary(20'000, '\0');
+    for (std::size_t i = 0; i < binary.size(); ++i) binary[i] = static_cast<char>(i * i >> 3);
+    for (const std::string& content :
+         {std::string(), std::string(1, '\n'), binary, std::string(1 << 20, 'x')}) {
+        ExpectRefusal(program.Run("extract " + Report(content)),
+                      "Invalid IDMS Report File :" + program.Path("report") + " Action terminated");
+    }
+    for (const std::string& path : {program.Path("app"), program.Path("none"), std::string("/dev/zero")}) {
+        ExpectRefusal(program.Run("extract " + path),
+                      "Report File :" + path + " does not exist. Please set it.");
+    }
+    ExpectRefusal(program.Run("extract ''"), "IDMS Report file has not been set.");
+    chmod(Report(SmallReport("NEW")).c_str(), 0);
+    ExpectRefusal(program.Run("validate " + program.Path("report"), AsOrdinaryUser()),
+                  "Run-time error '70': Permission denied: " + program.Path("report"));
+    EXPECT_EQ(Dump("--schema KEPT"), kept);
+}
+
+TEST_F(BadInput, LimitsPassedAreRunTimeFailures) {
+    std::string fields, keys;
+    for (int i = 0; i < 600; ++i) fields += FieldLine("03", "FIELD");
+    for (int i = 0; i < 501; ++i) keys += FieldLine("11", "KEY") + ControlItem("IX");
+    const std::string member = LineOf({{21, "IX"}, {39, "INDEX MEMBER"}});
+    ExpectRefusal(program.Run("extract --append " + Report(SmallReport("NEW", fields))),
+                  "Run-time error '9': Subscript out of range");
+    ExpectRefusal(program.Run("extract --append " + Report(SmallReport("NEW", member + keys))),
+                  "Run-time error '9': Subscript out of range");
+    ExpectRefusal(
+        program.Run("extract --append " + Report(SmallReport("NEW") + " RECORD NAME........ LAST\n")),
+        "Run-time error '62': Input past end of file");
+    EXPECT_EQ(Dump("--schema KEPT"), kept);
+}
+
+TEST_F(BadInput, AStoreThatCannotBeUsedIsNamedWithTheReason) {
+    const std::string extract = "extract " + Report(SmallReport("NEW"));
+    const std::string failure = "Run-time error '3709': Dictionary store: " + program.StorePath() + ": ";
+    {
+        const auto other = Connection::Open(ConnectionString(program.StorePath()));
+        const Transaction writing(*other);
+        ExpectRefusal(program.Run(extract), failure + "locked by another program");
+    }
+    EXPECT_EQ(Dump("--schema KEPT"), kept);
+
+    chmod(program.StorePath().c_str(), 0444);
+    ExpectRefusal(program.Run(extract, AsOrdinaryUser()), failure + "write-protected");
+    chmod(program.StorePath().c_str(), 0);
+    ExpectRefusal(program.Run(extract, AsOrdinaryUser()), failure + "may not be read");
+    chmod(program.StorePath().c_str(), 0644);
+    WriteFile(program.StorePath(), std::string(5000, 'x'));
+    ExpectRefusal(program.Run("dump"), failure + "wrong password, or the file is no dictionary store");
+    DeleteFile(program.StorePath());
+    ExpectRefusal(program.Run("dump"), failure + "the file does not exist");
+}
+
+TEST_F(BadInput, AFullDiskLeavesTheOldState) {
+    const std::string before = Dump();
+    const auto full =
+        program.Run("extract " + Report(GenerateSchemaReport(100, 200, 20, 1)), "ulimit -f 300; ");
+    EXPECT_EQ(full.status, 1);
+    EXPECT_NE(full.error.find("records.mdb: the disk"), std::string::npos) << full.error;
+    EXPECT_EQ(Dump(), before);
+    EXPECT_EQ(program.Run("dump >/dev/full").status, 1);
+}
+
+TEST_F(BadInput, AKilledExtractionLeavesTheStateBeforeOrAfter) {
+    const std::string extract = "extract --append " + Report(GenerateSchemaReport(150, 300, 30, 1));
+    const std::string before = Dump();
+    std::vector<std::string> seen;
+    for (const char* seconds : {"0.01", "0.03", "0.04", "0.05", "0.06", "0.08", "0.1", "0.15"}) {
+        program.Run(extract, std::string("timeout -s KILL ") + seconds + " ");
+        const auto store = Connection::Open(ConnectionString(program.StorePath()));
+        EXPECT_EQ(store->Select("PRAGMA integrity_check").Text("integrity_check"), "ok");
+        seen.push_back(Dump());
+    }
+    EXPECT_EQ(program.Run(extract).status, 0);
+    const std::string after = Dump();
+    for (const std::string& state : seen) EXPECT_TRUE(state == before || state == after);
+}
+
+}  // namespace
+}  // namespace norvelis

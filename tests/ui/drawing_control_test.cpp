@@ -1,0 +1,144 @@
+#include "ui/drawing_control.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QPainter>
+#include <QSignalSpy>
+#include <QTest>
+#include <QWheelEvent>
+#include <fstream>
+
+#include "core/failure.h"
+#include "temporary_folder.h"
+
+namespace norvelis::ui {
+namespace {
+
+constexpr double kUnits = 100;  // To the inch.
+
+/// A page of 10 by 8 inches with one box, an inch around its middle at (3, 2).
+class OneBox : public DrawingPicture {
+  public:
+    QSizeF PageSize() const override { return {10 * kUnits, 8 * kUnits}; }
+    double UnitsPerInch() const override { return kUnits; }
+    void Paint(QPainter& painter, const QRect& view, double, double) override {
+        painter.fillRect(QRect(QPoint(), view.size()), Qt::white);
+    }
+    std::optional<Shape> ShapeAt(QPointF place, double) const override {
+        return Bounds().contains(place) ? ShapeNamed("BOX") : std::nullopt;
+    }
+    std::optional<Shape> ShapeNamed(const QString& name) const override {
+        if (name != "BOX") return std::nullopt;
+        return Shape{"BOX", "tip", "", Bounds()};
+    }
+
+  private:
+    static QRectF Bounds() { return {2.5 * kUnits, 1.5 * kUnits, kUnits, kUnits}; }
+};
+
+class DrawingControlTest : public testing::Test {
+  protected:
+    DrawingControlTest() {
+        control.resize(500, 400);
+        control.show();
+        Write("a drawing");
+    }
+    void Write(const std::string& text) { std::ofstream(folder.Path("a.vsd")) << text; }
+    QString File() const { return QString::fromStdString(folder.Path("a.vsd")); }
+    /// Where a place of the page (inches) is in the control while it is fitted.
+    QPoint Pixel(double x, double y) const {
+        const double scale = std::min((500.0 - 24) / 10, (400.0 - 24) / 8);
+        return {static_cast<int>(250 + (x - 5) * scale), static_cast<int>(200 + (y - 4) * scale)};
+    }
+
+    TemporaryFolder folder;
+    int opened = 0;
+    DrawingControl2 control{"DrawingControl2",
+                            [this](const QString& path) -> std::unique_ptr<DrawingPicture> {
+                                ++opened;
+                                if (path.endsWith("broken.vsd"))
+                                    throw RuntimeFailure(FailureNumber::DeviceIoError, "not a drawing");
+                                return std::make_unique<OneBox>();
+                            },
+                            nullptr};
+};
+
+TEST_F(DrawingControlTest, AFileIsReadOnceAndAgainWhenItChanged) {
+    control.SetSrc(File());
+    control.SetSrc(File());
+    EXPECT_EQ(opened, 1);
+    std::filesystem::last_write_time(folder.Path("a.vsd"),
+                                     std::filesystem::file_time_type::clock::now() + std::chrono::seconds(5));
+    control.SetSrc(File());
+    EXPECT_EQ(opened, 2);
+    control.SetSrc("");
+    EXPECT_EQ(opened, 2);
+    EXPECT_EQ(control.Src(), "");
+}
+
+TEST_F(DrawingControlTest, WhatCanNotBeShownSaysWhyAndHarmsNothing) {
+    control.SetSrc("broken.vsd");
+    const QImage words = control.grab().toImage();
+    control.SetSrc("");
+    EXPECT_NE(words, control.grab().toImage()) << "the reason stands there";
+    control.SetSrc("broken.vsd");
+    QTest::mouseClick(&control, Qt::LeftButton);
+    QTest::keyClick(&control, Qt::Key_Plus);
+    control.SelectShape("BOX");
+    EXPECT_EQ(control.SelectedShape(), "");
+}
+
+TEST_F(DrawingControlTest, AClickSelectsTheShapeUnderIt) {
+    control.SetSrc(File());
+    QSignalSpy clicked(&control, &DrawingControl2::ShapeClicked);
+    QTest::mouseClick(&control, Qt::LeftButton, {}, Pixel(3, 2));
+    ASSERT_EQ(clicked.count(), 1);
+    EXPECT_EQ(clicked[0][0], "BOX");
+    EXPECT_EQ(control.SelectedShape(), "BOX");
+    QTest::mouseClick(&control, Qt::LeftButton, {}, Pixel(8, 6));
+    EXPECT_EQ(clicked.count(), 1);
+    EXPECT_EQ(control.SelectedShape(), "");
+}
+
+TEST_F(DrawingControlTest, TheWheelZoomsAroundThePointerAndADragMovesThePage) {
+    control.SetSrc(File());
+    const double fitted = control.Zoom();
+    const QPointF at = Pixel(3, 2);
+    for (int i = 0; i < 4; ++i) {
+        QWheelEvent notch(at, control.mapToGlobal(at), {}, {0, 120}, Qt::NoButton, {}, Qt::NoScrollPhase,
+                          false);
+        QApplication::sendEvent(&control, &notch);
+    }
+    EXPECT_NEAR(control.Zoom() / fitted, std::pow(1.25, 4), 0.01);
+    QSignalSpy clicked(&control, &DrawingControl2::ShapeClicked);
+    QTest::mouseClick(&control, Qt::LeftButton, {}, at.toPoint());
+    EXPECT_EQ(clicked.count(), 1) << "the box is still under the pointer";
+
+    const QPoint from = at.toPoint(), to = from + QPoint(150, 100);
+    QTest::mousePress(&control, Qt::LeftButton, {}, from);
+    QTest::mouseMove(&control, from + QPoint(60, 40));
+    QTest::mouseMove(&control, to);
+    QTest::mouseRelease(&control, Qt::LeftButton, {}, to);
+    EXPECT_EQ(clicked.count(), 1) << "a drag is no click";
+    QTest::mouseClick(&control, Qt::LeftButton, {}, to);
+    EXPECT_EQ(clicked.count(), 2) << "the box went along";
+}
+
+TEST_F(DrawingControlTest, KeysZoomFitAndMoveWithoutLosingThePage) {
+    control.SetSrc(File());
+    const double fitted = control.Zoom();
+    for (int i = 0; i < 60; ++i) QTest::keyClick(&control, Qt::Key_Plus);
+    EXPECT_LE(control.Zoom(), 8.01);
+    for (int i = 0; i < 400; ++i) QTest::keyClick(&control, Qt::Key_Right);
+    for (int i = 0; i < 60; ++i) QTest::keyClick(&control, Qt::Key_Minus);
+    EXPECT_GT(control.Zoom(), fitted * 0.4);
+    QTest::keyClick(&control, Qt::Key_0);
+    EXPECT_DOUBLE_EQ(control.Zoom(), fitted);
+    control.resize(1000, 800);
+    QApplication::processEvents();
+    EXPECT_GT(control.Zoom(), fitted * 1.8) << "a fitted page stays fitted";
+}
+
+}  // namespace
+}  // namespace norvelis::ui

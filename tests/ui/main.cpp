@@ -1,0 +1,15 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+
+#include "ui/skin_style.h"
+
+int main(int argc, char** argv) {
+    ::testing::InitGoogleTest(&argc, argv);
+    QApplication application(argc, argv);
+    QApplication::setApplicationDisplayName("Norvelis");
+    QApplication::setApplicationVersion("1.2.3");
+    QApplication::setQuitOnLastWindowClosed(false);
+    norvelis::ui::UseSkinStyle(application);
+    return RUN_ALL_TESTS();
+}

@@ -1,0 +1,139 @@
+#pragma once
+
+#include <QAction>
+#include <QApplication>
+#include <QTest>
+#include <QTimer>
+#include <deque>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/ini.h"
+#include "core/paths.h"
+#include "store/settings.h"
+#include "test_store.h"
+#include "ui/child_area.h"
+#include "ui/form.h"
+#include "ui/mdi_main_menu.h"
+#include "ui/qt_host.h"
+
+namespace norvelis::ui {
+
+/// The Host of the real screens, but for boxes: it records them and answers from a list (Ok or Yes when that
+/// is empty).
+class RecordingHost : public QtHost {
+  public:
+    using Host::MessageBox;
+
+    std::vector<Message> messages;
+    std::deque<Answer> answers;
+    std::function<void(const Message&)> during;  ///< What happens while a box is open.
+
+    Answer MessageBox(const Message& message) override {
+        messages.push_back(message);
+        if (during) during(message);
+        if (message.buttons == Buttons::Ok) return Answer::Ok;
+        if (answers.empty()) return Answer::Yes;
+        const Answer answer = answers.front();
+        answers.pop_front();
+        return answer;
+    }
+    std::vector<std::string> TakeTexts() {
+        std::vector<std::string> texts;
+        for (const Message& message : std::exchange(messages, {})) texts.push_back(message.text);
+        return texts;
+    }
+};
+
+/// A copy of the delivered application folder with an empty store.
+class UiFolder {
+  public:
+    UiFolder() {
+        namespace fs = std::filesystem;
+        for (const char* part : {"INI", "Skins", "Bitmaps", "reportfiles", "help"}) {
+            if (fs::exists(fs::path(NORVELIS_APP) / part))
+                fs::copy(fs::path(NORVELIS_APP) / part, folder_.Path(part), fs::copy_options::recursive);
+        }
+        fs::remove(folder_.Path("INI/ProcessLog.Txt"));
+        fs::copy_file(NORVELIS_SOURCE "/app/INI/Local.Ini", folder_.Path("INI/Local.Ini"),
+                      fs::copy_options::overwrite_existing);
+        fs::create_directories(folder_.Path("Database"));
+        fs::create_directories(folder_.Path("visio files"));
+        Connection::CreateStore(folder_.Path("Database/records.mdb"));
+    }
+    std::string Path(const std::string& name = {}) const { return folder_.Path(name); }
+
+  private:
+    TemporaryFolder folder_;
+};
+
+/// The program's real windows on a folder of their own.
+struct UiApp {
+    UiFolder folder;
+    RecordingHost host;
+    StillClock clock;
+    AppState app{folder.Path(), host, clock, Random(1)};
+    std::vector<std::string> failures;  ///< That no handler took.
+    std::unique_ptr<mdiMainMenu> frame;
+
+    UiApp() { SetGoodSettings(); }
+    ~UiApp() { host.SetDisplay(nullptr); }
+
+    void SetGoodSettings() {
+        app.gConnection = Connection::Open(ConnectionString(folder.Path("Database/records.mdb")));
+        setreportlocation(app, folder.Path("reportfiles/empschm.text"));
+        setvisiolocation(app, folder.Path("visio files/"));
+    }
+    void Start() {
+        MakeFrame();
+        frame->Run([this] { SubMain(app, *frame); });
+        Settle();
+    }
+    void MakeFrame() {
+        frame = std::make_unique<mdiMainMenu>(
+            app, [this](const std::exception& failure) { failures.push_back(failure.what()); });
+        host.SetDisplay(frame.get());
+    }
+
+    static void Settle() {
+        for (int i = 0; i < 5; ++i) QApplication::processEvents();
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    template <typename T>
+    T* Find(const char* name) const {
+        T* found = frame->findChild<T*>(name);
+        EXPECT_NE(found, nullptr) << name;
+        return found;
+    }
+    void Choose(const char* menuEntry) {
+        Find<QAction>(menuEntry)->trigger();
+        Settle();
+    }
+    void Click(const char* control) {
+        auto* widget = Find<QWidget>(control);
+        QTest::mouseClick(widget, Qt::LeftButton, Qt::NoModifier, widget->rect().center());
+        Settle();
+    }
+    std::string Ini(const char* section, const char* key) const {
+        return ReadINIValue(section, key, folder.Path("INI/Local.Ini"));
+    }
+    std::string Log() const { return ReadFile(folder.Path("INI/ProcessLog.Txt")); }
+};
+
+/// Once a window waits for an answer, `act` gets it, in the middle of whatever called it.
+inline void WhenWaiting(std::function<void(QWidget&)> act, int patience = 200) {
+    QTimer::singleShot(5, [act = std::move(act), patience] {
+        if (QWidget* waiting = QApplication::activeModalWidget()) {
+            act(*waiting);
+        } else if (patience > 0) {
+            WhenWaiting(act, patience - 1);
+        } else {
+            ADD_FAILURE() << "no window waits";
+        }
+    });
+}
+
+}  // namespace norvelis::ui
