@@ -39,7 +39,7 @@ void WritePictures(const std::string& folder, const Theme& theme) {
         WritePicture(folder, kSkinPictureFiles[static_cast<std::size_t>(i)], SkinPictureSize(picture),
                      [&](QPainter& painter) { PaintSkinPicture(painter, theme, picture); });
     }
-    for (const QSize size : {QSize(850, 510), QSize(500, 300)}) {
+    for (const QSize size : {QSize(850, 510), QSize(1040, 620), QSize(500, 300)}) {
         WritePicture(folder, QString("%1x%2.Jpg").arg(size.width()).arg(size.height()), size,
                      [&](QPainter& painter) { PaintForm(painter, theme, size); });
     }
@@ -98,7 +98,7 @@ std::string IniOf(const Theme& theme) {
     add("TextBoxForeColor", ColorNumber(theme.textBoxText));
     add("ListBoxBackColor", ColorNumber(theme.listBoxBack));
     add("ButtonDownForeColor", theme.buttonDownText);
-    for (const QSize size : {QSize(850, 510), QSize(500, 300)}) {
+    for (const QSize size : {QSize(850, 510), QSize(1040, 620), QSize(500, 300)}) {
         const CaptionPlaces places = PlacesFor(size);
         ini += "\n[" + std::to_string(size.width()) + "x" + std::to_string(size.height()) + "]\n";
         const auto place = [&add](const std::string& key, QPoint at) {

@@ -30,86 +30,94 @@ std::string BackgroundNamed(const std::string& name) {
     return {};
 }
 
-std::unique_ptr<engine::DrawingEngine> EngineOf(const AppState& app) {
-    return drawing::MakeDrawingEngine({app.AppPath("\\Stencils"), app.AppPath("\\Temp"), nullptr});
-}
-
 DrawOptions OptionsOf(const DrawRequest& request) {
     DrawOptions options;
     options.layout = request.layout;
     options.color = request.color;
     options.background = request.background;
+    options.visible = false;
     if (!request.out.empty()) options.location = AbsolutePath(request.out);
     return options;
 }
 
-bool HasRow(AppState& app, std::string_view statement, std::initializer_list<std::string_view> values) {
-    return app.gConnection->Count(statement, values) > 0;
+/// The name as the dictionary writes it; nothing when there is none in any letter case.
+std::optional<std::string> StoredName(AppState& app, std::string_view statement,
+                                      std::initializer_list<std::string_view> values) {
+    const auto row = app.gConnection->Select(statement, values);
+    return row.Eof() ? std::nullopt : std::optional(std::string(Trim(row.Text("name"))));
 }
 
-/// What the command says at its end: the system's last word, or a refusal.
-int Finish(Context& context, DrawResult result, const std::string& file) {
-    switch (result) {
-        case DrawResult::Saved:
-            std::printf("%s\n", WithNewlines(context.host.LastText()).c_str());
-            return kDone;
-        case DrawResult::NotSaved:
-            return Refuse("the drawing could not be saved as " + file);
-        case DrawResult::NoEngine:
-            return Refuse(context.host.LastText());
+/// One draw: its state, and what it tells. A drawing that lacks something is no success for a script.
+class Draw {
+  public:
+    Draw(Context& context, const DrawRequest& request)
+        : app_(*context.app),
+          engine_(drawing::MakeDrawingEngine({app_.AppPath("\\Stencils"), app_.AppPath("\\Temp"), nullptr})),
+          drawing_(app_, *app_.gConnection, *engine_, noScreen_) {
+        drawing_.options = OptionsOf(request);
+        drawing_.tell = [this](const std::string& text) { told_.push_back(text); };
     }
-    return kRefused;
-}
 
-int DrawSchema(Context& context, DrawingState& drawing, const std::string& schema) {
-    const DrawResult result = DrawVisioDiagramSingle(drawing, schema, nullptr);
-    return Finish(context, result,
-                  NativePath(DrawingLocation(drawing) + "\\" + schema + "\\" + schema + ".vsd"));
-}
-
-int DrawOneRecord(Context& context, DrawingState& drawing, const std::string& schema,
-                  const std::string& record) {
-    const std::string file = NativePath(DrawingLocation(drawing) + "\\" + schema + "\\" + record + ".vsd");
-    const DrawResult result = DrawIsolatedRecord(drawing, schema, record, false);
-    if (result == DrawResult::Saved) context.host.MessageBox("Done Drawing. File saved as:" + file);
-    return Finish(context, result, file);
-}
-
-int DrawSeparate(Context& context, DrawingState& drawing, const std::string& schema) {
-    const std::string location = DrawingLocation(drawing);
-    drawing.gDrawSchema = schema;
-    const SeparateResult result = DrawVisioDiagramSeparateParent(drawing, nullptr, false);
-    if (result.noEngine) return Refuse(context.host.LastText());
-    if (!result.notSaved.empty()) {
-        std::string names;
-        for (const auto& name : result.notSaved) names += (names.empty() ? "" : ", ") + name;
-        return Refuse("these drawings could not be saved in " + location + ": " + names);
+    int Schema(const std::string& schema) {
+        const DrawResult result = DrawVisioDiagramSingle(drawing_, schema, nullptr);
+        if (result != DrawResult::NoEngine) told_.pop_back();  // "Done Drawing", whether or not it is true.
+        return Finish(result, FileOf(schema, schema));
     }
-    std::printf("Done Drawing. Visio Files saved at folder:\n%s\n", location.c_str());
-    return kDone;
-}
+    int Record(const std::string& schema, const std::string& record) {
+        return Finish(DrawIsolatedRecord(drawing_, schema, record, false), FileOf(schema, record));
+    }
+    int Parents(const std::string& schema) {
+        const std::string location = DrawingLocation(drawing_);
+        drawing_.gDrawSchema = schema;
+        const SeparateResult result = DrawVisioDiagramSeparateParent(drawing_, nullptr, false);
+        if (result.noEngine) return Refuse(told_.front());
+        if (!result.notSaved.empty()) {
+            std::string names;
+            for (const auto& name : result.notSaved) names += (names.empty() ? "" : ", ") + name;
+            return Refuse("these drawings could not be saved in " + location + ": " + names);
+        }
+        if (!told_.empty())
+            return Refuse(told_.front() + "; the drawings in " + location + " are not complete");
+        std::printf("Done Drawing. Visio Files saved at folder:\n%s\n", location.c_str());
+        return kDone;
+    }
 
-int Draw(Context& context, const DrawRequest& request) {
+  private:
+    std::string FileOf(const std::string& schema, const std::string& name) {
+        return NativePath(DrawingLocation(drawing_) + "\\" + schema + "\\" + name + ".vsd");
+    }
+    int Finish(DrawResult result, const std::string& file) const {
+        if (result == DrawResult::NoEngine) return Refuse(told_.front());
+        if (result == DrawResult::NotSaved) return Refuse("the drawing could not be saved as " + file);
+        if (!told_.empty()) return Refuse(told_.front() + "; the drawing " + file + " is not complete");
+        std::printf("Done Drawing. File saved as:%s\n", file.c_str());
+        return kDone;
+    }
+
+    AppState& app_;
+    std::unique_ptr<engine::DrawingEngine> engine_;
+    DrawScreen noScreen_;
+    DrawingState drawing_;
+    std::vector<std::string> told_;
+};
+
+int RunDraw(Context& context, const DrawRequest& request) {
     context.OpenStore();
     AppState& app = *context.app;
-    const std::string& schema = request.schema;
-    if (!HasRow(app, "Select count(*) FROM Record_Details where schemaname = ?", {schema}))
-        return Refuse("there is no schema " + schema + " in the dictionary");
-    if (!request.record.empty() &&
-        !HasRow(app, "Select count(*) FROM Record_Details where schemaname = ? and recordname = ?",
-                {schema, request.record}))
-        return Refuse("there is no record " + request.record + " in schema " + schema);
+    const auto schema = StoredName(app, "Select schemaname as name FROM Record_Details where schemaname = ?",
+                                   {request.schema});
+    if (!schema) return Refuse("there is no schema " + request.schema + " in the dictionary");
     if (request.seed) app.random = Random(*request.seed);
-    context.host.AnswerTo("Want to View While Norvelis is drawing", Answer::No);
-    context.host.PrintBoxes(false);
 
-    const auto engine = EngineOf(app);
-    DrawScreen noScreen;
-    DrawingState drawing(app, *app.gConnection, *engine, noScreen);
-    drawing.options = OptionsOf(request);
-    if (request.separate) return DrawSeparate(context, drawing, schema);
-    if (!request.record.empty()) return DrawOneRecord(context, drawing, schema, request.record);
-    return DrawSchema(context, drawing, schema);
+    Draw draw(context, request);
+    if (request.separate) return draw.Parents(*schema);
+    if (request.record.empty()) return draw.Schema(*schema);
+    const auto record = StoredName(app,
+                                   "Select Recordname as name FROM Record_Details where recordtype = "
+                                   "'Record' and schemaname = ? and recordname = ?",
+                                   {*schema, request.record});
+    if (!record) return Refuse("there is no record " + request.record + " in schema " + *schema);
+    return draw.Record(*schema, *record);
 }
 
 }  // namespace
@@ -148,7 +156,7 @@ void AddDraw(CLI::App& program, Context& context) {
     command->callback([&context, request, words, seed] {
         if (!words->color.empty()) request->color = words->color == "on";
         if (seed->count() > 0) request->seed = words->seed;
-        context.run = [&context, request] { return Draw(context, *request); };
+        context.run = [&context, request] { return RunDraw(context, *request); };
     });
 }
 

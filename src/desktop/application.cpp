@@ -3,7 +3,7 @@
 #include <QTimer>
 
 #include "core/failure.h"
-#include "desktop/drawing_pictures.h"
+#include "desktop/drawing_tools.h"
 #include "store/connection.h"
 #include "ui/mdi_main_menu.h"
 #include "ui/program_icon.h"
@@ -41,7 +41,7 @@ int Application::Run(const std::string& applicationFolder) {
     app_ = std::make_unique<AppState>(applicationFolder, host_, clock_, Random::FromDevice());
     frame_ =
         std::make_unique<ui::mdiMainMenu>(*app_, [this](const std::exception& failure) { Fail(failure); });
-    frame_->SetDrawings(OpenDrawingPicture);
+    engine_ = GiveDrawingTools(*frame_);
     host_.SetDisplay(frame_.get());
     connect(frame_.get(), &ui::mdiMainMenu::Unloaded, this, [] { quit(); });
     QTimer::singleShot(0, this, [this] { frame_->Run([this] { ui::SubMain(*app_, *frame_); }); });

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "core/app_state.h"
+#include "diagram/engine.h"
 #include "ui/qt_host.h"
 
 namespace norvelis::ui {
@@ -31,6 +32,7 @@ class Application : public QApplication {
     ui::QtHost host_;
     SystemClock clock_;
     std::unique_ptr<AppState> app_;
+    std::unique_ptr<engine::DrawingEngine> engine_;
     std::unique_ptr<ui::mdiMainMenu> frame_;
     bool failed_ = false;
 };

@@ -40,6 +40,7 @@ bool Confirmed(DrawingState& drawing, const std::string& text, const std::string
 }
 
 bool WantsToWatch(DrawingState& drawing) {
+    if (drawing.options.visible) return *drawing.options.visible;
     return drawing.app.host.MessageBox({"Want to View While Norvelis is drawing", "Hide or Show Visio",
                                         Buttons::YesNo, Icon::Question, Answer::Ok}) == Answer::Yes;
 }

@@ -32,12 +32,13 @@ class DrawScreen {
     virtual void DrawingSaved(const std::string&) {}  ///< The finished drawing is on disk under this path.
 };
 
-/// What a person chose for this drawing; without a choice the settings decide.
+/// What a person chose for this drawing; without a choice the settings decide, and whether to watch is asked.
 struct DrawOptions {
     int layout = 0;  ///< Place in kLayoutTypes.
     std::optional<bool> color;
     std::optional<std::string> background;
     std::optional<std::string> location;  ///< Folder of the drawings.
+    std::optional<bool> visible{};        ///< The engine shows its window.
 };
 
 /// The fields of the box being drawn.

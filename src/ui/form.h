@@ -85,6 +85,8 @@ class Form : public QWidget {
     std::optional<QPoint> dragFrom_;  ///< Where in the window the mouse holds it.
 };
 
+inline constexpr QSize kLargeForm(1040, 620);
+
 /// A label on a form; Tag may be empty.
 QLabel* MakeLabel(QWidget* parent, const QString& name, const QString& text, const QString& tag = {});
 

@@ -76,14 +76,18 @@ void mnu_View_IDMS_Report_File(AppState& app) {
     if (TakeReport(app, kViewing)) app.host.OpenScreen(Screen::ReportViewer, false);
 }
 
+void DrawSinglePage(AppState& app, const DrawAll& draw) {
+    const TreeBars bars(app);
+    draw(true);
+}
+
 void mnu_Draw_Fancy_Single(AppState& app, const DrawAll& draw) {
     if (getvisiolocation(app).empty()) {
         app.host.MessageBox("Please set where to drop Visio files.");
         app.host.OpenScreen(Screen::Settings, false);
         return;
     }
-    const TreeBars bars(app);
-    draw(true);
+    DrawSinglePage(app, draw);
 }
 
 void mnu_Draw_Fancy_Separate(AppState& app, const DrawAll& draw) {

@@ -15,6 +15,8 @@ using DrawAll = std::function<void(bool singlePage)>;
 void mnu_Classic_Extract_Report(AppState& app, const std::function<void()>& refresh);
 
 void mnu_View_IDMS_Report_File(AppState& app);
+/// A draw button: all on one page.
+void DrawSinglePage(AppState& app, const DrawAll& draw);
 void mnu_Draw_Fancy_Single(AppState& app, const DrawAll& draw);
 void mnu_Draw_Fancy_Separate(AppState& app, const DrawAll& draw);
 

@@ -1,33 +1,41 @@
 #pragma once
 
 #include "core/host.h"
-#include "ui/form.h"
-
-class QTreeView;
+#include "ui/tree_form.h"
 
 namespace norvelis::ui {
 
-class RecordTreeModel;
-class SkinButton;
+class DrawingControl2;
+class LayoutTypes;
 class vbalProgressBar;
 
-/// The record tree: every schema of the dictionary, its entry records, and below each record its members.
-class frm_Treeview : public Form {
+/// The main screen: every schema of the dictionary with its records in a tree, beside it the drawing that
+/// was last saved for what the mouse is over, and the commands that draw and print.
+class frm_Treeview : public TreeForm {
     Q_OBJECT
 
   public:
     explicit frm_Treeview(mdiMainMenu& frame);
 
-    void loadtreeform();     ///< Fills the tree from the store, under the wait cursor.
-    void process_Refresh();  ///< The same without wait cursor and log.
+    void Load() override;
+    void loadtreeform() override;
+
+    /// Draws what the dictionary holds: all on one page, or a file for each parent.
+    void DrawAll(bool singlePage);
 
     void ShowStatus(const QString& text);
     void ShowProgress(Bar bar, const ProgressBar& state);
 
   private:
-    QTreeView* Tview_;
-    RecordTreeModel* model_;
-    QLabel* lblStatus_;
+    QBoxLayout* DrawingColumn();
+    QBoxLayout* ProgressRow();
+    void DrawSinglePage();
+    void Print();
+    void Maximize();
+
+    DrawingControl2* DrawingControl2_;
+    LayoutTypes* LayoutTypes_;
+    QLabel *lblStatus_, *lblFile_;
     vbalProgressBar *vbalProgressBar1_, *vbalProgressBar3_;
 };
 

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QPageSetupDialog>
+#include <QPrintDialog>
 #include <QPrinter>
 #include <QScreen>
 #include <QShortcut>
@@ -257,8 +258,19 @@ void mdiMainMenu::mnuColors() {
 }
 
 void mdiMainMenu::mnuPrinterSetup() {
+    QPageSetupDialog(&Printer(), this).exec();
+}
+
+QPrinter& mdiMainMenu::Printer() {
     if (!printer_) printer_ = std::make_unique<QPrinter>(QPrinter::HighResolution);
-    QPageSetupDialog(printer_.get(), this).exec();
+    return *printer_;
+}
+
+QPrinter* mdiMainMenu::ChoosePrinter() {
+    app_.host.WaitCursor(false);
+    const bool chosen = QPrintDialog(&Printer(), this).exec() == QDialog::Accepted;
+    app_.host.WaitCursor(true);
+    return chosen ? printer_.get() : nullptr;
 }
 
 void mdiMainMenu::mnuExit() {
@@ -287,11 +299,17 @@ void mdiMainMenu::mnuListview() {
 }
 
 void mdiMainMenu::mnu_Draw_Fancy_Single() {
-    ui::mnu_Draw_Fancy_Single(app_, [this](bool) { SayNotThere(app_, "Draw All in Single Page"); });
+    RunLong([this] { ui::mnu_Draw_Fancy_Single(app_, [this](bool single) { DrawAll(single); }); });
 }
 
 void mdiMainMenu::mnu_Draw_Fancy_Separate() {
-    ui::mnu_Draw_Fancy_Separate(app_, [this](bool) { SayNotThere(app_, "Draw in Separate Pages"); });
+    RunLong([this] { ui::mnu_Draw_Fancy_Separate(app_, [this](bool single) { DrawAll(single); }); });
+}
+
+// The tree screen draws; one that was not open stays behind the others with an empty tree.
+void mdiMainMenu::DrawAll(bool singlePage) {
+    LoadScreen(Screen::Treeview);
+    qobject_cast<frm_Treeview*>(Find(Screen::Treeview))->DrawAll(singlePage);
 }
 
 void mdiMainMenu::mnu_Scheduler() {

@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "core/app_state.h"
+#include "diagram/engine.h"
 #include "ui/drawing_picture.h"
 #include "ui/qt_host.h"
 #include "ui/skin.h"
@@ -39,6 +40,9 @@ class mdiMainMenu : public QMainWindow, public MainFrame, public HostDisplay {
     /// How screens show drawing files; empty where nothing is wired.
     const OpenDrawing& Drawings() const { return drawings_; }
     void SetDrawings(OpenDrawing open) { drawings_ = std::move(open); }
+    /// What draws; it must outlive the frame's screens.
+    engine::DrawingEngine& Engine() { return *engine_; }
+    void SetEngine(engine::DrawingEngine& engine) { engine_ = &engine; }
     const Skin& GetSkin() const { return skin_; }
     void SetSkin(const Skin& skin);
 
@@ -55,6 +59,9 @@ class mdiMainMenu : public QMainWindow, public MainFrame, public HostDisplay {
     // The settings screen has changed something that the next tick of Timer1 brings to every open screen.
     void ColorsChanged();
     void SkinChanged();
+
+    /// Asks where to print; null when the person cancels. The frame keeps the printer.
+    QPrinter* ChoosePrinter();
 
     // Commands of the menu.
     void mnuColors();
@@ -95,6 +102,7 @@ class mdiMainMenu : public QMainWindow, public MainFrame, public HostDisplay {
     void closeEvent(QCloseEvent* event) override;
 
   private:
+    void DrawAll(bool singlePage);
     void BuildMenu();
     void FillWindowMenu();
     void UpdateMinimized();
@@ -104,6 +112,7 @@ class mdiMainMenu : public QMainWindow, public MainFrame, public HostDisplay {
     AppState& app_;
     Fail fail_;
     OpenDrawing drawings_;
+    engine::DrawingEngine* engine_ = nullptr;
     Skin skin_;
     ChildArea* area_;
     fbTrayIcon* tray_;
@@ -113,6 +122,7 @@ class mdiMainMenu : public QMainWindow, public MainFrame, public HostDisplay {
     std::map<Screen, QPointer<Form>> screens_;
     QPointer<Form> about_;
     std::unique_ptr<frmbackground> progressForm_;
+    QPrinter& Printer();
     std::unique_ptr<QPrinter> printer_;
     bool busy_ = false, closeWhenDone_ = false;
 };

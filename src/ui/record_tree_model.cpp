@@ -1,42 +1,86 @@
 #include "ui/record_tree_model.h"
 
+#include <QColor>
+#include <vector>
+
+#include "ui/skins/classic_colors.h"
+
 namespace norvelis::ui {
 
-RecordTreeModel::RecordTreeModel(RecordTree tree, QObject* parent)
-    : QAbstractItemModel(parent), tree_(std::move(tree)) {}
+namespace {
+
+constexpr int kRed = 255;
+
+std::shared_ptr<const RecordTree> NoTree() {
+    Random unused(0);
+    auto tree = std::make_shared<RecordTree>(unused);
+    tree->Complete();
+    return tree;
+}
+
+}  // namespace
+
+RecordTreeModel::RecordTreeModel(QObject* parent) : QAbstractListModel(parent), branches_(NoTree()) {}
 
 void RecordTreeModel::SetTree(RecordTree tree) {
     beginResetModel();
-    tree_ = std::move(tree);
+    branches_ = ExtendedTreeView(std::make_shared<const RecordTree>(std::move(tree)));
+    branches_.ExpandMembers();
+    red_.clear();
     endResetModel();
 }
 
+void RecordTreeModel::Rearrange(const std::function<void(ExtendedTreeView&)>& change) {
+    emit layoutAboutToBeChanged();
+    const QModelIndexList held = persistentIndexList();
+    std::vector<NodeIndex> nodes;
+    for (const QModelIndex& index : held) nodes.push_back(NodeOf(index));
+    change(branches_);
+    QModelIndexList now;
+    for (const NodeIndex node : nodes) now.push_back(IndexOf(node));
+    changePersistentIndexList(held, now);
+    emit layoutChanged();
+}
+
+void RecordTreeModel::MarkRed(NodeIndex node) {
+    red_.insert(node);
+    const QModelIndex index = IndexOf(node);
+    if (index.isValid()) emit dataChanged(index, index, {Qt::ForegroundRole});
+}
+
 QModelIndex RecordTreeModel::IndexOf(NodeIndex node) const {
-    if (node == kNoNode) return {};
-    return createIndex(static_cast<int>(tree_.Row(node)), 0, static_cast<quintptr>(node));
+    const auto line = branches_.LineOf(node);
+    return line ? createIndex(*line, 0) : QModelIndex();
 }
 
-NodeIndex RecordTreeModel::NodeOf(const QModelIndex& index) {
-    return index.isValid() ? static_cast<NodeIndex>(index.internalId()) : kNoNode;
-}
-
-QModelIndex RecordTreeModel::index(int row, int column, const QModelIndex& parent) const {
-    const auto children = tree_.Children(NodeOf(parent));
-    if (row < 0 || static_cast<std::size_t>(row) >= children.size() || column != 0) return {};
-    return createIndex(row, 0, static_cast<quintptr>(children[static_cast<std::size_t>(row)]));
-}
-
-QModelIndex RecordTreeModel::parent(const QModelIndex& child) const {
-    return child.isValid() ? IndexOf(tree_.Parent(NodeOf(child))) : QModelIndex();
+NodeIndex RecordTreeModel::NodeOf(const QModelIndex& index) const {
+    return index.isValid() ? branches_.Lines()[static_cast<std::size_t>(index.row())] : kNoNode;
 }
 
 int RecordTreeModel::rowCount(const QModelIndex& parent) const {
-    return static_cast<int>(tree_.Children(NodeOf(parent)).size());
+    return parent.isValid() ? 0 : static_cast<int>(branches_.Lines().size());
 }
 
 QVariant RecordTreeModel::data(const QModelIndex& index, int role) const {
-    if (!index.isValid() || role != Qt::DisplayRole) return {};
-    return QString::fromStdString(tree_.Text(NodeOf(index)));
+    const NodeIndex node = NodeOf(index);
+    if (node == kNoNode) return {};
+    switch (role) {
+        case Qt::DisplayRole:
+            return QString::fromStdString(Tree()->Text(node));
+        case Qt::ForegroundRole:
+            return red_.contains(node) ? QVariant(ColorOf(kRed)) : QVariant();
+        case Qt::AccessibleTextRole:
+            return Spoken(node);
+        default:
+            return {};
+    }
+}
+
+QString RecordTreeModel::Spoken(NodeIndex node) const {
+    QString text =
+        QString("%1, level %2").arg(QString::fromStdString(Tree()->Text(node))).arg(Tree()->Level(node));
+    if (branches_.HasChildren(node)) text += branches_.Expanded(node) ? ", open" : ", closed";
+    return text;
 }
 
 }  // namespace norvelis::ui

@@ -1,33 +1,48 @@
 #pragma once
 
-#include <QAbstractItemModel>
+#include <QAbstractListModel>
+#include <functional>
+#include <memory>
+#include <unordered_set>
 
-#include "browse/record_tree.h"
+#include "ui/extended_tree_view.h"
 
 namespace norvelis::ui {
 
-/// A record tree for a tree view. It copies nothing: indexes are the nodes' numbers.
-class RecordTreeModel : public QAbstractItemModel {
+/// The lines of a record tree: the nodes that no closed branch hides, as a plain list. The platform's own
+/// tree view keeps objects for every open branch, and with a million nodes takes seconds to open one.
+class RecordTreeModel : public QAbstractListModel {
     Q_OBJECT
 
   public:
-    RecordTreeModel(RecordTree tree, QObject* parent);
+    explicit RecordTreeModel(QObject* parent);
 
-    const RecordTree& Tree() const { return tree_; }
+    /// Never null. Who walks a tree while the screen lives keeps its own hold of it: the screen may get
+    /// another one meanwhile.
+    const std::shared_ptr<const RecordTree>& Tree() const { return branches_.Tree(); }
+    const ExtendedTreeView& Branches() const { return branches_; }
+
+    /// Every branch with members is open, no node is red.
     void SetTree(RecordTree tree);
 
-    QModelIndex IndexOf(NodeIndex node) const;
-    static NodeIndex NodeOf(const QModelIndex& index);  ///< kNoNode for no index.
+    /// Opens and closes branches. Indexes that are held go on to stand for their nodes; those of nodes that
+    /// are hidden become none.
+    void Rearrange(const std::function<void(ExtendedTreeView&)>& change);
 
-    QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
-    QModelIndex parent(const QModelIndex& child) const override;
+    /// Visited and found nodes stay red until the next tree.
+    void MarkRed(NodeIndex node);
+
+    QModelIndex IndexOf(NodeIndex node) const;         ///< No index for a node in a closed branch.
+    NodeIndex NodeOf(const QModelIndex& index) const;  ///< kNoNode for no index.
+
     int rowCount(const QModelIndex& parent = {}) const override;
-    int columnCount(const QModelIndex& = {}) const override { return 1; }
-    bool hasChildren(const QModelIndex& parent = {}) const override { return rowCount(parent) > 0; }
     QVariant data(const QModelIndex& index, int role) const override;
 
   private:
-    RecordTree tree_;
+    QString Spoken(NodeIndex node) const;
+
+    ExtendedTreeView branches_;
+    std::unordered_set<NodeIndex> red_;
 };
 
 }  // namespace norvelis::ui

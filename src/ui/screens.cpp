@@ -4,7 +4,10 @@
 #include <array>
 
 #include "ui/frm_colors.h"
+#include "ui/frm_isolateview.h"
 #include "ui/frm_treeview.h"
+#include "ui/frm_treeviewmax.h"
+#include "ui/view_visio_file.h"
 
 namespace norvelis::ui {
 
@@ -18,14 +21,14 @@ Form* Make(mdiMainMenu& frame) {
 // A new screen gets its line here.
 constexpr std::array<ScreenEntry, 9> kScreens = {
     {{Screen::Treeview, "Record Treeview", Make<frm_Treeview>, true},
-     {Screen::TreeviewMax, "Record Treeview Max", nullptr, true},
+     {Screen::TreeviewMax, "Record Treeview Max", Make<frm_Treeviewmax>, true},
      {Screen::Listview, "Record Listview", nullptr, true},
-     {Screen::IsolateView, "Isolate View", nullptr, true},
+     {Screen::IsolateView, "Isolate View", Make<frm_IsolateView>, true},
      {Screen::Settings, "Setting", Make<frmColors>, false},
      {Screen::ConvertSql, "IDMS to SQL", nullptr, true},
      {Screen::Scheduler, "Scheduler", nullptr, true},
      {Screen::ReportViewer, "View IDMS Report File", nullptr, false},
-     {Screen::DrawingViewer, "Drawing Viewer", nullptr, false}}};
+     {Screen::DrawingViewer, "Drawing Viewer", Make<ViewVisioFile>, false}}};
 
 }  // namespace
 

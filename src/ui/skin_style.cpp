@@ -62,6 +62,8 @@ class SkinStyle : public QProxyStyle {
                 return;
             case PE_FrameFocusRect:
                 return;
+            case PE_PanelScrollAreaCorner:
+                return painter->fillRect(option->rect, colors.base());
             case PE_PanelTipLabel:
                 painter->fillRect(option->rect, colors.toolTipBase());
                 painter->setPen(colors.color(QPalette::Mid));
@@ -144,6 +146,8 @@ class SkinStyle : public QProxyStyle {
             case PM_MenuHMargin:
             case PM_MenuVMargin:
                 return 4;
+            case PM_HeaderMargin:
+                return 6;
             case PM_MenuBarVMargin:
                 return 2;
             case PM_MenuBarHMargin:

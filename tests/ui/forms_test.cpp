@@ -5,7 +5,6 @@
 #include <QSet>
 #include <QStatusBar>
 #include <QToolButton>
-#include <QTreeView>
 
 #include "ui/fb_tray_icon.h"
 #include "ui/vbal_progress_bar.h"

@@ -13,6 +13,7 @@
 
 #include "core/ini.h"
 #include "core/paths.h"
+#include "desktop/drawing_tools.h"
 #include "store/settings.h"
 #include "test_store.h"
 #include "ui/child_area.h"
@@ -60,6 +61,7 @@ class UiFolder {
         fs::remove(folder_.Path("INI/ProcessLog.Txt"));
         fs::copy_file(NORVELIS_SOURCE "/app/INI/Local.Ini", folder_.Path("INI/Local.Ini"),
                       fs::copy_options::overwrite_existing);
+        fs::create_directory_symlink(fs::path(NORVELIS_APP) / "Stencils", folder_.Path("Stencils"));
         fs::create_directories(folder_.Path("Database"));
         fs::create_directories(folder_.Path("visio files"));
         Connection::CreateStore(folder_.Path("Database/records.mdb"));
@@ -77,6 +79,7 @@ struct UiApp {
     StillClock clock;
     AppState app{folder.Path(), host, clock, Random(1)};
     std::vector<std::string> failures;  ///< That no handler took.
+    std::unique_ptr<engine::DrawingEngine> engine;
     std::unique_ptr<mdiMainMenu> frame;
 
     UiApp() { SetGoodSettings(); }
@@ -95,6 +98,7 @@ struct UiApp {
     void MakeFrame() {
         frame = std::make_unique<mdiMainMenu>(
             app, [this](const std::exception& failure) { failures.push_back(failure.what()); });
+        engine = desktop::GiveDrawingTools(*frame);
         host.SetDisplay(frame.get());
     }
 

@@ -29,6 +29,7 @@ extern const std::array<const char*, kSkinPictures> kSkinPictureFiles;
 
 /// Size tags of the forms, which name both a background ("850x510.Jpg") and a section of the skin's .Ini.
 inline constexpr auto kFormTag = "850x510";
+inline constexpr auto kLargeFormTag = "1040x620";
 inline constexpr auto kFrameTag = "800x600";
 inline constexpr auto kPickerTag = "500x300";
 

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <functional>
+
+#include "diagram/drawing_state.h"
+
+class QString;
+
+namespace norvelis::ui {
+
+class cTreeView;
+class DrawingControl2;
+class mdiMainMenu;
+
+/// One draw command of a screen: what it works on, and how it is seen there. The screen's tree follows the
+/// boxes and its drawing control shows the drawing grow. The person may go on browsing meanwhile: once the
+/// tree shows something else, the drawing is finished without touching the screen.
+class ScreenDrawing : private DrawScreen {
+  public:
+    using Show = std::function<void(const QString&)>;
+
+    ScreenDrawing(mdiMainMenu& frame, cTreeView& tree, DrawingControl2& control, int layout);
+
+    DrawingState& State() { return state_; }
+    const RecordTree& Tree() const { return *drawn_; }
+
+    Show showText = [](const QString&) {};
+    Show showFile = [](const QString&) {};
+
+  private:
+    void EnsureVisible(NodeIndex node) override;
+    void MarkNode(NodeIndex node) override;
+    void ShowText(const std::string& text) override;
+    void ShowFile(const std::string& path) override;
+    bool OnShow() const;
+
+    cTreeView& tree_;
+    DrawingControl2& control_;
+    std::shared_ptr<const RecordTree> drawn_;
+    DrawingState state_;
+};
+
+}  // namespace norvelis::ui

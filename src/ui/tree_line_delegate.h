@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QStyledItemDelegate>
+
+#include "ui/record_tree_model.h"
+
+namespace norvelis::ui {
+
+/// Paints a line of a record tree: guides of the branches it hangs from, its opening sign, its text.
+class TreeLineDelegate : public QStyledItemDelegate {
+  public:
+    TreeLineDelegate(const RecordTreeModel& lines, QObject* parent)
+        : QStyledItemDelegate(parent), lines_(lines) {}
+
+    static constexpr int kIndentation = 400 / 15;  ///< Points a level.
+    static constexpr int kTextMargin = 4;
+    static int TextLeft(int level) { return level * kIndentation + kTextMargin; }
+
+    /// The scroll range needs one width for all lines.
+    void SetLineWidth(int width) { lineWidth_ = width; }
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+
+  private:
+    void PaintGuides(QPainter& painter, const QStyleOptionViewItem& line, NodeIndex node, int level) const;
+
+    const RecordTreeModel& lines_;
+    int lineWidth_ = 0;
+};
+
+}  // namespace norvelis::ui

@@ -1,0 +1,134 @@
+#include <gtest/gtest.h>
+
+#include "cli/program.h"
+
+namespace norvelis {
+namespace {
+
+/// The sample, extracted once for all tests, which leave the dictionary as it is.
+class DrawCommandTest : public ::testing::Test {
+  protected:
+    static void SetUpTestSuite() {
+        program = std::make_unique<Program>();
+        ASSERT_EQ(
+            program->Run("extract " + std::string(NORVELIS_SOURCE) + "/app/reportfiles/empschm.text").status,
+            0);
+    }
+    static void TearDownTestSuite() { program.reset(); }
+
+    std::string Out(const std::string& name = "") const { return program->Path("out/" + name); }
+    /// Runs "draw", a folder of drawings of its own added.
+    Program::Result Draw(const std::string& arguments) const {
+        return program->Run("draw " + arguments + " --out " + program->Path("out"));
+    }
+    void TearDown() override { DeleteFolder(program->Path("out")); }
+
+    static std::unique_ptr<Program> program;
+};
+std::unique_ptr<Program> DrawCommandTest::program;
+
+TEST_F(DrawCommandTest, ASchemaARecordOrEachParentInAFile) {
+    const auto whole = Draw("empschm");
+    EXPECT_EQ(whole.status, 0);
+    EXPECT_EQ(whole.out, "Done Drawing. File saved as:" + Out("EMPSCHM/EMPSCHM.vsd") + "\n");
+    EXPECT_EQ(whole.error, "");
+
+    const auto record = Draw("EMPSCHM --record instrument");
+    EXPECT_EQ(record.status, 0);
+    EXPECT_EQ(record.out, "Done Drawing. File saved as:" + Out("EMPSCHM/INSTRUMENT.vsd") + "\n");
+    EXPECT_EQ(FilesIn(Out("EMPSCHM")).size(), 4u) << "two drawings and their twins";
+
+    const auto separate = Draw("EMPSCHM --separate");
+    EXPECT_EQ(separate.status, 0);
+    EXPECT_EQ(separate.out, "Done Drawing. Visio Files saved at folder:\n" + program->Path("out") + "\n");
+    for (const char* entry : {"CLIENT", "COMMISSION", "DAY-LEDGER", "MAKER", "WORKSHOP"})
+        EXPECT_TRUE(FileExists(Out("EMPSCHM/" + std::string(entry) + ".vsd"))) << entry;
+    EXPECT_FALSE(FileExists(Out("EMPSCHM/PAYMENT.vsd"))) << "no entry record";
+    EXPECT_FALSE(FolderExists(program->App() + "/Temp")) << "snapshots are gone";
+}
+
+TEST_F(DrawCommandTest, EqualSeedsGiveEqualFilesAndChoicesOtherOnes) {
+    const auto drawn = [&](const std::string& options) {
+        EXPECT_EQ(Draw("EMPSCHM " + options).status, 0) << options;
+        return ReadFile(Out("EMPSCHM/EMPSCHM.vsd"));
+    };
+    const std::string plain = drawn("--seed 7");
+    EXPECT_EQ(drawn("--seed 7"), plain);
+    for (const char* other :
+         {"--seed 8", "--seed 7 --color on", "--seed 7 --layout lefttoright", "--seed 7 --background world"})
+        EXPECT_NE(drawn(other), plain) << other;
+    EXPECT_EQ(drawn("--seed 7 --color off --layout '-Default Layout-' --background 'Background none'"), plain)
+        << "the choices that the settings make";
+}
+
+TEST_F(DrawCommandTest, SettingsDecideWhatOptionsLeaveOpen) {
+    const std::string folder = program->Path("by setting");
+    std::filesystem::create_directories(folder);
+    ASSERT_EQ(program->Run("setting visiolocation '" + folder + "'").status, 0);
+    ASSERT_EQ(program->Run("setting DiagramColor True").status, 0);
+    ASSERT_EQ(program->Run("setting visiobackground 8 'Background world'").status, 0);
+    EXPECT_EQ(program->Run("draw EMPSCHM --seed 7").out,
+              "Done Drawing. File saved as:" + folder + "/EMPSCHM/EMPSCHM.vsd\n");
+    ASSERT_EQ(Draw("EMPSCHM --seed 7 --color on --background world").status, 0);
+    EXPECT_EQ(ReadFile(folder + "/EMPSCHM/EMPSCHM.vsd"), ReadFile(Out("EMPSCHM/EMPSCHM.vsd")));
+
+    DeleteFolder(folder);
+    EXPECT_EQ(program->Run("draw EMPSCHM").out,
+              "Done Drawing. File saved as:" + program->App() + "/visio files/EMPSCHM/EMPSCHM.vsd\n");
+    for (const char* setting : {"DiagramColor False", "visiobackground 13 'Background none'"})
+        program->Run(std::string("setting ") + setting);
+}
+
+TEST_F(DrawCommandTest, RefusalsSayWhyInOneLine) {
+    WriteFile(program->Path("file"), "");
+    const struct {
+        std::string arguments, reason;
+        int status;
+    } cases[] = {
+        {"OTHER", "norvelis-cli: there is no schema OTHER in the dictionary\n", 1},
+        {"EMPSCHM --record OTHER", "norvelis-cli: there is no record OTHER in schema EMPSCHM\n", 1},
+        {"EMPSCHM --layout Square", "--layout: there is no layout Square\n", 2},
+        {"EMPSCHM --background Square", "--background: there is no background Square\n", 2},
+        {"EMPSCHM --color blue", "--color: blue not in {on,off}\n", 2},
+        {"EMPSCHM --seed x", "--seed", 2},
+        {"EMPSCHM --separate --record CLIENT", "excludes", 2},
+        {"", "SCHEMA is required\n", 2},
+        {"EMPSCHM --out " + program->Path("file"),
+         "norvelis-cli: the drawing could not be saved as " + program->Path("file/EMPSCHM/EMPSCHM.vsd") +
+             "\n",
+         1},
+        {"EMPSCHM --separate --out " + program->Path("file"),
+         "norvelis-cli: these drawings could not be saved in " + program->Path("file") + ": ", 1},
+    };
+    for (const auto& c : cases) {
+        const auto result = program->Run("draw " + c.arguments);
+        EXPECT_EQ(result.status, c.status) << c.arguments;
+        EXPECT_EQ(result.out, "") << c.arguments;
+        EXPECT_NE(result.error.find(c.reason), std::string::npos) << c.arguments << ": " << result.error;
+    }
+}
+
+TEST_F(DrawCommandTest, ADrawingThatLacksSomethingIsNoSuccess) {
+    const std::string stencils = program->App() + "/Stencils", away = program->Path("away");
+    const std::string flowchart = "/Basic Flowchart Shapes (US units).vss";
+    std::filesystem::create_directories(away);
+    std::filesystem::rename(stencils + flowchart, away + flowchart);
+    for (const std::string kind : {"", " --separate", " --record CLIENT"}) {
+        const auto lacking = Draw("EMPSCHM" + kind);
+        EXPECT_EQ(lacking.status, 1);
+        EXPECT_NE(lacking.error.find("norvelis-cli: Stencil not found:  Basic Flowchart"), std::string::npos)
+            << lacking.error;
+    }
+    EXPECT_TRUE(FileExists(Out("EMPSCHM/EMPSCHM.vsd"))) << "what could be drawn is there";
+    std::filesystem::rename(away + flowchart, stencils + flowchart);
+
+    std::filesystem::rename(stencils, away + "/Stencils");
+    EXPECT_EQ(Draw("EMPSCHM").error,
+              "norvelis-cli: Visio is not installed. Please install Visio 2002 or better.\n");
+    EXPECT_EQ(Draw("EMPSCHM --record CLIENT").error,
+              "norvelis-cli: You must have Visio installed to perform this functions\n");
+    std::filesystem::rename(away + "/Stencils", stencils);
+}
+
+}  // namespace
+}  // namespace norvelis
