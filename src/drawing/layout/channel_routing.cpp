@@ -62,10 +62,12 @@ class Router {
         for (Channel& channel : channels_) channel.tracks = AssignTracks(channel.jogs, style_.lineGap);
     }
 
-    /// Lines stand closer in crowded channels, down to half their gap.
+    /// Lines stand closer in crowded channels, down to half their gap, and to a quarter where one box has
+    /// more lines than anybody follows.
     double SpacingOf(int tracks) const {
-        constexpr double crowd = 8;
-        return style_.lineGap * std::clamp(crowd / std::max(1, tracks), 0.5, 1.0);
+        constexpr double crowd = 8, throng = 32;
+        if (tracks <= throng) return style_.lineGap * std::clamp(crowd / std::max(1, tracks), 0.5, 1.0);
+        return style_.lineGap * std::max(0.25, 0.5 * throng / tracks);
     }
 
     void StackRows() {

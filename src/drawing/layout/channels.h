@@ -17,16 +17,17 @@ struct Detour {
 };
 
 struct Tracks {
-    std::vector<int>
-        track;  ///< For each jog its track, 0 the highest; -1 for a line that runs straight through.
+    /// For each jog its track, 0 the highest; -1 for a line that runs straight through.
+    std::vector<int> track;
     std::vector<Detour> detours;  ///< By jog.
     int count = 0;
 };
 
 /// Gives the level pieces of a channel's lines tracks, so that lines cross only when their order above and
-/// below the channel differs, and then once; no two of them share a piece; and there are few tracks. Pieces
-/// on one track stay `gap` apart. Hashimoto, Stevens: Wire routing by optimizing channel assignment within
-/// large apertures (1971), the left-edge algorithm, with the vertical constraints of channel routing.
+/// below the channel differs, and then once, wherever that can be had; no two of them share a piece; and
+/// there are few tracks. Pieces on one track stay `gap` apart. Hashimoto, Stevens: Wire routing by optimizing
+/// channel assignment within large apertures (1971), the left-edge algorithm; Deutsch: A dogleg channel
+/// router (1976), for demands that run in a ring.
 Tracks AssignTracks(const std::vector<Jog>& jogs, double gap);
 
 }  // namespace norvelis::layout

@@ -13,6 +13,11 @@ namespace {
 
 constexpr double unitsPerInch = 1000;
 
+/// No less than the distance.
+std::int64_t UnitsFor(double distance) {
+    return static_cast<std::int64_t>(std::ceil(distance * unitsPerInch - 1e-6));
+}
+
 std::int64_t Units(double inches) {
     return std::llround(inches * unitsPerInch);
 }
@@ -133,11 +138,11 @@ void Coordinates::Solve() {
     DifferenceProgram program(right + 1);
     for (const auto& row : grid_.rows) {
         if (row.empty()) continue;
-        program.Keep(left, strand_[row.front()], Units(grid_.places[row.front()].before));
-        program.Keep(strand_[row.back()], right, Units(grid_.places[row.back()].after));
+        program.Keep(left, strand_[row.front()], UnitsFor(grid_.places[row.front()].before));
+        program.Keep(strand_[row.back()], right, UnitsFor(grid_.places[row.back()].after));
         for (std::size_t i = 1; i < row.size(); ++i)
             program.Keep(strand_[row[i - 1]], strand_[row[i]],
-                         Units(LeastDistance(grid_.places[row[i - 1]], grid_.places[row[i]], style_)));
+                         UnitsFor(LeastDistance(grid_.places[row[i - 1]], grid_.places[row[i]], style_)));
     }
     for (std::size_t s = 0; s < sides_.size(); ++s) {
         const int box = static_cast<int>(s / 2);

@@ -32,10 +32,11 @@ class AccumulatorTree {
 
 class Reducer {
   public:
-    explicit Reducer(Layers& layers)
+    Reducer(Layers& layers, Effort effort)
         : layers_(layers),
           blocks_(layers),
-          mostWork_(2'000'000 + 30'000 * static_cast<std::int64_t>(blocks_.Size())) {}
+          mostWork_((2'000'000 + 30'000 * static_cast<std::int64_t>(blocks_.Size())) /
+                    (effort == Effort::Trial ? 4 : 1)) {}
 
     void Run() {
         constexpr int starts = 12, untilSettled = 30, shakeRounds = 2, patience = 300;
@@ -132,8 +133,8 @@ std::int64_t CountCrossings(const Layers& layers) {
     return crossings;
 }
 
-void ReduceCrossings(Layers& layers) {
-    if (!layers.nodes.empty()) Reducer(layers).Run();
+void ReduceCrossings(Layers& layers, Effort effort) {
+    if (!layers.nodes.empty()) Reducer(layers, effort).Run();
 }
 
 }  // namespace norvelis::layout

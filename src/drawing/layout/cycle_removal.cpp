@@ -97,18 +97,52 @@ void Sift(const Neighbours& neighbours, std::vector<int>& place) {
     }
 }
 
+/// Boxes without owners first, every box before those that it reaches but where a cycle closes.
+std::vector<int> DepthFirstOrder(const Neighbours& neighbours) {
+    const int count = static_cast<int>(neighbours.members.size());
+    std::vector<bool> seen(count);
+    std::vector<int> done;
+    std::vector<std::pair<int, std::size_t>> walk;  // box, and how many of its members were looked at
+    const auto walkFrom = [&](int start) {
+        if (!seen[start]) walk.emplace_back(start, 0);
+        while (!walk.empty()) {
+            auto& [box, next] = walk.back();
+            seen[box] = true;
+            const auto& members = neighbours.members[box];
+            while (next < members.size() && seen[members[next]]) ++next;
+            if (next < members.size()) {
+                walk.emplace_back(members[next++], 0);
+            } else {
+                done.push_back(box);
+                walk.pop_back();
+            }
+        }
+    };
+    for (int box = 0; box < count; ++box)
+        if (neighbours.owners[box].empty()) walkFrom(box);
+    for (int box = 0; box < count; ++box) walkFrom(box);
+    std::reverse(done.begin(), done.end());
+    return done;
+}
+
 }  // namespace
 
-std::vector<bool> LinesAgainstTheFlow(const Graph& graph) {
+std::vector<Turned> WaysToBreakCycles(const Graph& graph) {
     const Neighbours neighbours(graph);
-    const std::vector<int> order = GreedyOrder(neighbours);
-    std::vector<int> place(order.size());
-    for (std::size_t i = 0; i < order.size(); ++i) place[order[i]] = static_cast<int>(i);
-    const auto backward = [&](const Line& line) { return place[line.from] > place[line.to]; };
-    if (std::any_of(graph.lines.begin(), graph.lines.end(), backward)) Sift(neighbours, place);
-    std::vector<bool> against;
-    for (const Line& line : graph.lines) against.push_back(backward(line));
-    return against;
+    std::vector<Turned> ways;
+    for (const std::vector<int>& order : {GreedyOrder(neighbours), DepthFirstOrder(neighbours)}) {
+        std::vector<int> place(order.size());
+        for (std::size_t i = 0; i < order.size(); ++i) place[order[i]] = static_cast<int>(i);
+        const auto isBackward = [&](const Line& line) { return place[line.from] > place[line.to]; };
+        if (std::any_of(graph.lines.begin(), graph.lines.end(), isBackward)) Sift(neighbours, place);
+        Turned turned;
+        for (const Line& line : graph.lines) turned.push_back(isBackward(line));
+        ways.push_back(std::move(turned));
+    }
+    const auto countOf = [](const Turned& way) { return std::count(way.begin(), way.end(), true); };
+    if (countOf(ways[1]) < countOf(ways[0])) ways.erase(ways.begin());
+    if (ways.size() == 2 && (countOf(ways[1]) > countOf(ways[0]) || ways[1] == ways[0])) ways.pop_back();
+    return ways;
 }
 
 }  // namespace norvelis::layout

@@ -31,10 +31,11 @@ struct Graph {
 struct Style {
     int placeStyle = 1;    ///< 1 top to bottom, 2 left to right, 3 radial, 6 circular; others as 1.
     int routeStyle = 0;    ///< 0 to 22.
-    int placeDepth = 0;    ///< 0 default, 1 medium, 2 deep, 3 shallow: how tightly rings or layers stand.
+    int placeDepth = 0;    ///< 0 default, 1 medium, 2 deep, 3 shallow: how tightly rings stand.
     int lineRouteExt = 0;  ///< 0 default (straight), 1 straight pieces, 2 curved.
     double boxGapX = 0.5, boxGapY = 0.5;  ///< Least distance between boxes.
-    double lineGap = 0.125;  ///< Least distance between parallel lines, and of a line from a box.
+    /// Least distance between parallel lines, but in crowded channels, and of a line from a box.
+    double lineGap = 0.125;
 };
 
 /// One line's way: from the border of its owner's box to the border of its member's. A curved route is drawn

@@ -153,8 +153,8 @@ class GridMaker {
     const Graph& graph_;
     const Layers& layers_;
     const Style& style_;
-    std::vector<std::vector<std::pair<int, int>>>
-        bundlesInto_;  ///< For each node: place of the upper node, bundle.
+    /// For each node its bundles from above: place of the upper node, bundle.
+    std::vector<std::vector<std::pair<int, int>>> bundlesInto_;
     Grid grid_;
 };
 

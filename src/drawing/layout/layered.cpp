@@ -5,12 +5,9 @@
 
 #include "drawing/layout/channel_routing.h"
 #include "drawing/layout/coordinates.h"
-#include "drawing/layout/crossing_reduction.h"
-#include "drawing/layout/cycle_removal.h"
 #include "drawing/layout/grid.h"
-#include "drawing/layout/layers.h"
+#include "drawing/layout/layering.h"
 #include "drawing/layout/loops.h"
-#include "drawing/layout/ranking.h"
 #include "drawing/routing/route_style.h"
 
 namespace norvelis::layout {
@@ -51,9 +48,7 @@ void Round(Route& route, double gap) {
 
 Placement PlaceTopDown(const Graph& graph, const Style& style) {
     const bool trunks = RuleOf(style.routeStyle).family == RouteFamily::Tree;
-    Layers layers = MakeLayers(graph, RanksOf(graph, SpansOf(graph, LinesAgainstTheFlow(graph))));
-    ReduceCrossings(layers);
-    Grid grid = MakeGrid(graph, layers, style);
+    Grid grid = MakeGrid(graph, LayersWithFewCrossings(graph), style);
     const std::vector<Ports> ports = AssignCoordinates(graph, style, trunks, grid);
     Placement placement = RouteThroughChannels(graph, style, trunks, grid, ports);
     RouteLoops(graph, style, placement);

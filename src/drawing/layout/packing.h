@@ -2,14 +2,15 @@
 
 #include <vector>
 
-#include "drawing/layout/graph.h"
+#include "drawing/routing/geometry.h"
 
 namespace norvelis::layout {
 
-/// Where rectangles stand on a common page: lower left corners, no two closer than `gap`. They stand on
-/// shelves, the highest first, on the page width that wastes least while the page stays no wider than 2.5
-/// times its height and no higher than 1.25 times its width where that can be had. Coffman, Garey, Johnson,
-/// Tarjan: Performance bounds for level-oriented two-dimensional packing (1980), first fit decreasing height.
-std::vector<Point> PackSideBySide(const std::vector<Box>& sizes, double gap);
+/// How to move parts, each a set of rectangles, so that they stand on a common page, its lower left corner at
+/// (0, 0), no two closer than `gap`. Small parts go into the empty corners of great ones but never inside
+/// them. The page is as small as can be, no wider than 2.5 times its height and no higher than 1.25 times its
+/// width where that can be had. Freivalds, Dogrusoz, Kikusts: Disconnected graph layout and the polyomino
+/// packing approach (2002).
+std::vector<Point> PackParts(const std::vector<std::vector<Rect>>& parts, double gap);
 
 }  // namespace norvelis::layout

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <limits>
 
 #include "drawing/layout/circular.h"
 #include "drawing/layout/components.h"
@@ -7,6 +6,7 @@
 #include "drawing/layout/layered.h"
 #include "drawing/layout/packing.h"
 #include "drawing/layout/radial.h"
+#include "drawing/routing/geometry.h"
 #include "drawing/routing/route_style.h"
 #include "drawing/routing/router.h"
 
@@ -25,59 +25,45 @@ Placement PlaceComponent(const Graph& graph, const Style& style) {
     return placement;
 }
 
-/// The bounds of all that is drawn.
-class Bounds {
-  public:
-    Bounds(const Graph& graph, const Placement& placement) {
-        for (std::size_t i = 0; i < graph.boxes.size(); ++i)
-            Add(placement.centers[i], graph.boxes[i].width, graph.boxes[i].height);
-        for (std::size_t k = 0; k < graph.lines.size(); ++k) {
-            const Route& route = placement.routes[k];
-            for (const Point& point : route.points) Add(point, 0, 0);
-            if (graph.lines[k].labelWidth > 0)
-                Add(route.label, graph.lines[k].labelWidth, graph.lines[k].labelHeight);
+/// All that is drawn, slanting lines as short pieces.
+std::vector<Rect> AreasOf(const Graph& graph, const Placement& placement) {
+    constexpr double piece = 0.5;
+    std::vector<Rect> areas;
+    for (std::size_t i = 0; i < graph.boxes.size(); ++i)
+        areas.push_back(RectAround(placement.centers[i], graph.boxes[i].width, graph.boxes[i].height));
+    for (std::size_t k = 0; k < graph.lines.size(); ++k) {
+        const Route& route = placement.routes[k];
+        for (std::size_t p = 1; p < route.points.size(); ++p) {
+            const Point a = route.points[p - 1], b = route.points[p];
+            const int parts = a.x == b.x || a.y == b.y ? 1 : 1 + static_cast<int>(Length(b - a) / piece);
+            for (int i = 0; i < parts; ++i)
+                areas.push_back(RectOf(Between(a, b, static_cast<double>(i) / parts),
+                                       Between(a, b, static_cast<double>(i + 1) / parts)));
         }
+        if (graph.lines[k].labelWidth > 0)
+            areas.push_back(RectAround(route.label, graph.lines[k].labelWidth, graph.lines[k].labelHeight));
     }
-
-    Point LowerLeft() const { return {x0_, y0_}; }
-    Box Size() const { return {x1_ - x0_, y1_ - y0_}; }
-
-  private:
-    void Add(const Point& center, double width, double height) {
-        x0_ = std::min(x0_, center.x - width / 2);
-        y0_ = std::min(y0_, center.y - height / 2);
-        x1_ = std::max(x1_, center.x + width / 2);
-        y1_ = std::max(y1_, center.y + height / 2);
-    }
-
-    static constexpr double infinite = std::numeric_limits<double>::infinity();
-    double x0_ = infinite, y0_ = infinite, x1_ = -infinite, y1_ = -infinite;
-};
+    return areas;
+}
 
 }  // namespace
 
 Placement PlaceAndRoute(const Graph& graph, const Style& style) {
     const std::vector<Component> components = ComponentsOf(graph);
     std::vector<Placement> parts;
-    std::vector<Box> sizes;
-    std::vector<Point> origins;
+    std::vector<std::vector<Rect>> areas;
     for (const Component& component : components) {
         parts.push_back(PlaceComponent(component.graph, style));
-        const Bounds bounds(component.graph, parts.back());
-        sizes.push_back(bounds.Size());
-        origins.push_back(bounds.LowerLeft());
+        areas.push_back(AreasOf(component.graph, parts.back()));
     }
-    const std::vector<Point> corners = PackSideBySide(sizes, std::max(style.boxGapX, style.boxGapY));
+    const double apart = graph.lines.empty() ? 1 : 2;  // a reader sees where one part ends
+    const std::vector<Point> moves = PackParts(areas, apart * std::max(style.boxGapX, style.boxGapY));
 
     Placement whole;
     whole.centers.resize(graph.boxes.size());
     whole.routes.resize(graph.lines.size());
     for (std::size_t c = 0; c < components.size(); ++c) {
-        const Point shift{corners[c].x - origins[c].x, corners[c].y - origins[c].y};
-        const auto move = [&](Point& point) {
-            point.x += shift.x;
-            point.y += shift.y;
-        };
+        const auto move = [&](Point& point) { point = point + moves[c]; };
         for (std::size_t i = 0; i < components[c].boxes.size(); ++i) {
             Point& center = whole.centers[components[c].boxes[i]];
             center = parts[c].centers[i];

@@ -8,21 +8,25 @@ namespace norvelis::layout {
 
 namespace {
 
-/// Boxes with as many lines up as down may move between their neighbours' ranks without making lines longer.
+/// Boxes that are pulled up as much as down may move between their neighbours' ranks without making lines
+/// longer.
 void Balance(const Graph& graph, const std::vector<Span>& spans, std::vector<int>& ranks) {
     const int count = static_cast<int>(ranks.size());
-    std::vector<std::vector<const Span*>> above(count), below(count);
+    std::vector<std::vector<int>> above(count), below(count);
+    std::vector<int> pull(count);
     for (const Span& span : spans) {
-        below[span.upper].push_back(&span);
-        above[span.lower].push_back(&span);
+        below[span.upper].push_back(span.lower);
+        above[span.lower].push_back(span.upper);
+        pull[span.upper] += span.weight;
+        pull[span.lower] -= span.weight;
     }
     std::vector<double> widths(*std::max_element(ranks.begin(), ranks.end()) + 1);
     for (int i = 0; i < count; ++i) widths[ranks[i]] += graph.boxes[i].width;
     for (int i = 0; i < count; ++i) {
-        if (above[i].empty() || above[i].size() != below[i].size()) continue;
+        if (above[i].empty() || below[i].empty() || pull[i] != 0) continue;
         int first = 0, last = static_cast<int>(widths.size()) - 1;
-        for (const Span* span : above[i]) first = std::max(first, ranks[span->upper] + span->least);
-        for (const Span* span : below[i]) last = std::min(last, ranks[span->lower] - span->least);
+        for (const int other : above[i]) first = std::max(first, ranks[other] + 1);
+        for (const int other : below[i]) last = std::min(last, ranks[other] - 1);
         widths[ranks[i]] -= graph.boxes[i].width;
         for (int rank = first; rank <= last; ++rank)
             if (widths[rank] < widths[ranks[i]]) ranks[i] = rank;
@@ -32,12 +36,12 @@ void Balance(const Graph& graph, const std::vector<Span>& spans, std::vector<int
 
 }  // namespace
 
-std::vector<Span> SpansOf(const Graph& graph, const std::vector<bool>& against) {
+std::vector<Span> SpansOf(const Graph& graph, const std::vector<bool>& turned) {
     std::vector<Span> spans;
     for (std::size_t k = 0; k < graph.lines.size(); ++k) {
         const Line& line = graph.lines[k];
         if (line.from == line.to) continue;
-        spans.push_back(against[k] ? Span{line.to, line.from} : Span{line.from, line.to});
+        spans.push_back(turned[k] ? Span{line.to, line.from} : Span{line.from, line.to});
     }
     return spans;
 }
@@ -45,8 +49,8 @@ std::vector<Span> SpansOf(const Graph& graph, const std::vector<bool>& against) 
 std::vector<int> RanksOf(const Graph& graph, const std::vector<Span>& spans) {
     DifferenceProgram program(static_cast<int>(graph.boxes.size()));
     for (const Span& span : spans) {
-        program.Keep(span.upper, span.lower, span.least);
-        program.Shorten(span.upper, span.lower, 1);
+        program.Keep(span.upper, span.lower, 1);
+        program.Shorten(span.upper, span.lower, span.weight);
     }
     std::vector<int> ranks;
     for (const std::int64_t rank : program.Solve()) ranks.push_back(static_cast<int>(rank));
