@@ -1,5 +1,6 @@
 #include "drawing/render/free_curves.h"
 
+#include <QLineF>
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -36,6 +37,14 @@ struct Curve {
                knots.size() == points.size() + static_cast<std::size_t>(degree) + 1 &&
                std::is_sorted(knots.begin(), knots.end()) &&
                std::all_of(points.begin(), points.end(), [](const Weighted& each) { return each.w > 0; });
+    }
+
+    /// Knots of a file that leave no room for the curve are replaced by evenly spaced ones between its ends.
+    void MendKnots() {
+        const auto p = static_cast<std::size_t>(degree);
+        if (!IsSound() || knots[p] < knots[points.size()]) return;
+        for (std::size_t i = 0; i < knots.size(); ++i)
+            knots[i] = static_cast<double>(std::clamp(i, p, points.size()));
     }
 
     /// The curve's point before division by its weight (de Boor), in the span that begins at knot `span`.
@@ -90,6 +99,8 @@ void AddCurve(QPainterPath& path, const Curve& curve) {
                 path.cubicTo(start + direction(u) * (step / 3), end - direction(v) * (step / 3), end);
         }
     }
+    const QPointF end = point(curve.points.back());  // A file's knots may keep the curve off it.
+    if (QLineF(path.currentPosition(), end).length() > 1e-6) path.lineTo(end);
 }
 
 /// The numbers of "NAME(1,2,3)"; nothing when it is not that.
@@ -138,6 +149,7 @@ void AddNurbs(QPainterPath& path, const OutlineRow& row, double width, double he
     curve.knots.push_back(row.a);
     if (curve.degree < 1 || curve.degree > kHighestDegree) return path.lineTo(end);
     curve.knots.resize(curve.points.size() + static_cast<std::size_t>(curve.degree) + 1, n[0]);
+    curve.MendKnots();
     if (!curve.IsSound()) return path.lineTo(end);
     AddCurve(path, curve);
 }
@@ -170,6 +182,7 @@ void Spline::AddTo(QPainterPath& path) {
     for (const QPointF& point : points_) curve.points.push_back(Weighted::Of(point, 1));
     curve.knots = knots_;
     curve.knots.resize(curve.points.size() + static_cast<std::size_t>(curve.degree) + 1, lastKnot_);
+    curve.MendKnots();
     if (degree_ > 0 && curve.IsSound()) {
         AddCurve(path, curve);
     } else {

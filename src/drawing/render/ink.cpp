@@ -68,97 +68,65 @@ std::vector<Strokes> HatchOf(int pattern) {
     }
 }
 
-/// Lengths of dashes and gaps in line widths.
+/// Lengths of dashes and gaps in line widths. Seven rhythms (2 to 8), the same short (9 to 15) and long (16
+/// to 22), and fine dots.
 QList<qreal> DashesOf(int pattern) {
-    const qreal dot = 1, dash = 6, gap = 4;
-    switch (pattern) {
-        case 2:
-            return {dash, gap};
-        case 3:
-            return {dot, 3};
-        case 4:
-            return {dash, gap, dot, gap};
-        case 5:
-            return {dash, gap, dot, gap, dot, gap};
-        case 6:
-            return {dash, gap, dash, gap, dot, gap};
-        case 7:
-            return {14, gap, dash, gap};
-        case 8:
-            return {14, gap, dash, gap, dash, gap};
-        case 9:
-            return {3, 2};
-        case 10:
-            return {dot, 2};
-        case 11:
-            return {3, 2, dot, 2};
-        case 12:
-            return {3, 2, dot, 2, dot, 2};
-        case 16:
-            return {12, 8};
-        case 17:
-            return {dot, 8};
-        case 18:
-            return {12, 8, dot, 8};
-        case 23:
-            return {dot, 1};
-        default:
-            return {dash, 3};
-    }
+    const qreal dot = 1, dash = 6, longDash = 14, gap = 4;
+    static const QList<qreal> rhythms[] = {{dash, gap},
+                                           {dot, 3},
+                                           {dash, gap, dot, gap},
+                                           {dash, gap, dot, gap, dot, gap},
+                                           {dash, gap, dash, gap, dot, gap},
+                                           {longDash, gap, dash, gap},
+                                           {longDash, gap, dash, gap, dash, gap}};
+    if (pattern < 2 || pattern > 22) return {dot, 1};
+    QList<qreal> dashes = rhythms[(pattern - 2) % 7];
+    const qreal scale = pattern < 9 ? 1 : pattern < 16 ? 0.5 : 2;
+    for (qreal& length : dashes) length = std::max(length * scale, dot);
+    return dashes;
 }
 
-enum class End { Triangle, Sharp, Open, Circle, Square, Diamond, Bar };
+enum class End {
+    Triangle,
+    Sharp,
+    Open,
+    Circle,
+    Square,
+    Diamond,
+    Slash,
+    BackSlash,
+    Bar,
+    TwoBars,
+    Crow,
+    BarAndCrow,
+    CircleAndCrow,
+    CircleAndBar,
+    TwoTriangles,
+};
 
 struct EndKind {
     End shape;
     bool filled;
 };
 
-EndKind EndOf(int arrow) {
-    switch (arrow) {
-        case 1:
-        case 3:
-        case 7:
-        case 12:
-            return {End::Open, false};
-        case 8:
-        case 17:
-        case 18:
-        case 19:
-            return {End::Sharp, arrow == 8};
-        case 9:
-        case 23:
-        case 24:
-        case 25:
-        case 26:
-        case 27:
-        case 28:
-            return {End::Bar, false};
-        case 10:
-        case 41:
-        case 42:
-            return {End::Circle, true};
-        case 20:
-        case 29:
-        case 30:
-            return {End::Circle, false};
-        case 11:
-            return {End::Square, true};
-        case 21:
-            return {End::Square, false};
-        case 22:
-            return {End::Diamond, false};
-        case 14:
-        case 15:
-        case 16:
-            return {End::Triangle, false};
-        case 5:
-        case 13:
-            return {End::Sharp, true};
-        default:
-            return {End::Triangle, true};
-    }
-}
+/// By the published numbers; what differs in angle alone is drawn alike.
+constexpr EndKind kEnds[] = {
+    {End::Open, false},        {End::Triangle, true},       {End::Open, false},          // 1 to 3
+    {End::Triangle, true},     {End::Sharp, true},          {End::Triangle, true},       // 4 to 6
+    {End::Open, false},        {End::Sharp, true},          {End::Slash, false},         // 7 to 9
+    {End::Circle, true},       {End::Square, true},         {End::Open, false},          // 10 to 12
+    {End::Sharp, true},        {End::Triangle, false},      {End::Triangle, false},      // 13 to 15
+    {End::Triangle, false},    {End::Sharp, false},         {End::Sharp, false},         // 16 to 18
+    {End::Sharp, false},       {End::Circle, false},        {End::Square, false},        // 19 to 21
+    {End::Diamond, false},     {End::BackSlash, false},     {End::Bar, false},           // 22 to 24
+    {End::TwoBars, false},     {End::TwoBars, false},       {End::Crow, false},          // 25 to 27
+    {End::BarAndCrow, false},  {End::CircleAndCrow, false}, {End::CircleAndBar, false},  // 28 to 30
+    {End::Circle, false},      {End::Circle, false},        {End::Circle, false},        // 31 to 33
+    {End::Circle, false},      {End::Circle, true},         {End::Circle, true},         // 34 to 36
+    {End::Circle, true},       {End::Circle, true},         {End::TwoTriangles, true},   // 37 to 39
+    {End::TwoTriangles, true}, {End::Circle, false},        {End::Circle, true},         // 40 to 42
+    {End::Open, false},        {End::Open, false},          {End::Open, false},          // 43 to 45
+};
 
 }  // namespace
 
@@ -236,15 +204,19 @@ QPen LinePen(const LineStyle& style) {
 std::optional<LineEnd> MakeLineEnd(int arrow, int size, double weight, QPointF from, QPointF tip) {
     const QPointF way = tip - from;
     const double distance = std::hypot(way.x(), way.y());
-    if (arrow <= 0 || arrow > 45 || distance <= 0) return std::nullopt;
+    if (arrow < 1 || arrow > static_cast<int>(std::size(kEnds)) || distance <= 0) return std::nullopt;
     constexpr std::array factors = {0.6, 0.8, 1.0, 1.25, 1.6, 2.2, 3.0};
     const double factor = factors[static_cast<std::size_t>(std::clamp(size, 0, 6))];
     const double length = (3 * weight + 3 * kUnitsPerPoint) * factor, half = length * 0.42;
     const QPointF along = way / distance, across(-along.y(), along.x());
     const auto at = [&](double back, double side) { return tip - along * back + across * side; };
 
-    const EndKind kind = EndOf(arrow);
     LineEnd end;
+    const auto stroke = [&end](const QPolygonF& points) { end.path.addPolygon(points); };
+    const auto bar = [&](double back) { stroke({at(back, half), at(back, -half)}); };
+    const auto crow = [&] { stroke({at(0, half), at(length, 0), at(0, -half)}); };  // One line becomes three.
+
+    const EndKind kind = kEnds[arrow - 1];
     end.filled = kind.filled;
     switch (kind.shape) {
         case End::Triangle:
@@ -273,9 +245,40 @@ std::optional<LineEnd> MakeLineEnd(int arrow, int size, double weight, QPointF f
                 QPolygonF{at(0, 0), at(half, half), at(2 * half, 0), at(half, -half), at(0, 0)});
             end.cut = 2 * half;
             break;
+        case End::Slash:
+            stroke({at(-half, -half), at(half, half)});
+            break;
+        case End::BackSlash:
+            stroke({at(half, -half), at(-half, half)});
+            break;
         case End::Bar:
-            end.path.moveTo(at(half, half));
-            end.path.lineTo(at(half, -half));
+            bar(half);
+            break;
+        case End::TwoBars:
+            bar(half);
+            bar(length);
+            break;
+        case End::Crow:
+            crow();
+            break;
+        case End::BarAndCrow:
+            crow();
+            bar(length + half);
+            break;
+        case End::CircleAndCrow:
+            crow();
+            end.path.addEllipse(at(length + half, 0), half, half);
+            break;
+        case End::CircleAndBar:
+            bar(half);
+            end.path.addEllipse(at(length + half, 0), half, half);
+            break;
+        case End::TwoTriangles:
+            for (const double back : {0.0, length}) {
+                end.path.addPolygon(
+                    QPolygonF{at(back, 0), at(back + length, half), at(back + length, -half), at(back, 0)});
+            }
+            end.cut = length * 0.9;
             break;
     }
     end.cut = std::min(end.cut, distance * 0.9);

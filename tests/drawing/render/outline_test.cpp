@@ -98,6 +98,14 @@ TEST(Outline, ACubicSplineOfOneSpanIsTheBezierCurveOfItsPoints) {
                          1, 1));
 }
 
+TEST(Outline, KnotsThatLeaveNoRoomGiveACurveBetweenItsEnds) {
+    const QPainterPath path = Outline({Row(Name::MoveTo, 0, 0), DataRow(Name::NURBSTo, 3, 1, 1, 1, 0, 1,
+                                                                        "NURBS(1,3,1,1,1,3,0,1,2,-3,0,1)")},
+                                      1, 1);
+    EXPECT_EQ(path.currentPosition(), QPointF(3, 1));
+    EXPECT_LT(path.boundingRect().top(), -0.35);
+}
+
 TEST(Outline, ASplineGoesOnToTheRowBehindIt) {
     const QPainterPath path = Outline({Row(Name::MoveTo, 0, 0), Row(Name::SplineStart, 1, 1, 0, 0, 1, 2),
                                        Row(Name::SplineKnot, 2, 0, 0), Row(Name::LineTo, 5, 0)},

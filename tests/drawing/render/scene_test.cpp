@@ -85,6 +85,24 @@ TEST_F(SceneTest, AnArrowWidensItsOwnEndOnly) {
     EXPECT_EQ(ColorAt(3.06, 1.5), "#ffffff");
 }
 
+TEST_F(SceneTest, EveryLineEndShowsAtItsEnd) {
+    Shape& line = sample_.AddLine(1, 1.5, 2, 0, 0.02, "#000000");
+    line.cells.Set(Name::EndArrowSize, 4);
+    const Scene plain = Build();
+    const double right = plain.figures.front().bounds.right();
+    for (int arrow = 1; arrow <= 45; ++arrow) {
+        line.cells.Set(Name::EndArrow, arrow);
+        const Scene scene = Build();
+        ASSERT_EQ(scene.figures.front().marks.size(), 2u) << arrow;
+        const QRectF end = scene.figures.front().marks.back().path.boundingRect();
+        EXPECT_GT(end.height(), 20) << arrow;
+        EXPECT_NEAR(end.right(), right, 90) << arrow;
+        EXPECT_NEAR(end.center().y(), 1.5 * kUnitsPerInch, 1) << arrow;
+    }
+    line.cells.Set(Name::EndArrow, 46);
+    EXPECT_EQ(Build().figures.front().marks.size(), 1u);
+}
+
 TEST_F(SceneTest, DashesLeaveGaps) {
     Shape& line = sample_.AddLine(0.5, 1.5, 3, 0, 0.04, "#000000");
     const int solid = DarkPixels();
