@@ -62,21 +62,43 @@ double CorridorSearch::LevelCost(int cell, double length) const {
     return length * (1 + std::min(4.0, 2 * share * share));
 }
 
+/// The state with its upright piece, or the next one after a level piece in the cell, between lo and hi.
+CorridorSearch::State CorridorSearch::Narrow(State state, int cell, double lo, double hi) const {
+    if (!state.level && std::max(state.lo, lo) < std::min(state.hi, hi)) {
+        const double paid = Distance(state.fromLo, state.fromHi, state.lo, state.hi);
+        state.lo = std::max(state.lo, lo);
+        state.hi = std::min(state.hi, hi);
+        state.cost += LevelCost(cell, Distance(state.fromLo, state.fromHi, state.lo, state.hi) - paid);
+        return state;
+    }
+    // The upright piece stands as near to where it must go on as it can.
+    const double edge = lo >= state.hi ? state.hi : hi <= state.lo ? state.lo : std::clamp(state.lo, lo, hi);
+    const double paid = Distance(state.fromLo, state.fromHi, state.lo, state.hi);
+    state.cost += LevelCost(cell, Distance(state.fromLo, state.fromHi, edge, edge) - paid);
+    state.cost += LevelCost(cell, Distance(edge, edge, lo, hi)) + (state.level ? bendCost : 2 * bendCost);
+    state.fromLo = state.fromHi = edge;
+    state.lo = lo;
+    state.hi = hi;
+    state.level = false;
+    return state;
+}
+
 double CorridorSearch::GoalCost(const State& state, int cell, const Exit& goal, const Rect& target) const {
-    double cost = state.cost + ExitToll(goal, false);
+    const double toll = ExitToll(goal, false);
     if (IsLevel(goal.side)) {
         const double x = SideX(goal, target);
-        if (!state.level) return cost + LevelCost(cell, Distance(state.lo, state.hi, x, x)) + bendCost;
-        const double apart = Distance(state.start->lo, state.start->hi, goal.lo, goal.hi);
-        return cost + std::abs(x - state.lo) + apart +
-               (apart > 0 || goal.hi < state.start->lo ? 2 * bendCost : 0);
+        if (state.level) {
+            const double apart = Distance(state.start->lo, state.start->hi, goal.lo, goal.hi);
+            return state.cost + toll + std::abs(x - state.lo) + apart +
+                   (apart > 0 || goal.hi < state.start->lo ? 2 * bendCost : 0);
+        }
+        // The way from the last level piece to the side, by the upright piece's nearest place.
+        const double from = std::clamp(x, state.fromLo, state.fromHi);
+        const double detour = Distance(state.lo, state.hi, std::min(from, x), std::max(from, x));
+        const double paid = Distance(state.fromLo, state.fromHi, state.lo, state.hi);
+        return state.cost + toll + LevelCost(cell, std::abs(x - from) + 2 * detour - paid) + bendCost;
     }
-    const double side = Distance(state.lo, state.hi, goal.lo, goal.hi);
-    cost += std::abs(SideY(goal, target) - state.y);
-    if (state.level) return cost + LevelCost(cell, side) + bendCost;
-    return cost + (side > 0 || std::min(state.hi, goal.hi) <= std::max(state.lo, goal.lo)
-                       ? LevelCost(cell, side) + 2 * bendCost
-                       : 0);
+    return Narrow(state, cell, goal.lo, goal.hi).cost + toll + std::abs(SideY(goal, target) - state.y);
 }
 
 std::optional<Corridor> CorridorSearch::Find(int from, int to) {
@@ -109,6 +131,8 @@ std::optional<Corridor> CorridorSearch::Find(int from, int to) {
             state.hi = exit.hi;
             state.y = SideY(exit, source);
         }
+        state.fromLo = state.lo;
+        state.fromHi = state.hi;
         push(exit.cell, state);
     }
 
@@ -135,21 +159,12 @@ std::optional<Corridor> CorridorSearch::Find(int from, int to) {
         for (std::size_t i = 0; i < here.portals.size(); ++i) {
             const Portal& portal = here.portals[i];
             if (states_[At(portal.to)].done == search_) continue;
-            State next;
-            next.start = state.start;
+            State next = Narrow(state, cell, portal.lo, portal.hi);
+            next.done = -1;
             next.parent = cell;
             next.portal = static_cast<int>(i);
             next.y = portal.y;
-            next.cost =
-                state.cost + std::abs(portal.y - state.y) + PortalToll(portal.id, portal.hi - portal.lo);
-            next.lo = std::max(state.lo, portal.lo);
-            next.hi = std::min(state.hi, portal.hi);
-            if (next.lo >= next.hi || state.level) {
-                next.cost += LevelCost(cell, Distance(state.lo, state.hi, portal.lo, portal.hi)) +
-                             (state.level ? bendCost : 2 * bendCost);
-                next.lo = portal.lo;
-                next.hi = portal.hi;
-            }
+            next.cost += std::abs(portal.y - state.y) + PortalToll(portal.id, portal.hi - portal.lo);
             push(portal.to, next);
         }
     }

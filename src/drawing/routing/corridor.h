@@ -31,6 +31,7 @@ class CorridorSearch {
     struct State {
         double cost = 0;        ///< So far.
         double lo = 0, hi = 0;  ///< Where the upright piece that arrives may stand.
+        double fromLo = 0, fromHi = 0;  ///< Where the level piece before it comes from; `cost` pays up to here.
         double y = 0;
         bool level = false;  ///< Still on the level piece that left a box's side.
         int parent = -1;
@@ -48,6 +49,7 @@ class CorridorSearch {
     double PortalToll(int portal, double width) const;
     double ExitToll(const Exit& exit, bool leaves) const;
     double LevelCost(int cell, double length) const;
+    State Narrow(State state, int cell, double lo, double hi) const;
     double GoalCost(const State& state, int cell, const Exit& goal, const Rect& target) const;
 
     const FreeSpace& space_;
