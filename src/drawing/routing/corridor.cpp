@@ -112,7 +112,9 @@ std::optional<Corridor> CorridorSearch::Find(int from, int to) {
         if (known.done == search_ || (known.seen == search_ && known.cost <= state.cost)) return;
         known = state;
         known.seen = search_;
-        const double ahead = Distance(state.lo, state.hi, target.x0, target.x1) +
+        const double paid = Distance(state.fromLo, state.fromHi, state.lo, state.hi);
+        const double ahead = std::max(Distance(state.lo, state.hi, target.x0, target.x1),
+                                      Distance(state.fromLo, state.fromHi, target.x0, target.x1) - paid) +
                              Distance(state.y, state.y, target.y0, target.y1);
         queue_.push_back({state.cost + ahead, cell});
         std::push_heap(queue_.begin(), queue_.end());
