@@ -40,7 +40,7 @@ CorridorSearch::CorridorSearch(const FreeSpace& space, const std::vector<Rect>& 
       portalUse_(At(space.PortalCount())),
       exitUse_(At(space.ExitCount())),
       levelUse_(space.Cells().size()),
-      states_(space.Cells().size()) {}
+      states_(At(space.ExitCount() + 2 * space.PortalCount())) {}
 
 double CorridorSearch::PortalToll(int portal, double width) const {
     const double share = (portalUse_[At(portal)] + 1) * lineGap_ / std::max(width, 1e-6);
@@ -107,8 +107,9 @@ std::optional<Corridor> CorridorSearch::Find(int from, int to) {
     const Rect& source = boxes_[At(from)];
     const Rect& target = boxes_[At(to)];
     const bool loop = from == to;
-    const auto push = [&](int cell, const State& state) {
-        State& known = states_[At(cell)];
+    // A state for each exit and for each direction through a portal.
+    const auto push = [&](int number, const State& state) {
+        State& known = states_[At(number)];
         if (known.done == search_ || (known.seen == search_ && known.cost <= state.cost)) return;
         known = state;
         known.seen = search_;
@@ -116,7 +117,7 @@ std::optional<Corridor> CorridorSearch::Find(int from, int to) {
         const double ahead = std::max(Distance(state.lo, state.hi, target.x0, target.x1),
                                       Distance(state.fromLo, state.fromHi, target.x0, target.x1) - paid) +
                              Distance(state.y, state.y, target.y0, target.y1);
-        queue_.push_back({state.cost + ahead, cell});
+        queue_.push_back({state.cost + ahead, number});
         std::push_heap(queue_.begin(), queue_.end());
     };
     for (const Exit& exit : space_.ExitsOf(from)) {
@@ -135,49 +136,54 @@ std::optional<Corridor> CorridorSearch::Find(int from, int to) {
         }
         state.fromLo = state.lo;
         state.fromHi = state.hi;
-        push(exit.cell, state);
+        state.cell = exit.cell;
+        push(exit.id, state);
     }
 
     double best = std::numeric_limits<double>::infinity();
-    int bestCell = -1;
+    int bestState = -1;
     const Exit* bestGoal = nullptr;
     while (!queue_.empty() && queue_.front().estimate < best) {
-        const int cell = queue_.front().cell;
+        const int number = queue_.front().state;
         std::pop_heap(queue_.begin(), queue_.end());
         queue_.pop_back();
-        State& state = states_[At(cell)];
+        State& state = states_[At(number)];
         if (state.done == search_) continue;
         state.done = search_;
+        const int cell = state.cell;
         for (const Exit& goal : space_.ExitsOf(to)) {
             if (goal.cell != cell || (loop && !IsLevel(goal.side))) continue;
             const double cost = GoalCost(state, cell, goal, target);
             if (cost < best) {
                 best = cost;
-                bestCell = cell;
+                bestState = number;
                 bestGoal = &goal;
             }
         }
         const FreeCell& here = space_.Cells()[At(cell)];
         for (std::size_t i = 0; i < here.portals.size(); ++i) {
             const Portal& portal = here.portals[i];
-            if (states_[At(portal.to)].done == search_) continue;
+            const int through = space_.ExitCount() + 2 * portal.id + (portal.to > cell ? 1 : 0);
+            const int back = space_.ExitCount() + 2 * portal.id + (portal.to > cell ? 0 : 1);
+            if (number == back || states_[At(through)].done == search_) continue;
             State next = Narrow(state, cell, portal.lo, portal.hi);
             next.done = -1;
-            next.parent = cell;
+            next.cell = portal.to;
+            next.parent = number;
             next.portal = static_cast<int>(i);
             next.y = portal.y;
             next.cost += std::abs(portal.y - state.y) + PortalToll(portal.id, portal.hi - portal.lo);
-            push(portal.to, next);
+            push(through, next);
         }
     }
-    if (bestCell < 0) return std::nullopt;
+    if (bestState < 0) return std::nullopt;
 
-    Corridor corridor{*states_[At(bestCell)].start, *bestGoal, {}, {bestCell}};
-    for (int cell = bestCell; states_[At(cell)].parent >= 0;) {
-        const State& state = states_[At(cell)];
-        corridor.portals.push_back(space_.Cells()[At(state.parent)].portals[At(state.portal)]);
-        cell = state.parent;
-        corridor.cells.push_back(cell);
+    const State* state = &states_[At(bestState)];
+    Corridor corridor{*state->start, *bestGoal, {}, {state->cell}};
+    for (; state->parent >= 0; state = &states_[At(state->parent)]) {
+        const int before = states_[At(state->parent)].cell;
+        corridor.portals.push_back(space_.Cells()[At(before)].portals[At(state->portal)]);
+        corridor.cells.push_back(before);
     }
     std::reverse(corridor.portals.begin(), corridor.portals.end());
     std::reverse(corridor.cells.begin(), corridor.cells.end());

@@ -34,16 +34,17 @@ class CorridorSearch {
         double fromLo = 0, fromHi = 0;  ///< Where the level piece before it comes from; `cost` pays up to here.
         double y = 0;
         bool level = false;  ///< Still on the level piece that left a box's side.
-        int parent = -1;
-        int portal = -1;  ///< Of the parent's portals.
+        int cell = -1;
+        int parent = -1;  ///< State.
+        int portal = -1;  ///< Of the parent's cell's portals.
         const Exit* start = nullptr;
         int seen = -1, done = -1;  ///< Search in which this was reached, finished.
     };
     struct Entry {
         double estimate;
-        int cell;
+        int state;
         bool operator<(const Entry& other) const {
-            return estimate != other.estimate ? estimate > other.estimate : cell > other.cell;
+            return estimate != other.estimate ? estimate > other.estimate : state > other.state;
         }
     };
     double PortalToll(int portal, double width) const;
