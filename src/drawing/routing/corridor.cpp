@@ -8,6 +8,7 @@ namespace norvelis::layout {
 namespace {
 
 constexpr double bendCost = 1.0;       // inches that a line goes out of its way to save a bend
+constexpr double crossingCost = 0.3;   // inches to save a crossing
 constexpr double wrongSideCost = 4.0;  // inches to keep the side that the style asks for
 
 std::size_t At(int i) {
@@ -40,6 +41,7 @@ CorridorSearch::CorridorSearch(const FreeSpace& space, const std::vector<Rect>& 
       portalUse_(At(space.PortalCount())),
       exitUse_(At(space.ExitCount())),
       levelUse_(space.Cells().size()),
+      passed_(space.Cells().size()),
       states_(At(space.ExitCount() + 2 * space.PortalCount())) {}
 
 double CorridorSearch::PortalToll(int portal, double width) const {
@@ -56,10 +58,17 @@ double CorridorSearch::ExitToll(const Exit& exit, bool leaves) const {
     return toll;
 }
 
+/// Of a level piece: its length, more in a crowd, and the uprights that it may be expected to cross.
 double CorridorSearch::LevelCost(int cell, double length) const {
     const Rect& area = space_.Cells()[At(cell)].area;
-    const double share = levelUse_[At(cell)] * lineGap_ / std::max(area.Width() * area.Height(), 1e-6);
-    return length * (1 + std::min(4.0, 2 * share * share));
+    const double width = std::max(area.Width(), 1e-6);
+    const double share = levelUse_[At(cell)] * lineGap_ / std::max(width * area.Height(), 1e-6);
+    return length * (1 + std::min(4.0, 2 * share * share) + crossingCost * passed_[At(cell)] / width);
+}
+
+/// Of an upright piece: the level ones that it may be expected to cross.
+double CorridorSearch::PassCost(int cell) const {
+    return crossingCost * levelUse_[At(cell)] / std::max(space_.Cells()[At(cell)].area.Width(), 1e-6);
 }
 
 /// The state with its upright piece, or the next one after a level piece in the cell, between lo and hi.
@@ -68,15 +77,18 @@ CorridorSearch::State CorridorSearch::Narrow(State state, int cell, double lo, d
         const double paid = Distance(state.fromLo, state.fromHi, state.lo, state.hi);
         state.lo = std::max(state.lo, lo);
         state.hi = std::min(state.hi, hi);
-        state.cost += LevelCost(cell, Distance(state.fromLo, state.fromHi, state.lo, state.hi) - paid);
+        const double more = Distance(state.fromLo, state.fromHi, state.lo, state.hi) - paid;
+        if (more > 0) state.cost += LevelCost(state.levelCell, more);
         return state;
     }
     // The upright piece stands as near to where it must go on as it can.
     const double edge = lo >= state.hi ? state.hi : hi <= state.lo ? state.lo : std::clamp(state.lo, lo, hi);
     const double paid = Distance(state.fromLo, state.fromHi, state.lo, state.hi);
-    state.cost += LevelCost(cell, Distance(state.fromLo, state.fromHi, edge, edge) - paid);
+    const double more = Distance(state.fromLo, state.fromHi, edge, edge) - paid;
+    if (more > 0) state.cost += LevelCost(state.levelCell, more);
     state.cost += LevelCost(cell, Distance(edge, edge, lo, hi)) + (state.level ? bendCost : 2 * bendCost);
     state.fromLo = state.fromHi = edge;
+    state.levelCell = cell;
     state.lo = lo;
     state.hi = hi;
     state.level = false;
@@ -101,6 +113,19 @@ double CorridorSearch::GoalCost(const State& state, int cell, const Exit& goal, 
     return Narrow(state, cell, goal.lo, goal.hi).cost + toll + std::abs(SideY(goal, target) - state.y);
 }
 
+CorridorSearch::State CorridorSearch::StartAt(const Exit& exit, const Rect& source) {
+    State state;
+    state.start = &exit;
+    state.cell = exit.cell;
+    state.level = IsLevel(exit.side);
+    state.lo = state.level ? SideX(exit, source) : exit.lo;
+    state.hi = state.level ? state.lo : exit.hi;
+    state.y = state.level ? (exit.lo + exit.hi) / 2 : SideY(exit, source);
+    state.fromLo = state.lo;
+    state.fromHi = state.hi;
+    return state;
+}
+
 std::optional<Corridor> CorridorSearch::Find(int from, int to) {
     ++search_;
     queue_.clear();
@@ -121,22 +146,10 @@ std::optional<Corridor> CorridorSearch::Find(int from, int to) {
         std::push_heap(queue_.begin(), queue_.end());
     };
     for (const Exit& exit : space_.ExitsOf(from)) {
-        State state;
-        state.start = &exit;
+        if (loop && IsLevel(exit.side)) continue;
+        State state = StartAt(exit, source);
+        if (state.level) state.y = std::clamp((target.y0 + target.y1) / 2, exit.lo, exit.hi);
         state.cost = ExitToll(exit, true);
-        state.level = IsLevel(exit.side);
-        if (loop && state.level) continue;
-        if (state.level) {
-            state.lo = state.hi = SideX(exit, source);
-            state.y = std::clamp((target.y0 + target.y1) / 2, exit.lo, exit.hi);
-        } else {
-            state.lo = exit.lo;
-            state.hi = exit.hi;
-            state.y = SideY(exit, source);
-        }
-        state.fromLo = state.lo;
-        state.fromHi = state.hi;
-        state.cell = exit.cell;
         push(exit.id, state);
     }
 
@@ -172,7 +185,7 @@ std::optional<Corridor> CorridorSearch::Find(int from, int to) {
             next.parent = number;
             next.portal = static_cast<int>(i);
             next.y = portal.y;
-            next.cost += std::abs(portal.y - state.y) + PortalToll(portal.id, portal.hi - portal.lo);
+            next.cost += std::abs(portal.y - state.y) + PortalToll(portal.id, portal.hi - portal.lo) + PassCost(cell);
             push(through, next);
         }
     }
@@ -190,25 +203,26 @@ std::optional<Corridor> CorridorSearch::Find(int from, int to) {
     return corridor;
 }
 
-void CorridorSearch::Take(const Corridor& corridor) {
+void CorridorSearch::Take(const Corridor& corridor, int from) {
     ++exitUse_[At(corridor.from.id)];
     ++exitUse_[At(corridor.to.id)];
-    double lo = corridor.from.lo, hi = corridor.from.hi;
-    if (IsLevel(corridor.from.side))
-        lo = hi = corridor.cells.empty() ? 0 : space_.Cells()[At(corridor.cells[0])].area.x0;
+    State state = StartAt(corridor.from, boxes_[At(from)]);
+    const auto use = [&](double lo, double hi, std::size_t i) {
+        const State next = Narrow(state, corridor.cells[i], lo, hi);
+        if (next.levelCell >= 0) {
+            const bool isNew = next.fromLo != state.fromLo || next.levelCell != state.levelCell;
+            const double paid = isNew ? 0 : Distance(state.fromLo, state.fromHi, state.lo, state.hi);
+            levelUse_[At(next.levelCell)] += Distance(next.fromLo, next.fromHi, next.lo, next.hi) - paid;
+        }
+        state = next;
+    };
     for (std::size_t i = 0; i < corridor.portals.size(); ++i) {
         const Portal& portal = corridor.portals[i];
         ++portalUse_[At(portal.id)];
-        const double side = Distance(lo, hi, portal.lo, portal.hi);
-        if (std::min(hi, portal.hi) > std::max(lo, portal.lo)) {
-            lo = std::max(lo, portal.lo);
-            hi = std::min(hi, portal.hi);
-        } else {
-            levelUse_[At(corridor.cells[i])] += side;
-            lo = portal.lo;
-            hi = portal.hi;
-        }
+        ++passed_[At(corridor.cells[i])];
+        use(portal.lo, portal.hi, i);
     }
+    if (!IsLevel(corridor.to.side)) use(corridor.to.lo, corridor.to.hi, corridor.portals.size());
 }
 
 }  // namespace norvelis::layout
