@@ -129,7 +129,7 @@ class Sifter {
     std::vector<int> order_;
     const Neighbours& neighbours_;
     std::vector<int> place_;
-    std::vector<int> ends_;  ///< Of the chords of one vertex, for Change.
+    std::vector<int> ends_;     ///< Of the chords of one vertex, for Change.
     long budget_ = 40'000'000;  // steps; keeps the densest graphs within a fraction of a second
 };
 

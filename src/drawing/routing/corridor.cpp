@@ -185,7 +185,8 @@ std::optional<Corridor> CorridorSearch::Find(int from, int to) {
             next.parent = number;
             next.portal = static_cast<int>(i);
             next.y = portal.y;
-            next.cost += std::abs(portal.y - state.y) + PortalToll(portal.id, portal.hi - portal.lo) + PassCost(cell);
+            next.cost +=
+                std::abs(portal.y - state.y) + PortalToll(portal.id, portal.hi - portal.lo) + PassCost(cell);
             push(through, next);
         }
     }

@@ -31,8 +31,9 @@ class CorridorSearch {
     struct State {
         double cost = 0;        ///< So far.
         double lo = 0, hi = 0;  ///< Where the upright piece that arrives may stand.
-        double fromLo = 0, fromHi = 0;  ///< Where the level piece before it comes from; `cost` pays up to here.
-        int levelCell = -1;             ///< The cell of that piece.
+        double fromLo = 0,
+               fromHi = 0;   ///< Where the level piece before it comes from; `cost` pays up to here.
+        int levelCell = -1;  ///< The cell of that piece.
         double y = 0;
         bool level = false;  ///< Still on the level piece that left a box's side.
         int cell = -1;
