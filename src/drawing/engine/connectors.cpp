@@ -14,7 +14,6 @@ constexpr int kBeginPart = 9, kEndPart = 12, kWholeShape = 3;
 constexpr double kTriggered = 2;  // What a trigger's cell shows.
 
 // A line that runs level or upright has a block of this width, for a block of none has no middle.
-constexpr double kLeastBlock = 0.19685039370079;
 const std::string kLeastBlockFormula = "GUARD(0.19685039370079DL)";
 
 const char* EndCell(bool begin) {

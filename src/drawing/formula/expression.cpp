@@ -3,12 +3,11 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
-#include <numbers>
 
 #include "core/text.h"
+#include "drawing/formula/functions.h"
 #include "drawing/formula/lexer.h"
 
 namespace norvelis::drawing {
@@ -18,72 +17,6 @@ namespace {
 constexpr int kDeepest = 60;            // Nested parentheses.
 constexpr int kLongestChain = 1200;     // Terms of one sum; they make a tree as deep.
 constexpr std::size_t kLongest = 8192;  // Bytes.
-constexpr double kGreatest = 1e12;
-
-enum class Function {
-    Guard,
-    TextWidth,
-    TextHeight,
-    Rgb,
-    If,
-    Min,
-    Max,
-    Abs,
-    And,
-    Or,
-    Not,
-    Sum,
-    Round,
-    Int,
-    Sqrt,
-    Sin,
-    Cos,
-    Tan,
-    Atan2,
-    Pi,
-    Mod,
-    Sign,
-    SetAtRef,
-    WalkGlue,
-    Trigger,
-    Unknown,
-};
-
-struct FunctionWord {
-    std::string_view word;
-    Function function;
-    std::size_t least, most;  // Arguments.
-};
-constexpr std::size_t kMany = 64;
-constexpr std::array<FunctionWord, 27> kFunctions = {{
-    {"GUARD", Function::Guard, 1, 1},
-    {"TEXTWIDTH", Function::TextWidth, 1, 2},
-    {"TEXTHEIGHT", Function::TextHeight, 2, 2},
-    {"RGB", Function::Rgb, 3, 3},
-    {"IF", Function::If, 3, 3},
-    {"MIN", Function::Min, 1, kMany},
-    {"MAX", Function::Max, 1, kMany},
-    {"ABS", Function::Abs, 1, 1},
-    {"AND", Function::And, 1, kMany},
-    {"OR", Function::Or, 1, kMany},
-    {"NOT", Function::Not, 1, 1},
-    {"SUM", Function::Sum, 1, kMany},
-    {"ROUND", Function::Round, 2, 2},
-    {"INT", Function::Int, 1, 1},
-    {"SQRT", Function::Sqrt, 1, 1},
-    {"SIN", Function::Sin, 1, 1},
-    {"COS", Function::Cos, 1, 1},
-    {"TAN", Function::Tan, 1, 1},
-    {"ATAN2", Function::Atan2, 2, 2},
-    {"PI", Function::Pi, 0, 0},
-    {"MODULUS", Function::Mod, 2, 2},
-    {"SIGN", Function::Sign, 1, 1},
-    {"SETATREF", Function::SetAtRef, 1, 3},
-    {"THEMEGUARD", Function::Guard, 1, 1},
-    {"_WALKGLUE", Function::WalkGlue, 3, 3},
-    {"_XFTRIGGER", Function::Trigger, 1, 1},
-    {"DEPENDSON", Function::Trigger, 1, kMany},
-}};
 
 }  // namespace
 
@@ -93,7 +26,7 @@ struct Expression::Node {
     Name unit = Name::None;
     std::size_t reference = 0;  // Index in references_.
     std::string operation;
-    Function function = Function::Unknown;
+    const Function* function = nullptr;  // Of a call; null when it is not known.
     std::vector<std::unique_ptr<Node>> arguments;
     int depth = 1;
 };
@@ -253,9 +186,7 @@ class Expression::Parser {
     NodePtr Call(const std::string& word, int depth) {
         auto node = std::make_unique<Node>();
         node->kind = Node::Kind::Call;
-        const auto known =
-            std::find_if(kFunctions.begin(), kFunctions.end(),
-                         [&word](const FunctionWord& each) { return EqualIgnoringCase(each.word, word); });
+        node->function = FindFunction(word);
         Spell(UpperCase(word));
         std::string symbol;
         TakeSymbol({"("}, symbol);
@@ -265,13 +196,12 @@ class Expression::Parser {
             } while (TakeSymbol({",", ";"}, symbol));
             if (!TakeSymbol({")"}, symbol)) return nullptr;
         }
-        if (known == kFunctions.end()) {
+        if (!node->function) {
             result_.opaque_ = true;
             return node;
         }
-        if (node->arguments.size() < known->least || node->arguments.size() > known->most) return nullptr;
-        node->function = known->function;
-        return node;
+        const std::size_t count = node->arguments.size();
+        return count >= node->function->least && count <= node->function->most ? std::move(node) : nullptr;
     }
 
     const NamePool& names_;
@@ -332,42 +262,35 @@ class Expression::Evaluation {
         return Finite(result);
     }
 
-    static std::optional<Value> Finite(double number) {
-        if (!std::isfinite(number) || std::fabs(number) > kGreatest) return std::nullopt;
-        return Value::Of(number);
-    }
-
     static std::string AsText(const Value& value) {
         return value.isText ? value.text : fmt::format("{:.10g}", value.number);
     }
 
     std::optional<Value> Call(const Node& node) {
         const auto& arguments = node.arguments;
-        // These look at some of their arguments only.
-        switch (node.function) {
-            case Function::If: {
+        switch (node.function->kind) {
+            case Function::Kind::If: {
                 const auto condition = Of(*arguments[0]);
                 if (!condition) return std::nullopt;
                 return Of(*arguments[condition->number != 0 ? 1 : 2]);
             }
-            case Function::TextWidth: {
+            case Function::Kind::TextWidth: {
                 if (arguments.size() == 1) return Finite(source_.TextWidth(HUGE_VAL));
                 const auto most = Of(*arguments[1]);
                 return most ? Finite(source_.TextWidth(most->number)) : std::nullopt;
             }
-            case Function::TextHeight: {
+            case Function::Kind::TextHeight: {
                 const auto most = Of(*arguments[1]);
                 return most ? Finite(source_.TextHeight(most->number)) : std::nullopt;
             }
-            case Function::WalkGlue: {
+            case Function::Kind::WalkGlue: {
                 for (const auto& trigger : arguments) Of(*trigger);  // They count as read.
                 const auto end = source_.WalkGlue();
                 return end ? Finite(*end) : std::nullopt;
             }
-            case Function::Trigger:
-            case Function::Unknown:
+            case Function::Kind::Trigger:
                 return std::nullopt;
-            default:
+            case Function::Kind::Plain:
                 break;
         }
         std::vector<Value> values;
@@ -376,65 +299,7 @@ class Expression::Evaluation {
             if (!value) return std::nullopt;
             values.push_back(std::move(*value));
         }
-        return Plain(node.function, values);
-    }
-
-    static std::optional<Value> Plain(Function function, const std::vector<Value>& values) {
-        const auto n = [&values](std::size_t i) { return values[i].number; };
-        const auto isTrue = [](const Value& value) { return value.number != 0; };
-        const auto less = [](const Value& a, const Value& b) { return a.number < b.number; };
-        switch (function) {
-            case Function::Guard:
-            case Function::SetAtRef:
-                return values[0];
-            case Function::Rgb: {
-                const auto part = [&n](std::size_t i) {
-                    return static_cast<int>(std::clamp(n(i), 0.0, 255.0));
-                };
-                return Value::Of(fmt::format("#{:02X}{:02X}{:02X}", part(0), part(1), part(2)));
-            }
-            case Function::Min:
-                return *std::min_element(values.begin(), values.end(), less);
-            case Function::Max:
-                return *std::max_element(values.begin(), values.end(), less);
-            case Function::Abs:
-                return Finite(std::fabs(n(0)));
-            case Function::And:
-                return Value::Of(std::all_of(values.begin(), values.end(), isTrue) ? 1.0 : 0.0);
-            case Function::Or:
-                return Value::Of(std::any_of(values.begin(), values.end(), isTrue) ? 1.0 : 0.0);
-            case Function::Not:
-                return Value::Of(n(0) == 0 ? 1.0 : 0.0);
-            case Function::Sum: {
-                double sum = 0;
-                for (const auto& value : values) sum += value.number;
-                return Finite(sum);
-            }
-            case Function::Round: {
-                const double scale = std::pow(10, std::clamp(std::trunc(n(1)), -12.0, 12.0));
-                return Finite(std::round(n(0) * scale) / scale);
-            }
-            case Function::Int:
-                return Finite(std::floor(n(0)));
-            case Function::Sqrt:
-                return Finite(std::sqrt(n(0)));
-            case Function::Sin:
-                return Finite(std::sin(n(0)));
-            case Function::Cos:
-                return Finite(std::cos(n(0)));
-            case Function::Tan:
-                return Finite(std::tan(n(0)));
-            case Function::Atan2:
-                return Finite(std::atan2(n(0), n(1)));
-            case Function::Pi:
-                return Value::Of(std::numbers::pi);
-            case Function::Mod:
-                return n(1) == 0 ? std::nullopt : Finite(n(0) - n(1) * std::floor(n(0) / n(1)));
-            case Function::Sign:
-                return Value::Of(n(0) > 0 ? 1.0 : n(0) < 0 ? -1.0 : 0.0);
-            default:
-                return std::nullopt;
-        }
+        return node.function->plain(values);
     }
 
     const Expression& expression_;

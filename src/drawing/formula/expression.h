@@ -6,20 +6,10 @@
 #include <string_view>
 #include <vector>
 
+#include "drawing/formula/value.h"
 #include "drawing/model/document.h"
 
 namespace norvelis::drawing {
-
-/// What a formula gives: a number in internal units, or a text (a colour is a text "#RRGGBB").
-struct Value {
-    double number = 0;
-    std::string text;
-    bool isText = false;
-
-    static Value Of(double number) { return {number, {}, false}; }
-    static Value Of(std::string text) { return {0, std::move(text), true}; }
-    bool operator==(const Value&) const = default;
-};
 
 /// A cell that a formula names: of its own sheet, of the page, or of the shape with an ID.
 struct Reference {

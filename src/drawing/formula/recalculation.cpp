@@ -4,7 +4,6 @@
 #include <cmath>
 #include <set>
 
-#include "drawing/formula/glue_points.h"
 #include "drawing/model/defaults.h"
 #include "drawing/text/text_layout.h"
 
@@ -39,40 +38,7 @@ bool IsTrigger(const CellRef& ref) {
     return ref.cell == Name::TheText || ref.cell == Name::EventXFMod;
 }
 
-template <class Visit>
-void EachCell(const Sheet& sheet, Visit visit) {
-    const auto list = [&visit](const CellList& cells, Name section, int index, RowKey row) {
-        for (const auto& cell : cells) visit(CellRef(section, index, row, cell.name), cell);
-    };
-    list(sheet.cells, Name::None, 0, {});
-    for (const auto& section : sheet.sections) {
-        list(section.cells, section.name, section.index, CellRef::kSectionCell);
-        for (const auto& row : section.rows) list(row.cells, section.name, section.index, row.key);
-    }
-}
-
-template <class Visit>
-void EachFormula(const Sheet& sheet, Visit visit) {
-    EachCell(sheet, [&visit](const CellRef& ref, const Cell& cell) {
-        if (!cell.formula.empty() && !cell.inherited) visit(ref, cell.formula);
-    });
-}
-
 }  // namespace
-
-/// The formulas of a master's shape, its own and those it inherits, with an index of who depends on what.
-struct Recalculation::FormulaTable {
-    std::vector<LocalFormula> formulas;                   // Sorted by cell.
-    std::vector<std::pair<CellRef, CellRef>> dependents;  // Own cell -> cells that read it, sorted.
-    std::vector<std::pair<Reference, CellRef>> elsewhere;
-
-    const Expression* Find(const CellRef& ref) const {
-        const auto found =
-            std::lower_bound(formulas.begin(), formulas.end(), ref,
-                             [](const LocalFormula& a, const CellRef& b) { return a.ref < b; });
-        return found != formulas.end() && found->ref == ref ? found->expression.get() : nullptr;
-    }
-};
 
 /// What a formula sees while it is evaluated for one cell.
 class Recalculation::Source : public FormulaSource {
@@ -101,7 +67,8 @@ class Recalculation::Source : public FormulaSource {
     const Place& place_;
 };
 
-Recalculation::Recalculation(Document& document, FontLibrary& fonts) : document_(document), fonts_(fonts) {
+Recalculation::Recalculation(Document& document, FontLibrary& fonts)
+    : document_(document), fonts_(fonts), tables_(document.names) {
     for (const auto& page : document.pages) {
         Added(*page, page->sheet);
         for (const auto& shape : page->shapes) Added(*page, *shape);
@@ -110,47 +77,13 @@ Recalculation::Recalculation(Document& document, FontLibrary& fonts) : document_
 
 Recalculation::~Recalculation() = default;
 
-Recalculation::ExpressionPtr Recalculation::Parsed(const std::string& formula) {
-    const auto [found, isNew] = parsed_.try_emplace(formula);
-    if (isNew) found->second = Expression::Parse(document_.names, formula);
-    const ExpressionPtr expression = found->second;
-    if (!expression) parsed_.erase(found);  // A name that it waits for may come yet.
-    return expression;
-}
-
-const Recalculation::FormulaTable& Recalculation::TableOf(const Shape& base) {
-    if (const auto known = tables_.find(&base); known != tables_.end()) return *known->second;
-    auto table = std::make_unique<FormulaTable>();
-    EachFormula(base, [&](const CellRef& ref, const std::string& formula) {
-        if (auto expression = Parsed(formula)) table->formulas.push_back({ref, std::move(expression)});
-    });
-    if (base.base) {
-        for (const auto& inherited : TableOf(*base.base).formulas) {
-            const Cell* own = base.FindLocal(inherited.ref);
-            if (!own || own->inherited) table->formulas.push_back(inherited);
-        }
-    }
-    std::sort(table->formulas.begin(), table->formulas.end(),
-              [](const LocalFormula& a, const LocalFormula& b) { return a.ref < b.ref; });
-    for (const auto& formula : table->formulas) {
-        for (const auto& reference : formula.expression->References()) {
-            if (reference.where == Reference::Where::Own) {
-                table->dependents.emplace_back(reference.cell, formula.ref);
-            } else {
-                table->elsewhere.emplace_back(reference, formula.ref);
-            }
-        }
-    }
-    std::sort(table->dependents.begin(), table->dependents.end());
-    return *tables_.emplace(&base, std::move(table)).first->second;
-}
-
 void Recalculation::Added(Canvas& canvas, Shape& shape) {
     EachFormula(shape, [&](const CellRef& ref, const std::string& formula) {
-        if (auto expression = Parsed(formula)) RememberLocal(canvas, shape, ref, std::move(expression));
+        if (auto expression = tables_.Parsed(formula))
+            RememberLocal(canvas, shape, ref, std::move(expression));
     });
     if (shape.base) {
-        for (const auto& [reference, dependent] : TableOf(*shape.base).elsewhere) {
+        for (const auto& [reference, dependent] : tables_.Of(*shape.base).elsewhere) {
             if (reference.where == Reference::Where::Page) {
                 watches_[{&canvas, 0}].push_back({reference.cell, &shape, dependent});
             }
@@ -177,7 +110,7 @@ void Recalculation::WatchOthers(Canvas& canvas, Shape& shape, const CellRef& ref
 void Recalculation::ForgetLocal(Canvas& canvas, Shape& shape, const CellRef& ref) {
     const auto known = locals_.find(&shape);
     if (known == locals_.end()) return;
-    std::erase_if(known->second, [&](const LocalFormula& formula) {
+    std::erase_if(known->second, [&](const CellFormula& formula) {
         if (formula.ref != ref) return false;
         for (const auto& reference : formula.expression->References()) {
             if (reference.where == Reference::Where::Own) continue;
@@ -198,7 +131,7 @@ const Expression* Recalculation::FormulaInForce(const Shape& shape, const CellRe
     }
     const Cell* own = shape.FindLocal(ref);
     if (!shape.base || (own && !own->inherited)) return nullptr;
-    return TableOf(*shape.base).Find(ref);
+    return tables_.Of(*shape.base).Find(ref);
 }
 
 Shape* Recalculation::Resolve(Canvas& canvas, Shape& shape, const CellRef& ref,
@@ -248,7 +181,7 @@ bool Recalculation::Reaches(Canvas& canvas, Shape& shape, const CellRef& ref, co
                 return text ? FormatsText(cell) : MovesShape(cell);
             };
             if (at.shape == &shape && fires(ref)) return true;
-            const auto add = [&](const LocalFormula& formula) {
+            const auto add = [&](const CellFormula& formula) {
                 if (fires(formula.ref) && seen.insert({at.shape, formula.ref}).second) {
                     open.push_back({&canvas, at.shape, formula.ref});
                 }
@@ -257,7 +190,7 @@ bool Recalculation::Reaches(Canvas& canvas, Shape& shape, const CellRef& ref, co
                 for (const auto& formula : known->second) add(formula);
             }
             if (at.shape->base) {
-                for (const auto& formula : TableOf(*at.shape->base).formulas) add(formula);
+                for (const auto& formula : tables_.Of(*at.shape->base).formulas) add(formula);
             }
         } else if (const Expression* formula = FormulaInForce(*at.shape, at.ref)) {
             follow(*at.shape, at.ref, *formula);
@@ -268,7 +201,7 @@ bool Recalculation::Reaches(Canvas& canvas, Shape& shape, const CellRef& ref, co
 
 bool Recalculation::SetFormula(Canvas& canvas, Shape& shape, const CellRef& ref, std::string_view formula) {
     if (formula.starts_with('=')) formula.remove_prefix(1);
-    const ExpressionPtr expression = Parsed(std::string(formula));
+    const ExpressionPtr expression = tables_.Parsed(std::string(formula));
     if (!expression) return false;
     if (expression->IsConstant()) {
         const Place place{&canvas, &shape, ref};
@@ -355,7 +288,7 @@ void Recalculation::MarkDependents(const Place& place, std::vector<Place>& todo)
         return !own || own->inherited;
     };
     if (shape.base) {
-        const auto& dependents = TableOf(*shape.base).dependents;
+        const auto& dependents = tables_.Of(*shape.base).dependents;
         auto at = std::lower_bound(dependents.begin(), dependents.end(), std::pair(place.ref, CellRef()));
         for (; at != dependents.end() && at->first == place.ref; ++at) {
             if (inForce(shape, at->second)) MarkStale({&canvas, &shape, at->second}, todo);
@@ -369,7 +302,7 @@ void Recalculation::MarkDependents(const Place& place, std::vector<Place>& todo)
             open.pop_back();
             for (const auto& inner : each->shapes) open.push_back(inner.get());
             if (!each->base) continue;
-            for (const auto& [reference, dependent] : TableOf(*each->base).elsewhere) {
+            for (const auto& [reference, dependent] : tables_.Of(*each->base).elsewhere) {
                 if (reference.where == Reference::Where::Sheet && reference.sheet == shape.base->id &&
                     reference.cell == place.ref && inForce(*each, dependent)) {
                     MarkStale({&canvas, each, dependent}, todo);
@@ -407,7 +340,7 @@ void Recalculation::MarkAll(Canvas& canvas, Shape& shape, std::vector<Place>& to
         for (const auto& formula : known->second) MarkStale({&canvas, &shape, formula.ref}, todo);
     }
     if (shape.base) {
-        for (const auto& formula : TableOf(*shape.base).formulas) {
+        for (const auto& formula : tables_.Of(*shape.base).formulas) {
             const Cell* own = shape.FindLocal(formula.ref);
             if (!own || own->inherited) MarkStale({&canvas, &shape, formula.ref}, todo);
         }
@@ -433,7 +366,7 @@ void Recalculation::Dropped(Canvas& canvas, Shape& shape) {
 
 void Recalculation::MarkReadersOfThePage(Canvas& canvas, Shape& shape) {
     if (shape.base) {
-        for (const auto& [reference, dependent] : TableOf(*shape.base).elsewhere) {
+        for (const auto& [reference, dependent] : tables_.Of(*shape.base).elsewhere) {
             const Cell* own = shape.FindLocal(dependent);
             if (reference.where != Reference::Where::Page || (own && !own->inherited)) continue;
             std::vector<Place> todo;
@@ -457,11 +390,7 @@ void Recalculation::Renewed(Canvas& canvas, Shape& shape) {
 }
 
 void Recalculation::MasterChanged(Master& master) {
-    const auto forget = [this](auto& self, const Shape& shape) -> void {
-        tables_.erase(&shape);
-        for (const auto& inner : shape.shapes) self(self, *inner);
-    };
-    for (const auto& shape : master.shapes) forget(forget, *shape);
+    for (const auto& shape : master.shapes) tables_.Forget(*shape);
     for (const auto& page : document_.pages) {
         for (const auto& shape : page->shapes) {
             std::vector<Place> todo;
@@ -511,34 +440,34 @@ void Recalculation::Settle() {
     stale_.clear();
 }
 
-std::optional<double> Recalculation::WalkGlue(Canvas& canvas, Shape& shape, Name cell) {
-    const auto boxOf = [&](Name trigger) -> std::optional<glue::Box> {
-        const Expression* expression = FormulaInForce(shape, trigger);
-        if (!expression || expression->References().empty()) return std::nullopt;
-        Shape* box = canvas.ById(expression->References()[0].sheet);
-        if (!box) return std::nullopt;
-        const auto number = [&](Name name) { return Number(canvas, *box, name); };
-        return glue::Box{number(Name::PinX) - number(Name::LocPinX),
-                         number(Name::PinY) - number(Name::LocPinY), number(Name::Width),
-                         number(Name::Height)};
-    };
+std::optional<glue::Box> Recalculation::GluedBox(Canvas& canvas, Shape& line, Name trigger) {
+    const Expression* expression = FormulaInForce(line, trigger);
+    if (!expression || expression->References().empty()) return std::nullopt;
+    Shape* box = canvas.ById(expression->References()[0].sheet);
+    if (!box) return std::nullopt;
+    const auto number = [&](Name name) { return Number(canvas, *box, name); };
+    return glue::Box{number(Name::PinX) - number(Name::LocPinX), number(Name::PinY) - number(Name::LocPinY),
+                     number(Name::Width), number(Name::Height)};
+}
+
+std::optional<double> Recalculation::WalkGlue(Canvas& canvas, Shape& line, Name cell) {
     const bool begin = cell == Name::BeginX || cell == Name::BeginY;
-    const auto from = boxOf(Name::BegTrigger), to = boxOf(Name::EndTrigger);
+    const auto from = GluedBox(canvas, line, Name::BegTrigger), to = GluedBox(canvas, line, Name::EndTrigger);
     const auto& mine = begin ? from : to;
     const auto& other = begin ? to : from;
     if (!mine) return std::nullopt;
-    if (HasOwnGeometry(
-            shape)) {  // A routed line keeps its ends while they are on the borders of their boxes.
-        const Cell* x = drawing::Find(shape, begin ? Name::BeginX : Name::EndX);
-        const Cell* y = drawing::Find(shape, begin ? Name::BeginY : Name::EndY);
-        if (x && y && mine->HasOnBorder({x->value, y->value}))
-            return cell == Name::BeginX || cell == Name::EndX ? x->value : y->value;
+    const auto coordinate = [cell](glue::Point end) {
+        return cell == Name::BeginX || cell == Name::EndX ? end.x : end.y;
+    };
+    if (HasOwnGeometry(line)) {  // A routed line keeps its ends while they are on the borders of their boxes.
+        const Cell* x = drawing::Find(line, begin ? Name::BeginX : Name::EndX);
+        const Cell* y = drawing::Find(line, begin ? Name::BeginY : Name::EndY);
+        if (x && y && mine->HasOnBorder({x->value, y->value})) return coordinate({x->value, y->value});
     }
+    if (other && *other == *mine) return coordinate(mine->LoopEnd(begin));
     const Name otherX = begin ? Name::EndX : Name::BeginX, otherY = begin ? Name::EndY : Name::BeginY;
-    const glue::Point target =
-        other ? other->Middle() : glue::Point{Number(canvas, shape, otherX), Number(canvas, shape, otherY)};
-    const glue::Point end = other && *other == *mine ? mine->LoopEnd(begin) : mine->BorderTowards(target);
-    return cell == Name::BeginX || cell == Name::EndX ? end.x : end.y;
+    return coordinate(mine->BorderTowards(
+        other ? other->Middle() : glue::Point{Number(canvas, line, otherX), Number(canvas, line, otherY)}));
 }
 
 }  // namespace norvelis::drawing

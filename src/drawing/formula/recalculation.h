@@ -1,12 +1,13 @@
 #pragma once
 
 #include <map>
-#include <memory>
-#include <string>
+#include <optional>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
-#include "drawing/formula/expression.h"
+#include "drawing/formula/formula_tables.h"
+#include "drawing/formula/glue_points.h"
 #include "drawing/text/fonts.h"
 
 namespace norvelis::drawing {
@@ -58,7 +59,6 @@ class Recalculation {
 
   private:
     class Source;
-    struct FormulaTable;
     struct Place {
         Canvas* canvas;
         Shape* shape;
@@ -70,15 +70,8 @@ class Recalculation {
         Shape* shape;
         CellRef dependent;
     };
-    struct LocalFormula {
-        CellRef ref;
-        std::shared_ptr<const Expression> expression;
-    };
-    using ExpressionPtr = std::shared_ptr<const Expression>;
 
     void MarkReadersOfThePage(Canvas& canvas, Shape& shape);
-    ExpressionPtr Parsed(const std::string& formula);
-    const FormulaTable& TableOf(const Shape& base);
     const Expression* FormulaInForce(const Shape& shape, const CellRef& ref);
     void RememberLocal(Canvas& canvas, Shape& shape, const CellRef& ref, ExpressionPtr expression);
     void ForgetLocal(Canvas& canvas, Shape& shape, const CellRef& ref);
@@ -93,13 +86,14 @@ class Recalculation {
     void Evaluate(const Place& place);
     /// The text is measured by its formats as they are.
     void SettleFormats(Canvas& canvas, Shape& shape);
-    std::optional<double> WalkGlue(Canvas& canvas, Shape& shape, Name cell);
+    /// The place of the box that a trigger of a line names.
+    std::optional<glue::Box> GluedBox(Canvas& canvas, Shape& line, Name trigger);
+    std::optional<double> WalkGlue(Canvas& canvas, Shape& line, Name cell);
 
     Document& document_;
     FontLibrary& fonts_;
-    std::unordered_map<std::string, ExpressionPtr> parsed_;
-    std::unordered_map<const Shape*, std::unique_ptr<FormulaTable>> tables_;
-    std::unordered_map<const Shape*, std::vector<LocalFormula>> locals_;
+    FormulaTables tables_;
+    std::unordered_map<const Shape*, std::vector<CellFormula>> locals_;
     std::map<std::pair<Canvas*, int>, std::vector<Watch>>
         watches_;  // By the watched sheet's ID, the page's is 0.
     std::vector<Place> stale_;

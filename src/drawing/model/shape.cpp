@@ -145,6 +145,10 @@ void AddInForce(const Shape* shape, Name name, int index, int depth, Section& re
         return;
     }
     Overlay(result.cells, own->cells);
+    if (result.rows.empty()) {
+        result.rows = own->rows;
+        return;
+    }
     for (const auto& row : own->rows) {
         Row& merged = result.At(row.key);
         merged.deleted = row.deleted;

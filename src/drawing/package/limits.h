@@ -22,6 +22,7 @@ inline constexpr int kMasterDepth = 16;  ///< Masters that are made of masters.
 inline constexpr std::size_t kCellsOfARow = 400;
 inline constexpr std::size_t kSections = 500;       ///< Of one shape.
 inline constexpr int kRowNumber = 0x7000;           ///< Of rows and of geometry sections.
+inline constexpr std::size_t kNameBytes = 1000;     ///< Of a page or master.
 inline constexpr std::size_t kTextBytes = 256'000;  ///< Of one shape.
 
 }  // namespace norvelis::drawing::limits

@@ -211,6 +211,8 @@ class PackageReader {
         canvas.name = node.attribute("Name").value();
         if (canvas.nameU.empty()) canvas.nameU = canvas.name;
         if (canvas.name.empty()) canvas.name = canvas.nameU;
+        if (canvas.name.size() > limits::kNameBytes)
+            Refuse("a page or master has a name beyond every measure");
         if (canvas.id < 0) Refuse("a page or master has no ID");
         for (const auto& other : siblings) {
             if (other.get() != &canvas && other->id == canvas.id)

@@ -5,6 +5,8 @@
 #include <numbers>
 #include <set>
 
+#include "core/failure.h"
+#include "drawing/render/bitmap.h"
 #include "drawing/render/outline.h"
 #include "drawing/render/text_picture.h"
 
@@ -51,10 +53,13 @@ double Units(double inches) {
     return inches * kUnitsPerInch;
 }
 
+constexpr std::size_t kMostWork = 10'000'000;
+constexpr std::size_t kWorkOfAFragment = 20;  ///< Of a line of text.
+
 class SceneBuilder {
   public:
-    SceneBuilder(FontLibrary& fonts, const Document& document, Scene& scene)
-        : fonts_(fonts), document_(document), scene_(scene) {}
+    SceneBuilder(FontLibrary& fonts, const Document& document, Scene& scene, Effort& effort)
+        : fonts_(fonts), document_(document), scene_(scene), effort_(effort) {}
 
     void Add(const Canvas& canvas, const Placement& page) {
         FindLayers(canvas.sheet);
@@ -74,18 +79,32 @@ class SceneBuilder {
         }
     }
 
+    void Spend(std::size_t work) {
+        effort_.work += work;
+        if (effort_.work > kMostWork)
+            throw RuntimeFailure(FailureNumber::DeviceIoError, "the page holds more than can be shown");
+    }
+
+    /// The text of a cell, whose length counts.
+    QString Words(const Shape& shape, const CellRef& ref) {
+        const std::string text = TextValue(shape, ref);
+        Spend(text.size());
+        return QString::fromStdString(text);
+    }
+
     /// Whether the shape is on layers, and on these alone: it shows while one of its layers does.
-    static bool IsOnlyOn(const std::set<int>& layers, const Shape& shape) {
+    bool IsOnlyOn(const std::set<int>& layers, const Shape& shape) {
         if (layers.empty()) return false;
-        const QStringList member =
-            QString::fromStdString(TextValue(shape, Name::LayerMember)).split(';', Qt::SkipEmptyParts);
+        const QStringList member = Words(shape, Name::LayerMember).split(';', Qt::SkipEmptyParts);
         return !member.isEmpty() &&
                std::all_of(member.begin(), member.end(),
                            [&layers](const QString& layer) { return layers.contains(layer.toInt()); });
     }
 
     void Add(const Shape& shape, const Placement& around, const Figure* group, int topShape, int depth) {
-        if (depth > kMaxGroupDepth || IsOnlyOn(hidden_, shape)) return;
+        Spend(1);
+        if (depth > kMaxGroupDepth || shape.kind == ShapeKind::Guide) return;
+        if (IsOnlyOn(hidden_, shape)) return;
         const Placement place = Place(shape, around);
         Figure figure = Describe(shape, group, topShape);
         figure.locked = (group && group->locked) || IsOnlyOn(locked_, shape);
@@ -108,17 +127,15 @@ class SceneBuilder {
             scene_.figures.push_back(std::move(figure));
     }
 
-    static Figure Describe(const Shape& shape, const Figure* group, int topShape) {
+    Figure Describe(const Shape& shape, const Figure* group, int topShape) {
         Figure figure;
         figure.shape = shape.id;
         figure.topShape = topShape;
         figure.name = QString::fromStdString(shape.name.empty() ? shape.nameU : shape.name);
-        figure.tip = QString::fromStdString(TextValue(shape, Name::Comment));
-        const Section links = SectionOf(shape, Name::Hyperlink);
-        if (!links.rows.empty()) {
+        figure.tip = Words(shape, Name::Comment);
+        if (const auto link = FirstLink(shape)) {
             const auto text = [&](Name cell) {
-                return QString::fromStdString(
-                    TextValue(shape, CellRef(Name::Hyperlink, 0, links.rows.front().key, cell)));
+                return Words(shape, CellRef(Name::Hyperlink, 0, *link, cell));
             };
             figure.address = text(Name::Address);
             if (const QString inside = text(Name::SubAddress); !inside.isEmpty())
@@ -133,19 +150,42 @@ class SceneBuilder {
         return figure;
     }
 
-    QPainterPath GeometryPath(const Shape& shape, int index) const {
-        std::vector<OutlineRow> rows;
-        for (const Row& row : SectionOf(shape, Name::Geometry, index).rows) {
-            const auto value = [&](Name cell) {
-                return Value(shape, CellRef(Name::Geometry, index, row.key, cell));
-            };
-            rows.push_back({row.type, value(Name::X), value(Name::Y), value(Name::A), value(Name::B),
-                            value(Name::C), value(Name::D)});
+    static std::optional<RowKey> FirstLink(const Shape& shape) {
+        for (const Shape* at = &shape; at; at = at->base) {
+            const Section* links = at->Find(Name::Hyperlink);
+            if (links && !links->rows.empty()) return links->rows.front().key;
         }
-        return Outline(rows, Value(shape, Name::Width), Value(shape, Name::Height));
+        return std::nullopt;
     }
 
-    void AddMarks(const Shape& shape, const Placement& place, Figure& figure) const {
+    QPainterPath GeometryPath(const Shape& shape, int index) {
+        for (const Shape* at = &shape; at; at = at->base) {
+            const Section* own = at->Find(Name::Geometry, index);
+            if (own) Spend(own->rows.size());
+        }
+        std::vector<OutlineRow> rows;
+        for (const Row& row : SectionOf(shape, Name::Geometry, index).rows) {
+            const auto value = [&row](Name cell) {
+                const Cell* stated = row.cells.Find(cell);
+                return stated ? Finite(stated->value) : 0;
+            };
+            rows.push_back({row.type, value(Name::X), value(Name::Y), value(Name::A), value(Name::B),
+                            value(Name::C), value(Name::D), CurveData(row)});
+        }
+        QPainterPath path = Outline(rows, Value(shape, Name::Width), Value(shape, Name::Height));
+        Spend(static_cast<std::size_t>(path.elementCount()));
+        return path;
+    }
+
+    /// Knots and points of a free curve, which stand in one cell as a formula's text.
+    std::string CurveData(const Row& row) {
+        const Cell* cell = row.cells.Find(Name::E);
+        if (!cell) return {};
+        Spend(cell->text.size() + cell->formula.size());
+        return cell->isText && !cell->text.empty() ? cell->text : cell->formula;
+    }
+
+    void AddMarks(const Shape& shape, const Placement& place, Figure& figure) {
         const LineStyle style{
             Whole(shape, Name::LinePattern), Units(Value(shape, Name::LineWeight)),
             Translucent(ColorOf(document_, shape, Name::LineColor), Value(shape, Name::LineColorTrans)),
@@ -177,8 +217,10 @@ class SceneBuilder {
         if (!filled.isEmpty()) {
             figure.marks.push_back(
                 {filled, FillBrush(fill), together ? LinePen(style) : QPen(Qt::NoPen), false});
-            if (const auto hatch = HatchLines(fill.pattern, filled.boundingRect()))
+            if (const auto hatch = HatchLines(fill.pattern, filled.boundingRect())) {
+                Spend(static_cast<std::size_t>(hatch->elementCount()));
                 figure.marks.push_back({*hatch, Qt::NoBrush, LinePen({1, 4, fill.foreground, 1}), true});
+            }
         }
         if (lined.isEmpty() || (together && !filled.isEmpty())) return;
         AddLines(lined, style, {begin, Whole(shape, Name::BeginArrowSize)},
@@ -223,17 +265,16 @@ class SceneBuilder {
         }
     }
 
-    static void AddPicture(const Shape& shape, const Placement& place, Figure& figure) {
+    void AddPicture(const Shape& shape, const Placement& place, Figure& figure) {
         if (!shape.picture) return;
-        const auto& bytes = shape.picture->bytes;
-        figure.picture = QImage::fromData(reinterpret_cast<const uchar*>(bytes.data()),
-                                          static_cast<int>(std::min<std::size_t>(bytes.size(), 1U << 28)));
+        figure.picture = ReadBitmap(*shape.picture, effort_.pixels);
         const double x = Value(shape, Name::ImgOffsetX), y = Value(shape, Name::ImgOffsetY);
         const double width = Value(shape, Name::ImgWidth), height = Value(shape, Name::ImgHeight);
         figure.picturePlace = QTransform(width, 0, 0, -height, x, y + height) * place.toScene;
     }
 
     void AddText(const Shape& shape, const Placement& place, Figure& figure) {
+        for (const TextRun& run : TextOf(shape)) Spend(run.text.size());
         if (TextOf(shape).empty() || Value(shape, Name::HideText) != 0) return;
         const double width = Value(shape, Name::Width), height = Value(shape, Name::Height);
         const auto orElse = [&](Name cell, double otherwise) {
@@ -246,6 +287,7 @@ class SceneBuilder {
                      pinY = orElse(Name::TxtLocPinY, blockHeight / 2);
         figure.text = PictureOfText(fonts_, document_, shape, blockWidth, blockHeight);
         if (figure.text.fragments.empty()) return;
+        Spend(kWorkOfAFragment * figure.text.fragments.size());
         const QPointF at = place.toScene.map(pin);
         QTransform text;
         text.translate(at.x(), at.y());
@@ -287,6 +329,7 @@ class SceneBuilder {
     const Document& document_;
     Scene& scene_;
     std::set<int> hidden_, locked_;  ///< Layers.
+    Effort& effort_;
 };
 
 /// Of a page whose drawing scale is not its page scale: paper inches to the drawing's inch.
@@ -310,11 +353,11 @@ Scene EmptyScene(const Shape& sheet) {
 
 }  // namespace
 
-Scene BuildScene(FontLibrary& fonts, const Document& document, const Page& page) {
+Scene BuildScene(FontLibrary& fonts, const Document& document, const Page& page, Effort& effort) {
     Scene scene = EmptyScene(page.sheet);
     scene.title = QString::fromStdString(document.title.empty() ? page.name : document.title);
     scene.name = QString::fromStdString(page.name);
-    SceneBuilder builder(fonts, document, scene);
+    SceneBuilder builder(fonts, document, scene, effort);
     std::vector<const Page*> pages = {&page};
     for (const Page* back = document.PageById(page.backPage);
          back && std::find(pages.begin(), pages.end(), back) == pages.end();
@@ -324,10 +367,15 @@ Scene BuildScene(FontLibrary& fonts, const Document& document, const Page& page)
     return scene;
 }
 
-Scene BuildScene(FontLibrary& fonts, const Document& document, const Master& master) {
+Scene BuildScene(FontLibrary& fonts, const Document& document, const Page& page) {
+    Effort effort;
+    return BuildScene(fonts, document, page, effort);
+}
+
+Scene BuildScene(FontLibrary& fonts, const Document& document, const Master& master, Effort& effort) {
     Scene scene = EmptyScene(master.sheet);
     scene.title = scene.name = QString::fromStdString(master.name);
-    SceneBuilder(fonts, document, scene).Add(master, PagePlacement(master.sheet));
+    SceneBuilder(fonts, document, scene, effort).Add(master, PagePlacement(master.sheet));
     return scene;
 }
 

@@ -14,7 +14,8 @@ namespace norvelis::drawing::render {
 
 namespace {
 
-/// Our reader's scenes, or libvisio's when our reader refuses; when both do, our reader's reason.
+/// Our reader's scenes, or libvisio's when the file is no package; when both refuse, our reader's reason. A
+/// package that our reader refuses is not given to anybody else: it may be made to do harm.
 template <class Ours, class Foreign>
 std::vector<Scene> Open(const std::string& path, Ours ours, Foreign foreign) {
     const std::string bytes = ReadFile(path);
@@ -22,7 +23,8 @@ std::vector<Scene> Open(const std::string& path, Ours ours, Foreign foreign) {
         const auto document = ReadPackage(bytes);
         return ours(*document);
     } catch (const RuntimeFailure&) {
-        if (auto scenes = foreign(bytes)) return std::move(*scenes);
+        const bool isPackage = bytes.starts_with("PK");
+        if (auto scenes = isPackage ? std::nullopt : foreign(bytes)) return std::move(*scenes);
         throw;
     }
 }
@@ -44,10 +46,11 @@ std::vector<Scene> OpenPages(const std::string& path) {
     NeedFonts();
     const auto ours = [](Document& document) {
         FontLibrary fonts;
+        Effort effort;
         std::vector<Scene> scenes;
         for (const auto& page : document.pages) {
             if (!page->background || document.pages.size() == 1)
-                scenes.push_back(BuildScene(fonts, document, *page));
+                scenes.push_back(BuildScene(fonts, document, *page, effort));
         }
         return scenes;
     };
@@ -58,11 +61,13 @@ std::vector<Scene> OpenMasters(const std::string& path) {
     NeedFonts();
     const auto ours = [](Document& document) {
         FontLibrary fonts;
+        Effort effort;
         std::vector<Scene> scenes;
         Recalculation recalculation(document, fonts);
         for (const auto& master : document.masters) AddSampleText(recalculation, *master);
         recalculation.Settle();
-        for (const auto& master : document.masters) scenes.push_back(BuildScene(fonts, document, *master));
+        for (const auto& master : document.masters)
+            scenes.push_back(BuildScene(fonts, document, *master, effort));
         return scenes;
     };
     return Open(path, ours, &ForeignMasters);

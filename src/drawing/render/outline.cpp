@@ -6,6 +6,8 @@
 #include <cmath>
 #include <numbers>
 
+#include "drawing/render/free_curves.h"
+
 namespace norvelis::drawing::render {
 
 namespace {
@@ -71,6 +73,16 @@ void Ellipse(QPainterPath& path, QPointF center, QPointF first, QPointF second) 
     path.closeSubpath();
 }
 
+/// A line through two points that goes beyond every page.
+void AddInfiniteLine(QPainterPath& path, QPointF one, QPointF other) {
+    constexpr double kReach = 1000;  // Inches.
+    const QLineF line(one, other);
+    if (!(line.length() > 1e-9)) return;
+    const QPointF way = (other - one) / line.length() * kReach;
+    path.moveTo(one - way);
+    path.lineTo(one + way);
+}
+
 bool HasCurves(const QPainterPath& path) {
     for (int i = 0; i < path.elementCount(); ++i) {
         if (path.elementAt(i).isCurveTo()) return true;
@@ -83,7 +95,9 @@ bool HasCurves(const QPainterPath& path) {
 QPainterPath Outline(const std::vector<OutlineRow>& rows, double width, double height) {
     QPainterPath path;
     path.setFillRule(Qt::OddEvenFill);
+    Spline spline;
     for (const OutlineRow& row : rows) {
+        if (row.type != Name::SplineKnot) spline.AddTo(path);
         const QPointF at(row.x, row.y);
         const auto part = [&](double x, double y) { return QPointF(x * width, y * height); };
         switch (row.type) {
@@ -115,16 +129,28 @@ QPainterPath Outline(const std::vector<OutlineRow>& rows, double width, double h
                 Ellipse(path, at, {row.a, row.b}, {row.c, row.d});
                 break;
             case Name::LineTo:
-            case Name::PolylineTo:
-            case Name::SplineStart:
-            case Name::SplineKnot:
-            case Name::NURBSTo:
                 path.lineTo(at);
-                break;  // Free curves by their knots.
+                break;
+            case Name::PolylineTo:
+                AddPolyline(path, row, width, height);
+                break;
+            case Name::NURBSTo:
+                AddNurbs(path, row, width, height);
+                break;
+            case Name::SplineStart:
+                spline = Spline(path.currentPosition(), row);
+                break;
+            case Name::SplineKnot:
+                spline.AddKnot(row);
+                break;
+            case Name::InfiniteLine:
+                AddInfiniteLine(path, at, {row.a, row.b});
+                break;
             default:
                 break;
         }
     }
+    spline.AddTo(path);
     return path;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPainterPath>
+#include <string>
 #include <vector>
 
 #include "drawing/model/names.h"
@@ -12,6 +13,7 @@ namespace norvelis::drawing::render {
 struct OutlineRow {
     Name type = Name::None;
     double x = 0, y = 0, a = 0, b = 0, c = 0, d = 0;
+    std::string data;  ///< Of a row that holds many points: "NURBS(...)" or "POLYLINE(...)".
 };
 
 /// `width` and `height` are the shape's, which the Rel... rows count in.

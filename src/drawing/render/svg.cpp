@@ -205,12 +205,19 @@ class Writer {
             Set(span, "font-size", Number(fragment.font.pixelSize()));
             if (fragment.font.bold()) Set(span, "font-weight", "bold");
             if (fragment.font.italic()) Set(span, "font-style", "italic");
-            if (fragment.font.underline()) Set(span, "text-decoration", "underline");
+            if (const std::string lines = Decoration(fragment.font); !lines.empty())
+                Set(span, "text-decoration", lines);
             Set(span, "fill", Color(fragment.color));
             if (fragment.color.alpha() < 255)
                 Set(span, "fill-opacity", fmt::format("{:.3g}", fragment.color.alphaF()));
             span.text() = fragment.text.toUtf8().constData();
         }
+    }
+
+    static std::string Decoration(const QFont& font) {
+        const char* both = font.underline() && font.strikeOut() ? " " : "";
+        return std::string(font.underline() ? "underline" : "") + both +
+               (font.strikeOut() ? "line-through" : "");
     }
 
     /// The family with its equals in measure, so that a viewer without the first keeps the line widths.

@@ -35,6 +35,7 @@ Letters LettersOf(const Document& document, const Shape& shape, int row) {
     letters.font.setBold((style & 1) != 0);
     letters.font.setItalic((style & 2) != 0);
     letters.font.setUnderline((style & 4) != 0);
+    letters.font.setStrikeOut(cell(Name::Strikethru) != 0);
     letters.font.setKerning(false);  // Lines are measured character by character.
     letters.font.setHintingPreference(QFont::PreferNoHinting);
     letters.letterCase = static_cast<int>(cell(Name::Case));

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <limits>
 
+#include "core/failure.h"
 #include "drawing/render/build_scene.h"
 #include "drawing/render/open.h"
 #include "drawing/render/paint.h"
@@ -166,6 +167,45 @@ TEST_F(SceneTest, TextKeepsTheOrderColourAndSizeOfItsPieces) {
         EXPECT_NEAR(fragment.start.x() + fragment.width / 2, 1.5 * kUnitsPerInch, 1);
 }
 
+TEST_F(SceneTest, LettersHaveTheirStyleAndHeight) {
+    Shape& box = sample_.AddBox(2, 1.5, 3, 2, "#ffffff");
+    box.text = TextRuns{{"a", 0}, {"b", 1}, {"c", 2}, {"d", 3}};
+    SampleDrawing::Letters(box, 0, Name::Style).SetNumber(2 | 4);
+    SampleDrawing::Letters(box, 1, Name::Strikethru).SetNumber(1);
+    SampleDrawing::Letters(box, 2, Name::Pos).SetNumber(1);
+    SampleDrawing::Letters(box, 3, Name::Case).SetNumber(1);
+    const auto fragments = Build().figures.front().text.fragments;
+    ASSERT_EQ(fragments.size(), 4u);
+    EXPECT_TRUE(fragments[0].font.italic() && fragments[0].font.underline() &&
+                !fragments[0].font.strikeOut());
+    EXPECT_TRUE(fragments[1].font.strikeOut());
+    EXPECT_LT(fragments[2].start.y(), fragments[1].start.y());  // Superscript: smaller and higher.
+    EXPECT_LT(fragments[2].font.pixelSize(), fragments[1].font.pixelSize());
+    EXPECT_EQ(fragments[3].text, "D");
+}
+
+TEST_F(SceneTest, TabsAndAlignmentPlaceThePieces) {
+    Shape& box = sample_.AddBox(2, 1.5, 3, 2, "#ffffff");
+    box.cells.Set(Name::LeftMargin, 0)
+        .Set(Name::RightMargin, 0)
+        .Set(Name::VerticalAlign, 0)
+        .Set(Name::TopMargin, 0);
+    box.text = TextRuns{{"a\tb\nc"}};
+    box.LocalAt({Name::Paragraph, 0, RowKey::Number(0), Name::HorzAlign}).SetNumber(0);
+    box.LocalAt({Name::Tabs, 0, RowKey::Number(0), Name::Position0}).SetNumber(1.25);
+    const auto fragments = [this] { return Build().figures.front().text.fragments; };
+    const auto left = [](const Fragment& fragment) { return fragment.start.x() / kUnitsPerInch; };
+    ASSERT_EQ(fragments().size(), 3u);
+    EXPECT_NEAR(left(fragments()[0]), 0, 0.01);
+    EXPECT_NEAR(left(fragments()[1]), 1.25, 0.01);
+    const double top = fragments()[2].start.y();
+    box.cells.Set(Name::VerticalAlign, 2).Set(Name::BottomMargin, 0);
+    EXPECT_GT(fragments()[2].start.y(), top + 1.4 * kUnitsPerInch);
+    box.LocalAt({Name::Paragraph, 0, RowKey::Number(0), Name::HorzAlign}).SetNumber(2);
+    const Fragment last = fragments()[2];
+    EXPECT_NEAR(left(last) + last.width / kUnitsPerInch, 3, 0.01);
+}
+
 TEST_F(SceneTest, TextIsAsWideAsItWasMeasured) {
     Shape& box = sample_.AddBox(2, 1.5, 3, 1, "#ffffff");
     box.text = TextRuns{{"HHHHHHHHHH"}};
@@ -236,6 +276,33 @@ TEST_F(SceneTest, DamagedNumbersDoNoHarm) {
     sample_.AddBox(1, 1, 1, 1, "#00ff00");
     EXPECT_EQ(Build().figures.size(), 5u);
     EXPECT_EQ(Picture(Build(), 10).width(), 40);
+}
+
+TEST_F(SceneTest, WhatRepeatsWithoutEndIsRefused) {
+    // A small file: a master of many points and long texts, and many instances that state nothing themselves.
+    Master& master = sample_.document.AddMaster("Bomb");
+    auto shape = std::make_unique<Shape>();
+    for (int i = 0; i < 20'000; ++i) {
+        Row& row = shape->At(Name::Geometry).rows.emplace_back();
+        row.key = RowKey::Number(i + 1);
+        row.type = Name::LineTo;
+    }
+    shape->text = TextRuns{{std::string(100'000, 'x')}};
+    shape->cells.SetText(Name::Comment, std::string(100'000, 'y'));
+    master.Add(std::move(shape));
+    for (int i = 0; i < 5'000; ++i) DropInstance(sample_.First(), master, 1, 1);
+    EXPECT_THROW(Build(), RuntimeFailure);
+}
+
+TEST_F(SceneTest, GuidesAndPicturesOfUnknownKindsAreNotShown) {
+    auto guide = sample_.Box(1, 1.5, 1, 1, "#ff0000");
+    guide->kind = ShapeKind::Guide;
+    sample_.First().Add(std::move(guide));
+    auto picture = sample_.Box(3, 1.5, 1, 1, "#ffffff");
+    picture->picture = std::make_unique<ForeignPicture>(ForeignPicture{"EnhMetaFile", "", "emf", "nothing"});
+    sample_.First().Add(std::move(picture));
+    EXPECT_EQ(ColorAt(1, 1.5), "#ffffff");
+    EXPECT_EQ(Build().figures.size(), 1u);
 }
 
 TEST_F(SceneTest, AHugePageGivesAPictureOfBoundedSize) {
