@@ -8,6 +8,7 @@ namespace norvelis::layout {
 namespace {
 
 constexpr double bendCost = 1.0;       // inches that a line goes out of its way to save a bend
+constexpr double crossingCost = 0.3;   // inches to save a crossing
 constexpr double wrongSideCost = 4.0;  // inches to keep the side that the style asks for
 
 std::size_t At(int i) {
@@ -40,7 +41,8 @@ CorridorSearch::CorridorSearch(const FreeSpace& space, const std::vector<Rect>& 
       portalUse_(At(space.PortalCount())),
       exitUse_(At(space.ExitCount())),
       levelUse_(space.Cells().size()),
-      states_(space.Cells().size()) {}
+      passed_(space.Cells().size()),
+      states_(At(space.ExitCount() + 2 * space.PortalCount())) {}
 
 double CorridorSearch::PortalToll(int portal, double width) const {
     const double share = (portalUse_[At(portal)] + 1) * lineGap_ / std::max(width, 1e-6);
@@ -56,27 +58,72 @@ double CorridorSearch::ExitToll(const Exit& exit, bool leaves) const {
     return toll;
 }
 
+/// Of a level piece: its length, more in a crowd, and the uprights that it may be expected to cross.
 double CorridorSearch::LevelCost(int cell, double length) const {
     const Rect& area = space_.Cells()[At(cell)].area;
-    const double share = levelUse_[At(cell)] * lineGap_ / std::max(area.Width() * area.Height(), 1e-6);
-    return length * (1 + std::min(4.0, 2 * share * share));
+    const double width = std::max(area.Width(), 1e-6);
+    const double share = levelUse_[At(cell)] * lineGap_ / std::max(width * area.Height(), 1e-6);
+    return length * (1 + std::min(4.0, 2 * share * share) + crossingCost * passed_[At(cell)] / width);
+}
+
+/// Of an upright piece: the level ones that it may be expected to cross.
+double CorridorSearch::PassCost(int cell) const {
+    return crossingCost * levelUse_[At(cell)] / std::max(space_.Cells()[At(cell)].area.Width(), 1e-6);
+}
+
+/// The state with its upright piece, or the next one after a level piece in the cell, between lo and hi.
+CorridorSearch::State CorridorSearch::Narrow(State state, int cell, double lo, double hi) const {
+    if (!state.level && std::max(state.lo, lo) < std::min(state.hi, hi)) {
+        const double paid = Distance(state.fromLo, state.fromHi, state.lo, state.hi);
+        state.lo = std::max(state.lo, lo);
+        state.hi = std::min(state.hi, hi);
+        const double more = Distance(state.fromLo, state.fromHi, state.lo, state.hi) - paid;
+        if (more > 0) state.cost += LevelCost(state.levelCell, more);
+        return state;
+    }
+    // The upright piece stands as near to where it must go on as it can.
+    const double edge = lo >= state.hi ? state.hi : hi <= state.lo ? state.lo : std::clamp(state.lo, lo, hi);
+    const double paid = Distance(state.fromLo, state.fromHi, state.lo, state.hi);
+    const double more = Distance(state.fromLo, state.fromHi, edge, edge) - paid;
+    if (more > 0) state.cost += LevelCost(state.levelCell, more);
+    state.cost += LevelCost(cell, Distance(edge, edge, lo, hi)) + (state.level ? bendCost : 2 * bendCost);
+    state.fromLo = state.fromHi = edge;
+    state.levelCell = cell;
+    state.lo = lo;
+    state.hi = hi;
+    state.level = false;
+    return state;
 }
 
 double CorridorSearch::GoalCost(const State& state, int cell, const Exit& goal, const Rect& target) const {
-    double cost = state.cost + ExitToll(goal, false);
+    const double toll = ExitToll(goal, false);
     if (IsLevel(goal.side)) {
         const double x = SideX(goal, target);
-        if (!state.level) return cost + LevelCost(cell, Distance(state.lo, state.hi, x, x)) + bendCost;
-        const double apart = Distance(state.start->lo, state.start->hi, goal.lo, goal.hi);
-        return cost + std::abs(x - state.lo) + apart +
-               (apart > 0 || goal.hi < state.start->lo ? 2 * bendCost : 0);
+        if (state.level) {
+            const double apart = Distance(state.start->lo, state.start->hi, goal.lo, goal.hi);
+            return state.cost + toll + std::abs(x - state.lo) + apart +
+                   (apart > 0 || goal.hi < state.start->lo ? 2 * bendCost : 0);
+        }
+        // The way from the last level piece to the side, by the upright piece's nearest place.
+        const double from = std::clamp(x, state.fromLo, state.fromHi);
+        const double detour = Distance(state.lo, state.hi, std::min(from, x), std::max(from, x));
+        const double paid = Distance(state.fromLo, state.fromHi, state.lo, state.hi);
+        return state.cost + toll + LevelCost(cell, std::abs(x - from) + 2 * detour - paid) + bendCost;
     }
-    const double side = Distance(state.lo, state.hi, goal.lo, goal.hi);
-    cost += std::abs(SideY(goal, target) - state.y);
-    if (state.level) return cost + LevelCost(cell, side) + bendCost;
-    return cost + (side > 0 || std::min(state.hi, goal.hi) <= std::max(state.lo, goal.lo)
-                       ? LevelCost(cell, side) + 2 * bendCost
-                       : 0);
+    return Narrow(state, cell, goal.lo, goal.hi).cost + toll + std::abs(SideY(goal, target) - state.y);
+}
+
+CorridorSearch::State CorridorSearch::StartAt(const Exit& exit, const Rect& source) {
+    State state;
+    state.start = &exit;
+    state.cell = exit.cell;
+    state.level = IsLevel(exit.side);
+    state.lo = state.level ? SideX(exit, source) : exit.lo;
+    state.hi = state.level ? state.lo : exit.hi;
+    state.y = state.level ? (exit.lo + exit.hi) / 2 : SideY(exit, source);
+    state.fromLo = state.lo;
+    state.fromHi = state.hi;
+    return state;
 }
 
 std::optional<Corridor> CorridorSearch::Find(int from, int to) {
@@ -85,107 +132,98 @@ std::optional<Corridor> CorridorSearch::Find(int from, int to) {
     const Rect& source = boxes_[At(from)];
     const Rect& target = boxes_[At(to)];
     const bool loop = from == to;
-    const auto push = [&](int cell, const State& state) {
-        State& known = states_[At(cell)];
+    // A state for each exit and for each direction through a portal.
+    const auto push = [&](int number, const State& state) {
+        State& known = states_[At(number)];
         if (known.done == search_ || (known.seen == search_ && known.cost <= state.cost)) return;
         known = state;
         known.seen = search_;
-        const double ahead = Distance(state.lo, state.hi, target.x0, target.x1) +
+        const double paid = Distance(state.fromLo, state.fromHi, state.lo, state.hi);
+        const double ahead = std::max(Distance(state.lo, state.hi, target.x0, target.x1),
+                                      Distance(state.fromLo, state.fromHi, target.x0, target.x1) - paid) +
                              Distance(state.y, state.y, target.y0, target.y1);
-        queue_.push_back({state.cost + ahead, cell});
+        queue_.push_back({state.cost + ahead, number});
         std::push_heap(queue_.begin(), queue_.end());
     };
     for (const Exit& exit : space_.ExitsOf(from)) {
-        State state;
-        state.start = &exit;
+        if (loop && IsLevel(exit.side)) continue;
+        State state = StartAt(exit, source);
+        if (state.level) state.y = std::clamp((target.y0 + target.y1) / 2, exit.lo, exit.hi);
         state.cost = ExitToll(exit, true);
-        state.level = IsLevel(exit.side);
-        if (loop && state.level) continue;
-        if (state.level) {
-            state.lo = state.hi = SideX(exit, source);
-            state.y = std::clamp((target.y0 + target.y1) / 2, exit.lo, exit.hi);
-        } else {
-            state.lo = exit.lo;
-            state.hi = exit.hi;
-            state.y = SideY(exit, source);
-        }
-        push(exit.cell, state);
+        push(exit.id, state);
     }
 
     double best = std::numeric_limits<double>::infinity();
-    int bestCell = -1;
+    int bestState = -1;
     const Exit* bestGoal = nullptr;
     while (!queue_.empty() && queue_.front().estimate < best) {
-        const int cell = queue_.front().cell;
+        const int number = queue_.front().state;
         std::pop_heap(queue_.begin(), queue_.end());
         queue_.pop_back();
-        State& state = states_[At(cell)];
+        State& state = states_[At(number)];
         if (state.done == search_) continue;
         state.done = search_;
+        const int cell = state.cell;
         for (const Exit& goal : space_.ExitsOf(to)) {
             if (goal.cell != cell || (loop && !IsLevel(goal.side))) continue;
             const double cost = GoalCost(state, cell, goal, target);
             if (cost < best) {
                 best = cost;
-                bestCell = cell;
+                bestState = number;
                 bestGoal = &goal;
             }
         }
         const FreeCell& here = space_.Cells()[At(cell)];
         for (std::size_t i = 0; i < here.portals.size(); ++i) {
             const Portal& portal = here.portals[i];
-            if (states_[At(portal.to)].done == search_) continue;
-            State next;
-            next.start = state.start;
-            next.parent = cell;
+            const int through = space_.ExitCount() + 2 * portal.id + (portal.to > cell ? 1 : 0);
+            const int back = space_.ExitCount() + 2 * portal.id + (portal.to > cell ? 0 : 1);
+            if (number == back || states_[At(through)].done == search_) continue;
+            State next = Narrow(state, cell, portal.lo, portal.hi);
+            next.done = -1;
+            next.cell = portal.to;
+            next.parent = number;
             next.portal = static_cast<int>(i);
             next.y = portal.y;
-            next.cost =
-                state.cost + std::abs(portal.y - state.y) + PortalToll(portal.id, portal.hi - portal.lo);
-            next.lo = std::max(state.lo, portal.lo);
-            next.hi = std::min(state.hi, portal.hi);
-            if (next.lo >= next.hi || state.level) {
-                next.cost += LevelCost(cell, Distance(state.lo, state.hi, portal.lo, portal.hi)) +
-                             (state.level ? bendCost : 2 * bendCost);
-                next.lo = portal.lo;
-                next.hi = portal.hi;
-            }
-            push(portal.to, next);
+            next.cost +=
+                std::abs(portal.y - state.y) + PortalToll(portal.id, portal.hi - portal.lo) + PassCost(cell);
+            push(through, next);
         }
     }
-    if (bestCell < 0) return std::nullopt;
+    if (bestState < 0) return std::nullopt;
 
-    Corridor corridor{*states_[At(bestCell)].start, *bestGoal, {}, {bestCell}};
-    for (int cell = bestCell; states_[At(cell)].parent >= 0;) {
-        const State& state = states_[At(cell)];
-        corridor.portals.push_back(space_.Cells()[At(state.parent)].portals[At(state.portal)]);
-        cell = state.parent;
-        corridor.cells.push_back(cell);
+    const State* state = &states_[At(bestState)];
+    Corridor corridor{*state->start, *bestGoal, {}, {state->cell}};
+    for (; state->parent >= 0; state = &states_[At(state->parent)]) {
+        const int before = states_[At(state->parent)].cell;
+        corridor.portals.push_back(space_.Cells()[At(before)].portals[At(state->portal)]);
+        corridor.cells.push_back(before);
     }
     std::reverse(corridor.portals.begin(), corridor.portals.end());
     std::reverse(corridor.cells.begin(), corridor.cells.end());
     return corridor;
 }
 
-void CorridorSearch::Take(const Corridor& corridor) {
+void CorridorSearch::Take(const Corridor& corridor, int from) {
     ++exitUse_[At(corridor.from.id)];
     ++exitUse_[At(corridor.to.id)];
-    double lo = corridor.from.lo, hi = corridor.from.hi;
-    if (IsLevel(corridor.from.side))
-        lo = hi = corridor.cells.empty() ? 0 : space_.Cells()[At(corridor.cells[0])].area.x0;
+    State state = StartAt(corridor.from, boxes_[At(from)]);
+    const auto use = [&](double lo, double hi, std::size_t i) {
+        const State next = Narrow(state, corridor.cells[i], lo, hi);
+        if (next.levelCell >= 0) {
+            const bool isNew = next.fromLo != state.fromLo || next.levelCell != state.levelCell;
+            const double paid = isNew ? 0 : Distance(state.fromLo, state.fromHi, state.lo, state.hi);
+            levelUse_[At(next.levelCell)] += Distance(next.fromLo, next.fromHi, next.lo, next.hi) - paid;
+        }
+        state = next;
+    };
     for (std::size_t i = 0; i < corridor.portals.size(); ++i) {
         const Portal& portal = corridor.portals[i];
         ++portalUse_[At(portal.id)];
-        const double side = Distance(lo, hi, portal.lo, portal.hi);
-        if (std::min(hi, portal.hi) > std::max(lo, portal.lo)) {
-            lo = std::max(lo, portal.lo);
-            hi = std::min(hi, portal.hi);
-        } else {
-            levelUse_[At(corridor.cells[i])] += side;
-            lo = portal.lo;
-            hi = portal.hi;
-        }
+        ++passed_[At(corridor.cells[i])];
+        use(portal.lo, portal.hi, i);
     }
+    if (!IsLevel(corridor.to.side)) use(corridor.to.lo, corridor.to.hi, corridor.portals.size());
 }
 
 }  // namespace norvelis::layout

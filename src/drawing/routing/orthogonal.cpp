@@ -161,7 +161,7 @@ double OrthogonalRouter::TakeLevel(double wish, Range range, double x0, double x
 std::optional<std::vector<Point>> OrthogonalRouter::Route(int line, int from, int to) {
     const std::optional<Corridor> corridor = search_.Find(from, to);
     if (!corridor) return std::nullopt;
-    search_.Take(*corridor);
+    search_.Take(*corridor, from);
     const Exit &leave = corridor->from, &arrive = corridor->to;
     const int trunk =
         rule_.family == RouteFamily::Tree ? -1 - from : line;  // all that leaves an owner is one net

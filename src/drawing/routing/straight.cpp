@@ -216,7 +216,7 @@ std::optional<std::vector<Point>> StraightRouter::Through(int line) {
     const int from = lines_[At(line)].from, to = lines_[At(line)].to;
     const auto corridor = search_.Find(from, to);
     if (!corridor) return std::nullopt;
-    search_.Take(*corridor);
+    search_.Take(*corridor, from);
     const Rect &source = boxes_[At(from)], &target = boxes_[At(to)];
     std::vector<Point> way = ShortestThrough(source.Center(), DoorsOf(*corridor, line), target.Center());
     if (!ClipToBorders(way, source, target) || !IsClear(way)) return std::nullopt;
