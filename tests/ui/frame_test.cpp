@@ -194,6 +194,7 @@ TEST_F(FrameTest, ExtractionRunsToItsEndWhileTheWindowLives) {
             sawDisabled || !ui.frame->findChild<QAction*>("mnu_Classic_Extract_Report")->isEnabled();
     });
     observer.start(0);
+    ui.host.everyTurn = true;
     ui.Choose("mnu_Classic_Extract_Report");
     EXPECT_THAT(
         ui.host.TakeTexts(),

@@ -32,6 +32,8 @@ class RecordingHost : public QtHost {
     std::vector<Message> messages;
     std::deque<Answer> answers;
     std::function<void(const Message&)> during;  ///< What happens while a box is open.
+    bool everyTurn =
+        false;  ///< Take each offered turn, so that what is seen does not hang on the machine's speed.
 
     Answer MessageBox(const Message& message) override {
         messages.push_back(message);
@@ -41,6 +43,13 @@ class RecordingHost : public QtHost {
         const Answer answer = answers.front();
         answers.pop_front();
         return answer;
+    }
+    void Yield() override {
+        if (everyTurn) {
+            QApplication::processEvents();
+        } else {
+            QtHost::Yield();
+        }
     }
     std::vector<std::string> TakeTexts() {
         std::vector<std::string> texts;
