@@ -134,10 +134,8 @@ void frm_Treeview::loadtreeform() {
         WriteToProcessLog(app, "Treeview", "loadtreeform", line);
     };
     log("Entered form treeview.....");
-    hover_->Hide();
-    const clsHourglass hourglass(app.host);
     log("frm_Treeview.process_Refresh....");
-    process_Refresh();
+    TreeForm::loadtreeform();
     log("Done....");
 }
 
