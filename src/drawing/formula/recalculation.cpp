@@ -230,7 +230,8 @@ bool Recalculation::SetFormula(Canvas& canvas, Shape& shape, const CellRef& ref,
 bool Recalculation::SetValue(Canvas& canvas, Shape& shape, const CellRef& ref, const Value& value) {
     if (!Fits(ref, value) || FormulaOf(shape, ref).starts_with("GUARD(")) return false;
     const Cell* cell = drawing::Find(shape, ref);
-    PutValue(canvas, shape, ref, value, cell ? cell->unit : Name::None);
+    const bool keepsUnit = cell && cell->isText == value.isText;
+    PutValue(canvas, shape, ref, value, keepsUnit ? cell->unit : Name::None);
     return true;
 }
 

@@ -210,10 +210,13 @@ class Copier {
 
 Master& CopyMaster(const Document& from, const Master& master, Document& to) {
     Copier copier(from, to);
+    const bool isSecond = std::any_of(to.masters.begin(), to.masters.end(), [&master](const auto& other) {
+        return other->uniqueId == master.uniqueId;
+    });
     Master& copy = to.AddMaster(master.name);
     copy.nameU = master.nameU;
     copy.prompt = master.prompt;
-    copy.uniqueId = master.uniqueId;
+    if (!isSecond) copy.uniqueId = master.uniqueId;
     copy.baseId = master.baseId;
     copy.hidden = master.hidden;
     copy.matchByName = master.matchByName;

@@ -1,5 +1,6 @@
 #include "drawing/package/xml_writer.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
@@ -27,6 +28,14 @@ std::size_t Character(std::string_view text) {
         return code < 0x10000 || code > 0x10FFFF ? 0 : 4;
     }
     return 0;
+}
+
+/// Length of the start of `text` that every place takes as it stands.
+std::size_t PlainLength(std::string_view text) {
+    const auto special = [](char c) {
+        return c < ' ' || c > '~' || c == '&' || c == '<' || c == '>' || c == '"';
+    };
+    return static_cast<std::size_t>(std::ranges::find_if(text, special) - text.begin());
 }
 
 }  // namespace
@@ -93,6 +102,10 @@ void XmlWriter::EndTag() {
 
 void XmlWriter::Escape(std::string_view text, bool attribute) {
     while (!text.empty()) {
+        const std::size_t plain = PlainLength(text);
+        xml_ += text.substr(0, plain);
+        text.remove_prefix(plain);
+        if (text.empty()) return;
         const std::size_t length = Character(text);
         const char c = text[0];
         if (length == 0) {

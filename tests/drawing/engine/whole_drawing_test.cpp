@@ -10,6 +10,7 @@
 #include "diagram/page_layout.h"
 #include "drawing/engine/drawing_engine.h"
 #include "drawing/engine/page_arrangement.h"
+#include "drawing/opened_package.h"
 #include "drawing/package/package.h"
 #include "drawing/package_rules.h"
 #include "extract/driver.h"
@@ -195,6 +196,16 @@ TEST_F(SampleDrawingTest, ALayoutIsAppliedToASavedFile) {
     EXPECT_LT(pin("CLIENT"), pin("COMMISSION"));
     EXPECT_LT(pin("COMMISSION"), pin("PAYMENT"));
     EXPECT_EQ(ReadFile(File("EMPSCHM.vsd")), ReadFile(File("EMPSCHM.vsdx")));
+}
+
+TEST_F(SampleDrawingTest, AFileWithPartsThatSavingWouldLoseIsLeftAsItWas) {
+    ASSERT_EQ(DrawVisioDiagramSingle(draw, "EMPSCHM", nullptr), DrawResult::Saved);
+    std::vector<drawing::Part> parts = drawing::PartsOf(ReadFile(File("EMPSCHM.vsd")));
+    parts.push_back({"visio/comments.xml", "<Comments/>"});
+    const std::string commented = drawing::Zip(parts);
+    WriteFile(File("EMPSCHM.vsd"), commented);
+    EXPECT_FALSE(ApplyLayoutToFile(draw, File("EMPSCHM.vsd")));
+    EXPECT_EQ(ReadFile(File("EMPSCHM.vsd")), commented);
 }
 
 TEST_F(SampleDrawingTest, AFileThatCanNotBeWrittenIsLeftAsItWas) {
