@@ -2,12 +2,12 @@
 // texts. Counters: the nodes, and by how many megabytes the process grew.
 #include <benchmark/benchmark.h>
 
-#include <fstream>
 #include <string>
 
 #include "browse/record_search.h"
 #include "browse/tree_load.h"
 #include "layered_schema.h"
+#include "resident_memory.h"
 #include "test_store.h"
 
 namespace norvelis {
@@ -28,13 +28,6 @@ class SilentHost : public Host {
     void OpenScreen(Screen, bool) override {}
     long turns = 0;
 };
-
-double ResidentMegabytes() {
-    std::ifstream file("/proc/self/statm");
-    long pages = 0;
-    file >> pages >> pages;
-    return static_cast<double>(pages) * 4096 / 1e6;
-}
 
 void LoadTree(benchmark::State& state) {
     TestApp test;

@@ -7,7 +7,6 @@
 #include <QTest>
 #include <QTimer>
 #include <algorithm>
-#include <fstream>
 #include <vector>
 
 #include "core/paths.h"
@@ -15,6 +14,7 @@
 #include "extract/driver.h"
 #include "layered_schema.h"
 #include "report_generator.h"
+#include "resident_memory.h"
 #include "store/settings.h"
 #include "ui/c_tree_view.h"
 #include "ui/drawing_control.h"
@@ -89,13 +89,6 @@ class Pulse {
     QElapsedTimer since_;
     qint64 longest_ = 0;
 };
-
-double ResidentMegabytes() {
-    std::ifstream file("/proc/self/statm");
-    long pages = 0;
-    file >> pages >> pages;
-    return static_cast<double>(pages) * 4096 / 1e6;
-}
 
 double Seconds(const QElapsedTimer& since) {
     return static_cast<double>(since.nsecsElapsed()) / 1e9;

@@ -23,6 +23,7 @@ constexpr double kZoomStep = 1.25;  // Of a key or a notch of the wheel.
 constexpr double kLargest = 8;      // Times life size.
 constexpr int kArrowStep = 48;      // Pixels.
 constexpr double kSlack = 3;        // Pixels beside a shape that still hit it.
+constexpr double kMuted = 0.55;     // Of words that say that there is nothing.
 constexpr int kSlow = 250;          // Milliseconds for which another file's picture may stay.
 
 /// A link may lead to the web, to a person or to a file, and to nothing that would be run.
@@ -158,8 +159,10 @@ void DrawingControl2::paintEvent(QPaintEvent* event) {
     painter.fillRect(event->rect(), palette().color(QPalette::Mid));
     if (!picture_) {
         painter.setPen(palette().color(QPalette::Text));
+        painter.setOpacity(reason_.isEmpty() ? kMuted : 1);
         painter.drawText(rect().adjusted(kMargin, kMargin, -kMargin, -kMargin),
-                         Qt::AlignCenter | Qt::TextWordWrap, reason_);
+                         Qt::AlignCenter | Qt::TextWordWrap,
+                         reason_.isEmpty() ? "No drawing on show" : reason_);
         return;
     }
     const QRectF page(origin_, picture_->PageSize() * scale_);

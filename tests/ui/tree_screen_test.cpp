@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <fstream>
 
 #include "schema_rows.h"
 #include "ui/c_tree_view.h"
@@ -319,7 +320,7 @@ TEST_F(TreeScreenTest, AStoreThatVanishedLeavesTheScreensAsTheyWere) {
 
 TEST_F(TreeScreenTest, AStoreThatWasOverwrittenIsSaidAndTheProgramGoesOn) {
     StartWithTwoSchemas();
-    WriteFile(ui.folder.Path("Database/records.mdb"), std::string(8192, 'x'));
+    std::ofstream(ui.folder.Path("Database/records.mdb")) << std::string(8192, 'x');
     Hover(Line("EMP"));
     Click(Line("EMP"));
     EXPECT_THAT(ui.host.messages, IsEmpty()) << "a look-up that fails is passed over";
