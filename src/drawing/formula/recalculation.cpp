@@ -349,12 +349,6 @@ void Recalculation::MarkAll(Canvas& canvas, Shape& shape, std::vector<Place>& to
     for (const auto& inner : shape.shapes) MarkAll(canvas, *inner, todo);
 }
 
-void Recalculation::AllChanged(Canvas& canvas) {
-    std::vector<Place> todo;
-    MarkAll(canvas, canvas.sheet, todo);
-    for (const auto& shape : canvas.shapes) MarkAll(canvas, *shape, todo);
-}
-
 void Recalculation::Dropped(Canvas& canvas, Shape& shape) {
     Added(canvas, shape);
     std::vector<CellRef> own;

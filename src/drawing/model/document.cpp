@@ -59,9 +59,6 @@ Master* Document::FindMaster(std::string_view name) const {
     return nullptr;
 }
 
-Master* Document::MasterById(int id) const {
-    return drawing::ById(masters, id);
-}
 StyleSheet* Document::StyleById(int id) const {
     return drawing::ById(styles, id);
 }

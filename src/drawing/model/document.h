@@ -88,7 +88,6 @@ struct Document {
         false;  ///< The file it was read from holds more than it; saved over it, that is lost.
 
     Master* FindMaster(std::string_view name) const;  ///< Letter case does not count.
-    Master* MasterById(int id) const;
     StyleSheet* FindStyle(std::string_view name) const;
     StyleSheet* StyleById(int id) const;
     Page* PageById(int id) const;
