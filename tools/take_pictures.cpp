@@ -60,10 +60,7 @@ class Photographer {
 
   private:
     void Take(QWidget& widget, const QString& name) {
-        for (const auto* drawing : frame_.findChildren<DrawingControl2*>()) {
-            while (drawing->Loading()) LetPaint();
-        }
-        LetPaint();
+        LetShow();
         QPixmap picture = widget.grab();
         QPainter painter(&picture);
         for (auto* tip : frame_.findChildren<QWidget*>(QRegularExpression("^frmToolTip"))) {
@@ -71,6 +68,12 @@ class Photographer {
         }
         painter.end();
         picture.save(folder_ + "/" + name + ".png");
+    }
+    void LetShow() {
+        for (const auto* drawing : frame_.findChildren<DrawingControl2*>()) {
+            while (drawing->Loading()) LetPaint();
+        }
+        LetPaint();
     }
     void TakeScreen(Screen screen, const QString& name) {
         frame_.OpenScreen(screen, false);
@@ -84,7 +87,8 @@ class Photographer {
         Form& screen = *frame_.Find(Screen::Treeview);
         auto& Tview = *screen.findChild<cTreeView*>("Tview");
         const RecordTree tree = Tview.Tree();
-        const NodeIndex record = tree.Children(tree.Children(0)[0])[0];
+        NodeIndex record = 2;  // The first member of an entry record.
+        while (tree.Level(record) < 3) ++record;
         const auto hover = [&](NodeIndex node) {
             emit Tview.NodeHovered(
                 node, Tview.visualRect(Tview.model()->index(static_cast<int>(node), 0)).topLeft());
@@ -104,6 +108,7 @@ class Photographer {
         hover(0);
         hover(kNoNode);
         Press(screen, "Label1");
+        LetShow();
         for (int i = 0; i < 3; ++i) Press(*frame_.Find(Screen::DrawingViewer), "cmdZoomIn");
         Take(frame_, "viewer-" + skin);
         frame_.Find(Screen::DrawingViewer)->close();

@@ -326,7 +326,7 @@ TEST_F(TreeScreenTest, AStoreThatWasOverwrittenIsSaidAndTheProgramGoesOn) {
     EXPECT_THAT(ui.host.messages, IsEmpty()) << "a look-up that fails is passed over";
     Press("cmdRefresh");
     EXPECT_THAT(Lines(), IsEmpty());
-    EXPECT_THAT(ui.host.TakeTexts(), ElementsAre(HasSubstr("loadnodesfromaccess")));
+    EXPECT_THAT(ui.host.TakeTexts(), ElementsAre(HasSubstr("the file is no dictionary store")));
     Press("cmdDraw");
     EXPECT_FALSE(ui.frame->Busy());
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
