@@ -90,8 +90,8 @@ class Photographer {
         NodeIndex record = 2;  // The first member of an entry record.
         while (tree.Level(record) < 3) ++record;
         const auto hover = [&](NodeIndex node) {
-            emit Tview.NodeHovered(
-                node, Tview.visualRect(Tview.model()->index(static_cast<int>(node), 0)).topLeft());
+            const QModelIndex line = Tview.model()->index(static_cast<int>(node), 0);
+            emit Tview.NodeHovered(node, QPoint(130, Tview.visualRect(line).center().y()));
         };
         hover(0);
         hover(kNoNode);
