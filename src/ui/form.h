@@ -42,7 +42,7 @@ class Form : public QWidget {
     /// Moves the form; inside the main frame its caption stays within reach.
     void MoveTo(QPoint place);
     /// Back to the place where a form stands at first.
-    void Place();
+    virtual void Place();
 
     mdiMainMenu& Frame() { return frame_; }
 

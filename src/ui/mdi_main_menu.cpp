@@ -30,6 +30,7 @@
 #include "ui/frm_colors.h"
 #include "ui/frm_treeview.h"
 #include "ui/screens.h"
+#include "ui/skin_style.h"
 #include "ui/skins_and_colors.h"
 #include "ui/window_settings.h"
 
@@ -127,7 +128,7 @@ void mdiMainMenu::UpdateMinimized() {
 
 void mdiMainMenu::SetSkin(const Skin& skin) {
     skin_ = skin;
-    QApplication::setPalette(skin_.Palette());
+    SetStyleSkin(skin_);
     area_->SetBackground(skin_.frame);
 }
 

@@ -7,6 +7,7 @@
 #include <QToolButton>
 
 #include "ui/fb_tray_icon.h"
+#include "ui/set_directory.h"
 #include "ui/vbal_progress_bar.h"
 #include "ui_app.h"
 
@@ -120,7 +121,11 @@ TEST_F(FormsTest, TheKeyboardGoesRoundInsideAFormAndFromFormToForm) {
 }
 
 TEST_F(FormsTest, EveryControlThatTheKeyboardReachesHasANameForScreenReaders) {
-    for (const Form* form : {tree, settings}) {
+    ui.Choose("mnu_about");
+    const setDirectory picker(*ui.frame, setDirectory::Picks::File);
+    for (const Form* form :
+         std::initializer_list<const Form*>{tree, settings, ui.frame->Area().Active(), &picker}) {
+        EXPECT_FALSE(form->accessibleName().isEmpty());
         for (const QWidget* control : form->findChildren<QWidget*>()) {
             if (!(control->focusPolicy() & Qt::TabFocus) || control->objectName().startsWith("qt_")) continue;
             if (control->objectName().isEmpty()) continue;

@@ -62,6 +62,24 @@ TEST_F(PickerTest, AClickOnAFileStoresTheReportAndClosesThePicker) {
     EXPECT_EQ(ui.Ini("setDirectory", "Width"), "");
 }
 
+TEST_F(PickerTest, TheKeyboardAlonePicksAReport) {
+    WhenWaiting([&](QWidget& picker) {
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&picker));
+        const auto press = [](Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); };
+        EXPECT_EQ(QApplication::focusWidget()->objectName(), "Drive1");
+        press(Qt::Key_Tab);
+        EXPECT_EQ(QApplication::focusWidget()->objectName(), "Dir1");
+        press(Qt::Key_Tab);
+        EXPECT_EQ(QApplication::focusWidget()->objectName(), "File1");
+        press(Qt::Key_Down);
+        press(Qt::Key_Return);
+        EXPECT_FALSE(picker.isVisible());
+    });
+    ui.Click("Changerpt");
+    EXPECT_THAT(ui.host.TakeTexts(),
+                ElementsAre("IDMS report file has been set to:\r\n" + getreportlocation(ui.app)));
+}
+
 TEST_F(PickerTest, EveryChangeOfFolderIsStoredUntilTheWindowIsClosed) {
     WhenWaiting([&](QWidget& picker) {
         QListWidget& folders = List(picker, "Dir1");
