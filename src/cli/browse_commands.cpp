@@ -1,4 +1,5 @@
 #include <cstdio>
+#include <limits>
 #include <nlohmann/json.hpp>
 
 #include "browse/record_search.h"
@@ -111,7 +112,7 @@ void AddBrowseCommands(CLI::App& program, Context& context) {
 
     tree->add_option("SCHEMA", options->schema, "This schema only");
     tree->add_option("--depth", options->depth, "Levels to print, the schemas being level 1 (default: all)")
-        ->check(CLI::PositiveNumber);
+        ->check(CLI::Range(1, std::numeric_limits<int>::max()));
     tree->add_flag("--json", options->json, "As a JSON array in the order of the tree");
     tree->callback([&context, options] {
         context.run = [&context, options] {

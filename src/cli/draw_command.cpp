@@ -1,3 +1,4 @@
+#include <charconv>
 #include <cstdio>
 
 #include "cli/drawing_commands.h"
@@ -124,16 +125,18 @@ int RunDraw(Context& context, const DrawRequest& request) {
 
 void AddDraw(CLI::App& program, Context& context) {
     struct Words {
-        std::string layout, color, background;
-        std::uint64_t seed = 0;
+        std::string layout, color, background, seed;
     };
+    const auto named = [](const std::string& name) { return name.empty() ? "the name is empty" : ""; };
     auto request = std::make_shared<DrawRequest>();
     auto words = std::make_shared<Words>();
     auto* command = program.add_subcommand("draw", "Draw a schema's Bachman diagram as a Visio drawing");
     command->add_option("SCHEMA", request->schema, "Schema of the dictionary")->required();
     auto* separate =
         command->add_flag("--separate", request->separate, "A file for each record that is an entry");
-    command->add_option("--record", request->record, "This record with all below it")->excludes(separate);
+    command->add_option("--record", request->record, "This record with all below it")
+        ->check(named)
+        ->excludes(separate);
     command
         ->add_option(
             "--layout", words->layout,
@@ -151,11 +154,18 @@ void AddDraw(CLI::App& program, Context& context) {
             request->background = BackgroundNamed(name);
             return request->background->empty() ? "there is no background " + name : std::string();
         });
-    auto* seed = command->add_option("--seed", words->seed, "Equal seeds give equal drawings");
-    command->add_option("--out", request->out, "Folder of the drawings (default: the setting visiolocation)");
-    command->callback([&context, request, words, seed] {
+    command->add_option("--seed", words->seed, "A whole number; equal ones give equal drawings")
+        ->check([request](const std::string& text) {
+            std::uint64_t seed = 0;
+            const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seed);
+            if (error != std::errc() || end != text.data() + text.size()) return text + " is no seed";
+            request->seed = seed;
+            return std::string();
+        });
+    command->add_option("--out", request->out, "Folder of the drawings (default: the setting visiolocation)")
+        ->check(named);
+    command->callback([&context, request, words] {
         if (!words->color.empty()) request->color = words->color == "on";
-        if (seed->count() > 0) request->seed = words->seed;
         context.run = [&context, request] { return RunDraw(context, *request); };
     });
 }

@@ -1,5 +1,6 @@
 #include "core/paths.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -44,6 +45,22 @@ struct FileCloser {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
 using FilePointer = std::unique_ptr<std::FILE, FileCloser>;
+
+bool WriteOut(std::FILE* file, std::string_view content) {
+    return std::fwrite(content.data(), 1, content.size(), file) == content.size() && std::fflush(file) == 0 &&
+           fsync(fileno(file)) == 0;
+}
+
+/// By way of a file that has its name only once it is whole, so that nothing stays of a program that is
+/// killed before. False where the file system knows no such files.
+bool WriteUnnamed(const std::string& name, std::string_view content) {
+    const std::string folder = fs::path(name).parent_path().string();
+    const int number = open(folder.empty() ? "." : folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666);
+    const FilePointer file(number < 0 ? nullptr : fdopen(number, "wb"));
+    if (!file || !WriteOut(file.get(), content)) return false;
+    const std::string open = "/proc/self/fd/" + std::to_string(number);
+    return linkat(AT_FDCWD, open.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
+}
 
 std::vector<std::string> NamesIn(std::string_view folder, bool folders) {
     std::vector<std::string> names;
@@ -178,12 +195,12 @@ void WriteFileThrough(std::string_view path, const std::function<void(const std:
 }
 
 void WriteFile(std::string_view path, std::string_view content) {
+    const std::string target = Resolve(path);
     WriteFileThrough(path, [&](const std::string& temporary) {
-        FilePointer file(std::fopen(temporary.c_str(), "wb"));
-        if (!file) throw FileFailure(errno, temporary);
-        const bool written = std::fwrite(content.data(), 1, content.size(), file.get()) == content.size() &&
-                             std::fflush(file.get()) == 0 && fsync(fileno(file.get())) == 0;
-        if (!written) throw FileFailure(errno, temporary);
+        if (WriteUnnamed(temporary, content)) return;
+        const FilePointer file(std::fopen(temporary.c_str(), "wb"));
+        if (!file && errno == ENOENT) throw RuntimeFailure(FailureNumber::PathNotFound, target);
+        if (!file || !WriteOut(file.get(), content)) throw FileFailure(errno, target);
     });
 }
 

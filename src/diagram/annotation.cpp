@@ -29,13 +29,13 @@ std::string NoteText(const Recordset& index) {
     return text;
 }
 
-/// A group that shows its members behind its own text block carries its text in the last of them.
+/// A group may leave its text to the last of its members.
 engine::Ref<engine::Characters> TextTarget(engine::Shape& shape) {
     const auto members = shape.Shapes();
     const int count = members ? members->Count() : 0;
     if (count > 0) {
-        const CellRef display = shape.CellsSRC(engine::kGroupDisplayMode);
-        const ShapeRef last = display && display->ResultIU() == 0.0 ? members->Item(count) : nullptr;
+        const CellRef ownText = shape.CellsSRC(engine::kIsTextEditTarget);
+        const ShapeRef last = ownText && ownText->ResultIU() == 0.0 ? members->Item(count) : nullptr;
         if (last) return last->Characters();
     }
     return shape.Characters();
@@ -48,13 +48,14 @@ bool FormatRange(engine::Characters& characters, int begin, int end, int color) 
            characters.SetCharProps(CharProperty::Size, kSize) && SetDiagramFont(characters);
 }
 
-/// Text and formats of a note. A text that the target held already (the note's own, unless the target is a
-/// member of a group) stands before the range whose first line is red.
+/// Text and formats of a note: its first line red, those below it teal. The range begins behind what the
+/// target holds of its master's text, so that is counted before the note's own is there.
 bool FillNote(engine::Shape& note, const std::string& text) {
-    if (!note.SetText(text)) return false;
     auto characters = TextTarget(note);
     const auto begin = characters ? characters->CharCount() : std::nullopt;
-    if (!begin || !characters->SetText(text)) return false;
+    if (!begin || !note.SetText(text)) return false;
+    characters = TextTarget(note);
+    if (!characters || !characters->SetText(text)) return false;
     const auto end = characters->End();
     if (!end || !characters->SetBegin(*begin) || !characters->SetEnd(*end) ||
         !characters->SetParaProps(engine::ParaProperty::HorzAlign, engine::kAlignLeft)) {

@@ -51,7 +51,7 @@ inline constexpr CellAddress kBeginX{1, 4, 0};
 inline constexpr CellAddress kEndX{1, 4, 2};
 inline constexpr CellAddress kEventDrop{1, 5, 4};
 inline constexpr CellAddress kComment{1, 17, 16};
-inline constexpr CellAddress kGroupDisplayMode{1, 22, 4};
+inline constexpr CellAddress kIsTextEditTarget{1, 22, 4};  ///< Of a group: 0 gives text to its last member.
 inline constexpr CellAddress kTabStopCount{5, 0, 0};
 inline constexpr CellAddress kTabStopPosition{5, 0, 1};  ///< Of the first stop.
 
@@ -124,7 +124,8 @@ class Documents {
     virtual Ref<Document> Item(const std::string& fileName) = 0;
     /// Opens a stencil by its bare file name; `flags` is kOpenReadOnlyDocked.
     virtual Ref<Document> OpenEx(const std::string& fileName, int flags) = 0;
-    /// Opens a drawing by its full path, to be changed and saved again.
+    /// Opens a drawing by its full path, to be changed and saved again. One that holds what saving would lose
+    /// can be read and printed; every change of it fails.
     virtual Ref<Document> Open(const std::string& path) = 0;
 };
 

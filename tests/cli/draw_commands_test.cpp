@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "cli/program.h"
+#include "drawing/package_rules.h"
 
 namespace norvelis {
 namespace {
@@ -18,8 +19,8 @@ class DrawCommandTest : public ::testing::Test {
 
     std::string Out(const std::string& name = "") const { return program->Path("out/" + name); }
     /// Runs "draw", a folder of drawings of its own added.
-    Program::Result Draw(const std::string& arguments) const {
-        return program->Run("draw " + arguments + " --out " + program->Path("out"));
+    Program::Result Draw(const std::string& arguments, const std::string& before = {}) const {
+        return program->Run("draw " + arguments + " --out " + program->Path("out"), before);
     }
     void TearDown() override { DeleteFolder(program->Path("out")); }
 
@@ -90,7 +91,11 @@ TEST_F(DrawCommandTest, RefusalsSayWhyInOneLine) {
         {"EMPSCHM --layout Square", "--layout: there is no layout Square\n", 2},
         {"EMPSCHM --background Square", "--background: there is no background Square\n", 2},
         {"EMPSCHM --color blue", "--color: blue not in {on,off}\n", 2},
-        {"EMPSCHM --seed x", "--seed", 2},
+        {"EMPSCHM --seed x", "--seed: x is no seed\n", 2},
+        {"EMPSCHM --seed=-1", "--seed: -1 is no seed\n", 2},
+        {"EMPSCHM --seed 18446744073709551616", "is no seed\n", 2},
+        {"EMPSCHM --record ''", "--record: the name is empty\n", 2},
+        {"EMPSCHM --out ''", "--out: the name is empty\n", 2},
         {"EMPSCHM --separate --record CLIENT", "excludes", 2},
         {"", "SCHEMA is required\n", 2},
         {"EMPSCHM --out " + program->Path("file"),
@@ -106,6 +111,22 @@ TEST_F(DrawCommandTest, RefusalsSayWhyInOneLine) {
         EXPECT_EQ(result.out, "") << c.arguments;
         EXPECT_NE(result.error.find(c.reason), std::string::npos) << c.arguments << ": " << result.error;
     }
+}
+
+TEST_F(DrawCommandTest, AFullDiskOrAKilledDrawLeavesWholeFilesAndNothingElse) {
+    ASSERT_EQ(Draw("EMPSCHM --seed 1").status, 0);
+    const std::string good = ReadFile(Out("EMPSCHM/EMPSCHM.vsd"));
+    const auto full = Draw("EMPSCHM --seed 2", "ulimit -f 8; ");
+    EXPECT_EQ(full.status, 1);
+    EXPECT_EQ(full.error,
+              "norvelis-cli: the drawing could not be saved as " + Out("EMPSCHM/EMPSCHM.vsd") + "\n");
+    EXPECT_EQ(ReadFile(Out("EMPSCHM/EMPSCHM.vsd")), good);
+
+    for (const char* seconds : {"0.05", "0.08", "0.1", "0.12", "0.14", "0.17", "0.2", "0.25"})
+        Draw("EMPSCHM --background world", std::string("timeout -s KILL ") + seconds + " ");
+    EXPECT_EQ(FilesIn(Out("EMPSCHM")), (std::vector<std::string>{"EMPSCHM.vsd", "EMPSCHM.vsdx"}));
+    for (const char* file : {"EMPSCHM/EMPSCHM.vsd", "EMPSCHM/EMPSCHM.vsdx"})
+        EXPECT_EQ(drawing::PackageFaults(ReadFile(Out(file))), std::vector<std::string>());
 }
 
 TEST_F(DrawCommandTest, ADrawingThatLacksSomethingIsNoSuccess) {

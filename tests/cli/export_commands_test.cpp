@@ -47,6 +47,10 @@ TEST_F(ExportCommands, ADrawingIsWrittenInEveryForm) {
         EXPECT_TRUE(ReadFile(out).starts_with(begins)) << ending;
     }
     EXPECT_EQ(ReadFile(program.Path("out.vsdx")), rich);
+    std::vector<drawing::Part> more = drawing::PartsOf(rich);
+    more.push_back({"visio/comments.xml", "<Comments/>"});
+    program.Run("export " + Save("more.vsd", drawing::Zip(more)) + " " + program.Path("more.vsdx"));
+    EXPECT_EQ(ReadFile(program.Path("more.vsdx")), drawing::Zip(more)) << "with what is none of ours";
     EXPECT_THAT(ReadFile(program.Path("out.svg")), HasSubstr("EMPLOYEE"));
 }
 

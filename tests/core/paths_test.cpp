@@ -41,6 +41,22 @@ TEST(Paths, AFailedWriteLeavesTheOldFileAndNoRest) {
     EXPECT_EQ(FilesIn(folder.Path()).size(), 1u);
 }
 
+TEST(Paths, AFailedWriteNamesThePathThatWasAskedFor) {
+    TemporaryFolder folder;
+    for (const std::string name : {"none/a", "folder"}) {
+        CreateFolder(folder.Path("folder"));
+        try {
+            WriteFile(folder.Path(name), "new");
+            FAIL() << name;
+        } catch (const RuntimeFailure& failure) {
+            const std::string what = failure.what();
+            EXPECT_NE(what.find(folder.Path(name)), std::string::npos) << what;
+            EXPECT_EQ(what.find(".new"), std::string::npos) << what;
+        }
+    }
+    EXPECT_TRUE(FilesIn(folder.Path()).empty());
+}
+
 TEST(Paths, ReadingWhatIsNoFileNamesThePath) {
     TemporaryFolder folder;
     for (const auto& path : {folder.Path("none"), folder.Path()}) {

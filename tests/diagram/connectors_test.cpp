@@ -93,12 +93,12 @@ TEST_F(AnnotationTest, ANoteStandsBesideItsRecord) {
                 ElementsAre("Sheet.3.AddRow 5, 0, 150", "Sheet.3!5,0,0.ResultIU = 1",
                             "Sheet.3!5,0,1.ResultIU = 0.8", "Sheet.3!1,4,0.GlueTo Sheet.2!1,1,0"));
     EXPECT_THAT(LinesWith("ParaProps"), ElementsAre(HasSubstr("ParaProps 6 = 0")));
-    EXPECT_THAT(LinesWith("Color"),
-                ElementsAre(HasSubstr("Color = 2"), HasSubstr("[0,62].CharProps Color = 13")));
+    EXPECT_THAT(LinesWith("Color"), ElementsAre(HasSubstr("[0,13].CharProps Color = 2"),
+                                                HasSubstr("[13,62].CharProps Color = 13")));
     EXPECT_THAT(screen.texts, ElementsAre("Annotating shapes..", "Annotating shape employee"));
 }
 
-TEST_F(AnnotationTest, TheFirstLineInAGroupsTextIsRed) {
+TEST_F(AnnotationTest, AGroupMayLeaveItsTextToItsLastMember) {
     const PageRef page = PageWithBoxes();
     page->Drop(page->Shapes()->Item(1)->Master(), 0, 0);  // stands for a member of the note
     engine.recorder->shapes[2]->text = "";

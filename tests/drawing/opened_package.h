@@ -42,6 +42,8 @@ inline std::string AttributeOf(const pugi::xml_node& node, const char* name) {
 
 /// Archive, content types and relationships.
 void CheckParts(std::string_view bytes, OpenedPackage& package);
+/// Elements, attributes, sections and values, each for itself.
+void CheckSchema(OpenedPackage& package);
 /// What the parts say of the drawing.
 void CheckDrawing(OpenedPackage& package);
 

@@ -184,7 +184,10 @@ void CheckParts(std::string_view bytes, OpenedPackage& package) {
 std::vector<std::string> PackageFaults(std::string_view bytes) {
     OpenedPackage package;
     CheckParts(bytes, package);
-    if (package.faults.empty()) CheckDrawing(package);
+    if (package.faults.empty()) {
+        CheckSchema(package);
+        CheckDrawing(package);
+    }
     return package.faults;
 }
 

@@ -54,8 +54,11 @@ class DocumentsHandle : public engine::Documents {
                    [&] { return Enlist(session_->workshop->Stencil(fileName), fileName, true); });
     }
     Ref<engine::Document> Open(const std::string& path) override {
-        return Try(Ref<engine::Document>(),
-                   [&] { return Enlist(ReadPackageFile(Resolve(path)), path, false); });
+        return Try(Ref<engine::Document>(), [&] {
+            std::shared_ptr<drawing::Document> model = ReadPackageFile(Resolve(path));
+            const bool readOnly = model->leftPartsOut;
+            return Enlist(std::move(model), path, readOnly);
+        });
     }
 
   private:

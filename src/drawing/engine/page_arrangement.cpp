@@ -265,6 +265,7 @@ void ResizePageToContents(OpenDocument& document, Page& page) {
     Recalculation& cells = document.recalculation;
     cells.SetValue(page, page.sheet, Name::PageWidth, Value::Of(width));
     cells.SetValue(page, page.sheet, Name::PageHeight, Value::Of(height));
+    cells.SetValue(page, page.sheet, Name::PrintPageOrientation, Value::Of(PaperOrientation(width, height)));
     cells.Settle();
 }
 

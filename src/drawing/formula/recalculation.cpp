@@ -230,7 +230,8 @@ bool Recalculation::SetFormula(Canvas& canvas, Shape& shape, const CellRef& ref,
 bool Recalculation::SetValue(Canvas& canvas, Shape& shape, const CellRef& ref, const Value& value) {
     if (!Fits(ref, value) || FormulaOf(shape, ref).starts_with("GUARD(")) return false;
     const Cell* cell = drawing::Find(shape, ref);
-    PutValue(canvas, shape, ref, value, cell ? cell->unit : Name::None);
+    const bool keepsUnit = cell && cell->isText == value.isText;
+    PutValue(canvas, shape, ref, value, keepsUnit ? cell->unit : Name::None);
     return true;
 }
 
@@ -346,12 +347,6 @@ void Recalculation::MarkAll(Canvas& canvas, Shape& shape, std::vector<Place>& to
         }
     }
     for (const auto& inner : shape.shapes) MarkAll(canvas, *inner, todo);
-}
-
-void Recalculation::AllChanged(Canvas& canvas) {
-    std::vector<Place> todo;
-    MarkAll(canvas, canvas.sheet, todo);
-    for (const auto& shape : canvas.shapes) MarkAll(canvas, *shape, todo);
 }
 
 void Recalculation::Dropped(Canvas& canvas, Shape& shape) {

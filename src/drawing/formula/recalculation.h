@@ -46,8 +46,6 @@ class Recalculation {
     void TextChanged(Canvas& canvas, Shape& shape) { Changed(canvas, shape, Name::TheText); }
     /// A value was written directly into the model.
     void Changed(Canvas& canvas, Shape& shape, const CellRef& ref);
-    /// Marks the cells of all formulas of a canvas, its page sheet included.
-    void AllChanged(Canvas& canvas);
 
     /// The value in force, brought up to date first.
     Value Get(Canvas& canvas, Shape& shape, const CellRef& ref);

@@ -64,10 +64,10 @@ class Coordinates {
                graph_.lines[meeting.line].from == grid_.ways[meeting.line].front();
     }
     bool AreOne(const Meeting& a, const Meeting& b) const { return IsTrunk(a) && IsTrunk(b); }
-    /// The part of the box's side that lines may meet.
-    double RoomOf(std::size_t side) const {
+    /// The part of the box's side that lines may meet, `gap` from its corners.
+    double RoomOf(std::size_t side, double gap) const {
         const double width = graph_.boxes[side / 2].width;
-        return width - 2 * std::min(style_.lineGap, width / 8);
+        return width - 2 * std::min(gap, width / 8);
     }
     std::vector<double> LeastSteps(const std::vector<Meeting>& side, double room, double gap) const;
     std::vector<double> FitSide(std::size_t side, double gap) const;
@@ -103,7 +103,7 @@ void Coordinates::SpreadPorts() {
     for (std::size_t s = 0; s < sides_.size(); ++s) {
         auto& side = sides_[s];
         if (side.empty()) continue;
-        const double room = RoomOf(s);
+        const double room = RoomOf(s, style_.lineGap);
         double span = 0;
         for (std::size_t i = 0; i < side.size(); ++i) {
             if (i > 0 && !AreOne(side[i - 1], side[i]))
@@ -210,8 +210,8 @@ std::vector<double> Coordinates::LeastSteps(const std::vector<Meeting>& side, do
     return steps;
 }
 
-/// Ports slide along their box to stand right under or over the places they lead to. When those at its
-/// corners push others out of line, they stand closer.
+/// Ports slide along their box to stand right under or over the places they lead to. Where that puts more of
+/// them in line, they stand closer to each other and to its corners.
 std::vector<Ports> Coordinates::FitPorts() const {
     std::vector<Ports> ports(grid_.ways.size());
     for (std::size_t s = 0; s < sides_.size(); ++s) {
@@ -229,7 +229,7 @@ std::vector<Ports> Coordinates::FitPorts() const {
 std::vector<double> Coordinates::FitSide(std::size_t s, double gap) const {
     constexpr double hair = 1 / unitsPerInch;
     const auto& side = sides_[s];
-    const double x = grid_.places[s / 2].x, room = RoomOf(s);
+    const double x = grid_.places[s / 2].x, room = RoomOf(s, gap);
     const std::vector<double> steps = LeastSteps(side, room, gap);
     std::vector<double> wished(side.size());
     for (std::size_t i = 0; i < side.size(); ++i)

@@ -59,9 +59,6 @@ Master* Document::FindMaster(std::string_view name) const {
     return nullptr;
 }
 
-Master* Document::MasterById(int id) const {
-    return drawing::ById(masters, id);
-}
 StyleSheet* Document::StyleById(int id) const {
     return drawing::ById(styles, id);
 }
@@ -210,10 +207,13 @@ class Copier {
 
 Master& CopyMaster(const Document& from, const Master& master, Document& to) {
     Copier copier(from, to);
+    const bool isSecond = std::any_of(to.masters.begin(), to.masters.end(), [&master](const auto& other) {
+        return other->uniqueId == master.uniqueId;
+    });
     Master& copy = to.AddMaster(master.name);
     copy.nameU = master.nameU;
     copy.prompt = master.prompt;
-    copy.uniqueId = master.uniqueId;
+    if (!isSecond) copy.uniqueId = master.uniqueId;
     copy.baseId = master.baseId;
     copy.hidden = master.hidden;
     copy.matchByName = master.matchByName;

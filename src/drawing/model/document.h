@@ -50,8 +50,9 @@ struct Canvas {
 
 struct Page : Canvas {
     bool background = false;
-    int backPage = -1;  ///< ID of the background page shown behind; -1 none.
-    double viewScale = -1, viewCenterX = 0, viewCenterY = 0;
+    int backPage = -1;      ///< ID of the background page shown behind; -1 none.
+    double viewScale = -1;  ///< 0 or less: the whole page in the window.
+    double viewCenterX = 0, viewCenterY = 0;
 };
 
 struct Master : Canvas {
@@ -83,9 +84,10 @@ struct Document {
     std::vector<std::unique_ptr<Master>> masters;
     std::vector<std::unique_ptr<Page>> pages;
     HeaderFooter headerFooter;
+    bool leftPartsOut =
+        false;  ///< The file it was read from holds more than it; saved over it, that is lost.
 
     Master* FindMaster(std::string_view name) const;  ///< Letter case does not count.
-    Master* MasterById(int id) const;
     StyleSheet* FindStyle(std::string_view name) const;
     StyleSheet* StyleById(int id) const;
     Page* PageById(int id) const;
@@ -106,6 +108,9 @@ void AddStandardStyles(Document& document);
 
 /// A page sheet's size, scale and layout row, all at their defaults but the size.
 void StatePage(const Document& document, Shape& sheet, double width, double height);
+
+/// How the paper lies for a page of this size, as the cell PrintPageOrientation numbers it.
+int PaperOrientation(double width, double height);
 
 /// The colour in force of a colour cell: "#RRGGBB", or an index of the palette.
 Color ColorOf(const Document& document, const Shape& shape, const CellRef& ref);

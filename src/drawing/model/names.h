@@ -27,8 +27,8 @@ namespace norvelis::drawing {
     N_(DefaultTabStop) N_(TextDirection) N_(TxtPinX) N_(TxtPinY) N_(TxtWidth) N_(TxtHeight) N_(TxtLocPinX) N_(TxtLocPinY) \
     N_(TxtAngle) N_(TheText) \
     /* events, protection, miscellaneous, group */ \
-    N_(TheData) N_(EventDblClick) N_(EventXFMod) N_(EventDrop) N_(EventMultiDrop) N_(LockWidth) N_(LockHeight) N_(LockMoveX) \
-    N_(LockMoveY) N_(LockAspect) N_(LockDelete) N_(LockBegin) N_(LockEnd) N_(LockRotate) N_(LockCrop) N_(LockVtxEdit) \
+    N_(TheData) N_(EventDblClick) N_(EventXFMod) N_(EventDrop) N_(EventMultiDrop) N_(HelpTopic) N_(Copyright) \
+    N_(LockWidth) N_(LockHeight) N_(LockMoveX) N_(LockMoveY) N_(LockAspect) N_(LockDelete) N_(LockBegin) N_(LockEnd) N_(LockRotate) N_(LockCrop) N_(LockVtxEdit) \
     N_(LockTextEdit) N_(LockFormat) N_(LockGroup) N_(LockCalcWH) N_(LockSelect) N_(LockCustProp) N_(NoObjHandles) \
     N_(NonPrinting) N_(NoCtlHandles) N_(NoAlignBox) N_(UpdateAlignBox) N_(HideText) N_(DynFeedback) N_(GlueType) \
     N_(WalkPreference) N_(BegTrigger) N_(EndTrigger) N_(ObjType) N_(Comment) N_(IsDropSource) N_(NoLiveDynamics) \

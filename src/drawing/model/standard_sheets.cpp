@@ -69,9 +69,13 @@ void AddStandardStyles(Document& document) {
     document.sheet.cells.SetText(Name::DocLangID, "en-US");
 }
 
+int PaperOrientation(double width, double height) {
+    constexpr int kUpright = 1, kLying = 2;
+    return width > height ? kLying : kUpright;
+}
+
 void StatePage(const Document& document, Shape& sheet, double width, double height) {
     constexpr double kCustomSize = 3;  // A page of its own size and not the printer's.
-    constexpr double kUpright = 1, kLying = 2;
     sheet.lineStyle = sheet.fillStyle = sheet.textStyle = document.FindStyle("No Style");
     sheet.cells.Set(Name::PageWidth, width).Set(Name::PageHeight, height);
     sheet.cells.Set(Name::ShdwOffsetX, 0.125).Set(Name::ShdwOffsetY, -0.125);
@@ -91,7 +95,7 @@ void StatePage(const Document& document, Shape& sheet, double width, double heig
           Name::LineJumpFactorX,  Name::LineJumpFactorY, Name::LineAdjustFrom,    Name::LineAdjustTo,
           Name::PlaceFlip,        Name::LineRouteExt,    Name::PageShapeSplit})
         sheet.cells.Set(cell, DefaultNumber(cell));
-    sheet.cells.Set(Name::PrintPageOrientation, width > height ? kLying : kUpright);
+    sheet.cells.Set(Name::PrintPageOrientation, PaperOrientation(width, height));
 }
 
 }  // namespace norvelis::drawing

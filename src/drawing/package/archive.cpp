@@ -81,7 +81,9 @@ Archive::Archive(std::string_view bytes) : handle_(std::make_unique<Handle>()) {
         zip_source_free(source);
         Refuse(zip_error_strerror(&error));
     }
-    if (zip_get_num_entries(handle_->zip, 0) > limits::kParts) Refuse("more parts than any drawing has");
+    const zip_int64_t entries = zip_get_num_entries(handle_->zip, 0);
+    if (entries > limits::kParts) Refuse("more parts than any drawing has");
+    read_.resize(static_cast<std::size_t>(entries));
 }
 
 Archive::~Archive() = default;
@@ -93,6 +95,7 @@ bool Archive::Has(const std::string& name) const {
 std::string Archive::Read(const std::string& name) {
     const zip_int64_t index = zip_name_locate(handle_->zip, name.c_str(), ZIP_FL_NOCASE);
     if (index < 0) Refuse("the part " + name + " is missing");
+    read_[static_cast<std::size_t>(index)] = true;
     zip_stat_t stat;
     if (zip_stat_index(handle_->zip, static_cast<zip_uint64_t>(index), 0, &stat) != 0 ||
         !(stat.valid & ZIP_STAT_SIZE)) {
@@ -116,6 +119,15 @@ std::string Archive::Read(const std::string& name) {
     }
     if (bytes.size() != stat.size) Refuse("the part " + name + " is damaged");
     return bytes;
+}
+
+std::vector<std::string> Archive::Unread() const {
+    std::vector<std::string> names;
+    for (std::size_t i = 0; i < read_.size(); ++i) {
+        const char* name = zip_get_name(handle_->zip, i, 0);
+        if (!read_[i] && name && !std::string_view(name).ends_with('/')) names.emplace_back(name);
+    }
+    return names;
 }
 
 }  // namespace norvelis::drawing

@@ -31,11 +31,14 @@ class Archive {
     bool Has(const std::string& name) const;
     /// RuntimeFailure 57 when the part is missing, damaged or too large.
     std::string Read(const std::string& name);
+    /// Parts that nobody asked for, as the archive writes their names; folders do not count.
+    std::vector<std::string> Unread() const;
 
   private:
     struct Handle;
     std::unique_ptr<Handle> handle_;
     std::uint64_t unpacked_ = 0;
+    std::vector<bool> read_;  ///< By the number of the entry.
 };
 
 /// The failure that every refusal of a file is: number 57, "not a drawing: " and the reason.

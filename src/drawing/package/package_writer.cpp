@@ -42,6 +42,19 @@ std::string PictureType(const std::string& extension) {
     return "image/" + extension;
 }
 
+/// What a window shows of a page; one that fits the page into itself shows its middle.
+struct View {
+    explicit View(const Page& page) : scale(page.viewScale), x(page.viewCenterX), y(page.viewCenterY) {
+        if (scale > 0) return;
+        x = Number(page.sheet, Name::PageWidth) / 2;
+        y = Number(page.sheet, Name::PageHeight) / 2;
+    }
+    void Attributes(XmlWriter& xml) const {
+        xml.Attribute("ViewScale", scale).Attribute("ViewCenterX", x).Attribute("ViewCenterY", y);
+    }
+    double scale, x, y;
+};
+
 class PackageWriter {
   public:
     explicit PackageWriter(const Document& document) : document_(document) {}
@@ -216,8 +229,7 @@ class PackageWriter {
                 .Attribute("Name", page->name);
             if (page->background) xml.Attribute("Background", 1);
             if (page->backPage >= 0) xml.Attribute("BackPage", page->backPage);
-            xml.Attribute("ViewScale", page->viewScale).Attribute("ViewCenterX", page->viewCenterX);
-            xml.Attribute("ViewCenterY", page->viewCenterY);
+            View(*page).Attributes(xml);
             PageSheet(xml, page->sheet);
             xml.Open("Rel").Attribute("r:id", relations.Add(parts::kPage, file)).Close();
             xml.Close();
@@ -237,8 +249,8 @@ class PackageWriter {
         xml.Open("Window").Attribute("ID", 0).Attribute("WindowType", "Drawing");
         xml.Attribute("WindowState", 1073741824).Attribute("WindowLeft", 0).Attribute("WindowTop", 0);
         xml.Attribute("WindowWidth", 1200).Attribute("WindowHeight", 800).Attribute("ContainerType", "Page");
-        xml.Attribute("Page", page.id).Attribute("ViewScale", page.viewScale);
-        xml.Attribute("ViewCenterX", page.viewCenterX).Attribute("ViewCenterY", page.viewCenterY);
+        xml.Attribute("Page", page.id);
+        View(page).Attributes(xml);
         xml.Element("ShowRulers", "1").Element("ShowGrid", "0").Element("ShowPageBreaks", "0");
         xml.Element("ShowGuides", "1").Element("ShowConnectionPoints", "1").Element("GlueSettings", "9");
         xml.Element("SnapSettings", "65847")

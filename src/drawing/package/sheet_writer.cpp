@@ -1,6 +1,5 @@
 #include "drawing/package/sheet_writer.h"
 
-#include "core/text.h"
 #include "drawing/package/text_rows.h"
 
 namespace norvelis::drawing {
@@ -8,7 +7,9 @@ namespace norvelis::drawing {
 bool HoldsText(Name section, Name cell) {
     switch (section) {
         case Name::None:
-            return cell == Name::Comment || cell == Name::LayerMember || cell == Name::ShapeKeywords;
+            return cell == Name::Comment || cell == Name::LayerMember || cell == Name::ShapeKeywords ||
+                   cell == Name::HelpTopic || cell == Name::Copyright || cell == Name::LangID ||
+                   cell == Name::DocLangID;
         case Name::Hyperlink:
             return cell == Name::Description || cell == Name::Address || cell == Name::SubAddress ||
                    cell == Name::ExtraInfo || cell == Name::Frame || cell == Name::SortKey;
@@ -21,7 +22,7 @@ bool HoldsText(Name section, Name cell) {
         case Name::User:
             return cell == Name::Prompt;
         default:
-            return cell == Name::BulletStr;
+            return cell == Name::BulletStr || cell == Name::LangID;
     }
 }
 
@@ -41,6 +42,12 @@ std::string WithLineFeeds(std::string_view text, bool& afterReturn) {
         afterReturn = c == '\r';
     }
     return result;
+}
+
+/// A colour as files hold it: not a text, although its value looks like one.
+bool IsColor(Name section, const Cell& cell) {
+    const bool mayBe = section == Name::None || section == Name::Character || section == Name::Layer;
+    return mayBe && cell.text.size() == 7 && cell.text.starts_with('#');
 }
 
 /// Against one made of its master's name and its ID.
@@ -79,7 +86,7 @@ void SheetWriter::Cells(const CellList& cells, Name section) {
         }
         if (cell.unit != Name::None) {
             xml_.Attribute("U", document_.names.Text(cell.unit));
-        } else if (cell.isText && !HoldsText(section, cell.name) && IsNumeric(cell.text)) {
+        } else if (cell.isText && !HoldsText(section, cell.name) && !IsColor(section, cell)) {
             xml_.Attribute("U", "STR");
         }
         if (cell.inherited) {

@@ -40,6 +40,13 @@ const Scene& PageOf(const std::vector<Scene>& pages, int page) {
     return pages[static_cast<std::size_t>(page) - 1];
 }
 
+/// The bytes of a drawing that is a package already, all its parts included.
+std::string CheckedPackage(const std::string& drawing) {
+    std::string bytes = ReadFile(drawing);
+    ReadPackage(bytes);
+    return bytes;
+}
+
 }  // namespace
 
 void Export(const std::string& drawing, const std::string& out, int page) {
@@ -50,7 +57,7 @@ void Export(const std::string& drawing, const std::string& out, int page) {
     else if (EndsWith(out, ".pdf"))
         WriteFile(out, PdfText(OpenPages(drawing)));
     else if (EndsWith(out, ".vsdx"))
-        WriteFile(out, WritePackage(*ReadPackage(ReadFile(drawing))));
+        WriteFile(out, CheckedPackage(drawing));
     else
         throw RuntimeFailure(FailureNumber::InvalidCall,
                              "a drawing is exported to .svg, .png, .pdf or .vsdx, not to " + out);

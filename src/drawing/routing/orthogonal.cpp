@@ -32,7 +32,6 @@ class OrthogonalRouter {
                      double margin)
         : boxes_(boxes),
           rule_(rule),
-          lineGap_(lineGap),
           clearance_(clearance),
           space_(boxes, clearance, margin),
           search_(space_, boxes, rule, lineGap),
@@ -60,7 +59,7 @@ class OrthogonalRouter {
 
     const std::vector<Rect>& boxes_;
     RouteRule rule_;
-    double lineGap_, clearance_;
+    double clearance_;
     FreeSpace space_;
     CorridorSearch search_;
     Obstacles obstacles_;

@@ -1,5 +1,7 @@
 #include "drawing/stencils/build.h"
 
+#include <fmt/format.h>
+
 #include <cmath>
 
 #include "core/failure.h"
@@ -13,6 +15,17 @@ constexpr double kLetterWidth = 11, kLetterHeight = 8.5;
 constexpr int kFirstShapeId =
     5;  // As programs of this format count in masters; "Sheet.5" in the definitions.
 
+/// The same name always has the same ID, so that stencils made anew are the same files.
+std::string IdOf(const std::string& name) {
+    std::uint64_t half[2];
+    for (std::uint64_t& hash : half) {
+        hash = 0xCBF29CE484222325 + static_cast<std::uint64_t>(&hash - half);
+        for (const char c : name) hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001B3;
+    }
+    return fmt::format("{{{:08X}-{:04X}-{:04X}-{:04X}-{:012X}}}", half[0] >> 32, half[0] >> 16 & 0xFFFF,
+                       half[0] & 0xFFFF, half[1] >> 48, half[1] & 0xFFFFFFFFFFFF);
+}
+
 /// Puts masters together shape by shape, each cell through the recalculation, so that all values are right.
 class MasterBuilder {
   public:
@@ -23,6 +36,8 @@ class MasterBuilder {
         Master& master = document_.AddMaster(definition.name);
         master.prompt = definition.prompt;
         master.matchByName = true;
+        master.uniqueId = IdOf("master " + definition.name);
+        master.baseId = IdOf("base " + definition.name);
         StatePage(document_, master.sheet, kLetterWidth, kLetterHeight);
         Shape& top = AddShape(master, definition.shape, nullptr);
         for (const ShapeDefinition& part : definition.shape.parts) AddShape(master, part, &top);

@@ -203,7 +203,7 @@ TEST_F(EngineTest, AnEditedMasterGivesItsChangesBackWhenItIsClosed) {
     EXPECT_FALSE(open->Close()) << "once";
 }
 
-TEST_F(EngineTest, LayersLinksTabsAndTipsReachTheFile) {
+TEST_F(EngineTest, LayersLinksTabsPropertiesAndTipsReachTheFile) {
     const auto box = Box(3, 3);
     const auto layer = page->Layers()->Add("Background Design");
     EXPECT_TRUE(page->Layers()->Add("background design")->Add(box, 0));
@@ -212,6 +212,8 @@ TEST_F(EngineTest, LayersLinksTabsAndTipsReachTheFile) {
     const auto link = box->AddHyperlink();
     EXPECT_TRUE(link->SetAddress("https://example.org/a?b=1&c=\"2\""));
     EXPECT_TRUE(box->CellsSRC(engine::kComment)->SetFormulaU(QuoteFormula("says \"so\"")));
+    EXPECT_TRUE(box->CellsU("Prop.Duration")->SetResult(engine::Unit::Number, 12));
+    EXPECT_TRUE(box->CellsU("Prop.Resources")->SetFormulaU(QuoteFormula("12")));
     EXPECT_EQ(box->AddRow(engine::kTabSection, 0, engine::kTabRowOfTwoStops), 0);
     EXPECT_EQ(box->CellsSRC(engine::kTabStopCount)->ResultIU(), 2);
     EXPECT_TRUE(box->CellsSRC(engine::kTabStopCount)->SetResultIU(1));
@@ -223,6 +225,10 @@ TEST_F(EngineTest, LayersLinksTabsAndTipsReachTheFile) {
     EXPECT_EQ(TextValue(shape, Name::LayerMember), "0");
     EXPECT_EQ(Number(read.sheet, CellRef(Name::Layer, 0, RowKey::Number(0), Name::Lock)), 1);
     EXPECT_EQ(TextValue(shape, Name::Comment), "says \"so\"");
+    const auto property = [&](const char* name) { return Find(shape, ParseCellName(saved->names, name)); };
+    EXPECT_EQ(property("Prop.Duration")->value, 12) << "a number, although the master holds a text";
+    EXPECT_FALSE(property("Prop.Duration")->isText);
+    EXPECT_EQ(property("Prop.Resources")->text, "12") << "a text, although it looks like a number";
     const Section links = SectionOf(shape, Name::Hyperlink);
     ASSERT_EQ(links.rows.size(), 1u);
     EXPECT_EQ(links.rows[0].cells.Find(Name::Address)->text, "https://example.org/a?b=1&c=\"2\"");

@@ -10,6 +10,7 @@
 #include "diagram/page_layout.h"
 #include "drawing/engine/drawing_engine.h"
 #include "drawing/engine/page_arrangement.h"
+#include "drawing/opened_package.h"
 #include "drawing/package/package.h"
 #include "drawing/package_rules.h"
 #include "extract/driver.h"
@@ -65,10 +66,46 @@ class WholeDrawingTest : public testing::TestWithParam<int> {
         }
     }
 
+    static void ExpectSameValues(const drawing::Shape& evaluated, const drawing::Shape& read) {
+        const auto same = [&](const drawing::Cell& cell, const drawing::CellRef& ref) {
+            const drawing::Cell* value = Find(read, ref);
+            ASSERT_TRUE(value);
+            EXPECT_NEAR(cell.value, value->value, 1e-9) << read.name << " " << static_cast<int>(cell.name);
+            EXPECT_EQ(cell.text, value->text);
+        };
+        for (const auto& cell : evaluated.cells) same(cell, cell.name);
+        for (const auto& section : evaluated.sections) {
+            for (const auto& row : section.rows) {
+                for (const auto& cell : row.cells)
+                    same(cell, {section.name, section.index, row.key, cell.name});
+            }
+        }
+        for (std::size_t i = 0; i < read.shapes.size(); ++i)
+            ExpectSameValues(*evaluated.shapes[i], *read.shapes[i]);
+    }
+
+    /// Whoever reads values and whoever evaluates formulas sees the same drawing; only lines stand where the
+    /// router put them.
+    static void ExpectValuesOfFormulas(const std::string& saved) {
+        const auto read = drawing::ReadPackage(saved), evaluated = drawing::ReadPackage(saved);
+        drawing::FontLibrary fonts;
+        drawing::Recalculation recalculation(*evaluated, fonts);
+        drawing::Page& page = *evaluated->pages.front();
+        for (const auto& shape : page.shapes) {
+            if (RoleOf(page, *shape) != Role::Line) recalculation.Renewed(page, *shape);
+        }
+        recalculation.Settle();
+        for (std::size_t i = 0; i < page.shapes.size(); ++i)
+            ExpectSameValues(*page.shapes[i], *read->pages.front()->shapes[i]);
+    }
+
     /// Draws, reads the file back, and looks at every rectangle in it.
     void ExpectNothingCoversAnything() {
         ASSERT_EQ(DrawVisioDiagramSingle(draw, "EMPSCHM", nullptr), DrawResult::Saved);
-        EXPECT_THAT(drawing::PackageFaults(ReadFile(File("EMPSCHM.vsd"))), testing::IsEmpty());
+        const std::string saved = ReadFile(File("EMPSCHM.vsd"));
+        EXPECT_THAT(drawing::PackageFaults(saved), testing::IsEmpty());
+        EXPECT_TRUE(drawing::WritePackage(*drawing::ReadPackage(saved)) == saved);
+        ExpectValuesOfFormulas(saved);
         auto workshop = drawing::Workshop({});
         drawing::OpenDocument document(workshop, drawing::ReadPackageFile(File("EMPSCHM.vsd")), "", false);
         drawing::Page& page = *document.model->pages.front();
@@ -195,6 +232,16 @@ TEST_F(SampleDrawingTest, ALayoutIsAppliedToASavedFile) {
     EXPECT_LT(pin("CLIENT"), pin("COMMISSION"));
     EXPECT_LT(pin("COMMISSION"), pin("PAYMENT"));
     EXPECT_EQ(ReadFile(File("EMPSCHM.vsd")), ReadFile(File("EMPSCHM.vsdx")));
+}
+
+TEST_F(SampleDrawingTest, AFileWithPartsThatSavingWouldLoseIsLeftAsItWas) {
+    ASSERT_EQ(DrawVisioDiagramSingle(draw, "EMPSCHM", nullptr), DrawResult::Saved);
+    std::vector<drawing::Part> parts = drawing::PartsOf(ReadFile(File("EMPSCHM.vsd")));
+    parts.push_back({"visio/comments.xml", "<Comments/>"});
+    const std::string commented = drawing::Zip(parts);
+    WriteFile(File("EMPSCHM.vsd"), commented);
+    EXPECT_FALSE(ApplyLayoutToFile(draw, File("EMPSCHM.vsd")));
+    EXPECT_EQ(ReadFile(File("EMPSCHM.vsd")), commented);
 }
 
 TEST_F(SampleDrawingTest, AFileThatCanNotBeWrittenIsLeftAsItWas) {

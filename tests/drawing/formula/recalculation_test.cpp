@@ -300,7 +300,7 @@ TEST_F(RecalculationTest, CyclesAndChainsOfAFileEnd) {
         before = &next;
     }
     Recalculation fresh(document_, fonts_);
-    fresh.AllChanged(*page_);
+    for (const auto& shape : page_->shapes) fresh.Renewed(*page_, *shape);
     fresh.Number(*page_, *before, Name::PinX);
     fresh.Settle();
     EXPECT_TRUE(std::isfinite(Number(*box_, Name::Width)));

@@ -58,6 +58,47 @@ TEST(PackageRules, FindWhatIsWrongWithADrawing) {
     }
 }
 
+TEST(PackageRules, FindWhatNoSchemaAllows) {
+    const std::string page = "visio/pages/page1.xml", windows = "visio/windows.xml";
+    const struct {
+        std::string part, from, to, expected;
+    } cases[] = {
+        {page, "<Shape ID=\"1\"", "<Shape ID=\"one\"", "Shape ID is one"},
+        {page, "<Shape ID=\"1\"", "<Shape", "Shape without ID"},
+        {page, "Type=\"Shape\"", "Kind=\"Shape\"", "the unknown attribute Kind"},
+        {page, "<Text>", "<Data3/><Text>", "Text stands in the wrong place in Shape"},
+        {page, "N=\"Character\"", "N=\"Letters\"", "the unknown section Letters"},
+        {page, "N=\"Geometry\" IX=\"0\"", "N=\"Geometry\"", "the number of a section Geometry"},
+        {page, "T=\"Ellipse\"", "T=\"Circle\"", "a row Circle in Geometry"},
+        {page, "<Row N=\"Row_1\"", "<Row IX=\"0\"", "a row of Hyperlink without name or number"},
+        {page, "<cp IX=\"1\"/>", "<cp IX=\"2\"/>", "skip to cp 2"},
+        {page, "V=\"12\" U=\"STR\"", "V=\"twelve\"", "the text \"twelve\" in Value"},
+        {page, "V=\"Times New Roman\"", "V=\"Helvetica\"", "the font Helvetica is not listed"},
+        {page, "GUARD(", "GUARDED(", "the unknown function GUARDED"},
+        {page, "TEXTWIDTH(TheText))", "TEXTWIDTH(TheText)", "does not close"},
+        {windows, "<ShowGrid>0</ShowGrid>", "", ""},
+        {windows, "<ShowGrid>0", "<ShowGrid>none", "ShowGrid is none"},
+        {windows, "<ShowRulers>1</ShowRulers><ShowGrid>0</ShowGrid>",
+         "<ShowGrid>0</ShowGrid><ShowRulers>1</ShowRulers>", "ShowRulers stands in the wrong place"},
+        {windows, "ViewScale=\"-1\"", "ViewScale=\"fit\"", "Window ViewScale is fit"},
+    };
+    for (const auto& each : cases) {
+        std::vector<Part> parts = PartsOf(WritePackage(*RichDrawing()));
+        for (Part& part : parts) {
+            if (part.name != each.part) continue;
+            const auto at = part.bytes.find(each.from);
+            ASSERT_NE(at, std::string::npos) << each.from;
+            part.bytes.replace(at, each.from.size(), each.to);
+        }
+        const auto faults = PackageFaults(Zip(parts));
+        if (each.expected.empty()) {
+            EXPECT_THAT(faults, testing::IsEmpty()) << each.from;
+        } else {
+            EXPECT_THAT(faults, Contains(HasSubstr(each.expected))) << each.from;
+        }
+    }
+}
+
 TEST(PackageRules, FindWhatIsWrongWithTheParts) {
     const std::vector<Part> good = PartsOf(WritePackage(*RichDrawing()));
     ASSERT_GT(good.size(), 10u);

@@ -55,7 +55,7 @@ class DroppedTest : public testing::Test {
 
     void Recalculate() {
         Recalculation recalculation(*drawing_, fonts_);
-        recalculation.AllChanged(First());
+        for (const auto& shape : First().shapes) recalculation.Renewed(First(), *shape);
         recalculation.Settle();
     }
 
