@@ -43,6 +43,16 @@ TEST_F(FormsTest, AFormIsMovedByItsBackgroundAndComesBackToItsPlace) {
     EXPECT_EQ(settings->pos(), place);
 }
 
+TEST_F(FormsTest, OnALowDisplayAFormStandsWholeInTheFrame) {
+    const int around = ui.frame->height() - ui.frame->Area().height();
+    for (const auto& [room, top] : {std::pair(520, 10), std::pair(400, 0), std::pair(600, 33)}) {
+        ui.frame->resize(ui.frame->width(), room + around);
+        UiApp::Settle();
+        settings->Place();
+        EXPECT_EQ(settings->y(), top) << room;
+    }
+}
+
 TEST_F(FormsTest, MinimisedFormsWaitInTheStatusBar) {
     QTest::mouseClick(settings->findChild<QWidget*>("imgMinimize"), Qt::LeftButton);
     UiApp::Settle();

@@ -244,6 +244,21 @@ TEST_F(FrameTest, ClosingInTheMiddleOfAnExtractionWaitsForItsEnd) {
     EXPECT_EQ(ui.app.gConnection->Count("Select count(*) FROM Record_Details"), 14);
 }
 
+TEST_F(FrameTest, AWaitingCloseThatIsCancelledIsForgotten) {
+    ui.Choose("mnuColors");
+    ui.Click("imgBackSelected3");
+    ui.host.answers = {Answer::Cancel, Answer::No};
+    ui.frame->RunLong([&] { ui.frame->close(); });
+    UiApp::Settle();
+    EXPECT_TRUE(ui.frame->isVisible());
+    EXPECT_EQ(ui.frame->statusBar()->currentMessage(), "");
+    ui.frame->RunLong([] {});
+    UiApp::Settle();
+    EXPECT_THAT(ui.host.TakeTexts(), ElementsAre("Save changes before exiting?"));
+    EXPECT_TRUE(ui.frame->isVisible());
+    ui.frame->close();
+}
+
 TEST_F(FrameTest, ASecondLongCommandDoesNotStart) {
     int started = 0;
     ui.frame->RunLong([&] {
