@@ -146,6 +146,7 @@ inline void WhenWaiting(std::function<void(QWidget&)> act, int patience = 6000) 
             WhenWaiting(act, patience - 1);
         } else {
             ADD_FAILURE() << "no window waits";
+            QApplication::exit(1);
         }
     });
 }
