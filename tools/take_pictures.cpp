@@ -2,19 +2,20 @@
 // documentation.
 #include <QAbstractButton>
 #include <QEventLoop>
+#include <QLineEdit>
+#include <QPainter>
+#include <QRegularExpression>
 #include <QTimer>
 #include <cstdio>
 
 #include "core/paths.h"
 #include "desktop/application.h"
-#include "desktop/drawing_pictures.h"
-#include "store/settings.h"
+#include "desktop/drawing_tools.h"
 #include "ui/c_tree_view.h"
 #include "ui/child_area.h"
 #include "ui/drawing_control.h"
 #include "ui/form.h"
 #include "ui/frm_colors.h"
-#include "ui/frm_treeview.h"
 #include "ui/mdi_main_menu.h"
 #include "ui/set_directory.h"
 #include "ui/skin_colors.h"
@@ -48,7 +49,7 @@ class Photographer {
         for (const std::string& skin : InstalledSkins(frame_.App())) {
             ChangeSkin(frame_, skin);
             const QString name = QString::fromStdString(skin).toLower();
-            TakeTree(name);
+            TakeBrowsing(name);
             TakeScreen(Screen::Settings, "settings-" + name);
             TakePicker(name);
             frame_.mnu_about();
@@ -59,26 +60,64 @@ class Photographer {
 
   private:
     void Take(QWidget& widget, const QString& name) {
+        LetShow();
+        QPixmap picture = widget.grab();
+        QPainter painter(&picture);
+        for (auto* tip : frame_.findChildren<QWidget*>(QRegularExpression("^frmToolTip"))) {
+            if (tip->isVisible()) painter.drawPixmap(tip->pos() - widget.mapToGlobal(QPoint()), tip->grab());
+        }
+        painter.end();
+        picture.save(folder_ + "/" + name + ".png");
+    }
+    void LetShow() {
+        for (const auto* drawing : frame_.findChildren<DrawingControl2*>()) {
+            while (drawing->Loading()) LetPaint();
+        }
         LetPaint();
-        widget.grab().save(folder_ + "/" + name + ".png");
     }
     void TakeScreen(Screen screen, const QString& name) {
         frame_.OpenScreen(screen, false);
         Take(frame_, name);
         if (screen != Screen::Treeview) frame_.Find(screen)->close();
     }
-    /// The tree with the drawing of its first schema, then a record on its own.
-    void TakeTree(const QString& skin) {
-        auto& screen = dynamic_cast<frm_Treeview&>(*frame_.Find(Screen::Treeview));
-        const auto tree = screen.findChild<cTreeView*>("Tview")->Tree();
-        const QString schema = QString::fromStdString(tree->Text(0));
-        const QString folder = QString::fromStdString(getvisiolocation(frame_.App())) + schema + "/";
-        screen.findChild<DrawingControl2*>("DrawingControl2")->SetSrc(folder + schema + ".vsd");
+    /// The way through the browsing screens: the tree with the drawing of its first schema, a search, the
+    /// mouse over a record, that record on its own and drawn, its drawing in the larger window, the larger
+    /// tree.
+    void TakeBrowsing(const QString& skin) {
+        Form& screen = *frame_.Find(Screen::Treeview);
+        auto& Tview = *screen.findChild<cTreeView*>("Tview");
+        const RecordTree tree = Tview.Tree();
+        NodeIndex record = 2;  // The first member of an entry record.
+        while (tree.Level(record) < 3) ++record;
+        const auto hover = [&](NodeIndex node) {
+            const QModelIndex line = Tview.model()->index(static_cast<int>(node), 0);
+            emit Tview.NodeHovered(node, QPoint(130, Tview.visualRect(line).center().y()));
+        };
+        hover(0);
+        hover(kNoNode);
         TakeScreen(Screen::Treeview, "tree-" + skin);
-        screen.ClickNode(tree->Children(tree->Children(0)[0])[0]);
+        screen.findChild<QLineEdit*>("Text1")->setText(QString::fromStdString(tree.Text(record)));
+        for (int i = 0; i < 2; ++i) Press(screen, "cmdSearch");
+        hover(Tview.SelectedNode());
+        Take(frame_, "hover-" + skin);
+        hover(kNoNode);
+        emit Tview.NodeClicked(record);
+        Form& isolate = *frame_.Find(Screen::IsolateView);
+        Press(isolate, "cmdDraw");
         Take(frame_, "isolate-" + skin);
-        frame_.Find(Screen::IsolateView)->close();
+        hover(0);
+        hover(kNoNode);
+        Press(screen, "Label1");
+        LetShow();
+        for (int i = 0; i < 3; ++i) Press(*frame_.Find(Screen::DrawingViewer), "cmdZoomIn");
+        Take(frame_, "viewer-" + skin);
+        frame_.Find(Screen::DrawingViewer)->close();
+        Press(screen, "Max");
+        Take(frame_, "treemax-" + skin);
+        frame_.Find(Screen::TreeviewMax)->close();
+        isolate.close();
     }
+    static void Press(Form& form, const char* button) { form.findChild<QAbstractButton*>(button)->click(); }
     void TakePicker(const QString& skin) {
         setDirectory picker(frame_, setDirectory::Picks::File);
         picker.Load();
@@ -106,7 +145,7 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "take_pictures: %s\n", failure.what());
         std::exit(1);
     });
-    frame.SetDrawings(desktop::OpenDrawingPicture);
+    const auto engine = desktop::GiveDrawingTools(frame);
     host.SetDisplay(&frame);
     QTimer::singleShot(0, &frame, [&] {
         frame.Run([&] { SubMain(app, frame); });
