@@ -2,22 +2,21 @@
 // documentation. The dictionary of the folder must hold a schema and its drawing be saved.
 #include <QAbstractButton>
 #include <QEventLoop>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QPainter>
+#include <QRegularExpression>
 #include <QTimer>
 #include <cstdio>
 
-#include "core/paths.h"
 #include "desktop/application.h"
-#include "desktop/drawing_pictures.h"
+#include "desktop/drawing_tools.h"
 #include "store/connection.h"
-#include "store/settings.h"
 #include "ui/c_tree_view.h"
 #include "ui/child_area.h"
 #include "ui/drawing_control.h"
 #include "ui/form.h"
 #include "ui/frm_colors.h"
-#include "ui/frm_treeview.h"
 #include "ui/mdi_main_menu.h"
 #include "ui/skin_colors.h"
 #include "ui/skins_and_colors.h"
@@ -54,7 +53,7 @@ class Photographer {
         for (const std::string& skin : InstalledSkins(frame_.App())) {
             ChangeSkin(frame_, skin);
             skin_ = QString::fromStdString(skin).toLower();
-            TakeTree();
+            TakeBrowsing();
             TakeMenu();
             TakeProgress();
             TakeSettings();
@@ -74,8 +73,20 @@ class Photographer {
         picture.save(folder_ + "/" + name + "-" + skin_ + ".png", "PNG", kSmallest);
     }
     void Take(QWidget& widget, const QString& name) const {
+        LetShow();
+        QPixmap picture = widget.grab();
+        QPainter painter(&picture);
+        for (auto* tip : frame_.findChildren<QWidget*>(QRegularExpression("^frmToolTip"))) {
+            if (tip->isVisible()) painter.drawPixmap(tip->pos() - widget.mapToGlobal(QPoint()), tip->grab());
+        }
+        painter.end();
+        Save(picture, name);
+    }
+    void LetShow() const {
+        for (const auto* drawing : frame_.findChildren<DrawingControl2*>()) {
+            while (drawing->Loading()) LetPaint();
+        }
         LetPaint();
-        Save(widget.grab(), name);
     }
     /// What waits for an answer while `act` runs; it is closed then.
     void TakeWaiting(const QString& name, const std::function<void()>& act) const {
@@ -86,19 +97,45 @@ class Photographer {
         });
         act();
     }
-    /// The tree with the drawing of its first schema, then a record on its own.
-    void TakeTree() {
-        auto& screen = Tree();
-        const auto tree = screen.findChild<cTreeView*>("Tview")->Tree();
-        const QString schema = QString::fromStdString(tree->Text(0));
-        const QString folder = QString::fromStdString(getvisiolocation(frame_.App())) + schema + "/";
-        screen.findChild<DrawingControl2*>("DrawingControl2")->SetSrc(folder + schema + ".vsd");
+    /// The way through the browsing screens: the tree with the drawing of its first schema, a search, the
+    /// mouse over a record, that record on its own and drawn, its drawing in the larger window, the larger
+    /// tree.
+    void TakeBrowsing() {
+        Form& screen = *frame_.Find(Screen::Treeview);
+        auto& Tview = *screen.findChild<cTreeView*>("Tview");
+        const RecordTree tree = Tview.Tree();
+        NodeIndex record = 2;  // The first member of an entry record.
+        while (tree.Level(record) < 3) ++record;
+        const auto hover = [&](NodeIndex node) {
+            const QModelIndex line = Tview.model()->index(static_cast<int>(node), 0);
+            emit Tview.NodeHovered(node, QPoint(130, Tview.visualRect(line).center().y()));
+        };
+        hover(0);
+        hover(kNoNode);
         frame_.OpenScreen(Screen::Treeview, false);
         Take(frame_, "tree");
-        screen.ClickNode(tree->Children(tree->Children(0)[0])[0]);
+        screen.findChild<QLineEdit*>("Text1")->setText(QString::fromStdString(tree.Text(record)));
+        for (int i = 0; i < 2; ++i) Press(screen, "cmdSearch");
+        hover(Tview.SelectedNode());
+        Take(frame_, "hover");
+        hover(kNoNode);
+        emit Tview.NodeClicked(record);
+        Form& isolate = *frame_.Find(Screen::IsolateView);
+        Press(isolate, "cmdDraw");
         Take(frame_, "isolate");
-        frame_.Find(Screen::IsolateView)->close();
+        hover(0);
+        hover(kNoNode);
+        Press(screen, "Label1");
+        LetShow();
+        for (int i = 0; i < 3; ++i) Press(*frame_.Find(Screen::DrawingViewer), "cmdZoomIn");
+        Take(frame_, "viewer");
+        frame_.Find(Screen::DrawingViewer)->close();
+        Press(screen, "Max");
+        Take(frame_, "treemax");
+        frame_.Find(Screen::TreeviewMax)->close();
+        isolate.close();
     }
+    static void Press(Form& form, const char* button) { form.findChild<QAbstractButton*>(button)->click(); }
     void TakeMenu() {
         auto* menu = frame_.findChild<QMenu*>("ppm_extract");
         frame_.menuBar()->setActiveAction(menu->menuAction());
@@ -119,7 +156,7 @@ class Photographer {
         progress.SetText(Bar::TreeviewText, "Loading Shapes. Please wait..");
         progress.BStepprogressbar(Bar::TreeviewValue, 42, "COMMISSION");
         host_.Status("Collecting CALC and VIA Records ");
-        Take(Tree(), "progress");
+        Take(*frame_.Find(Screen::Treeview), "progress");
         for (const Bar bar : {Bar::TreeviewText, Bar::TreeviewValue}) progress.SetVisible(bar, false);
         host_.Status({});
     }
@@ -141,7 +178,6 @@ class Photographer {
         TakeWaiting(name, [&] { host_.MessageBox(message); });
         host_.shows = false;
     }
-    frm_Treeview& Tree() const { return dynamic_cast<frm_Treeview&>(*frame_.Find(Screen::Treeview)); }
 
     mdiMainMenu& frame_;
     QuietHost& host_;
@@ -163,7 +199,7 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "take_pictures: %s\n", failure.what());
         std::exit(1);
     });
-    frame.SetDrawings(desktop::OpenDrawingPicture);
+    const auto engine = desktop::GiveDrawingTools(frame);
     host.SetDisplay(&frame);
     const auto work = [&] {
         SubMain(app, frame);

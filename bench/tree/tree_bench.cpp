@@ -2,12 +2,12 @@
 // texts. Counters: the nodes, and by how many megabytes the process grew.
 #include <benchmark/benchmark.h>
 
-#include <fstream>
 #include <string>
 
 #include "browse/record_search.h"
 #include "browse/tree_load.h"
-#include "schema_rows.h"
+#include "layered_schema.h"
+#include "resident_memory.h"
 #include "test_store.h"
 
 namespace norvelis {
@@ -28,31 +28,6 @@ class SilentHost : public Host {
     void OpenScreen(Screen, bool) override {}
     long turns = 0;
 };
-
-double ResidentMegabytes() {
-    std::ifstream file("/proc/self/statm");
-    long pages = 0;
-    file >> pages >> pages;
-    return static_cast<double>(pages) * 4096 / 1e6;
-}
-
-/// Layers of two hundred records below the entry records; a record owns three of the next layer.
-void WriteLayers(Connection& store, int entries, int layers) {
-    constexpr int kWidth = 200;
-    SchemaRows rows(store, "LAYERS");
-    const auto name = [](int layer, int i) {
-        return "REC-" + std::to_string(layer) + "-" + std::to_string(i % kWidth);
-    };
-    const auto members = [&](int layer, int i) {
-        return name(layer, i) + "," + name(layer, i * 7 + 1) + "," + name(layer, i * 3 + 2);
-    };
-    for (int i = 0; i < entries; ++i) rows.Entry("ENTRY-" + std::to_string(i), members(0, i));
-    for (int layer = 0; layer < layers; ++layer) {
-        for (int i = 0; i < kWidth; ++i) {
-            rows.Record(name(layer, i), layer + 1 < layers ? members(layer + 1, i) : "");
-        }
-    }
-}
 
 void LoadTree(benchmark::State& state) {
     TestApp test;

@@ -1,99 +1,94 @@
 #include "browse/record_tree.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstring>
 
 #include "core/text.h"
 
 namespace norvelis {
 
-namespace {
+RecordTree::RecordTree() : content_(std::make_shared<Content>()) {}
 
-/// Sorts the numbers 0 to keys.size() - 1 by key, stably, in linear time: `order` lists them, those of key k
-/// from begin[k] up to begin[k + 1].
-template <typename KeyOf>
-void CountingSort(NodeIndex count, std::size_t keys, const KeyOf& keyOf, std::vector<NodeIndex>& order,
-                  std::vector<NodeIndex>& begin) {
-    begin.assign(keys + 1, 0);
-    for (NodeIndex i = 0; i < count; ++i) ++begin[keyOf(i) + 1];
-    for (std::size_t k = 0; k < keys; ++k) begin[k + 1] += begin[k];
-    order.resize(count);
-    std::vector<NodeIndex> next(begin.begin(), begin.end() - 1);
-    for (NodeIndex i = 0; i < count; ++i) order[next[keyOf(i)]++] = i;
-}
-
-}  // namespace
-
-RecordTree::RecordTree(Random& random) : guidHigh_(random.Bits()), guidLow_(random.Bits()) {}
-
-RecordTree::TextId RecordTree::Intern(std::string_view text) {
-    const auto [entry, isNew] = textIds_.try_emplace(std::string(text), static_cast<TextId>(texts_.size()));
-    if (isNew) texts_.push_back(&entry->first);
-    return entry->second;
-}
-
-NodeIndex RecordTree::Add(NodeIndex parent, TextId text) {
-    nodes_.push_back({parent, text, parent == kNoNode ? text : nodes_[parent].schema});
-    return Size() - 1;
-}
-
-void RecordTree::Complete() {
-    const NodeIndex count = Size();
-    // Roots hang from a parent of their own behind the last node.
-    CountingSort(
-        count, count + 1u, [this, count](NodeIndex i) { return std::min(nodes_[i].parent, count); },
-        children_, childrenBegin_);
-    CountingSort(
-        count, texts_.size(), [this](NodeIndex i) { return nodes_[i].text; }, byText_, byTextBegin_);
-
-    rows_.resize(count);
-    for (NodeIndex i = 0; i < count; ++i) {
-        rows_[children_[i]] = i - childrenBegin_[std::min(nodes_[children_[i]].parent, count)];
-    }
-    ends_.resize(count);
-    for (NodeIndex i = 0; i < count; ++i) ends_[i] = i + 1;
-    for (NodeIndex i = count; i-- > 0;) {
-        const NodeIndex parent = nodes_[i].parent;
-        if (parent != kNoNode) ends_[parent] = std::max(ends_[parent], ends_[i]);
-    }
+NodeIndex RecordTree::Parent(NodeIndex node) const {
+    const NodeIndex parent = At(node).parent;
+    return node == 0 || parent == kNoNode ? kNoNode : parent - first_;
 }
 
 std::string RecordTree::Key(NodeIndex node) const {
-    return Schema(node) + "**" + CreateGUID(guidHigh_, guidLow_ + node);
+    return Schema(node) + "**" + CreateGUID(content_->guidHigh, content_->guidLow + first_ + node);
 }
 
-std::span<const NodeIndex> RecordTree::Children(NodeIndex node) const {
-    if (children_.empty()) return {};
-    const std::size_t parent = std::min(node, Size());
-    return std::span(children_).subspan(childrenBegin_[parent],
-                                        childrenBegin_[parent + 1] - childrenBegin_[parent]);
+std::vector<NodeIndex> RecordTree::Children(NodeIndex node) const {
+    std::vector<NodeIndex> children;
+    const NodeIndex end = node == kNoNode ? Size() : SubtreeEnd(node);
+    for (NodeIndex child = node == kNoNode ? 0 : node + 1; child < end; child = SubtreeEnd(child))
+        children.push_back(child);
+    return children;
 }
 
 int RecordTree::Level(NodeIndex node) const {
     int level = 1;
-    while ((node = nodes_[node].parent) != kNoNode) ++level;
+    while ((node = Parent(node)) != kNoNode) ++level;
     return level;
 }
 
-std::span<const NodeIndex> RecordTree::NodesOf(std::string_view text) const {
-    const auto entry = textIds_.find(std::string(text));
-    if (entry == textIds_.end() || entry->second + 1 >= byTextBegin_.size()) return {};
-    const NodeIndex begin = byTextBegin_[entry->second];
-    return std::span(byText_).subspan(begin, byTextBegin_[entry->second + 1] - begin);
+NodeIndex RecordTree::FirstOf(std::string_view text, std::string_view schema) const {
+    const auto entry = content_->textIds.find(std::string(text));
+    if (entry == content_->textIds.end()) return kNoNode;
+    if (schema.empty()) return FirstOf(entry->second, 0, Size());
+    for (const NodeIndex root : Roots()) {
+        if (Schema(root) == schema) return FirstOf(entry->second, root, SubtreeEnd(root));
+    }
+    return kNoNode;
+}
+
+NodeIndex RecordTree::FirstOf(TextId text, NodeIndex begin, NodeIndex end) const {
+    const auto nodes = content_->byText.begin();
+    const auto last = nodes + content_->byTextBegin[text + 1];
+    const auto found = std::lower_bound(nodes + content_->byTextBegin[text], last, first_ + begin);
+    return found != last && *found < first_ + end ? *found - first_ : kNoNode;
 }
 
 RecordTree RecordTree::Subtree(NodeIndex node) const {
-    RecordTree copy;
-    copy.guidHigh_ = guidHigh_;
-    copy.guidLow_ = guidLow_ + node;
-    copy.nodes_.reserve(ends_[node] - node);
-    for (NodeIndex i = node; i < ends_[node]; ++i) {
-        const NodeIndex parent = i == node ? kNoNode : nodes_[i].parent - node;
-        copy.nodes_.push_back({parent, copy.Intern(Text(i)), copy.Intern(Schema(i))});
+    return {content_, first_ + node, At(node).end};
+}
+
+RecordTreeBuilder::RecordTreeBuilder(Random& random) : content_(std::make_shared<RecordTree::Content>()) {
+    content_->guidHigh = random.Bits();
+    content_->guidLow = random.Bits();
+}
+
+RecordTree::TextId RecordTreeBuilder::Intern(std::string_view text) {
+    auto& texts = content_->texts;
+    const auto [entry, isNew] =
+        content_->textIds.try_emplace(std::string(text), static_cast<RecordTree::TextId>(texts.size()));
+    if (isNew) texts.push_back(&entry->first);
+    return entry->second;
+}
+
+NodeIndex RecordTreeBuilder::Add(NodeIndex parent, RecordTree::TextId text) {
+    auto& nodes = content_->nodes;
+    nodes.push_back({parent, text, parent == kNoNode ? text : nodes[parent].schema, 0});
+    return Size() - 1;
+}
+
+RecordTree RecordTreeBuilder::Complete() && {
+    auto& [nodes, textIds, texts, byText, begin, guidHigh, guidLow] = *content_;
+    begin.assign(texts.size() + 1, 0);
+    for (NodeIndex i = Size(); i-- > 0;) {
+        RecordTree::Node& node = nodes[i];
+        if (node.end == 0) node.end = i + 1;
+        ++begin[node.text + 1];
+        if (node.parent == kNoNode) continue;
+        RecordTree::Node& parent = nodes[node.parent];
+        if (parent.end == 0) parent.end = node.end;  // The last child comes first.
     }
-    copy.Complete();
-    return copy;
+    for (std::size_t text = 0; text < texts.size(); ++text) begin[text + 1] += begin[text];
+    byText.resize(nodes.size());
+    std::vector<NodeIndex> next(begin.begin(), begin.end() - 1);
+    for (NodeIndex i = 0; i < Size(); ++i) byText[next[nodes[i].text]++] = i;
+    const NodeIndex end = Size();
+    return {std::move(content_), 0, end};
 }
 
 std::string CreateGUID(std::uint64_t high, std::uint64_t low) {

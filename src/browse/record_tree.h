@@ -1,7 +1,7 @@
 #pragma once
 
 #include <cstdint>
-#include <span>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -18,62 +18,80 @@ inline constexpr NodeIndex kNoNode = UINT32_MAX;
 /// to far more nodes than it has records, so a node is a few numbers: its parent, its text, its schema.
 ///
 /// Nodes are numbered from 0 in order of creation, each parent followed by all that is below it, so a subtree
-/// is a range of numbers. Fill with Add, then call Complete; the functions after it answer for a completed
-/// tree only.
+/// is a range of numbers. A tree never changes: copies and subtrees share its nodes and cost nothing.
 class RecordTree {
   public:
     using TextId = std::uint32_t;
 
-    explicit RecordTree(Random& random);
-    RecordTree(RecordTree&&) = default;
-    RecordTree& operator=(RecordTree&&) = default;
+    RecordTree();  ///< Empty.
 
-    TextId Intern(std::string_view text);
-    /// A root (a schema, parent kNoNode) or a child of a node of the branch added last.
-    NodeIndex Add(NodeIndex parent, TextId text);
-    void Complete();
-
-    NodeIndex Size() const { return static_cast<NodeIndex>(nodes_.size()); }
-    NodeIndex Parent(NodeIndex node) const { return nodes_[node].parent; }
-    TextId TextIdOf(NodeIndex node) const { return nodes_[node].text; }
-    const std::string& Text(NodeIndex node) const { return *texts_[nodes_[node].text]; }
-    const std::string& TextOf(TextId text) const { return *texts_[text]; }
-    std::size_t TextCount() const { return texts_.size(); }
-    const std::string& Schema(NodeIndex node) const { return *texts_[nodes_[node].schema]; }
+    NodeIndex Size() const { return end_ - first_; }
+    NodeIndex Parent(NodeIndex node) const;  ///< kNoNode for a root.
+    TextId TextIdOf(NodeIndex node) const { return At(node).text; }
+    const std::string& Text(NodeIndex node) const { return TextOf(At(node).text); }
+    const std::string& TextOf(TextId text) const { return *content_->texts[text]; }
+    std::size_t TextCount() const { return content_->texts.size(); }
+    const std::string& Schema(NodeIndex node) const { return TextOf(At(node).schema); }
 
     /// Schema, "**" and 32 hexadecimal digits that no other node has. Only the part before "**" means
     /// something.
     std::string Key(NodeIndex node) const;
 
-    std::span<const NodeIndex> Roots() const { return Children(kNoNode); }
-    std::span<const NodeIndex> Children(NodeIndex node) const;
-    NodeIndex Row(NodeIndex node) const { return rows_[node]; }  ///< Its place among its siblings, from 0.
-    NodeIndex SubtreeEnd(NodeIndex node) const { return ends_[node]; }
+    /// The children of a node, the roots for kNoNode.
+    std::vector<NodeIndex> Children(NodeIndex node) const;
+    std::vector<NodeIndex> Roots() const { return Children(kNoNode); }
+    NodeIndex SubtreeEnd(NodeIndex node) const { return At(node).end - first_; }
     int Level(NodeIndex node) const;  ///< 1 for a root.
 
-    /// All nodes with exactly this text, in order of their numbers.
-    std::span<const NodeIndex> NodesOf(std::string_view text) const;
+    /// The first node with exactly this text, of this schema when one is named; kNoNode when there is none.
+    NodeIndex FirstOf(std::string_view text, std::string_view schema = {}) const;
 
-    /// A copy of the node with all that is below it, the node as its root; texts, schemas and keys stay.
+    /// The node with all that is below it, the node as its root; texts, schemas and keys stay.
     RecordTree Subtree(NodeIndex node) const;
 
+    /// Whether both are the same tree and not only alike.
+    bool operator==(const RecordTree& other) const = default;
+
   private:
+    friend class RecordTreeBuilder;
+
     struct Node {
         NodeIndex parent;
         TextId text;
         TextId schema;
+        NodeIndex end;  ///< Of all that is below it.
+    };
+    struct Content {
+        std::vector<Node> nodes;
+        std::unordered_map<std::string, TextId> textIds;
+        std::vector<const std::string*> texts;       ///< The map's keys, which stay where they are.
+        std::vector<NodeIndex> byText, byTextBegin;  ///< Nodes by their text, and where each text begins.
+        std::uint64_t guidHigh = 0, guidLow = 0;     ///< The GUID of node 0.
     };
 
-    RecordTree() = default;
+    RecordTree(std::shared_ptr<const Content> content, NodeIndex first, NodeIndex end)
+        : content_(std::move(content)), first_(first), end_(end) {}
+    const Node& At(NodeIndex node) const { return content_->nodes[first_ + node]; }
+    NodeIndex FirstOf(TextId text, NodeIndex begin, NodeIndex end) const;
 
-    std::vector<Node> nodes_;
-    std::unordered_map<std::string, TextId> textIds_;
-    std::vector<const std::string*> texts_;  ///< The map's keys, which stay where they are.
+    std::shared_ptr<const Content> content_;
+    NodeIndex first_ = 0, end_ = 0;  ///< Its part of the content.
+};
 
-    // Lists of nodes by parent and by text, each one array with the places where the lists begin.
-    std::vector<NodeIndex> children_, childrenBegin_, rows_, ends_, byText_, byTextBegin_;
+/// Fills a tree from top to bottom.
+class RecordTreeBuilder {
+  public:
+    explicit RecordTreeBuilder(Random& random);
 
-    std::uint64_t guidHigh_ = 0, guidLow_ = 0;  ///< The GUID of node 0.
+    RecordTree::TextId Intern(std::string_view text);
+    /// A root (a schema, parent kNoNode) or a child of a node of the branch added last.
+    NodeIndex Add(NodeIndex parent, RecordTree::TextId text);
+    NodeIndex Size() const { return static_cast<NodeIndex>(content_->nodes.size()); }
+
+    RecordTree Complete() &&;
+
+  private:
+    std::shared_ptr<RecordTree::Content> content_;
 };
 
 /// 32 upper-case hexadecimal digits: 16 bytes of which the first eight are `high` and the rest `low`.

@@ -31,7 +31,7 @@ class MemberLists {
         std::vector<Member> members;
     };
 
-    MemberLists(Connection& store, RecordTree& tree) {
+    MemberLists(Connection& store, RecordTreeBuilder& tree) {
         std::vector<std::string> lists;
         auto rows =
             store.Select("Select Recordname, next_step FROM Record_Details where recordtype = 'Record'");
@@ -80,8 +80,7 @@ class TreeLoader {
                 Guarded("loadrecords", [&] { loadrecords(schema, root); });
             }
         });
-        tree_.Complete();
-        return std::move(tree_);
+        return std::move(tree_).Complete();
     }
 
   private:
@@ -178,7 +177,7 @@ class TreeLoader {
     Connection& store_;
     const TreeVariant& variant_;
     const NodeIndex mostNodes_;
-    RecordTree tree_;
+    RecordTreeBuilder tree_;
     std::optional<MemberLists> lists_;
     std::vector<Step> branch_;
     std::vector<bool> onPath_;

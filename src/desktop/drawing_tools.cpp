@@ -1,5 +1,9 @@
 #include "desktop/drawing_tools.h"
 
+#include <QPrinter>
+#include <chrono>
+#include <future>
+
 #include "core/failure.h"
 #include "desktop/drawing_pictures.h"
 #include "desktop/print_pages.h"
@@ -10,12 +14,23 @@ namespace norvelis::desktop {
 
 namespace {
 
+/// Long work in a thread of its own, while the event loop has its turns.
+void RunAside(Host& host, const std::function<void()>& work) {
+    constexpr auto kBetweenTurns = std::chrono::milliseconds(5);
+    auto done = std::async(std::launch::async, work);
+    while (done.wait_for(kBetweenTurns) != std::future_status::ready) host.Yield();
+    done.get();
+}
+
 /// A failure is said here: behind the engine's interface it would be lost.
 bool Print(ui::mdiMainMenu& frame, const drawing::Document& document, std::optional<int> page) {
     QPrinter* printer = frame.ChoosePrinter();
     if (!printer) return false;
     try {
-        return PrintPages(document, page, *printer);
+        if (PrintPages(document, page, *printer)) return true;
+        frame.App().host.MessageBox("The printer does not take this drawing: " +
+                                    printer->printerName().toStdString());
+        return false;
     } catch (const RuntimeFailure& failure) {
         frame.App().host.MessageBox(failure.what());
         return false;
@@ -25,12 +40,13 @@ bool Print(ui::mdiMainMenu& frame, const drawing::Document& document, std::optio
 }  // namespace
 
 std::unique_ptr<engine::DrawingEngine> GiveDrawingTools(ui::mdiMainMenu& frame) {
-    const AppState& app = frame.App();
+    AppState& app = frame.App();
     auto engine =
         drawing::MakeDrawingEngine({app.AppPath("\\Stencils"), app.AppPath("\\Temp"),
                                     [&frame](const drawing::Document& document, std::optional<int> page) {
                                         return Print(frame, document, page);
-                                    }});
+                                    },
+                                    [&app](const std::function<void()>& work) { RunAside(app.host, work); }});
     frame.SetDrawings(OpenDrawingPicture);
     frame.SetEngine(*engine);
     return engine;

@@ -68,14 +68,6 @@ std::vector<std::string> Schemas(DrawingState& drawing, std::string_view stateme
     return names;
 }
 
-/// The first node of this text in the schema, in any schema when that is empty.
-NodeIndex FindNode(const RecordTree& tree, const std::string& text, const std::string& schema) {
-    for (const NodeIndex node : tree.NodesOf(text)) {
-        if (schema.empty() || tree.Schema(node) == schema) return node;
-    }
-    return kNoNode;
-}
-
 /// All parents of a schema on one page, each tree in a colour of its own. Further nodes of a name could add
 /// nothing.
 void AddAllParents(DrawingState& drawing, const DrawKind& kind, const PageRef& page,
@@ -86,7 +78,7 @@ void AddAllParents(DrawingState& drawing, const DrawKind& kind, const PageRef& p
         drawing.gOwnerColor = PickLightColor(drawing.app.random);
         ProgressStep(drawing);
         if (tree != nullptr) {
-            const NodeIndex node = FindNode(*tree, parent, schema);
+            const NodeIndex node = tree->FirstOf(parent, schema);
             if (node == kNoNode) continue;
             (drawing.screen.*kind.showParent)(node);
         }
@@ -211,7 +203,7 @@ SeparateResult DrawVisioDiagramSeparateParent(DrawingState& drawing, const Recor
     for (const std::string& parent : parents) {
         ProgressStep(drawing);
         if (tree != nullptr) {
-            const NodeIndex node = FindNode(*tree, parent, "");
+            const NodeIndex node = tree->FirstOf(parent);
             if (node == kNoNode) continue;
             (drawing.screen.*kDrawSeparate.showParent)(node);
         }
@@ -252,7 +244,7 @@ DrawResult DrawScheduledDiagram(DrawingState& drawing, const std::string& schema
     return DrawDrawing(drawing, kDrawSingle, order);
 }
 
-void ProcessSingle(DrawingState& drawing, const std::string& schema, const RecordTree& Tviewrec) {
+DrawResult ProcessSingle(DrawingState& drawing, const std::string& schema, const RecordTree& Tviewrec) {
     drawing.told.clear();
     try {
         ShowText(drawing, "Preparing to Draw, Please Wait..");
@@ -260,12 +252,12 @@ void ProcessSingle(DrawingState& drawing, const std::string& schema, const Recor
         if (location.empty()) location = AskVisioFolder(drawing);
         if (location.empty()) {
             drawing.tell(kNoLocation);
-            return;
+            return DrawResult::NoEngine;
         }
         const std::string target = Tviewrec.Size() > 0 ? Tviewrec.Text(0) : "";
         DrawOrder order = OrderOfRecord(drawing, kDrawIsolated, location, schema, target, false);
         order.MakeFolder();
-        if (target.empty()) return;
+        if (target.empty()) return DrawResult::NoEngine;
         order.visible = WantsToWatch(drawing);
         if (target == schema) {
             order.addShapes = [&](const PageRef& page) {
@@ -273,10 +265,13 @@ void ProcessSingle(DrawingState& drawing, const std::string& schema, const Recor
                 AddAllParents(drawing, kDrawIsolated, page, schema, &Tviewrec);
             };
         }
-        DrawDrawing(drawing, kDrawIsolated, order);
+        const DrawResult result = DrawDrawing(drawing, kDrawIsolated, order);
+        if (result != DrawResult::NotSaved) return result;
     } catch (const RuntimeFailure&) {
-        drawing.tell("Error has been encountered. Close visio and try again.");
+        // Said below.
     }
+    drawing.tell("Error has been encountered. Close visio and try again.");
+    return DrawResult::NotSaved;
 }
 
 DrawResult DrawIsolatedRecord(DrawingState& drawing, const std::string& schema, const std::string& recordName,

@@ -37,8 +37,9 @@ DrawResult DrawParentDrawing(DrawingState& drawing, const std::string& recordNam
 /// ApplicationFolder\batchjobs\job\schema.vsd. What a person would have been told goes to `tell`.
 DrawResult DrawScheduledDiagram(DrawingState& drawing, const std::string& schema, const std::string& job);
 
-/// What the isolate screen shows: its tree, whose root is a record or the schema itself.
-void ProcessSingle(DrawingState& drawing, const std::string& schema, const RecordTree& Tviewrec);
+/// What the isolate screen shows: its tree, whose root is a record or the schema itself. NoEngine also stands
+/// for a draw that was not begun, for want of a folder.
+DrawResult ProcessSingle(DrawingState& drawing, const std::string& schema, const RecordTree& Tviewrec);
 
 /// One record with all that is below it, as ProcessSingle draws it.
 DrawResult DrawIsolatedRecord(DrawingState& drawing, const std::string& schema, const std::string& recordName,

@@ -159,8 +159,10 @@ bool DrawPage(DrawingState& drawing, const DrawKind& kind, const DrawOrder& orde
     ShowStep(drawing, kind.arranging, order.name);
     AnnotateShapes(drawing, page);
     FontChange(*page);
+    drawing.app.host.Yield();
     SnapshotDrawing(drawing, *page);
     FormatConnectorLabels(*page);
+    drawing.app.host.Yield();
     page->PlaceNotes();
     ShowStep(drawing, kind.finished, order.name);
     return order.MakeFolder() && document->SaveAs(Resolve(order.File()));

@@ -22,7 +22,7 @@ void PrintDrawing(AppState& app, engine::DrawingEngine& drawingEngine, const std
     if (document) {
         PrintDocument(app.host, *document);
     } else {
-        app.host.MessageBox("This drawing can be shown but not printed: " + file);
+        app.host.MessageBox("This drawing can not be printed: " + file);
     }
     application->Quit();
 }

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::string_view kByName = "Select * FROM ApplicationSetting where settingname  =  ?";
 constexpr std::string_view kReport = "ReportLocation";
-constexpr std::string_view kDrawingFolder = "visiolocation";
+constexpr std::string_view kDrawings = "visiolocation";
 constexpr std::string_view kBackground = "visiobackground";
 constexpr std::string_view kDiagramColor = "DiagramColor";
 constexpr std::string_view kStartUpForm = "startupform";
@@ -57,14 +57,18 @@ void setreportlocation(AppState& app, std::string_view path) {
 
 std::string getvisiolocation(AppState& app) {
     WriteToProcessLog(app, "Common module", "getvisiolocation", "Now in the function.....getvisiolocation");
-    std::string folder = ValueOr(app, kDrawingFolder, "");
-    if (!FolderExists(folder)) folder.clear();
+    const std::string folder = DrawingFolder(app);
     WriteToProcessLog(app, "Common module", "getvisiolocation", "visio location....." + folder);
     return folder;
 }
 
+std::string DrawingFolder(AppState& app) {
+    const std::string folder = ValueOr(app, kDrawings, "");
+    return FolderExists(folder) ? folder : std::string();
+}
+
 void setvisiolocation(AppState& app, std::string_view folder) {
-    if (!folder.empty()) WriteSetting(app, kDrawingFolder, folder);
+    if (!folder.empty()) WriteSetting(app, kDrawings, folder);
 }
 
 std::string getvisiobackground(AppState& app) {

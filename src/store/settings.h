@@ -15,6 +15,8 @@ void setreportlocation(AppState& app, std::string_view path);
 
 /// The folder for drawings; empty when there is no row or the folder does not exist.
 std::string getvisiolocation(AppState& app);
+/// The same without the lines that it writes to the process log.
+std::string DrawingFolder(AppState& app);
 void setvisiolocation(AppState& app, std::string_view folder);  ///< An empty text leaves the row alone.
 
 std::string getvisiobackground(AppState& app);  ///< Default "Background none".

@@ -11,16 +11,13 @@
 namespace norvelis::ui {
 
 cTreeView::cTreeView(const QString& name, QWidget* parent)
-    : QListView(parent), lines_(new RecordTreeModel(this)), delegate_(new TreeLineDelegate(*lines_, this)) {
+    : LineListView(parent),
+      lines_(new RecordTreeModel(this)),
+      delegate_(new TreeLineDelegate(*lines_, this)) {
     setObjectName(name);
     setAccessibleName("Schemas and records");
-    setProperty("Tag", "nocolorchange");  // A tree is no list: it has the colours of a page.
     setModel(lines_);
     setItemDelegate(delegate_);
-    setUniformItemSizes(true);
-    setVerticalScrollMode(ScrollPerPixel);
-    setHorizontalScrollMode(ScrollPerPixel);
-    setEditTriggers(NoEditTriggers);
     setMouseTracking(true);
     connect(this, &QAbstractItemView::clicked, this,
             [this](const QModelIndex& index) { emit NodeClicked(lines_->NodeOf(index)); });
@@ -41,17 +38,15 @@ void cTreeView::Select(NodeIndex node) {
 }
 
 bool cTreeView::SelectRecord(const QString& name) {
-    const auto nodes = Tree()->NodesOf(name.toStdString());
-    if (nodes.empty()) return false;
+    const std::string text = name.toStdString();
     const NodeIndex now = SelectedNode();
-    if (std::find(nodes.begin(), nodes.end(), now) != nodes.end()) {
-        EnsureVisible(now);
-        return true;
+    NodeIndex node = now;
+    if (now == kNoNode || Tree().Text(now) != text) {
+        node = now == kNoNode ? kNoNode : Tree().FirstOf(text, Tree().Schema(now));
+        if (node == kNoNode) node = Tree().FirstOf(text);
     }
-    const auto near = std::find_if(nodes.begin(), nodes.end(), [&](NodeIndex node) {
-        return now != kNoNode && Tree()->Schema(node) == Tree()->Schema(now);
-    });
-    Select(near == nodes.end() ? nodes.front() : *near);
+    if (node == kNoNode) return false;
+    Select(node);
     return true;
 }
 
@@ -61,7 +56,8 @@ void cTreeView::EnsureVisible(NodeIndex node) {
 }
 
 void cTreeView::ExpandAll() {
-    Rearrange([](ExtendedTreeView& branches) { branches.ExpandAll(); });
+    if (lines_->rowCount() < static_cast<int>(Tree().Size()))
+        Rearrange([](ExtendedTreeView& branches) { branches.ExpandAll(); });
     scrollTo(currentIndex(), QAbstractItemView::EnsureVisible);
 }
 
@@ -82,7 +78,7 @@ void cTreeView::Rearrange(const std::function<void(ExtendedTreeView&)>& change) 
 
 void cTreeView::ScrollView(Scroll where) {
     QScrollBar& bar = *verticalScrollBar();
-    const int line = std::max(1, sizeHintForRow(0)), page = (viewport()->height() / line - 1) * line;
+    const int line = LineHeight(), page = (viewport()->height() / line - 1) * line;
     const int first = bar.value() / line * line;
     switch (where) {
         case Scroll::Top:
@@ -107,13 +103,8 @@ void cTreeView::ScrollView(Scroll where) {
     setFocus();
 }
 
-void cTreeView::doItemsLayout() {
-    delegate_->SetLineWidth(WidestLine());
-    QListView::doItemsLayout();
-}
-
 int cTreeView::WidestLine() const {
-    const RecordTree& tree = *Tree();
+    const RecordTree& tree = Tree();
     std::vector<int> widths(tree.TextCount(), -1);
     std::vector<NodeIndex> openEnds;  // Of the branches that the line hangs from.
     int widest = 0;
@@ -130,11 +121,11 @@ int cTreeView::WidestLine() const {
 
 // The list brings lines into view from top to bottom only; a deep node's text also stands far to the right.
 void cTreeView::scrollTo(const QModelIndex& index, ScrollHint hint) {
-    QListView::scrollTo(index, hint);
+    LineListView::scrollTo(index, hint);
     const NodeIndex node = lines_->NodeOf(index);
     if (node == kNoNode) return;
     const int width = fontMetrics().horizontalAdvance(index.data().toString());
-    const int left = TreeLineDelegate::TextLeft(Tree()->Level(node));
+    const int left = TreeLineDelegate::TextLeft(Tree().Level(node));
     QScrollBar& bar = *horizontalScrollBar();
     const int needed = left + width + TreeLineDelegate::kTextMargin - viewport()->width();
     bar.setValue(std::min(std::max(bar.value(), needed), left - TreeLineDelegate::TextLeft(1)));
@@ -144,7 +135,7 @@ NodeIndex cTreeView::SignAt(QPoint place) const {
     const NodeIndex node = lines_->NodeOf(indexAt(place));
     if (node == kNoNode || !lines_->Branches().HasChildren(node)) return kNoNode;
     const int x = place.x() + horizontalOffset();
-    const int right = Tree()->Level(node) * TreeLineDelegate::kIndentation;
+    const int right = Tree().Level(node) * TreeLineDelegate::kIndentation;
     return x < right && x >= right - TreeLineDelegate::kIndentation ? node : kNoNode;
 }
 
@@ -154,12 +145,12 @@ void cTreeView::mousePressEvent(QMouseEvent* event) {
     if (pressedSign_) {
         SetExpanded(sign, !lines_->Branches().Expanded(sign));
     } else {
-        QListView::mousePressEvent(event);
+        LineListView::mousePressEvent(event);
     }
 }
 
 void cTreeView::mouseReleaseEvent(QMouseEvent* event) {
-    if (!pressedSign_) QListView::mouseReleaseEvent(event);
+    if (!pressedSign_) LineListView::mouseReleaseEvent(event);
     pressedSign_ = false;
 }
 
@@ -168,21 +159,21 @@ void cTreeView::mouseDoubleClickEvent(QMouseEvent* event) {
     if (SignAt(event->position().toPoint()) != kNoNode) mousePressEvent(event);
 }
 
+// A press that is dragged over other lines selects none of them.
 void cTreeView::mouseMoveEvent(QMouseEvent* event) {
-    QListView::mouseMoveEvent(event);
     const QPoint place = event->position().toPoint();
     const bool inside = viewport()->rect().contains(place);
     emit NodeHovered(inside ? lines_->NodeOf(indexAt(place)) : kNoNode, place);
 }
 
 void cTreeView::leaveEvent(QEvent* event) {
-    QListView::leaveEvent(event);
+    LineListView::leaveEvent(event);
     emit NodeHovered(kNoNode, {});
 }
 
 void cTreeView::keyPressEvent(QKeyEvent* event) {
     const NodeIndex node = SelectedNode();
-    if (node == kNoNode) return QListView::keyPressEvent(event);
+    if (node == kNoNode) return LineListView::keyPressEvent(event);
     const ExtendedTreeView& branches = lines_->Branches();
     const bool open = branches.Expanded(node) && branches.HasChildren(node);
     switch (event->key()) {
@@ -200,12 +191,12 @@ void cTreeView::keyPressEvent(QKeyEvent* event) {
         case Qt::Key_Left:
             if (open) {
                 SetExpanded(node, false);
-            } else if (Tree()->Parent(node) != kNoNode) {
-                Select(Tree()->Parent(node));
+            } else if (Tree().Parent(node) != kNoNode) {
+                Select(Tree().Parent(node));
             }
             break;
         default:
-            QListView::keyPressEvent(event);
+            LineListView::keyPressEvent(event);
     }
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
-#include <QListView>
-
+#include "ui/line_list_view.h"
 #include "ui/record_tree_model.h"
 
 namespace norvelis::ui {
@@ -10,14 +9,14 @@ class TreeLineDelegate;
 
 /// The tree control of the browsing screens: schemas, records and members with their branches. Arrows,
 /// paging and letters move about; Right and Left open and close; Return is a click.
-class cTreeView : public QListView {
+class cTreeView : public LineListView {
     Q_OBJECT
 
   public:
     cTreeView(const QString& name, QWidget* parent);
 
     void SetTree(RecordTree tree);
-    const std::shared_ptr<const RecordTree>& Tree() const { return lines_->Tree(); }
+    const RecordTree& Tree() const { return lines_->Tree(); }
     NodeIndex SelectedNode() const;
 
     void Select(NodeIndex node);  ///< And brings it into view.
@@ -33,7 +32,6 @@ class cTreeView : public QListView {
     /// The paging buttons; the keyboard goes back to the tree.
     void ScrollView(Scroll where);
 
-    void doItemsLayout() override;
     void scrollTo(const QModelIndex& index, ScrollHint hint) override;
 
   signals:
@@ -48,13 +46,13 @@ class cTreeView : public QListView {
     void mouseMoveEvent(QMouseEvent*) override;
     void leaveEvent(QEvent*) override;
     void keyPressEvent(QKeyEvent*) override;
+    int WidestLine() const override;
 
   private:
     void Rearrange(const std::function<void(ExtendedTreeView&)>& change);
     void SetExpanded(NodeIndex node, bool expanded);
     /// The node whose opening sign stands there.
     NodeIndex SignAt(QPoint place) const;
-    int WidestLine() const;
 
     RecordTreeModel* lines_;
     TreeLineDelegate* delegate_;

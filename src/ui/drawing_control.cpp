@@ -13,8 +13,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "core/failure.h"
-
 namespace norvelis::ui {
 
 namespace {
@@ -25,6 +23,8 @@ constexpr double kZoomStep = 1.25;  // Of a key or a notch of the wheel.
 constexpr double kLargest = 8;      // Times life size.
 constexpr int kArrowStep = 48;      // Pixels.
 constexpr double kSlack = 3;        // Pixels beside a shape that still hit it.
+constexpr double kMuted = 0.55;     // Of words that say that there is nothing.
+constexpr int kSlow = 250;          // Milliseconds for which another file's picture may stay.
 
 /// A link may lead to the web, to a person or to a file, and to nothing that would be run.
 bool MayFollow(const QUrl& url) {
@@ -35,12 +35,16 @@ bool MayFollow(const QUrl& url) {
 }  // namespace
 
 DrawingControl2::DrawingControl2(const QString& name, OpenDrawing open, QWidget* parent)
-    : QWidget(parent), open_(std::move(open)) {
+    : QWidget(parent), loader_(std::move(open)) {
     setObjectName(name);
     setAccessibleName("Drawing");
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setMinimumSize(80, 60);
+    slow_.setSingleShot(true);
+    slow_.setInterval(kSlow);
+    connect(&slow_, &QTimer::timeout, this, &DrawingControl2::SayOpening);
+    connect(&loader_, &DrawingLoader::Loaded, this, [this] { Show(loader_.Take()); });
 }
 
 DrawingControl2::~DrawingControl2() = default;
@@ -48,30 +52,35 @@ DrawingControl2::~DrawingControl2() = default;
 void DrawingControl2::SetSrc(const QString& path) {
     const QDateTime changed = path.isEmpty() ? QDateTime() : QFileInfo(path).lastModified();
     if (path == src_ && changed == changed_) return;
-    const bool same = path == src_ && picture_;
-    const QString selected = SelectedShape();
+    rereads_ = path == src_ && picture_;
     src_ = path;
     changed_ = changed;
-    Load();
-    if (!same || fitted_) {
+    setAccessibleDescription(src_.isEmpty() ? QString() : QFileInfo(src_).fileName());
+    if (src_.isEmpty()) {
+        loader_.Forget();
+        Show({});
+    } else {
+        loader_.Load(src_);
+        slow_.start();
+    }
+}
+
+void DrawingControl2::Show(DrawingLoader::Result result) {
+    slow_.stop();
+    const QString selected = SelectedShape();
+    picture_ = std::move(result.picture);
+    reason_ = result.reason;
+    selected_.reset();
+    if (!rereads_ || fitted_) {
         Fit();
     } else if (picture_ && !selected.isEmpty()) {
         selected_ = picture_->ShapeNamed(selected);
     }
-    setAccessibleDescription(src_.isEmpty() ? QString() : QFileInfo(src_).fileName());
     update();
 }
 
-void DrawingControl2::Load() {
-    picture_.reset();
-    selected_.reset();
-    reason_.clear();
-    if (src_.isEmpty() || !open_) return;
-    try {
-        picture_ = open_(src_);
-    } catch (const RuntimeFailure& failure) {
-        reason_ = QString::fromUtf8(failure.what());
-    }
+void DrawingControl2::SayOpening() {
+    if (!rereads_) Show({nullptr, "Opening " + QFileInfo(src_).fileName() + "..."});
 }
 
 double DrawingControl2::Zoom() const {
@@ -150,8 +159,10 @@ void DrawingControl2::paintEvent(QPaintEvent* event) {
     painter.fillRect(event->rect(), palette().color(QPalette::Mid));
     if (!picture_) {
         painter.setPen(palette().color(QPalette::Text));
+        painter.setOpacity(reason_.isEmpty() ? kMuted : 1);
         painter.drawText(rect().adjusted(kMargin, kMargin, -kMargin, -kMargin),
-                         Qt::AlignCenter | Qt::TextWordWrap, reason_);
+                         Qt::AlignCenter | Qt::TextWordWrap,
+                         reason_.isEmpty() ? "No drawing on show" : reason_);
         return;
     }
     const QRectF page(origin_, picture_->PageSize() * scale_);

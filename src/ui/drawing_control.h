@@ -1,10 +1,11 @@
 #pragma once
 
 #include <QDateTime>
+#include <QTimer>
 #include <QWidget>
 #include <memory>
 
-#include "ui/drawing_picture.h"
+#include "ui/drawing_loader.h"
 
 namespace norvelis::ui {
 
@@ -17,10 +18,11 @@ class DrawingControl2 : public QWidget {
     DrawingControl2(const QString& name, OpenDrawing open, QWidget* parent);
     ~DrawingControl2() override;
 
-    /// Empty shows nothing. A file that is on show already is read anew when it has changed. A file that can
-    /// not be shown leaves the reason in its place.
+    /// Empty shows nothing. A file that is on show already is read anew when it has changed. Files are read
+    /// aside and appear when they are ready; one that can not be shown leaves the reason in its place.
     void SetSrc(const QString& path);
     QString Src() const { return src_; }
+    bool Loading() const { return loader_.Loading(); }
 
     /// Marks the shape of that name and brings it into view; no such shape: nothing is marked.
     void SelectShape(const QString& name);
@@ -51,7 +53,8 @@ class DrawingControl2 : public QWidget {
     void keyPressEvent(QKeyEvent*) override;
 
   private:
-    void Load();
+    void Show(DrawingLoader::Result result);
+    void SayOpening();
     double FitScale() const;
     /// The same place of the page stays under `anchor`.
     void SetScale(double scale, QPointF anchor);
@@ -62,7 +65,9 @@ class DrawingControl2 : public QWidget {
     void Click(QPointF pixel, Qt::KeyboardModifiers keys);
     void ShowTip(QPoint place, QPoint globalPlace);
 
-    OpenDrawing open_;
+    DrawingLoader loader_;
+    QTimer slow_;  ///< Runs until a file that is being read takes the place of another one's picture.
+    bool rereads_ = false;  ///< The file that is being read is the one on show.
     QString src_, reason_;
     QDateTime changed_;
     std::unique_ptr<DrawingPicture> picture_;

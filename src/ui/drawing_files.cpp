@@ -2,16 +2,14 @@
 
 #include "core/paths.h"
 #include "core/text.h"
-#include "store/settings.h"
 
 namespace norvelis::ui {
 
-std::string SavedDrawing(AppState& app, std::string_view schema, std::string_view name) {
-    const std::string folder = getvisiolocation(app);
+QString SavedDrawing(const std::string& folder, std::string_view schema, std::string_view name) {
     if (folder.empty()) return {};
     const std::string file =
         Resolve(folder + "\\" + std::string(Trim(schema)) + "\\" + std::string(Trim(name)) + ".vsd");
-    return FileExists(file) ? file : std::string();
+    return FileExists(file) ? QString::fromStdString(file) : QString();
 }
 
 }  // namespace norvelis::ui

@@ -1,13 +1,13 @@
 #pragma once
 
+#include <QString>
 #include <string>
 #include <string_view>
 
-#include "core/app_state.h"
-
 namespace norvelis::ui {
 
-/// The drawing last saved for a record, or for a whole schema under its own name; empty when there is none.
-std::string SavedDrawing(AppState& app, std::string_view schema, std::string_view name);
+/// The drawing last saved in this folder for a record, or for a whole schema under its own name; empty when
+/// there is none.
+QString SavedDrawing(const std::string& folder, std::string_view schema, std::string_view name);
 
 }  // namespace norvelis::ui

@@ -4,25 +4,24 @@
 
 namespace norvelis::ui {
 
-ExtendedTreeView::ExtendedTreeView(std::shared_ptr<const RecordTree> tree)
-    : tree_(std::move(tree)), expanded_(tree_->Size()) {
+ExtendedTreeView::ExtendedTreeView(RecordTree tree) : tree_(std::move(tree)), expanded_(tree_.Size()) {
     Rebuild();
 }
 
 void ExtendedTreeView::ExpandAll() {
-    expanded_.assign(tree_->Size(), true);
+    expanded_.assign(tree_.Size(), true);
     Rebuild();
 }
 
 void ExtendedTreeView::CollapseAll() {
-    expanded_.assign(tree_->Size(), false);
+    expanded_.assign(tree_.Size(), false);
     Rebuild();
 }
 
 void ExtendedTreeView::ExpandMembers() {
-    expanded_.assign(tree_->Size(), true);
-    for (const NodeIndex schema : tree_->Roots()) {
-        const auto records = tree_->Children(schema);
+    expanded_.assign(tree_.Size(), true);
+    for (const NodeIndex schema : tree_.Roots()) {
+        const auto records = tree_.Children(schema);
         expanded_[schema] = std::any_of(records.begin(), records.end(),
                                         [this](NodeIndex record) { return HasChildren(record); });
     }
@@ -37,7 +36,7 @@ void ExtendedTreeView::SetExpanded(NodeIndex node, bool expanded) {
 
 void ExtendedTreeView::EnsureVisible(NodeIndex node) {
     bool changed = false;
-    while ((node = tree_->Parent(node)) != kNoNode) {
+    while ((node = tree_.Parent(node)) != kNoNode) {
         changed |= !expanded_[node];
         expanded_[node] = true;
     }
@@ -52,7 +51,7 @@ std::optional<int> ExtendedTreeView::LineOf(NodeIndex node) const {
 
 NodeIndex ExtendedTreeView::ShownInstead(NodeIndex node) const {
     NodeIndex shown = node;
-    for (NodeIndex above = tree_->Parent(node); above != kNoNode; above = tree_->Parent(above)) {
+    for (NodeIndex above = tree_.Parent(node); above != kNoNode; above = tree_.Parent(above)) {
         if (!expanded_[above]) shown = above;
     }
     return shown;
@@ -61,8 +60,9 @@ NodeIndex ExtendedTreeView::ShownInstead(NodeIndex node) const {
 // Nodes are numbered in the order of their lines, each followed by all that is below it.
 void ExtendedTreeView::Rebuild() {
     lines_.clear();
-    for (NodeIndex node = 0; node < tree_->Size();
-         node = expanded_[node] ? node + 1 : tree_->SubtreeEnd(node)) {
+    lines_.reserve(expanded_.size());
+    for (NodeIndex node = 0; node < tree_.Size();
+         node = expanded_[node] ? node + 1 : tree_.SubtreeEnd(node)) {
         lines_.push_back(node);
     }
 }

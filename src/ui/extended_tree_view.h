@@ -1,6 +1,5 @@
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <span>
 #include <vector>
@@ -14,9 +13,9 @@ namespace norvelis::ui {
 class ExtendedTreeView {
   public:
     /// All closed.
-    explicit ExtendedTreeView(std::shared_ptr<const RecordTree> tree);
+    explicit ExtendedTreeView(RecordTree tree);
 
-    const std::shared_ptr<const RecordTree>& Tree() const { return tree_; }
+    const RecordTree& Tree() const { return tree_; }
 
     void ExpandAll();
     void CollapseAll();
@@ -26,7 +25,7 @@ class ExtendedTreeView {
     void EnsureVisible(NodeIndex node);  ///< Opens all that is above it.
 
     bool Expanded(NodeIndex node) const { return expanded_[node]; }
-    bool HasChildren(NodeIndex node) const { return tree_->SubtreeEnd(node) > node + 1; }
+    bool HasChildren(NodeIndex node) const { return tree_.SubtreeEnd(node) > node + 1; }
 
     /// The nodes that have a line, from top to bottom.
     std::span<const NodeIndex> Lines() const { return lines_; }
@@ -38,7 +37,7 @@ class ExtendedTreeView {
   private:
     void Rebuild();
 
-    std::shared_ptr<const RecordTree> tree_;
+    RecordTree tree_;
     std::vector<bool> expanded_;
     std::vector<NodeIndex> lines_;
 };

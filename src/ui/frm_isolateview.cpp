@@ -9,6 +9,7 @@
 #include "core/text.h"
 #include "diagram/draw_commands.h"
 #include "diagram/print_drawing.h"
+#include "store/settings.h"
 #include "ui/c_tree_view.h"
 #include "ui/drawing_control.h"
 #include "ui/drawing_files.h"
@@ -107,12 +108,13 @@ QLayout* frm_IsolateView::Commands() {
 }
 
 void frm_IsolateView::Isolate(RecordTree tree) {
+    const std::string folder = getvisiolocation(Frame().App());
     const std::string name = tree.Text(0), schema = tree.Schema(0);
     getinfo(name);
     Tviewrec_->SetTree(std::move(tree));
     Tviewrec_->ExpandAll();
     hover_->Hide();
-    DrawingControl2_->SetSrc(QString::fromStdString(SavedDrawing(Frame().App(), schema, name)));
+    DrawingControl2_->SetSrc(SavedDrawing(folder, schema, name));
     schema_ = Trim(schema);
 }
 
@@ -124,13 +126,14 @@ void frm_IsolateView::getinfo(const std::string& recordName) {
 }
 
 void frm_IsolateView::ClickNode(NodeIndex node) {
-    const std::string name = Tviewrec_->Tree()->Text(node);
+    const std::string name = Tviewrec_->Tree().Text(node);
     if (node == 0 || name == schema_) return;
     const clsHourglass hourglass(Frame().App().host);
     try {
+        const std::string folder = getvisiolocation(Frame().App());
         getinfo(name);
         hover_->Hide();
-        DrawingControl2_->SetSrc(QString::fromStdString(SavedDrawing(Frame().App(), schema_, name)));
+        DrawingControl2_->SetSrc(SavedDrawing(folder, schema_, name));
     } catch (const RuntimeFailure&) {
         // A failed look-up leaves the screen as it was.
     }
@@ -145,7 +148,9 @@ void frm_IsolateView::ProcessSingle() {
         const clsHourglass hourglass(Frame().App().host);
         ScreenDrawing drawing(Frame(), *Tviewrec_, *DrawingControl2_, LayoutTypes_->currentIndex());
         drawing.showText = [this](const QString& text) { Label1_->setText(text); };
-        norvelis::ProcessSingle(drawing.State(), schema_, drawing.Tree());
+        const QString before = Label1_->text();
+        const DrawResult result = norvelis::ProcessSingle(drawing.State(), schema_, drawing.Tree());
+        if (result != DrawResult::Saved && drawing.OnShow()) Label1_->setText(before);
     });
 }
 

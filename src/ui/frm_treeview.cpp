@@ -1,6 +1,7 @@
 #include "ui/frm_treeview.h"
 
 #include <QHBoxLayout>
+#include <QSplitter>
 
 #include "browse/tree_load.h"
 #include "core/failure.h"
@@ -25,7 +26,8 @@ namespace norvelis::ui {
 
 namespace {
 
-constexpr int kTreeWidth = 328, kProgressHeight = 20;
+constexpr int kTreeSide = 376;  // The part with the tree, at first.
+constexpr int kProgressHeight = 20;
 
 }  // namespace
 
@@ -40,15 +42,20 @@ frm_Treeview::frm_Treeview(mdiMainMenu& frame)
     QBoxLayout* buttons = TreeButtons();
     buttons->addWidget(maximize);
     tree->addLayout(buttons);
-    Tview_->setFixedWidth(kTreeWidth);
-    auto* columns = new QHBoxLayout;
-    columns->setSpacing(kMargin);
-    columns->addLayout(tree);
-    columns->addLayout(DrawingColumn(), 1);
+    auto* columns = new QSplitter(Qt::Horizontal, this);
+    columns->setChildrenCollapsible(false);
+    columns->setHandleWidth(kMargin);
+    for (QLayout* side : {static_cast<QLayout*>(tree), static_cast<QLayout*>(DrawingColumn())}) {
+        auto* widget = new QWidget(columns);
+        side->setContentsMargins(0, 0, 0, 0);
+        widget->setLayout(side);
+    }
+    columns->setStretchFactor(1, 1);
+    columns->setSizes({kTreeSide, Body().width() - kTreeSide});
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(kMargin, Body().top() + 12, kMargin, 10);
     rows->setSpacing(8);
-    rows->addLayout(columns, 1);
+    rows->addWidget(columns, 1);
     rows->addLayout(ProgressRow());
 }
 
@@ -134,10 +141,8 @@ void frm_Treeview::loadtreeform() {
         WriteToProcessLog(app, "Treeview", "loadtreeform", line);
     };
     log("Entered form treeview.....");
-    hover_->Hide();
-    const clsHourglass hourglass(app.host);
     log("frm_Treeview.process_Refresh....");
-    process_Refresh();
+    TreeForm::loadtreeform();
     log("Done....");
 }
 

@@ -3,6 +3,7 @@
 #include "browse/record_details.h"
 #include "core/failure.h"
 #include "core/text.h"
+#include "store/settings.h"
 #include "ui/c_tree_view.h"
 #include "ui/drawing_control.h"
 #include "ui/drawing_files.h"
@@ -41,12 +42,12 @@ void NodeHover::Moved(NodeIndex node, QPoint place) {
         Hide();
         return;
     }
-    const std::string text(Trim(tree_.Tree()->Text(node)));
+    const std::string text(Trim(tree_.Tree().Text(node)));
     if (text.empty()) return recordTip_->hide();
     if (text == hoverText_) return;
     hoverText_ = text;
     AppState& app = form_.Frame().App();
-    app.gSchemaName = tree_.Tree()->Schema(node);
+    app.gSchemaName = tree_.Tree().Schema(node);
     const QPoint tip = form_.mapToGlobal(place) + QPoint(kTipOffset, kTipOffset);
     try {
         if (text != app.gSchemaName) {
@@ -80,8 +81,7 @@ void NodeHover::ShowSchema(const std::string& schema, QPoint place) {
 // A drawing that is being made keeps the control.
 void NodeHover::ShowDrawing(const std::string& schema, const std::string& name) {
     if (!preview_ || form_.Frame().Busy()) return;
-    const QString file = QString::fromStdString(SavedDrawing(form_.Frame().App(), schema, name));
-    if (preview_->Src() != file) preview_->SetSrc(file);
+    preview_->SetSrc(SavedDrawing(DrawingFolder(form_.Frame().App()), schema, name));
 }
 
 }  // namespace norvelis::ui

@@ -11,20 +11,13 @@ namespace {
 
 constexpr int kRed = 255;
 
-std::shared_ptr<const RecordTree> NoTree() {
-    Random unused(0);
-    auto tree = std::make_shared<RecordTree>(unused);
-    tree->Complete();
-    return tree;
-}
-
 }  // namespace
 
-RecordTreeModel::RecordTreeModel(QObject* parent) : QAbstractListModel(parent), branches_(NoTree()) {}
+RecordTreeModel::RecordTreeModel(QObject* parent) : QAbstractListModel(parent), branches_(RecordTree()) {}
 
 void RecordTreeModel::SetTree(RecordTree tree) {
     beginResetModel();
-    branches_ = ExtendedTreeView(std::make_shared<const RecordTree>(std::move(tree)));
+    branches_ = ExtendedTreeView(std::move(tree));
     branches_.ExpandMembers();
     red_.clear();
     endResetModel();
@@ -66,7 +59,7 @@ QVariant RecordTreeModel::data(const QModelIndex& index, int role) const {
     if (node == kNoNode) return {};
     switch (role) {
         case Qt::DisplayRole:
-            return QString::fromStdString(Tree()->Text(node));
+            return QString::fromStdString(Tree().Text(node));
         case Qt::ForegroundRole:
             return red_.contains(node) ? QVariant(ColorOf(kRed)) : QVariant();
         case Qt::AccessibleTextRole:
@@ -78,7 +71,7 @@ QVariant RecordTreeModel::data(const QModelIndex& index, int role) const {
 
 QString RecordTreeModel::Spoken(NodeIndex node) const {
     QString text =
-        QString("%1, level %2").arg(QString::fromStdString(Tree()->Text(node))).arg(Tree()->Level(node));
+        QString("%1, level %2").arg(QString::fromStdString(Tree().Text(node))).arg(Tree().Level(node));
     if (branches_.HasChildren(node)) text += branches_.Expanded(node) ? ", open" : ", closed";
     return text;
 }

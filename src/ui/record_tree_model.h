@@ -2,7 +2,6 @@
 
 #include <QAbstractListModel>
 #include <functional>
-#include <memory>
 #include <unordered_set>
 
 #include "ui/extended_tree_view.h"
@@ -17,9 +16,8 @@ class RecordTreeModel : public QAbstractListModel {
   public:
     explicit RecordTreeModel(QObject* parent);
 
-    /// Never null. Who walks a tree while the screen lives keeps its own hold of it: the screen may get
-    /// another one meanwhile.
-    const std::shared_ptr<const RecordTree>& Tree() const { return branches_.Tree(); }
+    /// Who walks a tree while the screen lives takes a copy: the screen may get another one meanwhile.
+    const RecordTree& Tree() const { return branches_.Tree(); }
     const ExtendedTreeView& Branches() const { return branches_; }
 
     /// Every branch with members is open, no node is red.

@@ -22,7 +22,8 @@ class ScreenDrawing : private DrawScreen {
     ScreenDrawing(mdiMainMenu& frame, cTreeView& tree, DrawingControl2& control, int layout);
 
     DrawingState& State() { return state_; }
-    const RecordTree& Tree() const { return *drawn_; }
+    bool OnShow() const;  ///< The screen still shows what is drawn.
+    const RecordTree& Tree() const { return drawn_; }
 
     Show showText = [](const QString&) {};
     Show showFile = [](const QString&) {};
@@ -33,11 +34,10 @@ class ScreenDrawing : private DrawScreen {
     void MarkNode(NodeIndex node) override;
     void ShowText(const std::string& text) override;
     void ShowFile(const std::string& path) override;
-    bool OnShow() const;
 
     cTreeView& tree_;
     DrawingControl2& control_;
-    std::shared_ptr<const RecordTree> drawn_;
+    RecordTree drawn_;
     DrawingState state_;
 };
 

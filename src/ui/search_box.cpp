@@ -43,8 +43,8 @@ SearchBox::SearchBox(Host& host, cTreeView& tree, QWidget* form)
 
 void SearchBox::Search() {
     emit Searching();
-    const auto tree = tree_.Tree();
-    const auto hit = search_.Click(host_, *tree, Text1_->text().toStdString());
+    const RecordTree tree = tree_.Tree();
+    const auto hit = search_.Click(host_, tree, Text1_->text().toStdString());
     ShowCaption();
     if (!hit || tree_.Tree() != tree) return;
     tree_.Select(*hit);

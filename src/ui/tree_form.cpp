@@ -32,12 +32,6 @@ QBoxLayout* Row() {
     return row;
 }
 
-RecordTree EmptyTree(AppState& app) {
-    RecordTree empty(app.random);
-    empty.Complete();
-    return empty;
-}
-
 }  // namespace
 
 TreeForm::TreeForm(mdiMainMenu& frame, const QString& name, const QString& caption, QSize size,
@@ -126,21 +120,21 @@ void TreeForm::loadtreeform() {
 
 void TreeForm::process_Refresh() {
     AppState& app = Frame().App();
-    Tview_->SetTree(EmptyTree(app));
+    Tview_->SetTree({});
     Tview_->SetTree(norvelis::process_Refresh(app, *app.gConnection, variant_));
 }
 
 void TreeForm::ClickNode(NodeIndex node) {
     AppState& app = Frame().App();
-    const auto tree = Tview_->Tree();  // Turns of the event loop may bring another one.
+    const RecordTree tree = Tview_->Tree();  // Turns of the event loop may bring another one.
     hover_->Hide();
     const clsHourglass hourglass(app.host);
     try {
-        app.gSchemaName = tree->Schema(node);
+        app.gSchemaName = tree.Schema(node);
         if (Tview_->Tree() == tree) Tview_->MarkRed(node);
         Frame().LoadScreen(Screen::IsolateView);
         auto* isolate = qobject_cast<frm_IsolateView*>(Frame().Find(Screen::IsolateView));
-        isolate->Isolate(tree->Subtree(node));
+        isolate->Isolate(tree.Subtree(node));
         app.host.OpenScreen(Screen::IsolateView, false);
     } catch (const RuntimeFailure&) {
         // A failed look-up leaves the screens as they were.

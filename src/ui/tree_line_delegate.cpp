@@ -26,7 +26,7 @@ void TreeLineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
 
     const NodeIndex node = lines_.NodeOf(index);
     const ExtendedTreeView& branches = lines_.Branches();
-    const int level = branches.Tree()->Level(node);
+    const int level = branches.Tree().Level(node);
     PaintGuides(*painter, line, node, level);
     if (branches.HasChildren(node)) {
         QStyleOption sign;
@@ -48,7 +48,7 @@ void TreeLineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
 // A line under each branch that goes on below, as far as the branch's own sign.
 void TreeLineDelegate::PaintGuides(QPainter& painter, const QStyleOptionViewItem& line, NodeIndex node,
                                    int level) const {
-    const RecordTree& tree = *lines_.Tree();
+    const RecordTree& tree = lines_.Tree();
     painter.setPen(line.palette.color(QPalette::Midlight));
     for (int above = level - 2; above >= 0; --above) {
         const NodeIndex parent = tree.Parent(node);
@@ -60,10 +60,6 @@ void TreeLineDelegate::PaintGuides(QPainter& painter, const QStyleOptionViewItem
         if (own || !last) painter.drawLine(x, line.rect.top(), x, last ? middle : line.rect.bottom());
         node = parent;
     }
-}
-
-QSize TreeLineDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
-    return {lineWidth_, QStyledItemDelegate::sizeHint(option, index).height()};
 }
 
 }  // namespace norvelis::ui

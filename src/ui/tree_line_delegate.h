@@ -16,18 +16,13 @@ class TreeLineDelegate : public QStyledItemDelegate {
     static constexpr int kTextMargin = 4;
     static int TextLeft(int level) { return level * kIndentation + kTextMargin; }
 
-    /// The scroll range needs one width for all lines.
-    void SetLineWidth(int width) { lineWidth_ = width; }
-
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
-    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
   private:
     void PaintGuides(QPainter& painter, const QStyleOptionViewItem& line, NodeIndex node, int level) const;
 
     const RecordTreeModel& lines_;
-    int lineWidth_ = 0;
 };
 
 }  // namespace norvelis::ui

@@ -11,17 +11,18 @@ using ::testing::ElementsAre;
 
 class RecordSearchTest : public ::testing::Test {
   protected:
-    RecordSearchTest() {
+    static RecordTree MakeTree() {
+        Random random(1);
+        RecordTreeBuilder tree(random);
         const auto root = tree.Add(kNoNode, tree.Intern("EMPSCHM"));
         const auto dept = tree.Add(root, tree.Intern("DEPT-EMP"));
         tree.Add(dept, tree.Intern("JOB"));
         tree.Add(root, tree.Intern("employee"));
         tree.Add(root, tree.Intern("EMPLOYEE"));
-        tree.Complete();
+        return std::move(tree).Complete();
     }
 
-    Random random{1};
-    RecordTree tree{random};
+    const RecordTree tree = MakeTree();
     ScriptedHost host;
     RecordSearch search;
 };
@@ -58,9 +59,7 @@ TEST_F(RecordSearchTest, WithoutATextItAsksForOne) {
 }
 
 TEST_F(RecordSearchTest, AnEmptyTreeIsAtItsEndAtOnce) {
-    RecordTree empty(random);
-    empty.Complete();
-    EXPECT_EQ(search.Click(host, empty, "A"), std::nullopt);
+    EXPECT_EQ(search.Click(host, RecordTree(), "A"), std::nullopt);
     EXPECT_THAT(host.Texts(), ElementsAre("End of search for record: A"));
 }
 

@@ -132,22 +132,31 @@ TEST_F(TreeLoadTest, NodesAreFoundByNameAndPlace) {
         rows.Entry("C", "M");
     }
     const RecordTree tree = Load();  // 0 EMPSCHM, 1 A, 2 M, 3 B, 4 M, 5 C, 6 M
-    EXPECT_THAT(tree.NodesOf("M"), ElementsAre(2, 4, 6));
-    EXPECT_TRUE(tree.NodesOf("m").empty());
+    EXPECT_EQ(tree.FirstOf("M"), 2u);
+    EXPECT_EQ(tree.FirstOf("M", "EMPSCHM"), 2u);
+    EXPECT_EQ(tree.FirstOf("m"), kNoNode);
+    EXPECT_EQ(tree.FirstOf("M", "OTHER"), kNoNode);
     EXPECT_THAT(tree.Roots(), ElementsAre(0));
     EXPECT_THAT(tree.Children(0), ElementsAre(1, 5));
     EXPECT_THAT(tree.Children(1), ElementsAre(2, 3));
     EXPECT_TRUE(tree.Children(6).empty());
-    EXPECT_EQ(tree.Row(3), 1u);
     EXPECT_EQ(tree.Parent(4), 3u);
     EXPECT_EQ(tree.SubtreeEnd(1), 5u);
+
+    const RecordTree b = tree.Subtree(3).Subtree(0);
+    EXPECT_EQ(b.Size(), 2u);
+    EXPECT_EQ(b.FirstOf("M"), 1u);
+    EXPECT_EQ(b.FirstOf("A"), kNoNode) << "stands outside";
+    EXPECT_EQ(b.Parent(0), kNoNode);
+    EXPECT_EQ(b.Parent(1), 0u);
+    EXPECT_THAT(b.Roots(), ElementsAre(0));
 }
 
 TEST_F(TreeLoadTest, AnEmptyStoreGivesAnEmptyTreeWithoutAWord) {
     const RecordTree tree = process_Refresh(app, *store, kTreeview);
     EXPECT_EQ(tree.Size(), 0u);
     EXPECT_TRUE(tree.Roots().empty());
-    EXPECT_TRUE(tree.NodesOf("A").empty());
+    EXPECT_TRUE(tree.FirstOf("A") == kNoNode);
     EXPECT_TRUE(test.host.messages.empty());
 }
 

@@ -84,7 +84,7 @@ TEST_F(DrawCommandsTest, EachParentInAFileOfItsOwn) {
 
 TEST_F(DrawCommandsTest, TheIsolatedRecordAndAllBelowIt) {
     const RecordTree tree = loadnodesfromaccess(app, *store, kTreeview);
-    ProcessSingle(drawing, "EMPSCHM", tree.Subtree(tree.NodesOf("EMPLOYEE")[0]));
+    ProcessSingle(drawing, "EMPSCHM", tree.Subtree(tree.FirstOf("EMPLOYEE")));
     EXPECT_THAT(Boxes(), ElementsAre("EMPLOYEE", "COVERAGE"));
     EXPECT_THAT(LinesWith("Page.Name"), IsEmpty());
     EXPECT_THAT(LinesWith("SaveAs"), ElementsAre("Document.SaveAs " + Target("EMPLOYEE")));

@@ -20,16 +20,15 @@ class TreeViewTest : public ::testing::Test {
 
     TreeViewTest() {
         Random random(1);
-        RecordTree tree(random);
+        RecordTreeBuilder tree(random);
         const NodeIndex schema = tree.Add(kNoNode, tree.Intern("EMPSCHM"));
         for (int i = 0; i < kRecords; ++i) {
             const NodeIndex record = tree.Add(schema, tree.Intern("REC-" + std::to_string(i)));
             tree.Add(record, tree.Intern("MEM-A"));
             tree.Add(record, tree.Intern("MEM-B"));
         }
-        tree.Complete();
         view.resize(260, 300);
-        view.SetTree(std::move(tree));
+        view.SetTree(std::move(tree).Complete());
         view.show();
         QApplication::processEvents();
     }
@@ -93,7 +92,35 @@ TEST_F(TreeViewTest, KeysMoveOpenCloseAndClick) {
     ASSERT_EQ(clicks.count(), 1);
     EXPECT_EQ(clicks[0][0].value<NodeIndex>(), kNodes - 1);
     QTest::keyClicks(&view, "rec-7");
-    EXPECT_EQ(view.Tree()->Text(view.SelectedNode()), "REC-7");
+    EXPECT_EQ(view.Tree().Text(view.SelectedNode()), "REC-7");
+}
+
+TEST_F(TreeViewTest, PageKeysMoveByWhatIsInView) {
+    const auto inView = static_cast<NodeIndex>(view.viewport()->height() / LineHeight());
+    Press(Qt::Key_PageDown);
+    EXPECT_EQ(view.SelectedNode(), inView - 1);
+    EXPECT_EQ(FirstLine(), 0);
+    Press(Qt::Key_PageDown);
+    EXPECT_TRUE(view.viewport()->rect().contains(LineAt(static_cast<int>(view.SelectedNode()))));
+    Press(Qt::Key_PageUp);
+    Press(Qt::Key_PageUp);
+    EXPECT_EQ(view.SelectedNode(), 0u);
+    Press(Qt::Key_Up);
+    EXPECT_EQ(view.SelectedNode(), 0u);
+    Press(Qt::Key_Down);
+    EXPECT_EQ(view.SelectedNode(), 1u);
+    Press(Qt::Key_Home);
+    EXPECT_EQ(view.SelectedNode(), 0u);
+    EXPECT_EQ(FirstLine(), 0);
+}
+
+TEST_F(TreeViewTest, ADragOverLinesSelectsNoneOfThem) {
+    QSignalSpy clicks(&view, &cTreeView::NodeClicked);
+    QTest::mousePress(view.viewport(), Qt::LeftButton, {}, TextPlace(2));
+    QTest::mouseMove(view.viewport(), TextPlace(5));
+    QTest::mouseRelease(view.viewport(), Qt::LeftButton, {}, TextPlace(5));
+    EXPECT_EQ(view.SelectedNode(), 2u);
+    EXPECT_EQ(clicks.count(), 0);
 }
 
 TEST_F(TreeViewTest, SelectionAndRedSurviveClosingAndOpening) {
@@ -147,11 +174,10 @@ TEST_F(TreeViewTest, OpeningABranchLeavesTheViewWhereItIs) {
 
 TEST_F(TreeViewTest, ADeepNodeComesIntoViewSideways) {
     Random random(1);
-    RecordTree deep(random);
+    RecordTreeBuilder deep(random);
     NodeIndex node = kNoNode;
     for (int i = 0; i < 60; ++i) node = deep.Add(node, deep.Intern("LEVEL-" + std::to_string(i)));
-    deep.Complete();
-    view.SetTree(std::move(deep));
+    view.SetTree(std::move(deep).Complete());
     view.ExpandAll();
     QApplication::processEvents();
     view.Select(59);

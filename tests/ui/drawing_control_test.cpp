@@ -8,9 +8,12 @@
 #include <QTest>
 #include <QWheelEvent>
 #include <fstream>
+#include <mutex>
+#include <semaphore>
 
 #include "core/failure.h"
 #include "temporary_folder.h"
+#include "until_shown.h"
 
 namespace norvelis::ui {
 namespace {
@@ -52,6 +55,11 @@ class DrawingControlTest : public testing::Test {
         return {static_cast<int>(250 + (x - 5) * scale), static_cast<int>(200 + (y - 4) * scale)};
     }
 
+    void Open(const QString& path) {
+        control.SetSrc(path);
+        UntilShown(control);
+    }
+
     TemporaryFolder folder;
     int opened = 0;
     DrawingControl2 control{"DrawingControl2",
@@ -65,24 +73,64 @@ class DrawingControlTest : public testing::Test {
 };
 
 TEST_F(DrawingControlTest, AFileIsReadOnceAndAgainWhenItChanged) {
-    control.SetSrc(File());
-    control.SetSrc(File());
+    Open(File());
+    Open(File());
     EXPECT_EQ(opened, 1);
     std::filesystem::last_write_time(folder.Path("a.vsd"),
                                      std::filesystem::file_time_type::clock::now() + std::chrono::seconds(5));
-    control.SetSrc(File());
+    Open(File());
     EXPECT_EQ(opened, 2);
     control.SetSrc("");
     EXPECT_EQ(opened, 2);
     EXPECT_EQ(control.Src(), "");
 }
 
+TEST_F(DrawingControlTest, ALargeFileDoesNotHoldUpTheWindowAndTheLastOneAskedForCounts) {
+    std::mutex mutex;
+    std::vector<QString> read;
+    std::binary_semaphore mayEnd{0};
+    DrawingControl2 slow(
+        "DrawingControl2",
+        [&](const QString& path) -> std::unique_ptr<DrawingPicture> {
+            {
+                const std::lock_guard lock(mutex);
+                read.push_back(path);
+            }
+            if (path == "large.vsd") mayEnd.acquire();
+            return std::make_unique<OneBox>();
+        },
+        nullptr);
+    slow.resize(500, 400);
+    slow.show();
+    const QImage nothing = slow.grab().toImage();
+    slow.SetSrc("large.vsd");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return slow.grab().toImage() != nothing; }))
+        << "after a while it says what it waits for";
+    slow.SetSrc("passed over.vsd");
+    slow.SetSrc("wanted.vsd");
+    EXPECT_EQ(slow.Src(), "wanted.vsd");
+    mayEnd.release();
+    UntilShown(slow);
+    EXPECT_EQ(read, std::vector<QString>({"large.vsd", "wanted.vsd"}));
+    QTest::mouseClick(&slow, Qt::LeftButton, {}, Pixel(3, 2));
+    EXPECT_EQ(slow.SelectedShape(), "BOX");
+
+    slow.SetSrc("large.vsd");
+    slow.SetSrc("");
+    EXPECT_EQ(slow.grab().toImage(), nothing);
+    mayEnd.release();
+    slow.SetSrc("wanted.vsd");
+    UntilShown(slow);
+    slow.SetSrc("large.vsd");
+    mayEnd.release();  // The control may go while a file is being read.
+}
+
 TEST_F(DrawingControlTest, WhatCanNotBeShownSaysWhyAndHarmsNothing) {
-    control.SetSrc("broken.vsd");
+    Open("broken.vsd");
     const QImage words = control.grab().toImage();
     control.SetSrc("");
     EXPECT_NE(words, control.grab().toImage()) << "the reason stands there";
-    control.SetSrc("broken.vsd");
+    Open("broken.vsd");
     QTest::mouseClick(&control, Qt::LeftButton);
     QTest::keyClick(&control, Qt::Key_Plus);
     control.SelectShape("BOX");
@@ -90,7 +138,7 @@ TEST_F(DrawingControlTest, WhatCanNotBeShownSaysWhyAndHarmsNothing) {
 }
 
 TEST_F(DrawingControlTest, AClickSelectsTheShapeUnderIt) {
-    control.SetSrc(File());
+    Open(File());
     QSignalSpy clicked(&control, &DrawingControl2::ShapeClicked);
     QTest::mouseClick(&control, Qt::LeftButton, {}, Pixel(3, 2));
     ASSERT_EQ(clicked.count(), 1);
@@ -102,7 +150,7 @@ TEST_F(DrawingControlTest, AClickSelectsTheShapeUnderIt) {
 }
 
 TEST_F(DrawingControlTest, TheWheelZoomsAroundThePointerAndADragMovesThePage) {
-    control.SetSrc(File());
+    Open(File());
     const double fitted = control.Zoom();
     const QPointF at = Pixel(3, 2);
     for (int i = 0; i < 4; ++i) {
@@ -126,7 +174,7 @@ TEST_F(DrawingControlTest, TheWheelZoomsAroundThePointerAndADragMovesThePage) {
 }
 
 TEST_F(DrawingControlTest, KeysZoomFitAndMoveWithoutLosingThePage) {
-    control.SetSrc(File());
+    Open(File());
     const double fitted = control.Zoom();
     for (int i = 0; i < 60; ++i) QTest::keyClick(&control, Qt::Key_Plus);
     EXPECT_LE(control.Zoom(), 8.01);

@@ -8,13 +8,12 @@ namespace {
 using ::testing::ElementsAre;
 
 /// Nodes by their parents, in the order of their numbers.
-std::shared_ptr<const RecordTree> TreeOf(const std::vector<NodeIndex>& parents) {
+RecordTree TreeOf(const std::vector<NodeIndex>& parents) {
     Random random(1);
-    auto tree = std::make_shared<RecordTree>(random);
+    RecordTreeBuilder tree(random);
     for (std::size_t i = 0; i < parents.size(); ++i)
-        tree->Add(parents[i], tree->Intern("NODE-" + std::to_string(i)));
-    tree->Complete();
-    return tree;
+        tree.Add(parents[i], tree.Intern("NODE-" + std::to_string(i)));
+    return std::move(tree).Complete();
 }
 
 std::vector<NodeIndex> LinesOf(const ExtendedTreeView& branches) {
@@ -58,7 +57,7 @@ TEST(ExtendedTreeView, EnsureVisibleOpensTheWayDown) {
 void AppendShown(const ExtendedTreeView& branches, NodeIndex node, std::vector<NodeIndex>& lines) {
     lines.push_back(node);
     if (!branches.Expanded(node)) return;
-    for (const NodeIndex child : branches.Tree()->Children(node)) AppendShown(branches, child, lines);
+    for (const NodeIndex child : branches.Tree().Children(node)) AppendShown(branches, child, lines);
 }
 
 TEST(ExtendedTreeView, LinesAreTheOpenNodesInOrderWhateverIsOpenedAndClosed) {

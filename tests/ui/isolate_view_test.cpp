@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <QComboBox>
+#include <QFileDialog>
 #include <QLabel>
 #include <QTableView>
 
@@ -37,7 +38,7 @@ class IsolateViewTest : public ::testing::Test {
     }
     void Isolate(const char* text) {
         auto* tree = ui.Find<cTreeView>("Tview");
-        emit tree->NodeClicked(tree->Tree()->NodesOf(text).front());
+        emit tree->NodeClicked(tree->Tree().FirstOf(text));
         UiApp::Settle();
         screen = qobject_cast<frm_IsolateView*>(ui.frame->Find(Screen::IsolateView));
         Tviewrec = screen->findChild<cTreeView*>("Tviewrec");
@@ -177,6 +178,23 @@ TEST_F(IsolateViewTest, SaysWhatItLacks) {
     EXPECT_THAT(ui.host.TakeTexts(), ElementsAre("Want to View While Norvelis is drawing",
                                                  "You must have Visio installed to perform this functions"));
     EXPECT_FALSE(ui.frame->Busy());
+    EXPECT_EQ(Label1->text(), "CURRENT RECORD: INSTRUMENT") << "nothing is being prepared any more";
+
+    std::filesystem::remove_all(ui.folder.Path("visio files"));
+    WhenWaiting([](QWidget& waiting) { dynamic_cast<QFileDialog&>(waiting).reject(); });
+    Press("cmdDraw");
+    EXPECT_THAT(ui.host.TakeTexts(), ElementsAre("You must select a location to store visio files."));
+    EXPECT_EQ(Label1->text(), "CURRENT RECORD: INSTRUMENT");
+}
+
+TEST_F(IsolateViewTest, ADrawingThatCanNotBeSavedIsSaid) {
+    WriteFile(ui.folder.Path("visio files/EMPSCHM"), "a file where the folder should be");
+    Press("cmdDraw");
+    EXPECT_THAT(ui.host.TakeTexts(), ElementsAre("Want to View While Norvelis is drawing",
+                                                 "Error has been encountered. Close visio and try again."));
+    EXPECT_EQ(Label1->text(), "CURRENT RECORD: INSTRUMENT");
+    EXPECT_EQ(drawing->Src(), "");
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
 TEST_F(IsolateViewTest, ADrawingGrowsOnTheScreenUntilThePersonGoesOn) {

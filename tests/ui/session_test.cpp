@@ -6,11 +6,13 @@
 #include <QPrintDialog>
 #include <QPrinter>
 
+#include "desktop/drawing_pictures.h"
 #include "store/settings.h"
 #include "ui/c_tree_view.h"
 #include "ui/drawing_control.h"
 #include "ui/picture_controls.h"
 #include "ui_app.h"
+#include "until_shown.h"
 
 namespace norvelis::ui {
 namespace {
@@ -49,6 +51,22 @@ class SessionTest : public ::testing::Test {
         Tview().SelectRecord(text);
         return Tview().visualRect(Tview().currentIndex());
     }
+    /// Clicks the box of a record in the drawing beside the tree, which shows its whole page.
+    void ClickBox(const QString& record) {
+        DrawingControl2& control = Drawing();
+        UntilShown(control);
+        constexpr int kMargin = 12;
+        const auto picture = desktop::OpenDrawingPicture(control.Src());
+        const auto box = picture->ShapeNamed(record);
+        ASSERT_TRUE(box);
+        const QSizeF page = picture->PageSize();
+        const double scale = std::min((control.width() - 2 * kMargin) / page.width(),
+                                      (control.height() - 2 * kMargin) / page.height());
+        const QPointF middle(control.width() / 2.0, control.height() / 2.0);
+        const QPointF place =
+            middle + (box->bounds.center() - QPointF(page.width(), page.height()) / 2) * scale;
+        QTest::mouseClick(&control, Qt::LeftButton, {}, place.toPoint());
+    }
     /// Answers the print dialog with a PDF file of this name, or cancels it.
     static void PrintTo(const QString& file) {
         WhenWaiting([file](QWidget& waiting) {
@@ -77,7 +95,7 @@ TEST_F(SessionTest, FromTheReportToThePrintedDiagram) {
     QTest::keyClick(&Tview(), Qt::Key_F, Qt::ControlModifier);
     QTest::keyClicks(OnTreeScreen<QLineEdit>("Text1"), "repair");
     QTest::keyClick(OnTreeScreen<QLineEdit>("Text1"), Qt::Key_Return);
-    EXPECT_EQ(Tview().Tree()->Text(Tview().SelectedNode()), "REPAIR");
+    EXPECT_EQ(Tview().Tree().Text(Tview().SelectedNode()), "REPAIR");
 
     QTest::mouseMove(Tview().viewport(), LineOf("COMMISSION").topLeft() + QPoint(90, 4));
     auto* tip = OnTreeScreen<QWidget>("frmToolTip");
@@ -92,6 +110,12 @@ TEST_F(SessionTest, FromTheReportToThePrintedDiagram) {
     EXPECT_TRUE(FileExists(SavedDrawing("COMMISSION")));
     isolate->close();
 
+    QTest::mouseMove(Tview().viewport(), LineOf("REPAIR").topLeft() + QPoint(120, 4));
+    QTest::mouseMove(Tview().viewport(), LineOf("COMMISSION").topLeft() + QPoint(90, 4));
+    EXPECT_EQ(Drawing().Src().toStdString(), SavedDrawing("COMMISSION")) << "the mouse shows what was drawn";
+    UntilShown(Drawing());
+    EXPECT_LT(Drawing().Zoom(), 1) << "the whole page is in sight";
+
     ui.host.messages.clear();
     ui.Choose("mnu_Draw_Fancy_Single");
     EXPECT_THAT(ui.host.TakeTexts(),
@@ -100,8 +124,9 @@ TEST_F(SessionTest, FromTheReportToThePrintedDiagram) {
                             "Done Drawing. File saved as:" + SavedDrawing("EMPSCHM")));
     EXPECT_EQ(Drawing().Src().toStdString(), SavedDrawing("EMPSCHM"));
     EXPECT_EQ(OnTreeScreen<QLabel>("lblFile")->toolTip().toStdString(), SavedDrawing("EMPSCHM"));
-    emit Drawing().ShapeClicked("SUPPLIER");
-    EXPECT_EQ(Tview().Tree()->Text(Tview().SelectedNode()), "SUPPLIER");
+    ClickBox("SUPPLIER");
+    EXPECT_EQ(Drawing().SelectedShape(), "SUPPLIER");
+    EXPECT_EQ(Tview().Tree().Text(Tview().SelectedNode()), "SUPPLIER");
 
     const std::string pdf = ui.folder.Path("diagram.pdf");
     PrintTo(QString::fromStdString(pdf));
@@ -115,6 +140,27 @@ TEST_F(SessionTest, FromTheReportToThePrintedDiagram) {
     EXPECT_THAT(ui.failures, IsEmpty());
 }
 
+TEST_F(SessionTest, ADrawingThatIsHalfWrittenIsSaidWhereverItIsUsed) {
+    StartAndExtract();
+    Press("cmdDraw");
+    const std::string whole = ReadFile(SavedDrawing("EMPSCHM"));
+    WriteFile(SavedDrawing("EMPSCHM"), whole.substr(0, whole.size() / 2));
+    ui.host.messages.clear();
+    QTest::mouseMove(Tview().viewport(), LineOf("REPAIR").topLeft() + QPoint(120, 4));
+    const QImage nothing = Drawing().grab().toImage();
+    QTest::mouseMove(Tview().viewport(), LineOf("EMPSCHM").topLeft() + QPoint(60, 4));
+    UntilShown(Drawing());
+    EXPECT_EQ(Drawing().Src().toStdString(), SavedDrawing("EMPSCHM"));
+    EXPECT_NE(Drawing().grab().toImage(), nothing) << "the reason stands in its place";
+    Press("cmdPrint");
+    EXPECT_THAT(ui.host.TakeTexts(), ElementsAre(StartsWith("This drawing can not be printed: ")));
+    Press("cmdDraw");
+    UntilShown(Drawing());
+    ClickBox("SUPPLIER");
+    EXPECT_EQ(Drawing().SelectedShape(), "SUPPLIER") << "drawn anew it is whole";
+    EXPECT_THAT(ui.failures, IsEmpty());
+}
+
 TEST_F(SessionTest, SeparatePagesComeOneForEachEntryRecord) {
     StartAndExtract();
     ui.Choose("mnu_Draw_Fancy_Separate");
@@ -124,7 +170,7 @@ TEST_F(SessionTest, SeparatePagesComeOneForEachEntryRecord) {
     for (const char* record : {"CLIENT", "DAY-LEDGER", "WORKSHOP"})
         EXPECT_TRUE(FileExists(SavedDrawing(record))) << record;
     EXPECT_FALSE(FileExists(SavedDrawing("REPAIR"))) << "is reached through its owner alone";
-    EXPECT_EQ(Tview().Tree()->Text(Tview().SelectedNode()), "DAY-LEDGER") << "the last one drawn";
+    EXPECT_EQ(Tview().Tree().Text(Tview().SelectedNode()), "DAY-LEDGER") << "the last one drawn";
     EXPECT_EQ(Tview().currentIndex().data(Qt::ForegroundRole).value<QColor>(), QColor(255, 0, 0));
 }
 
@@ -199,6 +245,7 @@ TEST_F(SessionTest, TheLargerWindowShowsTheDrawingAndOpensOthers) {
     auto* drawing = viewer->findChild<DrawingControl2*>("DrawingControl2");
     EXPECT_EQ(drawing->Src().toStdString(), SavedDrawing("EMPSCHM"));
     EXPECT_GT(drawing->width(), Drawing().width());
+    UntilShown(*drawing);
     const double fitted = drawing->Zoom();
     viewer->findChild<SkinButton*>("cmdZoomIn")->click();
     EXPECT_GT(drawing->Zoom(), fitted);

@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <fstream>
 
 #include "schema_rows.h"
 #include "ui/c_tree_view.h"
@@ -57,8 +58,8 @@ class TreeScreenTest : public ::testing::Test {
         for (int i = 0; i < Tview->model()->rowCount(); ++i) {
             const NodeIndex node =
                 dynamic_cast<RecordTreeModel*>(Tview->model())->NodeOf(Tview->model()->index(i, 0));
-            lines.push_back(std::string(static_cast<std::size_t>(Tview->Tree()->Level(node) - 1), ' ') +
-                            Tview->Tree()->Text(node));
+            lines.push_back(std::string(static_cast<std::size_t>(Tview->Tree().Level(node) - 1), ' ') +
+                            Tview->Tree().Text(node));
         }
         return lines;
     }
@@ -205,14 +206,14 @@ TEST_F(TreeScreenTest, AClickTurnsTheNodeRedAndIsolatesIt) {
     EXPECT_EQ(ui.app.gSchemaName, "EMPSCHM");
     EXPECT_TRUE(IsRed(Line("EMP")));
     auto* Tviewrec = Isolate()->findChild<cTreeView*>("Tviewrec");
-    EXPECT_EQ(Tviewrec->Tree()->Size(), 2u);
-    EXPECT_EQ(Tviewrec->Tree()->Text(1), "SKILL");
-    EXPECT_EQ(Tviewrec->Tree()->Key(0), Tview->Tree()->Key(2));
+    EXPECT_EQ(Tviewrec->Tree().Size(), 2u);
+    EXPECT_EQ(Tviewrec->Tree().Text(1), "SKILL");
+    EXPECT_EQ(Tviewrec->Tree().Key(0), Tview->Tree().Key(2));
     EXPECT_EQ(Isolate()->findChild<QLabel*>("Label1")->text(), "CURRENT RECORD: EMP");
     EXPECT_EQ(Isolate()->findChild<DrawingControl2*>("DrawingControl2")->Src(), drawing);
     Click(Line("OTHER"));
-    EXPECT_EQ(Tviewrec->Tree()->Size(), 2u);
-    EXPECT_EQ(Tviewrec->Tree()->Text(0), "OTHER") << "a schema opens whole";
+    EXPECT_EQ(Tviewrec->Tree().Size(), 2u);
+    EXPECT_EQ(Tviewrec->Tree().Text(0), "OTHER") << "a schema opens whole";
     EXPECT_EQ(Isolate()->findChild<DrawingControl2*>("DrawingControl2")->Src(), "");
     Press("CollapseAll");
     Press("ExpandAll");
@@ -228,7 +229,7 @@ TEST_F(TreeScreenTest, ReturnIsAClickAndF5ARefresh) {
     QTest::keyClick(Tview, Qt::Key_Down);
     QTest::keyClick(Tview, Qt::Key_Return);
     ASSERT_NE(Isolate(), nullptr);
-    EXPECT_EQ(Isolate()->findChild<cTreeView*>("Tviewrec")->Tree()->Text(0), "DEPT");
+    EXPECT_EQ(Isolate()->findChild<cTreeView*>("Tviewrec")->Tree().Text(0), "DEPT");
     QTest::keyClick(Isolate()->findChild<cTreeView*>("Tviewrec"), Qt::Key_Escape);
     UiApp::Settle();
     EXPECT_FALSE(Isolate()->isVisible());
@@ -290,6 +291,7 @@ TEST_F(TreeScreenTest, TheStoreIsReadOnlyWhenTheMouseReachesAnotherText) {
     const auto rename = [&](const char* area) {
         ui.app.gConnection->Execute("Update Record_Details set areaname = ?", {area});
     };
+    const std::string log = ui.Log();
     Hover(Line("EMP"));
     rename("CHANGED");
     Hover(Line("EMP"));
@@ -298,6 +300,7 @@ TEST_F(TreeScreenTest, TheStoreIsReadOnlyWhenTheMouseReachesAnotherText) {
     EXPECT_EQ(LabelOf(tip, "lblareaname"), "CHANGED");
     Hover(Line("EMP"));
     EXPECT_EQ(LabelOf(tip, "lblareaname"), "CHANGED");
+    EXPECT_EQ(ui.Log(), log) << "a log is no place for every move of the mouse";
 }
 
 TEST_F(TreeScreenTest, AStoreThatVanishedLeavesTheScreensAsTheyWere) {
@@ -315,6 +318,21 @@ TEST_F(TreeScreenTest, AStoreThatVanishedLeavesTheScreensAsTheyWere) {
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
+TEST_F(TreeScreenTest, AStoreThatWasOverwrittenIsSaidAndTheProgramGoesOn) {
+    StartWithTwoSchemas();
+    std::ofstream(ui.folder.Path("Database/records.mdb")) << std::string(8192, 'x');
+    Hover(Line("EMP"));
+    Click(Line("EMP"));
+    EXPECT_THAT(ui.host.messages, IsEmpty()) << "a look-up that fails is passed over";
+    Press("cmdRefresh");
+    EXPECT_THAT(Lines(), IsEmpty());
+    EXPECT_THAT(ui.host.TakeTexts(), ElementsAre(HasSubstr("the file is no dictionary store")));
+    Press("cmdDraw");
+    EXPECT_FALSE(ui.frame->Busy());
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+    EXPECT_THAT(ui.failures, IsEmpty());
+}
+
 TEST_F(TreeScreenTest, SearchStepsThroughEveryOccurrenceAndSaysTheEnd) {
     StartWithTwoSchemas();
     auto* text = Control<QLineEdit>("Text1");
@@ -330,7 +348,7 @@ TEST_F(TreeScreenTest, SearchStepsThroughEveryOccurrenceAndSaysTheEnd) {
         {"EMPSCHM", "NEXT"}, {"EMP", "NEXT"}, {"DEPT-EMP", "NEXT"}};
     for (const auto& [node, caption] : hits) {
         QTest::keyClick(text, Qt::Key_Return);
-        EXPECT_EQ(Tview->Tree()->Text(Tview->SelectedNode()), node);
+        EXPECT_EQ(Tview->Tree().Text(Tview->SelectedNode()), node);
         EXPECT_TRUE(IsRed(Line(node)));
         EXPECT_EQ(button->text(), caption);
     }
@@ -391,7 +409,7 @@ TEST_F(TreeScreenTest, WhileATreeLoadsTheOldOneIsGoneAndNoSecondLoadStarts) {
     int turns = 0;
     QTimer inBetween;
     QObject::connect(&inBetween, &QTimer::timeout, [&] {
-        if (!ui.frame->Busy() || Tview->Tree()->Size() > 0) return;
+        if (!ui.frame->Busy() || Tview->Tree().Size() > 0) return;
         ++turns;
         EXPECT_FALSE(Control<SkinButton>("cmdRefresh")->isEnabled());
         QTest::mouseClick(Tview->viewport(), Qt::LeftButton, {}, QPoint(60, 30));
@@ -403,7 +421,7 @@ TEST_F(TreeScreenTest, WhileATreeLoadsTheOldOneIsGoneAndNoSecondLoadStarts) {
     inBetween.stop();
     EXPECT_GT(turns, 0);
     EXPECT_EQ(Isolate(), nullptr) << "there was no node to click";
-    EXPECT_EQ(Tview->Tree()->Size(), 1 + 2 * 6000) << "the schema, its entries, a member below each";
+    EXPECT_EQ(Tview->Tree().Size(), 1 + 2 * 6000) << "the schema, its entries, a member below each";
 }
 
 TEST_F(TreeScreenTest, ABrokenDrawingIsShownAsSuchAndBothScreensGoOn) {
@@ -415,8 +433,7 @@ TEST_F(TreeScreenTest, ABrokenDrawingIsShownAsSuchAndBothScreensGoOn) {
     EXPECT_EQ(ui.frame->Find(Screen::DrawingViewer)->findChild<DrawingControl2*>()->Src(), broken);
     ui.frame->Find(Screen::DrawingViewer)->close();
     Press("cmdPrint");
-    EXPECT_THAT(ui.host.TakeTexts(),
-                ElementsAre("This drawing can be shown but not printed: " + broken.toStdString()));
+    EXPECT_THAT(ui.host.TakeTexts(), ElementsAre("This drawing can not be printed: " + broken.toStdString()));
     std::filesystem::remove_all(ui.folder.Path("visio files"));
     Press("cmdPrint");
     EXPECT_THAT(ui.host.TakeTexts(), ElementsAre("You must select and Draw a record diagram then PRINT it"));

@@ -5,7 +5,6 @@
 #include <QTest>
 #include <QTimer>
 #include <deque>
-#include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
@@ -20,6 +19,7 @@
 #include "ui/form.h"
 #include "ui/mdi_main_menu.h"
 #include "ui/qt_host.h"
+#include "ui_folder.h"
 
 namespace norvelis::ui {
 
@@ -56,29 +56,6 @@ class RecordingHost : public QtHost {
         for (const Message& message : std::exchange(messages, {})) texts.push_back(message.text);
         return texts;
     }
-};
-
-/// A copy of the delivered application folder with an empty store.
-class UiFolder {
-  public:
-    UiFolder() {
-        namespace fs = std::filesystem;
-        for (const char* part : {"INI", "Skins", "Bitmaps", "reportfiles", "help"}) {
-            if (fs::exists(fs::path(NORVELIS_APP) / part))
-                fs::copy(fs::path(NORVELIS_APP) / part, folder_.Path(part), fs::copy_options::recursive);
-        }
-        fs::remove(folder_.Path("INI/ProcessLog.Txt"));
-        fs::copy_file(NORVELIS_SOURCE "/app/INI/Local.Ini", folder_.Path("INI/Local.Ini"),
-                      fs::copy_options::overwrite_existing);
-        fs::create_directory_symlink(fs::path(NORVELIS_APP) / "Stencils", folder_.Path("Stencils"));
-        fs::create_directories(folder_.Path("Database"));
-        fs::create_directories(folder_.Path("visio files"));
-        Connection::CreateStore(folder_.Path("Database/records.mdb"));
-    }
-    std::string Path(const std::string& name = {}) const { return folder_.Path(name); }
-
-  private:
-    TemporaryFolder folder_;
 };
 
 /// The program's real windows on a folder of their own.

@@ -48,11 +48,15 @@ Master& OpenDocument::OwnMaster(const OpenDocument& from, Master& master) {
 }
 
 void OpenDocument::Save(const std::string& path) {
+    Shop().RunAside([&] { Write(path); });
+    name = path;
+}
+
+void OpenDocument::Write(const std::string& path) {
     recalculation.Settle();
     model->title = std::filesystem::path(path).stem().string();
     const std::string bytes = WritePackage(*model);
     WriteFile(path, bytes);
-    name = path;
     if (const std::string twin = TwinOf(path); !twin.empty() && !IsBelow(path, Options().snapshotFolder)) {
         try {
             WriteFile(twin, bytes);

@@ -21,6 +21,10 @@ struct Workshop {
     FontLibrary fonts;
     std::unordered_map<std::string, std::shared_ptr<Document>> stencils;  ///< By path.
 
+    void RunAside(const std::function<void()>& work) const {
+        options.runAside ? options.runAside(work) : work();
+    }
+
     /// A file of the stencil folder; RuntimeFailure when it is not there or can not be read.
     std::shared_ptr<Document> Stencil(const std::string& fileName);
 };
@@ -54,6 +58,8 @@ class OpenDocument {
     bool open = true;
 
   private:
+    void Write(const std::string& path);
+
     Workshop& workshop_;
     std::unordered_map<const Master*, Master*> copies_;
 };

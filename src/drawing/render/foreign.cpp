@@ -4,6 +4,7 @@
 #include <librevenge-stream/librevenge-stream.h>
 #include <librevenge/librevenge.h>
 #include <libvisio/libvisio.h>
+#include <QCoreApplication>
 #include <QSvgRenderer>
 
 namespace norvelis::drawing::render {
@@ -16,6 +17,8 @@ using Parser = bool (*)(librevenge::RVNGInputStream*, librevenge::RVNGDrawingInt
 std::optional<Scene> SceneOf(std::string svg) {
     Scene scene;
     auto picture = std::make_shared<QSvgRenderer>(QByteArray::fromStdString(svg));
+    picture->moveToThread(
+        QCoreApplication::instance()->thread());  // It may be read in another than it is shown in.
     if (!picture->isValid()) return std::nullopt;
     scene.size = picture->viewBoxF().size() * kUnitsPerPoint;
     if (scene.size.isEmpty()) return std::nullopt;

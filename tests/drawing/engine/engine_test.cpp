@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
+
 #include <gtest/gtest.h>
+#include <future>
 
 #include <filesystem>
 
@@ -57,6 +59,33 @@ class EngineTest : public testing::Test {
 
 TEST_F(EngineTest, WithoutStencilsThereIsNoEngine) {
     EXPECT_FALSE(MakeDrawingEngine({folder.Path("nowhere"), "", nullptr})->CreateVisible().has_value());
+}
+
+TEST_F(EngineTest, LongPiecesMayRunInAnotherThreadAndGiveTheSameDrawing) {
+    const auto draw = [this](engine::DrawingEngine& maker, const std::string& name) {
+        const auto running = *maker.CreateHidden();
+        const auto document = running->Documents()->Add(kTemplate);
+        const auto sheet = document->Pages()->Item(1);
+        const auto masters = running->Documents()->OpenEx(kFlowchart, 6)->Masters();
+        const auto one = sheet->Drop(masters->Item("Process"), 1, 1);
+        const auto other = sheet->Drop(masters->Item("Process"), 1, 1);
+        const auto line = sheet->Drop(masters->Item("Dynamic Connector"), 0.5, 0.5);
+        line->CellsSRC(engine::kBeginX)->GlueTo(one->CellsSRC(engine::kPinX));
+        line->CellsSRC(engine::kEndX)->GlueTo(other->CellsSRC(engine::kPinX));
+        EXPECT_TRUE(sheet->Layout());
+        EXPECT_TRUE(document->SaveAs(folder.Path(name)));
+        EXPECT_FALSE(document->SaveAs(folder.Path("no such folder/" + name)));
+        return ReadFile(folder.Path(name));
+    };
+    int pieces = 0;
+    EngineOptions options{kStencils, folder.Path("Temp"), nullptr};
+    options.runAside = [&pieces](const std::function<void()>& work) {
+        ++pieces;
+        std::async(std::launch::async, work).get();
+    };
+    const std::string expected = draw(*drawingEngine, "a.vsd");
+    EXPECT_EQ(draw(*MakeDrawingEngine(options), "a.vsd"), expected);
+    EXPECT_EQ(pieces, 3) << "the layout and each try to write";
 }
 
 TEST_F(EngineTest, DocumentsAreFoundByNumberAndNameInAnyCase) {

@@ -1,0 +1,192 @@
+#include <fmt/format.h>
+
+#include <CLI/CLI.hpp>
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <algorithm>
+#include <vector>
+
+#include "core/paths.h"
+#include "desktop/drawing_tools.h"
+#include "extract/driver.h"
+#include "layered_schema.h"
+#include "report_generator.h"
+#include "resident_memory.h"
+#include "store/settings.h"
+#include "ui/c_tree_view.h"
+#include "ui/drawing_control.h"
+#include "ui/form.h"
+#include "ui/frm_treeview.h"
+#include "ui/mdi_main_menu.h"
+#include "ui/qt_host.h"
+#include "ui/skin_style.h"
+#include "ui/ui_folder.h"
+
+// What a person feels at the windows with very large schemas: how long a command takes, and for how long at
+// most the window does not answer meanwhile. The windows are the real ones, painted off screen.
+namespace norvelis::ui {
+namespace {
+
+/// The Host of the real screens; boxes are answered at once.
+class AgreeingHost : public QtHost {
+  public:
+    using Host::MessageBox;
+    Answer MessageBox(const Message& message) override {
+        return message.buttons == Buttons::Ok ? Answer::Ok : Answer::Yes;
+    }
+};
+
+/// The program's windows on a folder of their own.
+struct Windows {
+    UiFolder folder;
+    AgreeingHost host;
+    SystemClock clock;
+    AppState app{folder.Path(), host, clock, Random(1)};
+    std::unique_ptr<engine::DrawingEngine> engine;
+    std::unique_ptr<mdiMainMenu> frame;
+
+    Windows() {
+        app.gConnection = Connection::Open(ConnectionString(folder.Path("Database/records.mdb")));
+        setvisiolocation(app, folder.Path("visio files/"));
+    }
+    ~Windows() { host.SetDisplay(nullptr); }
+
+    void Open() {
+        frame = std::make_unique<mdiMainMenu>(app, [](const std::exception& failure) { throw failure; });
+        engine = desktop::GiveDrawingTools(*frame);
+        host.SetDisplay(frame.get());
+        frame->ApplySkinAndShow();
+        frame->LoadProgressForm();
+        frame->OpenScreen(Screen::Treeview, false);
+        QTest::qWait(100);
+    }
+    Form& TreeScreen() const { return *frame->Find(Screen::Treeview); }
+    cTreeView& Tview() const { return *TreeScreen().findChild<cTreeView*>("Tview"); }
+};
+
+/// The longest time between two turns of the event loop.
+class Pulse {
+  public:
+    Pulse() {
+        QObject::connect(&timer_, &QTimer::timeout, [this] { Beat(); });
+        timer_.start(2);
+        since_.start();
+    }
+    double Longest() {
+        Beat();
+        return static_cast<double>(longest_) / 1e9;
+    }
+
+  private:
+    void Beat() {
+        longest_ = std::max(longest_, since_.nsecsElapsed());
+        since_.restart();
+    }
+    QTimer timer_;
+    QElapsedTimer since_;
+    qint64 longest_ = 0;
+};
+
+double Seconds(const QElapsedTimer& since) {
+    return static_cast<double>(since.nsecsElapsed()) / 1e9;
+}
+
+/// Runs a command and goes on until what it left behind is painted.
+void Measure(const char* what, const std::function<void()>& command) {
+    const double before = ResidentMegabytes();
+    QElapsedTimer since;
+    since.start();
+    Pulse pulse;
+    command();
+    QApplication::processEvents();
+    const double seconds = Seconds(since);
+    QTest::qWait(100);
+    fmt::print("| {:<44} | {:5.2f} | {:5.3f} | {:4.0f} |\n", what, seconds, pulse.Longest(),
+               ResidentMegabytes() - before);
+    std::fflush(stdout);
+}
+
+void LargeTree() {
+    Windows windows;
+    WriteLayers(*windows.app.gConnection, 305, 7);
+    windows.Open();
+    Measure("a tree of a million nodes filled", [&] { windows.frame->loadtreeform(); });
+    fmt::print("| {} nodes | | | |\n", windows.Tview().Tree().Size());
+    Measure("the same again, refreshed", [&] { windows.frame->loadtreeform(); });
+    Measure("all branches closed", [&] { windows.Tview().CollapseAll(); });
+    Measure("all branches opened", [&] { windows.Tview().ExpandAll(); });
+    Measure("a click on a record opens the isolate screen", [&] { emit windows.Tview().NodeClicked(1); });
+    Measure("a click on its schema isolates all of it", [&] { emit windows.Tview().NodeClicked(0); });
+}
+
+/// Waits until the control shows what it was given.
+void UntilShown(const DrawingControl2& control) {
+    while (control.Loading()) QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+/// Milliseconds of each frame while the page is dragged about.
+void Pan(const char* what, DrawingControl2& control) {
+    std::vector<double> frames;
+    control.repaint();
+    QPoint at = control.rect().center();
+    QTest::mousePress(&control, Qt::LeftButton, {}, at);
+    for (int i = 0; i < 240; ++i) {
+        at += (i / 60) % 2 == 0 ? QPoint(9, 5) : QPoint(-7, -9);
+        QElapsedTimer since;
+        since.start();
+        QTest::mouseMove(&control, at);
+        control.repaint();
+        frames.push_back(Seconds(since) * 1e3);
+    }
+    QTest::mouseRelease(&control, Qt::LeftButton, {}, at);
+    std::sort(frames.begin(), frames.end());
+    fmt::print("| {:<30} | {:5.1f} | {:5.1f} | {:5.1f} |\n", what, frames[frames.size() / 2],
+               frames[frames.size() * 95 / 100], frames.back());
+}
+
+void LargeDrawing() {
+    Windows windows;
+    const std::string report = windows.folder.Path("report");
+    WriteFile(report, GenerateSchemaReport(1000, 1600, 3, 1));
+    setreportlocation(windows.app, report);
+    process_Classic_Extract_Report(windows.app, InteractiveDriver(windows.app, {}));
+    windows.Open();
+    windows.frame->loadtreeform();
+    QTest::qWait(200);
+    auto& control = *windows.TreeScreen().findChild<DrawingControl2*>("DrawingControl2");
+    Measure("1,000 records drawn on one page", [&] { windows.frame->mnu_Draw_Fancy_Single(); });
+    control.SetSrc({});
+    Measure("the mouse over its schema shows the drawing", [&] {
+        emit windows.Tview().NodeHovered(0, QPoint(40, 10));
+        UntilShown(control);
+    });
+    fmt::print("\n| 1,000 boxes, a drag | median ms | of 95 in 100 | longest |\n|---|--:|--:|--:|\n");
+    Pan("the whole page, small window", control);
+    windows.TreeScreen().findChild<QPushButton*>("Label1")->click();
+    auto& large = *windows.frame->Find(Screen::DrawingViewer)->findChild<DrawingControl2*>();
+    UntilShown(large);
+    Pan("the whole page, large window", large);
+    QTest::keyClick(&large, Qt::Key_1);
+    Pan("life size, large window", large);
+}
+
+}  // namespace
+}  // namespace norvelis::ui
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    CLI::App program{"What a person feels at the windows with very large schemas"};
+    std::string only;
+    program.add_option("--only", only, "tree or drawing; without it both");
+    CLI11_PARSE(program, argc, argv);
+    QApplication::setApplicationDisplayName("Norvelis");
+    QApplication::setQuitOnLastWindowClosed(false);
+    norvelis::ui::UseSkinStyle(application);
+    fmt::print("| | s | longest wait s | grown MB |\n|---|--:|--:|--:|\n");
+    if (only.empty() || only == "tree") norvelis::ui::LargeTree();
+    if (only.empty() || only == "drawing") norvelis::ui::LargeDrawing();
+}

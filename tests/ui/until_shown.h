@@ -1,0 +1,17 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QTest>
+
+#include "ui/drawing_control.h"
+
+namespace norvelis::ui {
+
+/// Files are read aside; until then the control shows what it showed before.
+inline void UntilShown(const DrawingControl2& control) {
+    constexpr int kPatience = 60'000;
+    ASSERT_TRUE(QTest::qWaitFor([&control] { return !control.Loading(); }, kPatience));
+}
+
+}  // namespace norvelis::ui
