@@ -138,10 +138,9 @@ void AddDraw(CLI::App& program, Context& context) {
         ->check(named)
         ->excludes(separate);
     command
-        ->add_option(
-            "--layout", words->layout,
-            "Default Layout, RadialDefault, RadialRightAngle, RadialSimpleVH, TopToBottom, LeftToRight, "
-            "CircularSimpleHV or CircularDeep")
+        ->add_option("--layout", words->layout,
+                     "Default, RadialDefault, RadialRightAngle, RadialSimpleVH, TopToBottom, LeftToRight, "
+                     "CircularSimpleHV or CircularDeep")
         ->check([request](const std::string& name) {
             const auto index = LayoutIndex(name);
             request->layout = index.value_or(0);
