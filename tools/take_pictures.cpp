@@ -1,23 +1,23 @@
 // take_pictures APPLICATION-FOLDER OUT-FOLDER: a picture of every screen in every skin, for the
-// documentation.
+// documentation. The dictionary of the folder must hold a schema and its drawing be saved.
 #include <QAbstractButton>
 #include <QEventLoop>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <QPainter>
 #include <QRegularExpression>
 #include <QTimer>
 #include <cstdio>
 
-#include "core/paths.h"
 #include "desktop/application.h"
 #include "desktop/drawing_tools.h"
+#include "store/connection.h"
 #include "ui/c_tree_view.h"
 #include "ui/child_area.h"
 #include "ui/drawing_control.h"
 #include "ui/form.h"
 #include "ui/frm_colors.h"
 #include "ui/mdi_main_menu.h"
-#include "ui/set_directory.h"
 #include "ui/skin_colors.h"
 #include "ui/skins_and_colors.h"
 #include "ui/start_up.h"
@@ -27,10 +27,13 @@ using namespace norvelis::ui;
 
 namespace {
 
-/// Says nothing and agrees.
-class SilentHost : public QtHost {
+/// Says nothing and declines, but for a box that is to be seen.
+class QuietHost : public QtHost {
   public:
+    using Host::MessageBox;
+    bool shows = false;
     Answer MessageBox(const Message& message) override {
+        if (shows) return QtHost::MessageBox(message);
         return message.buttons == Buttons::Ok ? Answer::Ok : Answer::No;
     }
 };
@@ -43,23 +46,33 @@ void LetPaint() {
 
 class Photographer {
   public:
-    Photographer(mdiMainMenu& frame, QString folder) : frame_(frame), folder_(std::move(folder)) {}
+    Photographer(mdiMainMenu& frame, QuietHost& host, QString folder)
+        : frame_(frame), host_(host), folder_(std::move(folder)) {}
 
     void TakeAll() {
         for (const std::string& skin : InstalledSkins(frame_.App())) {
             ChangeSkin(frame_, skin);
-            const QString name = QString::fromStdString(skin).toLower();
-            TakeBrowsing(name);
-            TakeScreen(Screen::Settings, "settings-" + name);
-            TakePicker(name);
-            frame_.mnu_about();
-            Take(frame_, "about-" + name);
-            frame_.Area().Active()->close();
+            skin_ = QString::fromStdString(skin).toLower();
+            TakeBrowsing();
+            TakeMenu();
+            TakeProgress();
+            TakeSettings();
+            TakeAbout();
+            TakeWaiting("printer", [&] { frame_.mnuPrinterSetup(); });
+            TakeBox("question", {"Are you sure you want to extract IDMS report?", "Extract Confirmation",
+                                 Buttons::YesNo, Icon::None, Answer::Ok});
+            TakeBox("error", {"The following error has occured in your program: \r\n\r\nPath not found: "
+                              "/reports/empschm.text\r\n\r\nError Number: 76",
+                              "Error...", Buttons::Ok, Icon::Critical, Answer::Ok});
         }
     }
 
   private:
-    void Take(QWidget& widget, const QString& name) {
+    void Save(const QPixmap& picture, const QString& name) const {
+        constexpr int kSmallest = 0;  // Of a PNG's "quality": packed as well as it goes.
+        picture.save(folder_ + "/" + name + "-" + skin_ + ".png", "PNG", kSmallest);
+    }
+    void Take(QWidget& widget, const QString& name) const {
         LetShow();
         QPixmap picture = widget.grab();
         QPainter painter(&picture);
@@ -67,23 +80,27 @@ class Photographer {
             if (tip->isVisible()) painter.drawPixmap(tip->pos() - widget.mapToGlobal(QPoint()), tip->grab());
         }
         painter.end();
-        picture.save(folder_ + "/" + name + ".png");
+        Save(picture, name);
     }
-    void LetShow() {
+    void LetShow() const {
         for (const auto* drawing : frame_.findChildren<DrawingControl2*>()) {
             while (drawing->Loading()) LetPaint();
         }
         LetPaint();
     }
-    void TakeScreen(Screen screen, const QString& name) {
-        frame_.OpenScreen(screen, false);
-        Take(frame_, name);
-        if (screen != Screen::Treeview) frame_.Find(screen)->close();
+    /// What waits for an answer while `act` runs; it is closed then.
+    void TakeWaiting(const QString& name, const std::function<void()>& act) const {
+        QTimer::singleShot(300, &frame_, [this, name] {
+            QWidget* waiting = QApplication::activeModalWidget();
+            Save(waiting->grab(), name);
+            waiting->close();
+        });
+        act();
     }
     /// The way through the browsing screens: the tree with the drawing of its first schema, a search, the
     /// mouse over a record, that record on its own and drawn, its drawing in the larger window, the larger
     /// tree.
-    void TakeBrowsing(const QString& skin) {
+    void TakeBrowsing() {
         Form& screen = *frame_.Find(Screen::Treeview);
         auto& Tview = *screen.findChild<cTreeView*>("Tview");
         const RecordTree tree = Tview.Tree();
@@ -95,39 +112,76 @@ class Photographer {
         };
         hover(0);
         hover(kNoNode);
-        TakeScreen(Screen::Treeview, "tree-" + skin);
+        frame_.OpenScreen(Screen::Treeview, false);
+        Take(frame_, "tree");
         screen.findChild<QLineEdit*>("Text1")->setText(QString::fromStdString(tree.Text(record)));
         for (int i = 0; i < 2; ++i) Press(screen, "cmdSearch");
         hover(Tview.SelectedNode());
-        Take(frame_, "hover-" + skin);
+        Take(frame_, "hover");
         hover(kNoNode);
         emit Tview.NodeClicked(record);
         Form& isolate = *frame_.Find(Screen::IsolateView);
         Press(isolate, "cmdDraw");
-        Take(frame_, "isolate-" + skin);
+        Take(frame_, "isolate");
         hover(0);
         hover(kNoNode);
         Press(screen, "Label1");
         LetShow();
         for (int i = 0; i < 3; ++i) Press(*frame_.Find(Screen::DrawingViewer), "cmdZoomIn");
-        Take(frame_, "viewer-" + skin);
+        Take(frame_, "viewer");
         frame_.Find(Screen::DrawingViewer)->close();
         Press(screen, "Max");
-        Take(frame_, "treemax-" + skin);
+        Take(frame_, "treemax");
         frame_.Find(Screen::TreeviewMax)->close();
         isolate.close();
     }
     static void Press(Form& form, const char* button) { form.findChild<QAbstractButton*>(button)->click(); }
-    void TakePicker(const QString& skin) {
-        setDirectory picker(frame_, setDirectory::Picks::File);
-        picker.Load();
-        picker.Begin(QString::fromStdString(frame_.App().AppPath("\\reportfiles")));
-        picker.show();
-        Take(picker, "picker-" + skin);
+    void TakeMenu() {
+        auto* menu = frame_.findChild<QMenu*>("ppm_extract");
+        frame_.menuBar()->setActiveAction(menu->menuAction());
+        menu->setActiveAction(frame_.findChild<QAction*>("mnu_Draw_Fancy_Single"));
+        LetPaint();
+        QPixmap picture = frame_.grab();
+        QPainter(&picture).drawPixmap(frame_.mapFromGlobal(menu->pos()), menu->grab());
+        menu->close();
+        Save(picture, "frame");
+    }
+    /// The bars of an extraction, half way.
+    void TakeProgress() {
+        Progress& progress = frame_.App().progress;
+        for (const Bar bar : {Bar::TreeviewText, Bar::TreeviewValue}) {
+            progress.BResetprogressbar(bar, 100);
+            progress.SetVisible(bar, true);
+        }
+        progress.SetText(Bar::TreeviewText, "Loading Shapes. Please wait..");
+        progress.BStepprogressbar(Bar::TreeviewValue, 42, "COMMISSION");
+        host_.Status("Collecting CALC and VIA Records ");
+        Take(*frame_.Find(Screen::Treeview), "progress");
+        for (const Bar bar : {Bar::TreeviewText, Bar::TreeviewValue}) progress.SetVisible(bar, false);
+        host_.Status({});
+    }
+    void TakeSettings() {
+        frame_.OpenScreen(Screen::Settings, false);
+        auto& settings = dynamic_cast<frmColors&>(*frame_.Find(Screen::Settings));
+        Take(settings, "settings");
+        TakeWaiting("picker", [&] { settings.changerptfile(); });
+        TakeWaiting("folders", [&] { settings.changevisiolocation(); });
+        settings.close();
+    }
+    void TakeAbout() {
+        frame_.mnu_about();
+        Take(*frame_.Area().Active(), "about");
+        frame_.Area().Active()->close();
+    }
+    void TakeBox(const QString& name, const Message& message) {
+        host_.shows = true;
+        TakeWaiting(name, [&] { host_.MessageBox(message); });
+        host_.shows = false;
     }
 
     mdiMainMenu& frame_;
-    QString folder_;
+    QuietHost& host_;
+    QString folder_, skin_;
 };
 
 }  // namespace
@@ -138,7 +192,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     desktop::Application application(argc, argv);
-    SilentHost host;
+    QuietHost host;
     SystemClock clock;
     AppState app(argv[1], host, clock, Random(1));
     mdiMainMenu frame(app, [](const std::exception& failure) {
@@ -147,12 +201,15 @@ int main(int argc, char** argv) {
     });
     const auto engine = desktop::GiveDrawingTools(frame);
     host.SetDisplay(&frame);
-    QTimer::singleShot(0, &frame, [&] {
-        frame.Run([&] { SubMain(app, frame); });
+    const auto work = [&] {
+        SubMain(app, frame);
         frame.resize(1100, 720);
+        if (app.gConnection->Count("Select count(*) FROM Parents") == 0)
+            throw std::runtime_error("the dictionary is empty: extract a report first");
         frame.Find(Screen::Treeview)->findChild<QAbstractButton*>("ExpandAll")->click();
-        Photographer(frame, argv[2]).TakeAll();
+        Photographer(frame, host, argv[2]).TakeAll();
         QApplication::quit();
-    });
+    };
+    QTimer::singleShot(0, &frame, [&] { frame.Run(work); });
     return QApplication::exec();
 }

@@ -131,17 +131,16 @@ void AddDraw(CLI::App& program, Context& context) {
     auto request = std::make_shared<DrawRequest>();
     auto words = std::make_shared<Words>();
     auto* command = program.add_subcommand("draw", "Draw a schema's Bachman diagram as a Visio drawing");
-    command->add_option("SCHEMA", request->schema, "Schema of the dictionary")->required();
+    command->add_option("SCHEMA", request->schema, "Schema of the dictionary")->required()->check(named);
     auto* separate =
         command->add_flag("--separate", request->separate, "A file for each record that is an entry");
     command->add_option("--record", request->record, "This record with all below it")
         ->check(named)
         ->excludes(separate);
     command
-        ->add_option(
-            "--layout", words->layout,
-            "Default Layout, RadialDefault, RadialRightAngle, RadialSimpleVH, TopToBottom, LeftToRight, "
-            "CircularSimpleHV or CircularDeep")
+        ->add_option("--layout", words->layout,
+                     "Default, RadialDefault, RadialRightAngle, RadialSimpleVH, TopToBottom, LeftToRight, "
+                     "CircularSimpleHV or CircularDeep")
         ->check([request](const std::string& name) {
             const auto index = LayoutIndex(name);
             request->layout = index.value_or(0);

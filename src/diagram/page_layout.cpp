@@ -1,5 +1,7 @@
 #include "diagram/page_layout.h"
 
+#include <algorithm>
+
 #include "core/text.h"
 
 namespace norvelis {
@@ -35,7 +37,9 @@ std::optional<int> LayoutIndex(std::string_view name) {
     const auto bare = [](std::string_view text) {
         while (text.starts_with('-')) text.remove_prefix(1);
         while (text.ends_with('-')) text.remove_suffix(1);
-        return text;
+        constexpr std::string_view word = " layout";
+        const std::size_t size = text.size() - std::min(text.size(), word.size());
+        return EqualIgnoringCase(text.substr(size), word) ? text.substr(0, size) : text;
     };
     for (std::size_t i = 0; i < kLayoutTypes.size(); ++i) {
         if (EqualIgnoringCase(bare(kLayoutTypes[i].name), bare(name))) return static_cast<int>(i);

@@ -21,7 +21,8 @@ struct LayoutType {
 /// In the order of the list. The first writes place and route style alone.
 extern const std::array<LayoutType, 8> kLayoutTypes;
 
-/// The place of a layout in the list by its name, letter case and hyphens around it ignored.
+/// The place of a layout in the list by its name, letter case, hyphens around it and the word " layout"
+/// ignored.
 std::optional<int> LayoutIndex(std::string_view name);
 
 /// Writes the choice, an index that is none as zeros, and has the engine lay the page out.

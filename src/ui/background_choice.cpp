@@ -30,6 +30,10 @@ BackgroundChoice::BackgroundChoice(const Picture& picBackground, QWidget* parent
         radios_.addButton(radio, i);
     }
     connect(&radios_, &QButtonGroup::idClicked, this, &BackgroundChoice::ChosenByPerson);
+    connect(&radios_, &QButtonGroup::buttonToggled, this, [this](const QAbstractButton* radio, bool on) {
+        update();
+        if (on) emit NameChanged(radio->accessibleName());
+    });
 }
 
 void BackgroundChoice::Choose(int index) {
@@ -53,8 +57,8 @@ void BackgroundChoice::paintEvent(QPaintEvent*) {
             picture_.PaintPart(painter, Cell(i), QRectF(corner, QSizeF(kPictureWidth, kPictureHeight)));
         }
         const bool chosen = i == Chosen();
-        painter.setPen(QPen(palette().color(chosen ? QPalette::Highlight : QPalette::Mid), chosen ? 2 : 1));
-        painter.drawRect(Cell(i).adjusted(0, 0, -1, -1));
+        PaintEdge(painter, Cell(i), palette().color(chosen ? QPalette::Highlight : QPalette::Mid),
+                  chosen ? 2 : 1);
     }
 }
 
@@ -62,7 +66,6 @@ void BackgroundChoice::mousePressEvent(QMouseEvent* event) {
     for (int i = 0; i < kCount; ++i) {
         if (Cell(i).contains(event->position().toPoint())) radios_.button(i)->click();
     }
-    update();
 }
 
 }  // namespace norvelis::ui

@@ -20,6 +20,7 @@ class BackgroundChoice : public QWidget {
 
   signals:
     void ChosenByPerson();
+    void NameChanged(const QString& name);  ///< Of the chosen one, whoever chose it.
 
   protected:
     void paintEvent(QPaintEvent*) override;

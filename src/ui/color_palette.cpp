@@ -72,8 +72,7 @@ void ColorPalette::paintEvent(QPaintEvent*) {
     }
     painter.setOpacity(isEnabled() ? 1 : 0.35);
     picture_.Paint(painter, rect());
-    painter.setPen(palette().color(hasFocus() ? QPalette::Highlight : QPalette::Mid));
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    PaintEdge(painter, rect(), palette().color(hasFocus() ? QPalette::Highlight : QPalette::Mid), 1);
     if (!hasFocus()) return;
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(Qt::black, 3));

@@ -16,6 +16,8 @@ namespace norvelis::ui {
 
 namespace {
 
+constexpr int kSampleHeight = 28;
+
 /// Of the items, in their order.
 constexpr const char* kItemNames[] = {"Label",
                                       "ButtonLabel",
@@ -62,6 +64,7 @@ QLayout* ColorSamples::SampleRows() {
               "TitleColor", TitleColor);
     lblTitleColor_->setAutoFillBackground(true);
     lblTitleColor_->setMargin(4);
+    lblTitleColor_->setFixedHeight(kSampleHeight);
     const auto textBox = [this](const char* name, const char* text) {
         auto* made = new QLineEdit(text, this);
         made->setObjectName(name);
@@ -74,9 +77,12 @@ QLayout* ColorSamples::SampleRows() {
     auto* list = new QListWidget(this);
     list->setObjectName("lstListBoxBackGroundColor");
     list->addItem("Listbox Background Color");
+    list->item(0)->setSizeHint(QSize(0, kSampleHeight - 4));
     list->setSelectionMode(QAbstractItemView::NoSelection);
     list->setFocusPolicy(Qt::NoFocus);
-    list->setFixedHeight(28);
+    for (QWidget* box :
+         {static_cast<QWidget*>(txtBack), static_cast<QWidget*>(txtFore), static_cast<QWidget*>(list)})
+        box->setFixedHeight(kSampleHeight);
 
     samples_ = {{Label, {lblLabelColor, QPalette::WindowText, &SkinColors::LabelForeColor}},
                 {ButtonLabel, {lblButtonLabelColor, QPalette::WindowText, &SkinColors::ButtonForeColor}},

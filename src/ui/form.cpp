@@ -115,7 +115,10 @@ QColor Form::CaptionColor() const {
 }
 
 void Form::Place() {
-    if (!isWindow()) MoveTo(QPoint(kMargin, kMargin));
+    if (isWindow()) return;
+    // On a low display the margin shrinks before the form's foot is hidden.
+    const int spare = parentWidget()->height() - height();
+    MoveTo(QPoint(kMargin, std::clamp(spare, 0, kMargin)));
 }
 
 void Form::MoveTo(QPoint place) {
@@ -155,8 +158,14 @@ void Form::keyPressEvent(QKeyEvent* event) {
     }
 }
 
+void Form::Unload() {
+    unloading_ = true;
+    close();
+    unloading_ = false;
+}
+
 void Form::closeEvent(QCloseEvent* event) {
-    if (!QueryUnload()) return event->ignore();
+    if (!unloading_ && !QueryUnload()) return event->ignore();
     SaveINISettings();
     event->accept();
     emit Closed();

@@ -42,7 +42,12 @@ class Form : public QWidget {
     /// Moves the form; inside the main frame its caption stays within reach.
     void MoveTo(QPoint place);
     /// Back to the place where a form stands at first.
-    void Place();
+    virtual void Place();
+
+    /// False when the form must stay: the person was asked and wants it so.
+    virtual bool QueryUnload() { return true; }
+    /// Closes the form without asking.
+    void Unload();
 
     mdiMainMenu& Frame() { return frame_; }
 
@@ -54,8 +59,6 @@ class Form : public QWidget {
   protected:
     virtual void LoadINISettings();
     virtual void SaveINISettings() {}
-    /// False keeps the form open.
-    virtual bool QueryUnload() { return true; }
     /// The form has new pictures or colours.
     virtual void SkinApplied() {}
     /// Where ShowAndWait puts the form on the screen.
@@ -83,6 +86,7 @@ class Form : public QWidget {
     QLabel* lblCaption_;
     WindowButton *imgClose_, *imgRestore_, *imgMinimize_;
     std::optional<QPoint> dragFrom_;  ///< Where in the window the mouse holds it.
+    bool unloading_ = false;
 };
 
 inline constexpr QSize kLargeForm(1040, 620);

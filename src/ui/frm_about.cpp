@@ -42,6 +42,10 @@ frmAbout::frmAbout(mdiMainMenu& frame) : Form(frame, "frmAbout", "ABOUT NORVELIS
     setLayout(row);
 }
 
+void frmAbout::Place() {
+    MoveTo(parentWidget()->rect().center() - rect().center());
+}
+
 void frmAbout::LoadINISettings() {
     SetTag2(kPickerTag);
 }

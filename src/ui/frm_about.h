@@ -9,6 +9,9 @@ class frmAbout : public Form {
   public:
     explicit frmAbout(mdiMainMenu& frame);
 
+    /// In the middle of the frame, where it hides no other form's caption.
+    void Place() override;
+
   protected:
     void LoadINISettings() override;
 };

@@ -141,9 +141,14 @@ QLayout* frmColors::RightColumn() {
     color->addWidget(lblVisioSet, 1);
     column->addLayout(color);
     column->addSpacing(4);
-    column->addWidget(Heading(this, "Background of the diagram"));
+    QLabel* lblBackground = MakeLabel(this, "lblBackground", {});
+    auto* heading = new QHBoxLayout;
+    heading->addWidget(Heading(this, "Background of the diagram"), 1);
+    heading->addWidget(lblBackground);
+    column->addLayout(heading);
     backgrounds_ = new BackgroundChoice(Bitmap(Frame().App(), "VisioBackround.Jpg"), this);
     connect(backgrounds_, &BackgroundChoice::ChosenByPerson, this, &frmColors::Changed);
+    connect(backgrounds_, &BackgroundChoice::NameChanged, lblBackground, &QLabel::setText);
     column->addWidget(backgrounds_);
     column->addStretch();
     return column;

@@ -28,10 +28,12 @@ class frmColors : public Form {
     /// Writes everything on the screen.
     void SaveChanges();
 
+    /// Asks what is to become of unsaved changes.
+    bool QueryUnload() override;
+
   protected:
     void LoadINISettings() override;
     void SaveINISettings() override;
-    bool QueryUnload() override;
     void SkinApplied() override;
 
   private:

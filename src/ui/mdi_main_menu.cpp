@@ -13,6 +13,8 @@
 #include <QStatusBar>
 #include <QToolButton>
 #include <QUrl>
+#include <algorithm>
+#include <utility>
 
 #include "core/failure.h"
 #include "core/ini.h"
@@ -30,6 +32,7 @@
 #include "ui/frm_colors.h"
 #include "ui/frm_treeview.h"
 #include "ui/screens.h"
+#include "ui/skin_style.h"
 #include "ui/skins_and_colors.h"
 #include "ui/window_settings.h"
 
@@ -127,7 +130,7 @@ void mdiMainMenu::UpdateMinimized() {
 
 void mdiMainMenu::SetSkin(const Skin& skin) {
     skin_ = skin;
-    QApplication::setPalette(skin_.Palette());
+    SetStyleSkin(skin_);
     area_->SetBackground(skin_.frame);
 }
 
@@ -146,7 +149,9 @@ void mdiMainMenu::RunLong(const std::function<void()>& command) {
     Run(command);
     busy_ = false;
     emit BusyChanged(false);
-    if (closeWhenDone_) QTimer::singleShot(0, this, &QWidget::close);
+    if (!std::exchange(closeWhenDone_, false)) return;
+    statusBar()->clearMessage();
+    QTimer::singleShot(0, this, &QWidget::close);
 }
 
 void mdiMainMenu::ColorsChanged() {
@@ -342,10 +347,12 @@ void mdiMainMenu::mnu_about() {
     area_->Activate(about_);
 }
 
+// All are asked before one goes.
 bool mdiMainMenu::CloseForms() {
-    for (Form* form : area_->OpenForms()) {
-        if (!form->close()) return false;
-    }
+    const auto forms = area_->OpenForms();
+    if (!std::all_of(forms.begin(), forms.end(), [](Form* form) { return form->QueryUnload(); }))
+        return false;
+    for (Form* form : forms) form->Unload();
     return true;
 }
 

@@ -118,4 +118,14 @@ void Picture::PaintStretched(QPainter& painter, const QRectF& target, double edg
     painter.restore();
 }
 
+void PaintEdge(QPainter& painter, const QRectF& area, const QColor& color, double width) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(color, width, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    painter.setBrush(Qt::NoBrush);
+    const double half = width / 2;
+    painter.drawRect(area.adjusted(half, half, -half, -half));
+    painter.restore();
+}
+
 }  // namespace norvelis::ui

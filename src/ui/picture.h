@@ -38,4 +38,7 @@ class Picture {
     std::shared_ptr<Data> data_;
 };
 
+/// A border just inside `area`, whole at every sharpness of the display.
+void PaintEdge(QPainter& painter, const QRectF& area, const QColor& color, double width);
+
 }  // namespace norvelis::ui

@@ -4,30 +4,14 @@
 #include <QKeyEvent>
 #include <QPainter>
 
-#include "ui/skin.h"
+#include "ui/button_face.h"
 
 namespace norvelis::ui {
 
 namespace {
 
-constexpr double kRim = 8;  ///< Points at a button picture's edge that do not stretch.
-
-/// Shows where the keyboard is.
-void PaintFocus(QPainter& painter, const QWidget& control, double radius) {
-    QColor color = control.palette().color(QPalette::Highlight);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(color, 2));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(QRectF(control.rect()).adjusted(1, 1, -1, -1), radius, radius);
-}
-
-void PaintHover(QPainter& painter, const QWidget& control, double radius) {
-    QColor color = control.palette().color(QPalette::Highlight);
-    color.setAlpha(28);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(color);
-    painter.drawRoundedRect(QRectF(control.rect()).adjusted(1, 1, -1, -1), radius, radius);
+QColor Accent(const QWidget& control) {
+    return control.palette().color(QPalette::Highlight);
 }
 
 }  // namespace
@@ -63,15 +47,12 @@ void SkinButton::keyPressEvent(QKeyEvent* event) {
 void SkinButton::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     const bool down = isDown() || isChecked();
-    (down ? pictures_.second : pictures_.first).PaintStretched(painter, rect(), kRim);
-    if (!isEnabled()) {
-        painter.setPen(palette().color(QPalette::Disabled, QPalette::ButtonText));
-    } else {
-        if (!down && underMouse()) PaintHover(painter, *this, 4);
-        painter.setPen(down ? down_ : up_);
-    }
+    PaintButtonFace(painter, rect(), pictures_, Accent(*this),
+                    {down, isEnabled() && underMouse(), hasFocus()});
+    painter.setPen(!isEnabled() ? palette().color(QPalette::Disabled, QPalette::ButtonText)
+                   : down       ? down_
+                                : up_);
     painter.drawText(rect(), Qt::AlignCenter | Qt::TextShowMnemonic, text());
-    if (hasFocus() && !down) PaintFocus(painter, *this, 4);
 }
 
 WindowButton::WindowButton(const QString& name, const QString& tag, const QString& spoken, QWidget* parent)
@@ -92,7 +73,7 @@ void WindowButton::PicturesChanged() {
 void WindowButton::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     (isDown() ? pictures_.second : pictures_.first).Paint(painter, rect());
-    if (!isDown() && underMouse()) PaintHover(painter, *this, 4);
+    if (!isDown() && underMouse()) PaintUnderMouse(painter, rect(), Accent(*this), 4);
 }
 
 template <typename Base>
@@ -114,7 +95,7 @@ template <typename Base>
 void SkinMark<Base>::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     (this->isChecked() ? pictures_.first : pictures_.second).Paint(painter, this->rect());
-    if (this->hasFocus()) PaintFocus(painter, *this, this->width() / 2.0);
+    if (this->hasFocus()) PaintFocusRing(painter, this->rect(), Accent(*this), this->width() / 2.0);
 }
 
 template class SkinMark<QCheckBox>;

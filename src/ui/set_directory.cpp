@@ -6,6 +6,7 @@
 #include <QListWidget>
 #include <QStorageInfo>
 #include <QStyle>
+#include <QStyledItemDelegate>
 
 #include "core/paths.h"
 #include "ui/mdi_main_menu.h"
@@ -16,7 +17,20 @@ namespace norvelis::ui {
 
 namespace {
 
-constexpr int kPath = Qt::UserRole;
+constexpr int kPath = Qt::UserRole, kDepth = kPath + 1;
+
+/// Folders inside others stand further in, with their pictures.
+class Indented : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+  protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        constexpr int kStep = 14;
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->rect.setLeft(option->rect.left() + kStep * index.data(kDepth).toInt());
+    }
+};
 
 /// The roots of the file system, the person's own folder, and what is plugged in.
 QStringList Drives() {
@@ -32,9 +46,11 @@ QStringList Drives() {
     return drives;
 }
 
-void AddItem(QListWidget* list, QStyle::StandardPixmap icon, const QString& text, const QString& path) {
+void AddItem(QListWidget* list, QStyle::StandardPixmap icon, const QString& text, const QString& path,
+             int depth = 0) {
     auto* item = new QListWidgetItem(list->style()->standardIcon(icon), text, list);
     item->setData(kPath, path);
+    item->setData(kDepth, depth);
 }
 
 }  // namespace
@@ -50,6 +66,7 @@ setDirectory::setDirectory(mdiMainMenu& frame, Picks picks)
     Dir1_ = new QListWidget(this);
     Dir1_->setObjectName("Dir1");
     Dir1_->setAccessibleName("Folders");
+    Dir1_->setItemDelegate(new Indented(Dir1_));
     File1_ = new QListWidget(this);
     File1_->setObjectName("File1");
     File1_->setAccessibleName("Files");
@@ -65,12 +82,12 @@ setDirectory::setDirectory(mdiMainMenu& frame, Picks picks)
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(18, Body().top() + 12, 18, 12);
     grid->setSpacing(8);
-    grid->addWidget(Drive1_, 0, 0);
-    grid->addWidget(Dir1_, 1, 0);
-    grid->addWidget(File1_, 0, 1, 2, 1);
+    const int columns = picks == Picks::File ? 1 : 2;  // Of the grid's two, for drives and folders.
+    grid->addWidget(Drive1_, 0, 0, 1, columns);
+    grid->addWidget(Dir1_, 1, 0, 1, columns);
+    if (picks == Picks::File) grid->addWidget(File1_, 0, 1, 2, 1);
     grid->addWidget(lblFolder_, 2, 0, 1, 2);
-    grid->setColumnStretch(0, 1);
-    grid->setColumnStretch(1, picks == Picks::File ? 1 : 0);
+    for (const int column : {0, 1}) grid->setColumnStretch(column, 1);
 }
 
 void setDirectory::LoadINISettings() {
@@ -112,17 +129,16 @@ void setDirectory::FillFolders() {
         way.prepend(dir.absolutePath());
         if (dir.isRoot() || !dir.cdUp()) break;
     }
-    QString indent;
+    int depth = 0;
     for (const QString& step : way) {
         const QString name = QDir(step).isRoot() ? step : QFileInfo(step).fileName();
-        AddItem(Dir1_, QStyle::SP_DirOpenIcon, indent + name, step);
-        indent += "   ";
+        AddItem(Dir1_, QStyle::SP_DirOpenIcon, name, step, depth++);
     }
     const int present = Dir1_->count() - 1;
     const QDir here(folder_);
     for (const QFileInfo& folder :
          here.entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name | QDir::IgnoreCase))
-        AddItem(Dir1_, QStyle::SP_DirIcon, indent + folder.fileName(), folder.absoluteFilePath());
+        AddItem(Dir1_, QStyle::SP_DirIcon, folder.fileName(), folder.absoluteFilePath(), depth);
     for (const QFileInfo& file : here.entryInfoList(QDir::Files, QDir::Name | QDir::IgnoreCase))
         AddItem(File1_, QStyle::SP_FileIcon, file.fileName(), file.absoluteFilePath());
     Dir1_->setCurrentRow(present);

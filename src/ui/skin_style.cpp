@@ -1,12 +1,14 @@
 #include "ui/skin_style.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QPainter>
 #include <QPainterPath>
 #include <QProxyStyle>
 #include <QStyleFactory>
 #include <QStyleOption>
 
+#include "ui/button_face.h"
 #include "ui/skin_icons.h"
 
 namespace norvelis::ui {
@@ -14,7 +16,8 @@ namespace norvelis::ui {
 namespace {
 
 constexpr double kRound = 4;
-constexpr int kScrollBar = 12, kFontPixels = 13, kRowAir = 5;
+constexpr int kScrollBar = 12, kFontPixels = 13, kRowAir = 5, kMenuBarAir = 6, kSeparatorInset = 4,
+              kDialogMargin = 16;
 
 void PaintBox(QPainter& painter, const QRect& rect, const QColor& face, const QColor& edge) {
     painter.save();
@@ -41,6 +44,8 @@ class SkinStyle : public QProxyStyle {
   public:
     SkinStyle() : QProxyStyle(QStyleFactory::create("Fusion")) {}
 
+    void SetButtons(const PicturePair& buttons) { buttons_ = buttons; }
+
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override {
         const QPalette& colors = option->palette;
@@ -66,19 +71,14 @@ class SkinStyle : public QProxyStyle {
                 return painter->fillRect(option->rect, colors.base());
             case PE_PanelTipLabel:
                 painter->fillRect(option->rect, colors.toolTipBase());
-                painter->setPen(colors.color(QPalette::Mid));
-                painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
-                return;
+                return PaintEdge(*painter, option->rect, colors.color(QPalette::Mid), 1);
             case PE_PanelStatusBar:
                 painter->fillRect(option->rect, colors.window());
                 painter->setPen(colors.color(QPalette::Midlight));
                 painter->drawLine(option->rect.topLeft(), option->rect.topRight());
                 return;
             case PE_FrameMenu:
-                painter->setPen(colors.color(QPalette::Mid));
-                painter->setBrush(Qt::NoBrush);
-                painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
-                return;
+                return PaintEdge(*painter, option->rect, colors.color(QPalette::Mid), 1);
             case PE_FrameStatusBarItem:
                 return;
             default:
@@ -93,7 +93,16 @@ class SkinStyle : public QProxyStyle {
             painter->fillRect(option->rect, colors.window());
         } else if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
                    element == CE_MenuBarItem && item) {
-            PaintMenuBarItem(*item, *painter, widget);
+            PaintMenuBarItem(*item, *painter);
+        } else if (item && element == CE_MenuItem && item->menuItemType == QStyleOptionMenuItem::Separator) {
+            painter->fillRect(QRectF(item->rect.left() + kSeparatorInset, QRectF(item->rect).center().y(),
+                                     item->rect.width() - 2 * kSeparatorInset, 1),
+                              colors.color(QPalette::Mid));
+        } else if (const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+                   element == CE_PushButtonLabel && button && IsDown(*button)) {
+            QStyleOptionButton pressed = *button;
+            pressed.palette.setColor(QPalette::ButtonText, colors.color(QPalette::HighlightedText));
+            QProxyStyle::drawControl(element, &pressed, painter, widget);
         } else if (const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option);
                    element == CE_HeaderSection && header) {
             painter->fillRect(option->rect, colors.window());
@@ -115,7 +124,7 @@ class SkinStyle : public QProxyStyle {
                          option->palette.color(QPalette::Dark));
         } else if (const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option);
                    control == CC_ScrollBar && slider) {
-            PaintScrollBar(*slider, *painter, widget);
+            PaintScrollBar(*slider, *painter);
         } else {
             QProxyStyle::drawComplexControl(control, option, painter, widget);
         }
@@ -132,6 +141,8 @@ class SkinStyle : public QProxyStyle {
                            const QWidget* widget) const override {
         QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
         if (type == CT_ItemViewItem || type == CT_MenuItem) size.rheight() += kRowAir;
+        if (type == CT_MenuBarItem) size.rheight() += kMenuBarAir;
+        if (type == CT_PushButton) size.setHeight(buttons_.first.Size().height());
         return size;
     }
 
@@ -154,6 +165,13 @@ class SkinStyle : public QProxyStyle {
                 return 6;
             case PM_DefaultFrameWidth:
                 return 2;
+            case PM_LayoutLeftMargin:
+            case PM_LayoutTopMargin:
+            case PM_LayoutRightMargin:
+            case PM_LayoutBottomMargin:
+                return qobject_cast<const QDialog*>(widget)
+                           ? kDialogMargin
+                           : QProxyStyle::pixelMetric(metric, option, widget);
             default:
                 return QProxyStyle::pixelMetric(metric, option, widget);
         }
@@ -165,6 +183,7 @@ class SkinStyle : public QProxyStyle {
             case SH_EtchDisabledText:
             case SH_ComboBox_Popup:
             case SH_DialogButtonBox_ButtonsHaveIcons:
+            case SH_ItemView_ActivateItemOnSingleClick:
             case SH_ItemView_ShowDecorationSelected:
                 return hint == SH_ItemView_ShowDecorationSelected;
             case SH_UnderlineShortcut:
@@ -193,32 +212,29 @@ class SkinStyle : public QProxyStyle {
         if (!inside) PaintBox(painter, option.rect, option.palette.color(QPalette::Base), Edge(option));
     }
 
-    static void PaintPushButton(const QStyleOption& option, QPainter& painter) {
-        const bool down = option.state & (State_Sunken | State_On);
+    static bool IsDown(const QStyleOption& option) { return option.state & (State_Sunken | State_On); }
+
+    void PaintPushButton(const QStyleOption& option, QPainter& painter) const {
         const auto* button = qstyleoption_cast<const QStyleOptionButton*>(&option);
-        const bool first =
-            (button && button->features & QStyleOptionButton::DefaultButton) || option.state & State_HasFocus;
-        QColor face = option.palette.color(QPalette::Button);
-        if (down)
-            face = face.darker(112);
-        else if (option.state & State_MouseOver)
-            face = face.lightness() > 128 ? face.darker(104) : face.lighter(115);
-        PaintBox(painter, option.rect, face,
-                 option.palette.color(first ? QPalette::Highlight : QPalette::Mid));
+        const bool standing = button && button->features & QStyleOptionButton::DefaultButton;
+        painter.save();
+        PaintButtonFace(painter, option.rect, buttons_, option.palette.color(QPalette::Highlight),
+                        {IsDown(option), bool(option.state & State_Enabled && option.state & State_MouseOver),
+                         standing || option.state & State_HasFocus});
+        painter.restore();
     }
 
-    void PaintMenuBarItem(const QStyleOptionMenuItem& item, QPainter& painter, const QWidget* widget) const {
+    void PaintMenuBarItem(const QStyleOptionMenuItem& item, QPainter& painter) const {
         painter.fillRect(item.rect, item.palette.window());
         const bool active = item.state & (State_Selected | State_Sunken) && item.state & State_Enabled;
         if (active) {
-            const QRect face = item.rect.adjusted(1, 2, -1, -3);
+            const QRect face = item.rect.adjusted(1, 2, -1, -2);
             const QColor color = item.palette.color(QPalette::Highlight);
             PaintBox(painter, face, color, color);
         }
         drawItemText(&painter, item.rect, Qt::AlignCenter | Qt::TextShowMnemonic, item.palette,
                      item.state & State_Enabled, item.text,
                      active ? QPalette::HighlightedText : QPalette::WindowText);
-        Q_UNUSED(widget);
     }
 
     static QRect ScrollBarPart(const QStyleOptionSlider& bar, SubControl part) {
@@ -251,7 +267,7 @@ class SkinStyle : public QProxyStyle {
         }
     }
 
-    static void PaintScrollBar(const QStyleOptionSlider& bar, QPainter& painter, const QWidget*) {
+    static void PaintScrollBar(const QStyleOptionSlider& bar, QPainter& painter) {
         painter.fillRect(bar.rect, bar.palette.color(QPalette::Base));
         if (bar.maximum <= bar.minimum) return;
         const QRectF slider = QRectF(ScrollBarPart(bar, SC_ScrollBarSlider)).adjusted(3, 3, -3, -3);
@@ -263,6 +279,8 @@ class SkinStyle : public QProxyStyle {
         painter.drawRoundedRect(slider, 3, 3);
         painter.restore();
     }
+
+    PicturePair buttons_;
 };
 
 }  // namespace
@@ -273,6 +291,13 @@ void UseSkinStyle(QApplication& application) {
     font.setPixelSize(kFontPixels);
     QApplication::setFont(font);
     QApplication::setStyle(new SkinStyle);
+    SetStyleSkin(PlainSkin());
+}
+
+void SetStyleSkin(const Skin& skin) {
+    if (auto* style = dynamic_cast<SkinStyle*>(QApplication::style()))
+        style->SetButtons(skin.ForTag("Button"));
+    QApplication::setPalette(skin.Palette());
 }
 
 }  // namespace norvelis::ui

@@ -33,10 +33,10 @@ ui::mdiMainMenu* Frame() {
     return nullptr;
 }
 
-/// Once the main frame stands.
+/// Once the main frame stands and its start, which turns the event loop too, is over.
 void WhenStarted(std::function<void(ui::mdiMainMenu&)> act) {
     QTimer::singleShot(20, [act = std::move(act)] {
-        if (auto* frame = Frame(); frame && frame->Find(Screen::Treeview)) {
+        if (auto* frame = Frame(); frame && frame->Find(Screen::Treeview) && !frame->Busy()) {
             act(*frame);
         } else {
             WhenStarted(act);

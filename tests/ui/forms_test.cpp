@@ -7,6 +7,7 @@
 #include <QToolButton>
 
 #include "ui/fb_tray_icon.h"
+#include "ui/set_directory.h"
 #include "ui/vbal_progress_bar.h"
 #include "ui_app.h"
 
@@ -40,6 +41,16 @@ TEST_F(FormsTest, AFormIsMovedByItsBackgroundAndComesBackToItsPlace) {
     EXPECT_LE(settings->y(), ui.frame->Area().height() - 40);
     QTest::mouseClick(settings->findChild<QWidget*>("imgRestore"), Qt::LeftButton);
     EXPECT_EQ(settings->pos(), place);
+}
+
+TEST_F(FormsTest, OnALowDisplayAFormStandsWholeInTheFrame) {
+    const int around = ui.frame->height() - ui.frame->Area().height();
+    for (const auto& [room, top] : {std::pair(520, 10), std::pair(400, 0), std::pair(600, 33)}) {
+        ui.frame->resize(ui.frame->width(), room + around);
+        UiApp::Settle();
+        settings->Place();
+        EXPECT_EQ(settings->y(), top) << room;
+    }
 }
 
 TEST_F(FormsTest, MinimisedFormsWaitInTheStatusBar) {
@@ -120,7 +131,11 @@ TEST_F(FormsTest, TheKeyboardGoesRoundInsideAFormAndFromFormToForm) {
 }
 
 TEST_F(FormsTest, EveryControlThatTheKeyboardReachesHasANameForScreenReaders) {
-    for (const Form* form : {tree, settings}) {
+    ui.Choose("mnu_about");
+    const setDirectory picker(*ui.frame, setDirectory::Picks::File);
+    for (const Form* form :
+         std::initializer_list<const Form*>{tree, settings, ui.frame->Area().Active(), &picker}) {
+        EXPECT_FALSE(form->accessibleName().isEmpty());
         for (const QWidget* control : form->findChildren<QWidget*>()) {
             if (!(control->focusPolicy() & Qt::TabFocus) || control->objectName().startsWith("qt_")) continue;
             if (control->objectName().isEmpty()) continue;

@@ -81,6 +81,16 @@ TEST_F(FrameTest, EntriesOpenTheirScreensOrSayThatThereIsNone) {
     }
 }
 
+TEST_F(FrameTest, TheMenuIsReachedByItsUnderlinedLetters) {
+    ui.frame->activateWindow();
+    QTest::keyClick(ui.frame.get(), Qt::Key_S, Qt::AltModifier);
+    QWidget* menu = QApplication::activePopupWidget();
+    ASSERT_EQ(menu, ui.Find<QMenu>("mnuOptions"));
+    QTest::keyClick(menu, Qt::Key_Return);
+    UiApp::Settle();
+    EXPECT_TRUE(IsOpen(Screen::Settings));
+}
+
 TEST_F(FrameTest, PrinterSetUpMayBeCancelled) {
     bool shown = false;
     WhenWaiting([&](QWidget& waiting) {
@@ -212,23 +222,41 @@ TEST_F(FrameTest, ExtractionRunsToItsEndWhileTheWindowLives) {
 }
 
 TEST_F(FrameTest, ClosingInTheMiddleOfAnExtractionWaitsForItsEnd) {
-    bool closed = false;
-    QTimer::singleShot(0, [&] {
-        EXPECT_TRUE(ui.frame->Busy());
-        closed = ui.frame->close();
-    });
-    ui.host.during = [](const Message&) { QApplication::processEvents(); };
-    ui.frame->RunLong([&] {
-        ui.host.MessageBox("A turn of the event loop");
+    auto* status = ui.Find<QLabel>("lblStatus");
+    bool asked = false;
+    QTimer person;
+    QObject::connect(&person, &QTimer::timeout, [&] {
+        if (asked || !ui.frame->Busy() || !status->text().startsWith("Extracting Record: ")) return;
+        asked = true;
+        EXPECT_FALSE(ui.frame->close());
         EXPECT_TRUE(ui.frame->isVisible());
-        setdiagramcolor(ui.app, "True");
+        EXPECT_EQ(ui.frame->statusBar()->currentMessage(),
+                  "The window closes when the running command has ended.");
     });
-    UiApp::Settle();
-    EXPECT_FALSE(closed);
+    person.start(0);
+    ui.host.everyTurn = true;
+    ui.Choose("mnu_Classic_Extract_Report");
+    EXPECT_TRUE(asked);
+    EXPECT_THAT(ui.host.messages.back().text, ::testing::StartsWith("Done Extracting Records"));
     EXPECT_FALSE(ui.frame->isVisible());
     EXPECT_FALSE(ui.app.gConnection);
     ui.SetGoodSettings();
-    EXPECT_EQ(getdiagramcolor(ui.app), "True");
+    EXPECT_EQ(ui.app.gConnection->Count("Select count(*) FROM Record_Details"), 14);
+}
+
+TEST_F(FrameTest, AWaitingCloseThatIsCancelledIsForgotten) {
+    ui.Choose("mnuColors");
+    ui.Click("imgBackSelected3");
+    ui.host.answers = {Answer::Cancel, Answer::No};
+    ui.frame->RunLong([&] { ui.frame->close(); });
+    UiApp::Settle();
+    EXPECT_TRUE(ui.frame->isVisible());
+    EXPECT_EQ(ui.frame->statusBar()->currentMessage(), "");
+    ui.frame->RunLong([] {});
+    UiApp::Settle();
+    EXPECT_THAT(ui.host.TakeTexts(), ElementsAre("Save changes before exiting?"));
+    EXPECT_TRUE(ui.frame->isVisible());
+    ui.frame->close();
 }
 
 TEST_F(FrameTest, ASecondLongCommandDoesNotStart) {
@@ -247,15 +275,6 @@ TEST_F(FrameTest, AFailureThatNoHandlerTookEndsTheProgram) {
     ui.Choose("mnu_Classic_Extract_Report");
     EXPECT_THAT(ui.failures, ElementsAre(::testing::HasSubstr("Input past end of file")));
     EXPECT_FALSE(ui.frame->Busy());
-}
-
-TEST_F(FrameTest, AStoreThatASecondProgramHoldsIsSharedOrRefusedInWords) {
-    auto second = Connection::Open(ConnectionString(ui.folder.Path("Database/records.mdb")));
-    EXPECT_EQ(second->Count("Select count(*) FROM ApplicationSetting where settingname = 'ReportLocation'"),
-              1);
-    ui.Choose("mnu_Classic_Extract_Report");
-    EXPECT_GT(second->Count("Select count(*) FROM Record_Details"), 0);
-    EXPECT_TRUE(ui.failures.empty());
 }
 
 }  // namespace

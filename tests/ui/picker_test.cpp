@@ -62,6 +62,24 @@ TEST_F(PickerTest, AClickOnAFileStoresTheReportAndClosesThePicker) {
     EXPECT_EQ(ui.Ini("setDirectory", "Width"), "");
 }
 
+TEST_F(PickerTest, TheKeyboardAlonePicksAReport) {
+    WhenWaiting([&](QWidget& picker) {
+        // The platform gives the keyboard to a new window when it comes to it.
+        EXPECT_TRUE(QTest::qWaitFor([&] { return picker.isAncestorOf(QApplication::focusWidget()); }));
+        std::vector<QString> reached;
+        for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Down, Qt::Key_Return}) {
+            reached.push_back(QApplication::focusWidget()->objectName());
+            QTest::keyClick(QApplication::focusWidget(), key);
+        }
+        EXPECT_THAT(reached, ElementsAre("Drive1", "Dir1", "File1", "File1"));
+        EXPECT_FALSE(picker.isVisible());
+        picker.close();
+    });
+    ui.Click("Changerpt");
+    EXPECT_THAT(ui.host.TakeTexts(),
+                ElementsAre("IDMS report file has been set to:\r\n" + getreportlocation(ui.app)));
+}
+
 TEST_F(PickerTest, EveryChangeOfFolderIsStoredUntilTheWindowIsClosed) {
     WhenWaiting([&](QWidget& picker) {
         QListWidget& folders = List(picker, "Dir1");

@@ -265,6 +265,7 @@ TEST_F(SettingsScreenTest, CancelKeepsTheFrameToo) {
     ui.host.answers = {Answer::Cancel};
     EXPECT_FALSE(ui.frame->close());
     EXPECT_TRUE(ui.frame->isVisible());
+    EXPECT_TRUE(ui.frame->Find(Screen::Treeview)->isVisible()) << "all screens stay";
     EXPECT_TRUE(ui.app.gConnection);
     ui.host.answers = {Answer::No};
     ui.frame->close();

@@ -113,8 +113,9 @@ struct UiApp {
     std::string Log() const { return ReadFile(folder.Path("INI/ProcessLog.Txt")); }
 };
 
-/// Once a window waits for an answer, `act` gets it, in the middle of whatever called it.
-inline void WhenWaiting(std::function<void(QWidget&)> act, int patience = 200) {
+/// Once a window waits for an answer, `act` gets it, in the middle of whatever called it. The patience is for
+/// a window that never comes, and long enough for a machine with other work.
+inline void WhenWaiting(std::function<void(QWidget&)> act, int patience = 6000) {
     QTimer::singleShot(5, [act = std::move(act), patience] {
         if (QWidget* waiting = QApplication::activeModalWidget()) {
             act(*waiting);
@@ -122,6 +123,7 @@ inline void WhenWaiting(std::function<void(QWidget&)> act, int patience = 200) {
             WhenWaiting(act, patience - 1);
         } else {
             ADD_FAILURE() << "no window waits";
+            QApplication::exit(1);
         }
     });
 }

@@ -54,7 +54,7 @@ void PaintCheck(QPainter& painter, const Theme& theme, bool on) {
     painter.fillRect(area, theme.body);
     const double round = theme.bevelled ? 1 : 3.5;
     const bool filled = on && !theme.bevelled;
-    painter.setPen(QPen(on ? theme.accent : theme.buttonBorder, 1));
+    painter.setPen(QPen(on ? theme.accent : theme.markBorder, 1));
     painter.setBrush(filled ? theme.accent : MarkBack(theme));
     painter.drawRoundedRect(area.adjusted(1.5, 1.5, -1.5, -1.5), round, round);
     if (!on) return;
@@ -66,7 +66,7 @@ void PaintCheck(QPainter& painter, const Theme& theme, bool on) {
 void PaintRadio(QPainter& painter, const Theme& theme, bool on) {
     const QRectF area(0, 0, kMark.width(), kMark.height());
     painter.fillRect(area, theme.body);
-    painter.setPen(QPen(on ? theme.accent : theme.buttonBorder, on && !theme.bevelled ? 1.5 : 1));
+    painter.setPen(QPen(on ? theme.accent : theme.markBorder, on && !theme.bevelled ? 1.5 : 1));
     painter.setBrush(MarkBack(theme));
     painter.drawEllipse(area.adjusted(2, 2, -2, -2));
     if (!on) return;

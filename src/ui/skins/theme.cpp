@@ -22,6 +22,7 @@ Theme Daylight() {
     theme.accent = Hex(0x1F6FC4);
     theme.buttonTop = theme.buttonBottom = Hex(0xFFFFFF);
     theme.buttonBorder = Hex(0xBCC8D5);
+    theme.markBorder = Hex(0x7D8DA0);
     theme.frameTop = Hex(0xE7EDF4);
     theme.frameBottom = Hex(0xCFDBE8);
     theme.frameMotif = Hex(0x9FB4CA);
@@ -47,6 +48,7 @@ Theme Midnight() {
     theme.accent = Hex(0x3D8BE6);
     theme.buttonTop = theme.buttonBottom = Hex(0x2C3744);
     theme.buttonBorder = Hex(0x46556A);
+    theme.markBorder = Hex(0x76879D);
     theme.frameTop = Hex(0x161B22);
     theme.frameBottom = Hex(0x0E1217);
     theme.frameMotif = Hex(0x2F3D4E);
@@ -74,6 +76,7 @@ Theme Classic() {
     theme.buttonTop = Hex(0xFDFCFA);
     theme.buttonBottom = Hex(0xD6D1C6);
     theme.buttonBorder = Hex(0x7D8797);
+    theme.markBorder = Hex(0x6C7789);
     theme.frameTop = Hex(0x8FA5C2);
     theme.frameBottom = Hex(0x5D789C);
     theme.frameMotif = Hex(0xB9C9DD);
@@ -98,6 +101,7 @@ Theme Plain() {
     theme.accent = Hex(0x4A6785);
     theme.buttonTop = theme.buttonBottom = Hex(0xFBFBFB);
     theme.buttonBorder = Hex(0xB4B4B4);
+    theme.markBorder = Hex(0x858585);
     theme.frameTop = Hex(0xDADCDE);
     theme.frameBottom = Hex(0xC6C9CC);
     theme.frameMotif = Hex(0xA9AEB4);

@@ -17,6 +17,7 @@ struct Theme {
     QColor glyph;  ///< Signs on the window buttons.
     QColor accent;
     QColor buttonTop, buttonBottom, buttonBorder;
+    QColor markBorder;  ///< Of check boxes and radio buttons, which are nothing but their border when off.
     QColor frameTop, frameBottom, frameMotif;  ///< The main frame's background.
 
     // What the .Ini tells.
