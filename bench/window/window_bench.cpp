@@ -118,6 +118,7 @@ void LargeTree() {
     Measure("the same again, refreshed", [&] { windows.frame->loadtreeform(); });
     Measure("all branches closed", [&] { windows.Tview().CollapseAll(); });
     Measure("all branches opened", [&] { windows.Tview().ExpandAll(); });
+    Measure("letters of a name that is not there", [&] { QTest::keyClicks(&windows.Tview(), "zz"); });
     Measure("a click on a record opens the isolate screen", [&] { emit windows.Tview().NodeClicked(1); });
     Measure("a click on its schema isolates all of it", [&] { emit windows.Tview().NodeClicked(0); });
 }

@@ -32,6 +32,22 @@ bool MayFollow(const QUrl& url) {
     return scheme == "http" || scheme == "https" || scheme == "mailto" || scheme == "file";
 }
 
+double ScaleToFit(QSizeF page, QSize control) {
+    const double across = (control.width() - 2 * kMargin) / page.width(),
+                 down = (control.height() - 2 * kMargin) / page.height();
+    return std::max(std::min(across, down), 1e-6);
+}
+
+/// Has the picture paint its whole page as it will be seen first, so that it is ready to be shown.
+void PaintAhead(DrawingPicture& picture, QSize control, double pixelRatio) {
+    const double scale = ScaleToFit(picture.PageSize(), control);
+    const QRect page = QRectF(QPointF(), picture.PageSize() * scale).toAlignedRect();
+    QImage image(page.size() * pixelRatio, QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(pixelRatio);
+    QPainter painter(&image);
+    picture.Paint(painter, page, scale, pixelRatio);
+}
+
 }  // namespace
 
 DrawingControl2::DrawingControl2(const QString& name, OpenDrawing open, QWidget* parent)
@@ -60,7 +76,9 @@ void DrawingControl2::SetSrc(const QString& path) {
         loader_.Forget();
         Show({});
     } else {
-        loader_.Load(src_);
+        loader_.Load(src_, [size = size(), ratio = devicePixelRatioF()](DrawingPicture& picture) {
+            PaintAhead(picture, size, ratio);
+        });
         slow_.start();
     }
 }
@@ -88,11 +106,7 @@ double DrawingControl2::Zoom() const {
 }
 
 double DrawingControl2::FitScale() const {
-    if (!picture_) return 1;
-    const QSizeF page = picture_->PageSize();
-    const double across = (width() - 2 * kMargin) / page.width(),
-                 down = (height() - 2 * kMargin) / page.height();
-    return std::max(std::min(across, down), 1e-6);
+    return picture_ ? ScaleToFit(picture_->PageSize(), size()) : 1;
 }
 
 void DrawingControl2::Fit() {

@@ -7,9 +7,12 @@ namespace norvelis::ui {
 
 namespace {
 
-DrawingLoader::Result Read(const OpenDrawing& open, const QString& path) {
+DrawingLoader::Result Read(const OpenDrawing& open, const QString& path,
+                           const DrawingLoader::Prepare& prepare) {
     try {
-        return {open(path), {}};
+        auto picture = open(path);
+        prepare(*picture);
+        return {std::move(picture), {}};
     } catch (const std::exception& failure) {
         return {nullptr, QString::fromUtf8(failure.what())};
     }
@@ -25,8 +28,9 @@ DrawingLoader::~DrawingLoader() {
     delete thread_;
 }
 
-void DrawingLoader::Load(const QString& path) {
+void DrawingLoader::Load(const QString& path, Prepare prepare) {
     wanted_ = path;
+    prepare_ = std::move(prepare);
     askedAgain_ = thread_ != nullptr;
     if (!thread_) Start();
 }
@@ -36,9 +40,9 @@ void DrawingLoader::Forget() {
 }
 
 void DrawingLoader::Start() {
-    reading_ = *wanted_;
     askedAgain_ = false;
-    thread_ = QThread::create([this] { result_ = Read(open_, reading_); });
+    thread_ = QThread::create(
+        [this, path = *wanted_, prepare = prepare_] { result_ = Read(open_, path, prepare); });
     connect(thread_, &QThread::finished, this, &DrawingLoader::Finished);
     thread_->start();
 }

@@ -23,7 +23,10 @@ class DrawingLoader : public QObject {
     explicit DrawingLoader(OpenDrawing open);
     ~DrawingLoader() override;  ///< Waits for a file that is being read.
 
-    void Load(const QString& path);
+    /// What is done with a picture before it is handed over, in the same thread.
+    using Prepare = std::function<void(DrawingPicture&)>;
+
+    void Load(const QString& path, Prepare prepare);
     void Forget();  ///< What was asked for is not wanted any more.
     bool Loading() const { return wanted_.has_value(); }
 
@@ -39,7 +42,7 @@ class DrawingLoader : public QObject {
 
     OpenDrawing open_;
     std::optional<QString> wanted_;
-    QString reading_;
+    Prepare prepare_;
     bool askedAgain_ = false;  ///< While it reads.
     QThread* thread_ = nullptr;
     Result result_;

@@ -11,7 +11,8 @@ class QPainter;
 
 namespace norvelis::ui {
 
-/// A drawing file made ready to be shown. Places are in page units, y downwards from the upper left corner.
+/// A drawing file made ready to be shown; made and first painted in a thread of its own, used by one thread
+/// at a time. Places are in page units, y downwards from the upper left corner.
 class DrawingPicture {
   public:
     struct Shape {

@@ -69,6 +69,21 @@ QVariant RecordTreeModel::data(const QModelIndex& index, int role) const {
     }
 }
 
+// Few texts stand on many lines: each is compared once.
+QModelIndexList RecordTreeModel::match(const QModelIndex& start, int, const QVariant& typed, int,
+                                       Qt::MatchFlags) const {
+    std::vector<bool> begins(Tree().TextCount());
+    for (RecordTree::TextId text = 0; text < begins.size(); ++text) {
+        begins[text] =
+            QString::fromStdString(Tree().TextOf(text)).startsWith(typed.toString(), Qt::CaseInsensitive);
+    }
+    for (int i = 0, count = rowCount(); i < count; ++i) {
+        const QModelIndex line = index((start.row() + i) % count);
+        if (begins[Tree().TextIdOf(NodeOf(line))]) return {line};
+    }
+    return {};
+}
+
 QString RecordTreeModel::Spoken(NodeIndex node) const {
     QString text =
         QString("%1, level %2").arg(QString::fromStdString(Tree().Text(node))).arg(Tree().Level(node));

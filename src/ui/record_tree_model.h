@@ -35,6 +35,10 @@ class RecordTreeModel : public QAbstractListModel {
 
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
+    /// The next line from `start` on, round the end, whose text begins with `typed`: where typed letters
+    /// lead.
+    QModelIndexList match(const QModelIndex& start, int role, const QVariant& typed, int hits,
+                          Qt::MatchFlags flags) const override;
 
   private:
     QString Spoken(NodeIndex node) const;

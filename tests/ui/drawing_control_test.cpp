@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QSignalSpy>
 #include <QTest>
+#include <QThread>
 #include <QWheelEvent>
 #include <fstream>
 #include <mutex>
@@ -123,6 +124,36 @@ TEST_F(DrawingControlTest, ALargeFileDoesNotHoldUpTheWindowAndTheLastOneAskedFor
     UntilShown(slow);
     slow.SetSrc("large.vsd");
     mayEnd.release();  // The control may go while a file is being read.
+}
+
+TEST_F(DrawingControlTest, WhatIsSeenFirstIsPaintedBeforeTheWindowHasToPaintIt) {
+    struct Painted {
+        QThread* thread;
+        double scale;
+    };
+    std::vector<Painted> paints;
+    class Counting : public OneBox {
+      public:
+        explicit Counting(std::vector<Painted>& paints) : paints_(paints) {}
+        void Paint(QPainter& painter, const QRect& view, double scale, double ratio) override {
+            paints_.push_back({QThread::currentThread(), scale});
+            OneBox::Paint(painter, view, scale, ratio);
+        }
+
+      private:
+        std::vector<Painted>& paints_;
+    };
+    DrawingControl2 shown(
+        "DrawingControl2", [&](const QString&) { return std::make_unique<Counting>(paints); }, nullptr);
+    shown.resize(500, 400);
+    shown.show();
+    shown.SetSrc(File());
+    UntilShown(shown);
+    shown.grab();
+    ASSERT_GE(paints.size(), 2u);
+    EXPECT_NE(paints.front().thread, QThread::currentThread());
+    EXPECT_EQ(paints.back().thread, QThread::currentThread());
+    EXPECT_EQ(paints.front().scale, paints.back().scale);
 }
 
 TEST_F(DrawingControlTest, WhatCanNotBeShownSaysWhyAndHarmsNothing) {

@@ -163,6 +163,9 @@ TEST_F(TreeScreenTest, AMissingStoreIsSaidAtLoadAndTheScreenStays) {
     ui.frame->OpenScreen(Screen::Treeview, false);
     EXPECT_THAT(ui.host.TakeTexts(), ElementsAre("Please locate and extract IDMS Report File."));
     EXPECT_THAT(ui.Log(), HasSubstr("DB missing....."));
+    EXPECT_THAT(ui.Log(), HasSubstr("Completed without errors....."));
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+    EXPECT_EQ(ui.Find<cTreeView>("Tview")->Tree().Size(), 0u);
     EXPECT_TRUE(ui.frame->Find(Screen::Treeview)->isVisibleTo(ui.frame.get()));
 }
 
