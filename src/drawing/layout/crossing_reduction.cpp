@@ -35,7 +35,7 @@ class Reducer {
     Reducer(Layers& layers, Effort effort)
         : layers_(layers),
           blocks_(layers),
-          mostWork_((2'000'000 + 30'000 * static_cast<std::int64_t>(blocks_.Size())) /
+          mostWork_((4'000'000 + 10'000 * static_cast<std::int64_t>(blocks_.Size())) /
                     (effort == Effort::Trial ? 4 : 1)) {}
 
     void Run() {
