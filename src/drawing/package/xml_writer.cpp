@@ -49,7 +49,10 @@ std::string NumberText(double value) {
     return {digits, end};
 }
 
-XmlWriter::XmlWriter() : xml_("<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n") {}
+XmlWriter::XmlWriter(std::size_t room) {
+    xml_.reserve(room);
+    xml_ = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n";
+}
 
 XmlWriter& XmlWriter::Open(std::string_view element) {
     EndTag();
