@@ -70,8 +70,8 @@ QBoxLayout* frm_Treeview::ProgressRow() {
     row->setSpacing(kGap);
     row->addWidget(lblFile_, 1);
     row->addWidget(lblStatus_);
-    row->addWidget(vbalProgressBar1_, 1);
-    row->addWidget(vbalProgressBar3_, 1);
+    row->addWidget(vbalProgressBar1_, 3);
+    row->addWidget(vbalProgressBar3_, 3);
     return row;
 }
 
