@@ -2,6 +2,7 @@
 
 #include <QHBoxLayout>
 #include <QShortcut>
+#include <functional>
 
 #include "browse/tree_load.h"
 #include "core/failure.h"
@@ -80,7 +81,7 @@ QBoxLayout* TreeForm::TreeButtons() {
         return [this, command] {
             hover_->Hide();
             const clsHourglass hourglass(Frame().App().host);
-            (Tview_->*command)();
+            std::invoke(command, *Tview_);
         };
     };
     connect(expand, &QPushButton::clicked, this, underWaitCursor(&cTreeView::ExpandAll));
