@@ -100,10 +100,8 @@ QLayout* frm_IsolateView::Commands() {
     QWidget* print = addButton("cmdPrint", "PRINT", "Print the diagram on show", &frm_IsolateView::Print);
     addButton("cmdEdit", "EDIT VIEW", "View larger IDMS diagram",
               [this] { ViewVisioFile::Open(Frame(), DrawingControl2_->Src()); });
-    for (QWidget* waiting : {static_cast<QWidget*>(LayoutTypes_), arrange, draw, print}) {
-        waiting->setDisabled(Frame().Busy());
-        connect(&Frame(), &mdiMainMenu::BusyChanged, waiting, &QWidget::setDisabled);
-    }
+    for (QWidget* waiting : {static_cast<QWidget*>(LayoutTypes_), arrange, draw, print})
+        Frame().DisableWhileBusy(waiting);
     return row;
 }
 

@@ -12,7 +12,7 @@ constexpr int kColumns = 4;
 }  // namespace
 
 frmToolTip::frmToolTip(QWidget* owner) : TipWindow("frmToolTip", owner) {
-    lblRecordname_ = AddLabel("lblRecordname", "Record");
+    lblRecordname_ = AddHeading("lblRecordname", "Record");
     lbltableid_ = AddLabel("lbltableid", "Record id");
     lbldn_ = AddLabel("lbldn", "Record type");
     lblreclen_ = AddLabel("lblreclen", "Length");
@@ -20,9 +20,6 @@ frmToolTip::frmToolTip(QWidget* owner) : TipWindow("frmToolTip", owner) {
     lblreckey_ = AddLabel("lblreckey", "Key");
     lblDN2_ = AddLabel("lblDN2", "Duplicates");
     lblareaname_ = AddLabel("lblareaname", "Area");
-    QFont bold = font();
-    bold.setBold(true);
-    lblRecordname_->setFont(bold);
 
     auto* box = new QGridLayout(this);
     box->setContentsMargins(1, 1, 1, 1);

@@ -5,13 +5,10 @@
 namespace norvelis::ui {
 
 frmToolTip2::frmToolTip2(QWidget* owner) : TipWindow("frmToolTip2", owner) {
-    lblRecordname_ = AddLabel("lblRecordname", "Schema");
+    lblRecordname_ = AddHeading("lblRecordname", "Schema");
     lblSchemaRelease_ = AddLabel("lblSchemaRelease", "Release");
     lblschemaVersion_ = AddLabel("lblschemaVersion", "Version");
     lblschemadate_ = AddLabel("lblschemadate", "Date");
-    QFont bold = font();
-    bold.setBold(true);
-    lblRecordname_->setFont(bold);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(9, 7, 9, 7);
     column->setSpacing(3);

@@ -80,8 +80,7 @@ QBoxLayout* frm_Treeview::DrawingColumn() {
     hover_->ShowDrawingsIn(*DrawingControl2_);
     connect(DrawingControl2_, &DrawingControl2::ShapeClicked, Tview_, &cTreeView::SelectRecord);
     LayoutTypes_ = new LayoutTypes(this);
-    LayoutTypes_->setDisabled(Frame().Busy());
-    connect(&Frame(), &mdiMainMenu::BusyChanged, LayoutTypes_, &QWidget::setDisabled);
+    Frame().DisableWhileBusy(LayoutTypes_);
     connect(LayoutTypes_, &QComboBox::activated, this, &frm_Treeview::DrawSinglePage);
     SkinButton* draw = LongCommandButton("cmdDraw", "DRAW DIAGRAM", "Draw IDMS schema in a single page");
     connect(draw, &QPushButton::clicked, this, &frm_Treeview::DrawSinglePage);

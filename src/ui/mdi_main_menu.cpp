@@ -154,6 +154,11 @@ void mdiMainMenu::RunLong(const std::function<void()>& command) {
     QTimer::singleShot(0, this, &QWidget::close);
 }
 
+void mdiMainMenu::DisableWhileBusy(QWidget* control) {
+    control->setDisabled(busy_);
+    connect(this, &mdiMainMenu::BusyChanged, control, &QWidget::setDisabled);
+}
+
 void mdiMainMenu::ColorsChanged() {
     gColorFlag_ = true;
     Timer1_.start(0);

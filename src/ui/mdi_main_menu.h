@@ -55,6 +55,7 @@ class mdiMainMenu : public QMainWindow, public MainFrame, public HostDisplay {
     /// waits for it.
     void RunLong(const std::function<void()>& command);
     bool Busy() const { return busy_; }
+    void DisableWhileBusy(QWidget* control);
 
     // The settings screen has changed something that the next tick of Timer1 brings to every open screen.
     void ColorsChanged();

@@ -26,6 +26,14 @@ QLabel* TipWindow::AddLabel(const QString& name, const QString& spoken) {
     return label;
 }
 
+QLabel* TipWindow::AddHeading(const QString& name, const QString& spoken) {
+    QLabel* heading = AddLabel(name, spoken);
+    QFont bold = font();
+    bold.setBold(true);
+    heading->setFont(bold);
+    return heading;
+}
+
 void TipWindow::ShowAt(QPoint place) {
     adjustSize();
     const QRect area = screen()->availableGeometry();

@@ -16,6 +16,7 @@ class TipWindow : public QWidget {
     TipWindow(const QString& name, QWidget* owner);
 
     QLabel* AddLabel(const QString& name, const QString& spoken);
+    QLabel* AddHeading(const QString& name, const QString& spoken);  ///< The same in bold.
     void paintEvent(QPaintEvent*) override;
 };
 

@@ -52,8 +52,7 @@ TreeForm::TreeForm(mdiMainMenu& frame, const QString& name, const QString& capti
 SkinButton* TreeForm::LongCommandButton(const QString& name, const QString& caption, const QString& toolTip) {
     auto* button = new SkinButton(name, caption, this);
     button->setToolTip(toolTip);
-    button->setDisabled(Frame().Busy());
-    connect(&Frame(), &mdiMainMenu::BusyChanged, button, &QWidget::setDisabled);
+    Frame().DisableWhileBusy(button);
     return button;
 }
 
