@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <set>
 #include <string>
 #include <vector>
@@ -23,6 +25,25 @@ inline Graph SchemaLike(int records, double setsPerRecord, std::uint64_t seed) {
     while (static_cast<double>(graph.lines.size()) < records * setsPerRecord)
         join(below(records), below(records));
     return graph;
+}
+
+/// The four cells of a row of the layout choices.
+inline Style StyleOf(int place, int depth, int route, int ext) {
+    Style style;
+    style.placeStyle = place;
+    style.placeDepth = depth;
+    style.routeStyle = route;
+    style.lineRouteExt = ext;
+    return style;
+}
+
+inline void ExpectEqual(const Placement& a, const Placement& b) {
+    EXPECT_EQ(a.centers, b.centers);
+    ASSERT_EQ(a.routes.size(), b.routes.size());
+    for (std::size_t i = 0; i < a.routes.size(); ++i) {
+        EXPECT_EQ(a.routes[i].points, b.routes[i].points);
+        EXPECT_EQ(a.routes[i].label, b.routes[i].label);
+    }
 }
 
 /// A route as it is drawn: curves as many short pieces.
