@@ -23,7 +23,7 @@
 #include "ui/frame/qt_host.h"
 #include "ui/screens/browse/frm_treeview.h"
 #include "ui/skins/skin_style.h"
-#include "ui/ui_folder.h"
+#include "testing/ui_folder.h"
 
 // What a person feels at the windows with very large schemas: how long a command takes, and for how long at
 // most the window does not answer meanwhile. The windows are the real ones, painted off screen.

@@ -19,7 +19,7 @@
 #include "ui/frame/child_area.h"
 #include "ui/frame/mdi_main_menu.h"
 #include "ui/frame/qt_host.h"
-#include "ui_folder.h"
+#include "testing/ui_folder.h"
 
 namespace norvelis::ui {
 
