@@ -8,7 +8,7 @@
 #include "extract/driver.h"
 #include "extract/report.h"
 
-namespace norvelis::ui {
+namespace norvelis::commands {
 
 namespace {
 
@@ -99,4 +99,4 @@ bool AskToExit(AppState& app) {
     return Agreed(app, "Are you sure you want to exit the system?", "Exit System...");
 }
 
-}  // namespace norvelis::ui
+}  // namespace norvelis::commands

@@ -12,7 +12,7 @@
 #include "extract/report.h"
 #include "store/connection.h"
 
-namespace norvelis::ui {
+namespace norvelis::commands {
 
 namespace {
 
@@ -159,4 +159,4 @@ void SubMain(AppState& app, MainFrame& frame) {
     if (CheckReport(app, frame)) CheckDrawingFolder(app, frame);
 }
 
-}  // namespace norvelis::ui
+}  // namespace norvelis::commands

@@ -17,9 +17,10 @@ class frmColors : public Form {
     Q_OBJECT
 
   public:
-    explicit frmColors(mdiMainMenu& frame);
+    explicit frmColors(const ScreenContext& context);
 
     void Load() override;
+    void Take(const ScreenRequest& request) override;  ///< PickReport, PickDrawingFolder.
 
     /// Let the person pick the schema report or the drawing folder; each choice is stored at once.
     void changerptfile();

@@ -10,7 +10,6 @@
 
 #include "base/paths.h"
 #include "ui/forms/window_settings.h"
-#include "ui/frame/mdi_main_menu.h"
 #include "ui/skins/art/skin_files.h"
 
 namespace norvelis::ui {
@@ -55,8 +54,8 @@ void AddItem(QListWidget* list, QStyle::StandardPixmap icon, const QString& text
 
 }  // namespace
 
-setDirectory::setDirectory(mdiMainMenu& frame, Picks picks)
-    : Form(frame, "setDirectory", picks == Picks::File ? "SELECT IDMS REPORT FILE" : "SELECT VISIO FOLDER",
+setDirectory::setDirectory(const ScreenContext& context, Picks picks)
+    : Form(context, "setDirectory", picks == Picks::File ? "SELECT IDMS REPORT FILE" : "SELECT VISIO FOLDER",
            QSize(500, 300)),
       picks_(picks) {
     Drive1_ = new QComboBox(this);
@@ -95,11 +94,11 @@ void setDirectory::LoadINISettings() {
 }
 
 void setDirectory::SaveINISettings() {
-    SavePosition(*this, Frame().App().gLocalIni);
+    SavePosition(*this, App().gLocalIni);
 }
 
 QPoint setDirectory::WaitingPlace() {
-    return SavedPosition(*this, Frame().App().gLocalIni).value_or(Form::WaitingPlace());
+    return SavedPosition(*this, App().gLocalIni).value_or(Form::WaitingPlace());
 }
 
 void setDirectory::Begin(const QString& folder) {
