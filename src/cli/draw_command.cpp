@@ -51,7 +51,7 @@ std::optional<std::string> StoredName(AppState& app, std::string_view statement,
 /// One draw: its state, and what it tells. A drawing that lacks something is no success for a script.
 class Draw {
   public:
-    Draw(Context& context, const DrawRequest& request)
+    Draw(CommandContext& context, const DrawRequest& request)
         : app_(*context.app),
           engine_(drawing::MakeDrawingEngine({app_.AppPath("\\Stencils"), app_.AppPath("\\Temp"), nullptr})),
           drawing_(app_, *app_.gConnection, *engine_, noScreen_) {
@@ -102,7 +102,7 @@ class Draw {
     std::vector<std::string> told_;
 };
 
-int RunDraw(Context& context, const DrawRequest& request) {
+int RunDraw(CommandContext& context, const DrawRequest& request) {
     context.OpenStore();
     AppState& app = *context.app;
     const auto schema = StoredName(app, "Select schemaname as name FROM Record_Details where schemaname = ?",
@@ -123,7 +123,7 @@ int RunDraw(Context& context, const DrawRequest& request) {
 
 }  // namespace
 
-void AddDraw(CLI::App& program, Context& context) {
+void AddDraw(CLI::App& program, CommandContext& context) {
     struct Words {
         std::string layout, color, background, seed;
     };
