@@ -5,8 +5,8 @@
 
 #include <algorithm>
 #include <sstream>
-#include "base/failure.h"
 
+#include "base/failure.h"
 #include "core/settings.h"
 #include "testing/test_store.h"
 #include "ui/ui_folder.h"

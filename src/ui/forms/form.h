@@ -14,7 +14,7 @@ class ProgressView;
 class WindowButton;
 
 /// The base of every screen: a borderless window drawn from a skin's pictures, with caption, minimise,
-/// restore and close. It stands inside the main frame, or as a window of its own when it waits for an answer.
+/// restore and close. It is inside the main frame, or as a window of its own when it waits for an answer.
 ///
 /// A screen makes its controls in its constructor below the caption, names them, and gives them Tags;
 /// whoever makes the screen then calls Load, which loads settings and skin, fixes the size and places it.
@@ -42,7 +42,7 @@ class Form : public QWidget {
 
     /// Moves the form; inside the main frame its caption stays within reach.
     void MoveTo(QPoint place);
-    /// Back to the place where a form stands at first.
+    /// Back to the place where a form is at first.
     virtual void Place();
 
     /// False when the form must stay: the person was asked and wants it so.

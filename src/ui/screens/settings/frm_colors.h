@@ -12,7 +12,7 @@ namespace norvelis::ui {
 class BackgroundChoice;
 class ColorSamples;
 
-/// The settings screen: skin and its colours, report, drawing folder, start-up screen, look of the diagrams.
+/// The settings screen: skin and its colors, report, drawing folder, start-up screen, look of the diagrams.
 class frmColors : public Form {
     Q_OBJECT
 

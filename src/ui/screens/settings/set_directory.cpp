@@ -18,7 +18,7 @@ namespace {
 
 constexpr int kPath = Qt::UserRole, kDepth = kPath + 1;
 
-/// Folders inside others stand further in, with their pictures.
+/// Folders inside others are further in, with their pictures.
 class Indented : public QStyledItemDelegate {
   public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -119,17 +119,17 @@ void setDirectory::FillDrives(const QString& folder) {
     Drive1_->setCurrentIndex(longest);
 }
 
-// The folders on the way to the present one, each further in, then the folders it holds.
+// The folders that lead to the present one, each further in, then the folders it holds.
 void setDirectory::FillFolders() {
     Dir1_->clear();
     File1_->clear();
-    QStringList way;
+    QStringList path;
     for (QDir dir(folder_);;) {
-        way.prepend(dir.absolutePath());
+        path.prepend(dir.absolutePath());
         if (dir.isRoot() || !dir.cdUp()) break;
     }
     int depth = 0;
-    for (const QString& step : way) {
+    for (const QString& step : path) {
         const QString name = QDir(step).isRoot() ? step : QFileInfo(step).fileName();
         AddItem(Dir1_, QStyle::SP_DirOpenIcon, name, step, depth++);
     }
