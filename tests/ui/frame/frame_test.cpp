@@ -11,7 +11,7 @@
 #include <regex>
 
 #include "ui/screens/browse/frm_treeview.h"
-#include "ui_app.h"
+#include "ui/ui_app.h"
 
 namespace norvelis::ui {
 namespace {
@@ -226,7 +226,9 @@ TEST_F(FrameTest, ClosingInTheMiddleOfAnExtractionWaitsForItsEnd) {
     bool asked = false;
     QTimer person;
     QObject::connect(&person, &QTimer::timeout, [&] {
-        if (asked || !ui.frame->Busy() || !status->text().startsWith("Extracting Record: ")) return;
+        if (asked || !ui.frame->Context().commands.Busy() ||
+            !status->text().startsWith("Extracting Record: "))
+            return;
         asked = true;
         EXPECT_FALSE(ui.frame->close());
         EXPECT_TRUE(ui.frame->isVisible());
@@ -248,24 +250,44 @@ TEST_F(FrameTest, AWaitingCloseThatIsCancelledIsForgotten) {
     ui.Choose("mnuColors");
     ui.Click("imgBackSelected3");
     ui.host.answers = {Answer::Cancel, Answer::No};
-    ui.frame->RunLong([&] { ui.frame->close(); });
+    ui.frame->Context().commands.Run({"Test", Screen::Treeview}, [&] { ui.frame->close(); });
     UiApp::Settle();
     EXPECT_TRUE(ui.frame->isVisible());
     EXPECT_EQ(ui.frame->statusBar()->currentMessage(), "");
-    ui.frame->RunLong([] {});
+    ui.frame->Context().commands.Run({"Test", Screen::Treeview}, [] {});
     UiApp::Settle();
     EXPECT_THAT(ui.host.TakeTexts(), ElementsAre("Save changes before exiting?"));
     EXPECT_TRUE(ui.frame->isVisible());
     ui.frame->close();
 }
 
-TEST_F(FrameTest, ASecondLongCommandDoesNotStart) {
-    int started = 0;
-    ui.frame->RunLong([&] {
-        ++started;
-        ui.frame->RunLong([&] { ++started; });
-    });
-    EXPECT_EQ(started, 1);
+TEST_F(FrameTest, ASecondLongCommandIsRefusedByTheNameOfTheFirst) {
+    auto* tree = ui.Find<QAbstractItemView>("Tview");
+    ui.host.during = [&](const Message& message) {
+        if (message.buttons == Buttons::YesNo) QTest::keyClick(tree, Qt::Key_F5);
+    };
+    ui.Choose("mnu_Classic_Extract_Report");
+    EXPECT_THAT(
+        ui.host.TakeTexts(),
+        ElementsAre("Are you sure you want to extract IDMS report?", "Extract IDMS Report is still running.",
+                    "Delete all dictionaries and extract report?", "Extract IDMS Report is still running.",
+                    ::testing::StartsWith("Done Extracting Records")));
+    ui.host.during = {};
+    QTest::keyClick(tree, Qt::Key_F5);
+    EXPECT_TRUE(ui.host.messages.empty());
+}
+
+TEST_F(FrameTest, ProgressIsShownByTheScreenThatTheCommandNames) {
+    ui.Choose("mnuColors");
+    auto* status = ui.Find<QLabel>("lblStatus");
+    const auto report = [&](Screen screen, const char* text) {
+        ui.frame->Context().commands.Run({"Test", screen}, [&] { ui.host.Status(text); });
+        UiApp::Settle();
+        return status->text();
+    };
+    EXPECT_EQ(report(Screen::Treeview, "seen"), "seen");
+    EXPECT_EQ(report(Screen::Settings, "a screen without bars"), "seen");
+    EXPECT_EQ(report(Screen::Listview, "a screen that is not open"), "seen");
 }
 
 TEST_F(FrameTest, AFailureThatNoHandlerTookEndsTheProgram) {
@@ -274,7 +296,7 @@ TEST_F(FrameTest, AFailureThatNoHandlerTookEndsTheProgram) {
     setreportlocation(ui.app, ui.folder.Path("cut.text"));
     ui.Choose("mnu_Classic_Extract_Report");
     EXPECT_THAT(ui.failures, ElementsAre(::testing::HasSubstr("Input past end of file")));
-    EXPECT_FALSE(ui.frame->Busy());
+    EXPECT_FALSE(ui.frame->Context().commands.Busy());
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include <QListWidget>
 
 #include "ui/screens/settings/set_directory.h"
-#include "ui_app.h"
+#include "ui/ui_app.h"
 
 namespace norvelis::ui {
 namespace {
@@ -102,7 +102,7 @@ TEST_F(PickerTest, EveryChangeOfFolderIsStoredUntilTheWindowIsClosed) {
 }
 
 TEST_F(PickerTest, ADriveSetsTheFolders) {
-    setDirectory picker(*ui.frame, setDirectory::Picks::Folder);
+    setDirectory picker(ui.frame->Context(), setDirectory::Picks::Folder);
     picker.Load();
     picker.Begin(QString::fromStdString(ui.folder.Path("Reports")));
     QString chosen;

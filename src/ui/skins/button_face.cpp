@@ -1,4 +1,4 @@
-#include "ui/controls/button_face.h"
+#include "ui/skins/button_face.h"
 
 namespace norvelis::ui {
 

@@ -4,12 +4,19 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QThread>
+#include <atomic>
+#include <chrono>
+#include <thread>
 
 #include "ui/frame/qt_host.h"
-#include "ui_app.h"
+#include "ui/ui_app.h"
 
 namespace norvelis::ui {
 namespace {
+
+using Clock = std::chrono::steady_clock;
+constexpr auto kPatience = std::chrono::seconds(60);  // For what never comes.
 
 TEST(QtHostTest, BoxesShowTextTitleIconAndButtons) {
     QtHost host;
@@ -119,6 +126,36 @@ TEST(QtHostTest, YieldTurnsTheEventLoopButNotAtEveryCall) {
     EXPECT_GE(afterFirst, 1);
     for (int i = 0; i < 1000; ++i) host.Yield();
     EXPECT_LT(turns, 1000);
+}
+
+TEST(QtHostTest, WorkInTheBackgroundLeavesTheEventLoopItsTurns) {
+    QtHost host;
+    std::atomic<int> turns = 0;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] { ++turns; });
+    timer.start(0);
+    QThread* thread = QThread::currentThread();
+    host.RunInBackground([&](std::stop_token) {
+        thread = QThread::currentThread();
+        for (const auto give = kPatience + Clock::now(); turns == 0 && Clock::now() < give;)
+            std::this_thread::yield();
+    });
+    EXPECT_NE(thread, QThread::currentThread());
+    EXPECT_GT(turns, 0);
+    EXPECT_THROW(host.RunInBackground([](std::stop_token) { throw std::runtime_error("no"); }),
+                 std::runtime_error);
+}
+
+TEST(QtHostTest, WorkInTheBackgroundLearnsThatThePersonCancels) {
+    QtHost host;
+    bool stopped = false;
+    QTimer::singleShot(0, [&] { host.Cancel(); });
+    host.RunInBackground([&](std::stop_token canceled) {
+        for (const auto give = kPatience + Clock::now(); !canceled.stop_requested() && Clock::now() < give;)
+            std::this_thread::yield();
+        stopped = canceled.stop_requested();
+    });
+    EXPECT_TRUE(stopped);
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 #include "core/settings.h"
 #include "testing/test_store.h"
 
-namespace norvelis::ui {
+namespace norvelis::commands {
 namespace {
 
 using ::testing::ElementsAre;
@@ -118,4 +118,4 @@ TEST_F(CommandsTest, LeavingIsAsked) {
 }
 
 }  // namespace
-}  // namespace norvelis::ui
+}  // namespace norvelis::commands

@@ -1,4 +1,4 @@
-#include "ui/screens/progress/frm_background.h"
+#include "ui/frame/frm_background.h"
 
 #include <QVBoxLayout>
 

@@ -12,7 +12,7 @@
 #include "ui/controls/picture_controls.h"
 #include "ui/screens/browse/frm_isolateview.h"
 #include "ui/screens/browse/screen_drawing.h"
-#include "ui_app.h"
+#include "ui/ui_app.h"
 
 namespace norvelis::ui {
 namespace {
@@ -177,7 +177,7 @@ TEST_F(IsolateViewTest, SaysWhatItLacks) {
     Press("cmdDraw");
     EXPECT_THAT(ui.host.TakeTexts(), ElementsAre("Want to View While Norvelis is drawing",
                                                  "You must have Visio installed to perform this functions"));
-    EXPECT_FALSE(ui.frame->Busy());
+    EXPECT_FALSE(ui.frame->Context().commands.Busy());
     EXPECT_EQ(Label1->text(), "CURRENT RECORD: INSTRUMENT") << "nothing is being prepared any more";
 
     std::filesystem::remove_all(ui.folder.Path("visio files"));
@@ -201,7 +201,7 @@ TEST_F(IsolateViewTest, ADrawingGrowsOnTheScreenUntilThePersonGoesOn) {
     const std::string snapshot = ui.folder.Path("7.055475.vsd");
     WriteFile(snapshot, "as far as it got");
     QString text, file;
-    ScreenDrawing draw(*ui.frame, *Tviewrec, *drawing, 0);
+    ScreenDrawing draw(ui.frame->Context(), *Tviewrec, *drawing, 0);
     draw.showText = [&](const QString& shown) { text = shown; };
     draw.showFile = [&](const QString& shown) { file = shown; };
     DrawScreen& shown = draw.State().screen;

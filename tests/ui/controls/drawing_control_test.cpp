@@ -14,7 +14,7 @@
 
 #include "base/failure.h"
 #include "testing/temporary_folder.h"
-#include "until_shown.h"
+#include "ui/until_shown.h"
 
 namespace norvelis::ui {
 namespace {

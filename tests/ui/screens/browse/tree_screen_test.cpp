@@ -10,7 +10,7 @@
 #include "ui/controls/drawing_control.h"
 #include "ui/controls/picture_controls.h"
 #include "ui/screens/browse/frm_treeview.h"
-#include "ui_app.h"
+#include "ui/ui_app.h"
 
 namespace norvelis::ui {
 namespace {
@@ -160,7 +160,7 @@ TEST_F(TreeScreenTest, LoadAndFillWriteTheirStepsToTheLog) {
 TEST_F(TreeScreenTest, AMissingStoreIsSaidAtLoadAndTheScreenStays) {
     ui.MakeFrame();
     std::filesystem::remove(ui.folder.Path("Database/records.mdb"));
-    ui.frame->OpenScreen(Screen::Treeview, false);
+    ui.host.OpenScreen(Screen::Treeview, false);
     EXPECT_THAT(ui.host.TakeTexts(), ElementsAre("Please locate and extract IDMS Report File."));
     EXPECT_THAT(ui.Log(), HasSubstr("DB missing....."));
     EXPECT_THAT(ui.Log(), HasSubstr("Completed without errors....."));
@@ -331,7 +331,7 @@ TEST_F(TreeScreenTest, AStoreThatWasOverwrittenIsSaidAndTheProgramGoesOn) {
     EXPECT_THAT(Lines(), IsEmpty());
     EXPECT_THAT(ui.host.TakeTexts(), ElementsAre(HasSubstr("the file is no dictionary store")));
     Press("cmdDraw");
-    EXPECT_FALSE(ui.frame->Busy());
+    EXPECT_FALSE(ui.frame->Context().commands.Busy());
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
     EXPECT_THAT(ui.failures, IsEmpty());
 }
@@ -412,7 +412,7 @@ TEST_F(TreeScreenTest, WhileATreeLoadsTheOldOneIsGoneAndNoSecondLoadStarts) {
     int turns = 0;
     QTimer inBetween;
     QObject::connect(&inBetween, &QTimer::timeout, [&] {
-        if (!ui.frame->Busy() || Tview->Tree().Size() > 0) return;
+        if (!ui.frame->Context().commands.Busy() || Tview->Tree().Size() > 0) return;
         ++turns;
         EXPECT_FALSE(Control<SkinButton>("cmdRefresh")->isEnabled());
         QTest::mouseClick(Tview->viewport(), Qt::LeftButton, {}, QPoint(60, 30));

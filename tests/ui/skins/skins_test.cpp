@@ -9,7 +9,7 @@
 #include "ui/forms/skins_and_colors.h"
 #include "ui/skins/art/classic_colors.h"
 #include "ui/skins/art/skin_art.h"
-#include "ui_app.h"
+#include "ui/ui_app.h"
 
 namespace norvelis::ui {
 namespace {
@@ -17,7 +17,7 @@ namespace {
 /// A form with a control of every kind that a skin dresses.
 class Wardrobe : public Form {
   public:
-    explicit Wardrobe(mdiMainMenu& frame) : Form(frame, "Wardrobe", "WARDROBE", QSize(850, 510)) {
+    explicit Wardrobe(const ScreenContext& context) : Form(context, "Wardrobe", "WARDROBE", QSize(850, 510)) {
         button = new SkinButton("button", "Press", this);
         check = new SkinCheck("check", "Check", "check", this);
         radio = new SkinRadio("radio", "Radio", "radio", this);
@@ -48,7 +48,7 @@ class SkinsTest : public ::testing::Test {
         WriteINIValue(section, key, value, SkinFile("Daylight.Ini"));
     }
     void Dress() {
-        form = new Wardrobe(*ui.frame);
+        form = new Wardrobe(ui.frame->Context());
         ui.frame->Area().Add(form, false);
         form->Load();
         ui.frame->Area().Activate(form);
@@ -72,7 +72,7 @@ TEST_F(SkinsTest, ColorsComeFromTheSkinByKindAndTag) {
     SetIni("Colors", "TextBoxBackColor", "1");
     SetIni("Colors", "TextBoxForeColor", "2");
     SetIni("Colors", "ListBoxBackColor", "3");
-    ui.frame->ColorsChanged();
+    ui.frame->Context().skin.ColorsWritten();
     UiApp::Settle();
     Dress();
     EXPECT_EQ(Of(form->label, QPalette::WindowText), QColor(255, 0, 0));
@@ -136,7 +136,7 @@ TEST_F(SkinsTest, AMissingBackgroundLeavesTheFormAsItStands) {
 
 TEST_F(SkinsTest, AChangeReachesEveryOpenForm) {
     Dress();
-    EXPECT_TRUE(ChangeSkin(*ui.frame, "Midnight"));
+    EXPECT_TRUE(ui.frame->Context().skin.ChangeTo("Midnight"));
     UiApp::Settle();
     const Theme& theme = DeliveredThemes()[1];
     EXPECT_TRUE(Near(PixelOf(form, {400, 300}), theme.body));
@@ -150,14 +150,14 @@ TEST_F(SkinsTest, AChangeThatFailsIsSaidAndTheFormerSkinStays) {
     for (const char* missing : {"ButtonDN.Jpg", "Midnight.Ini", "850x510.Jpg", "800x600.Jpg"}) {
         const std::string file = ui.folder.Path(std::string("Skins/Midnight/") + missing);
         std::filesystem::rename(file, file + ".away");
-        EXPECT_FALSE(ChangeSkin(*ui.frame, "Midnight")) << missing;
+        EXPECT_FALSE(ui.frame->Context().skin.ChangeTo("Midnight")) << missing;
         EXPECT_THAT(ui.host.TakeTexts(),
                     ::testing::ElementsAre("Unable to load this skin. Reverting back to the previous skin."));
         EXPECT_EQ(ui.app.gSkinScheme, "Daylight");
         EXPECT_TRUE(ui.app.gUseSkins);
         UiApp::Settle();
         EXPECT_TRUE(Near(PixelOf(form, {400, 300}), DeliveredThemes()[0].body));
-        EXPECT_EQ(ui.frame->GetSkin().colors, LoadColors(ui.app));
+        EXPECT_EQ(ui.frame->Context().skin.Get().colors, LoadColors(ui.app));
         std::filesystem::rename(file + ".away", file);
     }
 }

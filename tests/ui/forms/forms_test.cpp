@@ -9,7 +9,7 @@
 #include "ui/controls/fb_tray_icon.h"
 #include "ui/controls/vbal_progress_bar.h"
 #include "ui/screens/settings/set_directory.h"
-#include "ui_app.h"
+#include "ui/ui_app.h"
 
 namespace norvelis::ui {
 namespace {
@@ -132,7 +132,7 @@ TEST_F(FormsTest, TheKeyboardGoesRoundInsideAFormAndFromFormToForm) {
 
 TEST_F(FormsTest, EveryControlThatTheKeyboardReachesHasANameForScreenReaders) {
     ui.Choose("mnu_about");
-    const setDirectory picker(*ui.frame, setDirectory::Picks::File);
+    const setDirectory picker(ui.frame->Context(), setDirectory::Picks::File);
     for (const Form* form :
          std::initializer_list<const Form*>{tree, settings, ui.frame->Area().Active(), &picker}) {
         EXPECT_FALSE(form->accessibleName().isEmpty());

@@ -10,7 +10,7 @@
 #include "ui/screens/settings/color_palette.h"
 #include "ui/screens/settings/frm_colors.h"
 #include "ui/skins/art/classic_colors.h"
-#include "ui_app.h"
+#include "ui/ui_app.h"
 
 namespace norvelis::ui {
 namespace {

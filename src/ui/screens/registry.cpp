@@ -1,8 +1,8 @@
-#include "ui/frame/screens.h"
+#include "ui/screens/registry.h"
 
-#include <algorithm>
 #include <array>
 
+#include "ui/screens/about/frm_about.h"
 #include "ui/screens/browse/frm_isolateview.h"
 #include "ui/screens/browse/frm_treeview.h"
 #include "ui/screens/browse/frm_treeviewmax.h"
@@ -14,12 +14,12 @@ namespace norvelis::ui {
 namespace {
 
 template <typename T>
-Form* Make(mdiMainMenu& frame) {
-    return new T(frame);
+Form* Make(const ScreenContext& context) {
+    return new T(context);
 }
 
 // A new screen gets its line here.
-constexpr std::array<ScreenEntry, 9> kScreens = {
+constexpr std::array<ScreenEntry, 10> kScreens = {
     {{Screen::Treeview, "Record Treeview", Make<frm_Treeview>, true},
      {Screen::TreeviewMax, "Record Treeview Max", Make<frm_Treeviewmax>, true},
      {Screen::Listview, "Record Listview", nullptr, true},
@@ -28,13 +28,13 @@ constexpr std::array<ScreenEntry, 9> kScreens = {
      {Screen::ConvertSql, "IDMS to SQL", nullptr, true},
      {Screen::Scheduler, "Scheduler", nullptr, true},
      {Screen::ReportViewer, "View IDMS Report File", nullptr, false},
-     {Screen::DrawingViewer, "Drawing Viewer", Make<ViewVisioFile>, false}}};
+     {Screen::DrawingViewer, "Drawing Viewer", Make<ViewVisioFile>, false},
+     {Screen::About, "About", Make<frmAbout>, false}}};
 
 }  // namespace
 
-const ScreenEntry& EntryOf(Screen screen) {
-    return *std::find_if(kScreens.begin(), kScreens.end(),
-                         [screen](const ScreenEntry& entry) { return entry.screen == screen; });
+std::span<const ScreenEntry> AllScreens() {
+    return kScreens;
 }
 
 }  // namespace norvelis::ui

@@ -3,10 +3,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "base/failure.h"
-#include "ui_app.h"
+#include <algorithm>
+#include <sstream>
 
-namespace norvelis::ui {
+#include "base/failure.h"
+#include "core/settings.h"
+#include "testing/test_store.h"
+#include "ui/ui_folder.h"
+
+namespace norvelis::commands {
 namespace {
 
 using ::testing::ElementsAre;
@@ -29,7 +34,7 @@ class FrameOnPaper : public MainFrame {
 
 class StartUpTest : public ::testing::Test {
   protected:
-    UiFolder folder;
+    ui::UiFolder folder;
     ScriptedHost host;
     StillClock clock;
     AppState app{folder.Path(), host, clock, Random(1)};
@@ -203,39 +208,5 @@ TEST_F(StartUpTest, WithoutLocalIniOrStoreTheProgramStopsBeforeItsFrame) {
     EXPECT_FALSE(FileExists(folder.Path("Database/records.mdb"))) << "opening makes no store";
 }
 
-// The same on real windows: what stands on the screen after a start.
-TEST(StartUpOnScreen, TheTreeStandsInTheFrame) {
-    UiApp ui;
-    ui.Start();
-    EXPECT_TRUE(ui.frame->isVisible());
-    ASSERT_NE(ui.frame->Find(Screen::Treeview), nullptr);
-    EXPECT_TRUE(ui.frame->Find(Screen::Treeview)->isVisible());
-    EXPECT_EQ(ui.Find<QLabel>("version")->text(), "Norvelis - Version 1.2.3");
-    EXPECT_TRUE(ui.host.messages.empty());
-}
-
-TEST(StartUpOnScreen, AnEmptyReportOpensSettingsAndPicker) {
-    UiApp ui;
-    setreportlocation(ui.app, "");
-    std::string caption;
-    WhenWaiting([&](QWidget& waiting) {
-        caption = waiting.objectName().toStdString();
-        EXPECT_TRUE(ui.frame->Find(Screen::Settings)->isVisible());
-        waiting.close();
-    });
-    ui.Start();
-    EXPECT_EQ(caption, "setDirectory");
-    EXPECT_EQ(ui.host.messages.size(), 1U);
-    EXPECT_TRUE(ui.failures.empty());
-}
-
-TEST(StartUpOnScreen, AScreenThatIsNotThereYetIsSaidPlainly) {
-    UiApp ui;
-    setstartupform(ui.app, "Listview");
-    ui.Start();
-    EXPECT_THAT(ui.host.TakeTexts(), ElementsAre("\"Record Listview\" is not there yet."));
-    EXPECT_TRUE(ui.frame->isVisible());
-}
-
 }  // namespace
-}  // namespace norvelis::ui
+}  // namespace norvelis::commands

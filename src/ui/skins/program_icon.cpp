@@ -1,4 +1,4 @@
-#include "ui/frame/program_icon.h"
+#include "ui/skins/program_icon.h"
 
 #include <QPainter>
 #include <QPixmap>

@@ -5,16 +5,14 @@
 namespace norvelis::ui {
 
 class Form;
-class mdiMainMenu;
+struct ScreenContext;
 
 /// One screen of the program: how it is called in words and how it is made.
 struct ScreenEntry {
     Screen screen;
     const char* caption;
-    Form* (*make)(mdiMainMenu& frame);  ///< Null: it is not there yet.
-    bool kept;                          ///< Closing hides it; otherwise it is made anew next time.
+    Form* (*make)(const ScreenContext& context);  ///< Null: it is not there yet.
+    bool kept;                                    ///< Closing hides it; otherwise it is made again next time.
 };
-
-const ScreenEntry& EntryOf(Screen screen);
 
 }  // namespace norvelis::ui
