@@ -63,21 +63,6 @@ Graph FolderGraph(const std::vector<SourceFile>& sources) {
     return IncludeGraph(sources, FolderOf);
 }
 
-std::set<std::string> OnCircles(Graph graph) {
-    for (bool removed = true; removed;) {
-        std::set<std::string> used;
-        for (const auto& [name, uses] : graph) used.insert(uses.begin(), uses.end());
-        removed = std::erase_if(graph, [&](const auto& node) {
-                      return node.second.empty() || !used.contains(node.first);
-                  }) > 0;
-        for (auto& [name, uses] : graph)
-            std::erase_if(uses, [&](const std::string& other) { return !graph.contains(other); });
-    }
-    std::set<std::string> names;
-    for (const auto& [name, uses] : graph) names.insert(name);
-    return names;
-}
-
 std::set<std::string> Reachable(const Graph& graph, const std::string& from) {
     std::set<std::string> seen;
     std::vector<std::string> open = {from};
@@ -88,8 +73,14 @@ std::set<std::string> Reachable(const Graph& graph, const std::string& from) {
         for (const auto& used : node->second)
             if (seen.insert(used).second) open.push_back(used);
     }
-    seen.erase(from);
     return seen;
+}
+
+std::set<std::string> OnCircles(const Graph& graph) {
+    std::set<std::string> names;
+    for (const auto& [name, uses] : graph)
+        if (Reachable(graph, name).contains(name)) names.insert(name);
+    return names;
 }
 
 }  // namespace norvelis::architecture

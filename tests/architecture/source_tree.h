@@ -23,10 +23,9 @@ Graph FileGraph(const std::vector<SourceFile>& sources);
 /// Between the folders that hold files.
 Graph FolderGraph(const std::vector<SourceFile>& sources);
 
-/// What lies on a circle, or between two circles; empty when there is none.
-std::set<std::string> OnCircles(Graph graph);
-
-/// What `from` uses, directly or through others, without itself.
+/// What `from` uses, directly or through others; itself only when it lies on a circle.
 std::set<std::string> Reachable(const Graph& graph, const std::string& from);
+
+std::set<std::string> OnCircles(const Graph& graph);
 
 }  // namespace norvelis::architecture
