@@ -54,7 +54,7 @@ int ShowSetting(Context& context, const std::string& name, bool json) {
 }  // namespace
 
 void AddDictionaryCommands(CLI::App& program, Context& context) {
-    auto* validate = program.add_subcommand("validate", "Tell whether a file is a schema report");
+    auto* validate = program.add_subcommand("validate", "Check whether a file is a schema report");
     auto* extract = program.add_subcommand("extract", "Read a schema report into the dictionary");
     auto* dump = program.add_subcommand("dump", "Print the dictionary as one JSON object");
     auto* setting = program.add_subcommand("setting", "Show a setting, or set it");
