@@ -8,10 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "layout/place_and_route.h"
 #include "layout/dot.h"
 #include "layout/graph/graph.h"
 #include "layout/metrics.h"
+#include "layout/place_and_route.h"
 #include "layout/schema_graphs.h"
 #include "layout/svg.h"
 
@@ -21,7 +21,7 @@ namespace norvelis::layout {
 
 namespace {
 
-constexpr int leftToRight = 2;
+constexpr int kLeftToRight = 2;
 
 struct Choice {
     const char* name;
@@ -106,8 +106,8 @@ void PrintRow(const std::string& graph, const char* choice, const Drawing& drawi
         "| {} | {} | {} | {} | {} | {} | {} | {} | {} | {} | {} | {:.0f} | {:.0f} x {:.0f} | {:.0f} | {} | "
         "{:.2f} | {} |\n",
         graph, choice, q.boxOverlaps, q.boxesCrossed, q.labelCollisions, q.labelsCrossed, q.labelsAstray,
-        q.sharedPieces, q.crossings, dotCrossings, q.bends, q.length, q.width, q.height, q.Area(), areaRatio,
-        drawing.seconds, dotSeconds);
+        q.sharedSegments, q.crossings, dotCrossings, q.bends, q.length, q.width, q.height, q.Area(),
+        areaRatio, drawing.seconds, dotSeconds);
     std::fflush(stdout);
 }
 
@@ -123,10 +123,10 @@ void Compare(const Options& options) {
         for (const Choice& choice : choices) {
             if (!IsWanted(choice, options)) continue;
             const Drawing drawing = Draw(named, choice, options);
-            const bool isLayered = choice.style.placeStyle <= leftToRight;
+            const bool isLayered = choice.style.placeStyle <= kLeftToRight;
             PrintRow(named.name, choice.name, drawing,
                      options.withDot && isLayered
-                         ? DrawByDot(named.graph, choice.style.placeStyle == leftToRight, options)
+                         ? DrawByDot(named.graph, choice.style.placeStyle == kLeftToRight, options)
                          : std::nullopt);
         }
     }

@@ -31,6 +31,6 @@ void CenterContents(OpenDocument& document, Page& page);
 
 /// Moves each note that covers a box, a label, or another note to the nearest free place; one that also
 /// leaves the lines free is preferred when it is not much farther. The page grows where it must.
-void FindRoomForNotes(OpenDocument& document, Page& page);
+void FindSpaceForNotes(OpenDocument& document, Page& page);
 
 }  // namespace norvelis::drawing

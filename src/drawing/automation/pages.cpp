@@ -141,7 +141,7 @@ bool PageHandle::CenterDrawing() {
 
 bool PageHandle::PlaceNotes() {
     if (!context_.Writable()) return false;
-    context_.document->Shop().RunAside([this] { FindRoomForNotes(*context_.document, page_); });
+    context_.document->Shop().RunAside([this] { FindSpaceForNotes(*context_.document, page_); });
     return true;
 }
 

@@ -8,7 +8,7 @@ namespace norvelis::layout {
 
 namespace {
 
-/// Deep stands tighter than medium, shallow wider.
+/// Deep is tighter than medium, shallow wider.
 double DepthFactor(int placeDepth) {
     return placeDepth == 2 ? 0.9 : placeDepth == 3 ? 1.1 : 1.0;
 }

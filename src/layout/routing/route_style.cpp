@@ -39,9 +39,9 @@ RouteRule RuleOf(int routeStyle) {
         case 20:
             return {Simple, true, Left, Right};
         case 21:
-            return {.family = Simple, .levelFirst = true};
+            return {.family = Simple, .horizontalFirst = true};
         case 22:
-            return {.family = Simple, .uprightFirst = true};
+            return {.family = Simple, .verticalFirst = true};
         default:
             return {};
     }

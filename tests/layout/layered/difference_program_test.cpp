@@ -28,36 +28,36 @@ std::int64_t CostOf(const std::vector<std::int64_t>& x, const std::vector<Demand
 std::int64_t LeastCost(int variables, int limit, const std::vector<Demand>& keeps,
                        const std::vector<Demand>& pulls) {
     std::int64_t best = std::numeric_limits<std::int64_t>::max();
-    std::vector<std::int64_t> x(variables);
+    std::vector<std::int64_t> x(kVariables);
     for (;;) {
         bool isAllowed = true;
         for (const Demand& keep : keeps) isAllowed &= x[keep.to] - x[keep.from] >= keep.least;
         if (isAllowed) best = std::min(best, CostOf(x, pulls));
         int i = 0;
         while (i < variables && ++x[i] > limit) x[i++] = 0;
-        if (i == variables) return best;
+        if (i == kVariables) return best;
     }
 }
 
 TEST(DifferenceProgram, KeepsDistancesAtTheLeastCost) {
-    std::mt19937 chance(1);
-    const auto below = [&](int limit) { return static_cast<int>(chance() % static_cast<unsigned>(limit)); };
-    constexpr int variables = 5, limit = 7;
+    std::mt19937 random(1);
+    const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
+    constexpr int kVariables = 5, kLimit = 7;
     for (int round = 0; round < 60; ++round) {
         std::vector<Demand> keeps, pulls;
-        for (int i = 1; i < variables; ++i) keeps.push_back({below(i), i, below(3), 0, 0});
+        for (int i = 1; i < kVariables; ++i) keeps.push_back({below(i), i, below(3), 0, 0});
         for (int i = 0; i < 8; ++i) {
-            const int from = below(variables), to = (from + 1 + below(variables - 1)) % variables;
+            const int from = below(kVariables), to = (from + 1 + below(kVariables - 1)) % kVariables;
             const int least = below(5) - 2;
             pulls.push_back({from, to, least, least + below(3), 1 + below(4)});
         }
-        DifferenceProgram program(variables);
+        DifferenceProgram program(kVariables);
         for (const Demand& keep : keeps) program.Keep(keep.from, keep.to, keep.least);
         for (const Demand& pull : pulls) program.Pull(pull.from, pull.to, pull.least, pull.most, pull.weight);
         const std::vector<std::int64_t> x = program.Solve();
         for (const Demand& keep : keeps) ASSERT_GE(x[keep.to] - x[keep.from], keep.least);
         EXPECT_EQ(*std::min_element(x.begin(), x.end()), 0);
-        EXPECT_EQ(CostOf(x, pulls), LeastCost(variables, limit, keeps, pulls)) << "round " << round;
+        EXPECT_EQ(CostOf(x, pulls), LeastCost(kVariables, kLimit, keeps, pulls)) << "round " << round;
     }
 }
 

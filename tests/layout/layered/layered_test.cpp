@@ -1,6 +1,6 @@
-#include "layout/place_and_route.h"
 #include "layout/layered/layered.h"
 #include "layout/graph/graph.h"
+#include "layout/place_and_route.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -29,7 +29,7 @@ int RunTogether(const Placement& placement) {
     struct Run {
         double at, lo, hi;
         std::size_t line;
-        bool level;
+        bool horizontal;
     };
     std::vector<Run> runs;
     for (std::size_t line = 0; line < placement.routes.size(); ++line) {
@@ -43,7 +43,7 @@ int RunTogether(const Placement& placement) {
     int together = 0;
     for (const Run& a : runs)
         for (const Run& b : runs)
-            together += a.line < b.line && a.level == b.level && std::abs(a.at - b.at) < 1e-6 &&
+            together += a.line < b.line && a.horizontal == b.horizontal && std::abs(a.at - b.at) < 1e-6 &&
                         std::min(a.hi, b.hi) - std::max(a.lo, b.lo) > 1e-6;
     return together;
 }
@@ -57,9 +57,9 @@ int Unreadable(const Graph& graph, const Placement& placement) {
         const Rect rect =
             RectAround(placement.routes[label].label, owner.labelWidth, owner.labelHeight).Grown(-1e-6);
         for (std::size_t line = 0; line < graph.lines.size(); ++line) {
-            const std::vector<Point> way = Drawn(placement.routes[line]);
+            const std::vector<Point> path = Drawn(placement.routes[line]);
             bool hits = false;
-            for (std::size_t i = 1; i < way.size(); ++i) hits |= PieceHits(way[i - 1], way[i], rect);
+            for (std::size_t i = 1; i < path.size(); ++i) hits |= SegmentHits(path[i - 1], path[i], rect);
             count += hits != (line == label);
         }
     }
@@ -164,7 +164,7 @@ TEST(Layered, LinesOfOneOwnerShareATrunkInAnOrganisationChart) {
     EXPECT_EQ(bars.size(), 1u);
 }
 
-TEST(Layered, LinesAreLevelOrUprightAndRoundedWhereTheStyleAsksForIt) {
+TEST(Layered, LinesAreHorizontalOrVerticalAndRoundedWhereTheStyleAsksForIt) {
     const Graph graph = SchemaLike(40, 1.5, 8);
     for (const Style& style : choices) {
         for (const Route& route : PlaceAndRoute(graph, style).routes) {

@@ -10,7 +10,8 @@
 #include "base/random.h"
 #include "layout/graph/graph.h"
 
-// What every drawing must keep, checked the slow and simple way, without the indexes that the router uses.
+// What every drawing must keep, checked in the slow and simple manner, without the indexes that the router
+// uses.
 namespace norvelis::layout {
 
 /// A graph shaped like a schema: owners with up to 40 members, some sets across, labels on all lines.
@@ -47,7 +48,7 @@ inline void ExpectEqual(const Placement& a, const Placement& b) {
     }
 }
 
-/// A route as it is drawn: curves as many short pieces.
+/// A route as it is drawn: curves as many short segments.
 inline std::vector<Point> Drawn(const Route& route) {
     if (!route.curved || route.points.size() < 3) return route.points;
     std::vector<Point> drawn{route.points.front()};
@@ -65,7 +66,7 @@ inline std::vector<Point> Drawn(const Route& route) {
 
 /// The rules that a drawing breaks, in words; empty when it breaks none.
 inline std::set<std::string> BrokenRules(const Graph& graph, const Placement& placement) {
-    constexpr double touch = 1e-6;
+    constexpr double kTouch = 1e-6;
     std::set<std::string> broken;
     std::vector<Rect> boxes, labels;
     for (std::size_t i = 0; i < graph.boxes.size(); ++i)
@@ -83,21 +84,21 @@ inline std::set<std::string> BrokenRules(const Graph& graph, const Placement& pl
             if (Overlap(labels[i], labels[k])) broken.insert("a label covers a label");
     }
     for (const Route& route : placement.routes) {
-        const std::vector<Point> way = Drawn(route);
-        if (way.size() < 2) broken.insert("a line is missing");
-        for (std::size_t k = 1; k < way.size(); ++k)
+        const std::vector<Point> path = Drawn(route);
+        if (path.size() < 2) broken.insert("a line is missing");
+        for (std::size_t k = 1; k < path.size(); ++k)
             for (const Rect& box : boxes)
-                if (PieceHits(way[k - 1], way[k], box.Grown(-touch)))
+                if (SegmentHits(path[k - 1], path[k], box.Grown(-kTouch)))
                     broken.insert("a line runs through a box");
     }
     for (std::size_t i = 0; i < graph.lines.size(); ++i) {
         const auto isOnBorder = [&](Point p, int box) {
             const Rect& rect = boxes[static_cast<std::size_t>(box)];
-            return !rect.Grown(-touch).Holds(p) && rect.Grown(touch).Holds(p);
+            return !rect.Grown(-kTouch).Holds(p) && rect.Grown(kTouch).Holds(p);
         };
-        const std::vector<Point>& way = placement.routes[i].points;
-        if (way.empty() || !isOnBorder(way.front(), graph.lines[i].from) ||
-            !isOnBorder(way.back(), graph.lines[i].to))
+        const std::vector<Point>& path = placement.routes[i].points;
+        if (path.empty() || !isOnBorder(path.front(), graph.lines[i].from) ||
+            !isOnBorder(path.back(), graph.lines[i].to))
             broken.insert("a line ends off its box");
     }
     return broken;
@@ -108,12 +109,12 @@ struct LabelFaults {
     int crossed = 0, astray = 0;
 };
 inline LabelFaults FaultsOfLabels(const Graph& graph, const Placement& placement) {
-    constexpr double touch = 1e-6;
-    std::vector<std::vector<Point>> ways;
-    for (const Route& route : placement.routes) ways.push_back(Drawn(route));
-    const auto runsThrough = [](const std::vector<Point>& way, const Rect& label) {
-        for (std::size_t k = 1; k < way.size(); ++k)
-            if (PieceHits(way[k - 1], way[k], label)) return true;
+    constexpr double kTouch = 1e-6;
+    std::vector<std::vector<Point>> paths;
+    for (const Route& route : placement.routes) paths.push_back(Drawn(route));
+    const auto runsThrough = [](const std::vector<Point>& path, const Rect& label) {
+        for (std::size_t k = 1; k < path.size(); ++k)
+            if (SegmentHits(path[k - 1], path[k], label)) return true;
         return false;
     };
     LabelFaults faults;
@@ -121,12 +122,12 @@ inline LabelFaults FaultsOfLabels(const Graph& graph, const Placement& placement
         const Line& line = graph.lines[i];
         if (line.labelWidth <= 0) continue;
         const Rect label =
-            RectAround(placement.routes[i].label, line.labelWidth, line.labelHeight).Grown(-touch);
+            RectAround(placement.routes[i].label, line.labelWidth, line.labelHeight).Grown(-kTouch);
         bool crossed = false;
-        for (std::size_t k = 0; k < ways.size() && !crossed; ++k)
-            crossed = k != i && runsThrough(ways[k], label);
+        for (std::size_t k = 0; k < paths.size() && !crossed; ++k)
+            crossed = k != i && runsThrough(paths[k], label);
         faults.crossed += crossed;
-        faults.astray += !runsThrough(ways[i], label);
+        faults.astray += !runsThrough(paths[i], label);
     }
     return faults;
 }

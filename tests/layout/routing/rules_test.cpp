@@ -16,7 +16,7 @@ const Style choices[] = {StyleOf(3, 2, 2, 2), StyleOf(3, 3, 1, 1), StyleOf(3, 3,
                          StyleOf(6, 2, 0, 0)};
 
 Placement Draw(const Graph& graph, const Style& style) {
-    return RouteMakingRoom(
+    return RouteMakingSpace(
         graph, style.placeStyle == 6 ? PlaceCircular(graph, style) : PlaceRadial(graph, style), style);
 }
 

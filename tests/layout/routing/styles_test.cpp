@@ -20,7 +20,7 @@ std::vector<Route> RouteThree(int routeStyle) {
     return RouteLines(ThreeBoxes(), threeCenters, style);
 }
 
-TEST(RouteStyles, RightAnglesAreLevelOrUpright) {
+TEST(RouteStyles, RightAnglesAreHorizontalOrVertical) {
     for (const int style : {0, 1, 3, 5, 17, 21, 22, 99}) {
         for (const Route& route : RouteThree(style))
             for (std::size_t i = 1; i < route.points.size(); ++i)
@@ -29,27 +29,28 @@ TEST(RouteStyles, RightAnglesAreLevelOrUpright) {
     }
 }
 
-TEST(RouteStyles, StraightIsOnePieceTowardsTheMiddles) {
+TEST(RouteStyles, StraightIsOneSegmentTowardsTheMiddles) {
     for (const int style : {2, 9, 16}) {
-        const std::vector<Point> way = RouteThree(style)[1].points;
-        ASSERT_EQ(way.size(), 2u);
-        EXPECT_NEAR(Cross(way[1] - way[0], Point{3, 4}), 0, 1e-9);
+        const std::vector<Point> path = RouteThree(style)[1].points;
+        ASSERT_EQ(path.size(), 2u);
+        EXPECT_NEAR(Cross(path[1] - path[0], Point{3, 4}), 0, 1e-9);
     }
 }
 
 TEST(RouteStyles, SimpleBendsOnceInTheNamedOrder) {
-    const std::vector<Point> levelFirst = RouteThree(21)[1].points, uprightFirst = RouteThree(22)[1].points;
-    ASSERT_EQ(levelFirst.size(), 3u);
-    EXPECT_EQ(levelFirst[0].y, levelFirst[1].y);
-    ASSERT_EQ(uprightFirst.size(), 3u);
-    EXPECT_EQ(uprightFirst[0].x, uprightFirst[1].x);
+    const std::vector<Point> horizontalFirst = RouteThree(21)[1].points,
+                             verticalFirst = RouteThree(22)[1].points;
+    ASSERT_EQ(horizontalFirst.size(), 3u);
+    EXPECT_EQ(horizontalFirst[0].y, horizontalFirst[1].y);
+    ASSERT_EQ(verticalFirst.size(), 3u);
+    EXPECT_EQ(verticalFirst[0].x, verticalFirst[1].x);
 }
 
 TEST(RouteStyles, FlowLeavesAndArrivesOnTheNamedSides) {
     const struct {
         int style;
         Point leaves, arrives;  // from the middles of boxes above one another or side by side
-        Point way;
+        Point path;
     } cases[] = {{5, {0, -0.5}, {0, 0.5}, {0, -4}},  {12, {0, 0.5}, {0, -0.5}, {0, 4}},
                  {6, {1, 0}, {-1, 0}, {6, 0}},       {13, {-1, 0}, {1, 0}, {-6, 0}},
                  {17, {0, -0.5}, {0, 0.5}, {0, -4}}, {3, {0, -0.5}, {0, 0.5}, {0, -4}},
@@ -58,9 +59,9 @@ TEST(RouteStyles, FlowLeavesAndArrivesOnTheNamedSides) {
         Style style;
         style.routeStyle = c.style;
         const Graph graph{{{2, 1}, {2, 1}}, {{0, 1, 0.5, 0.2}}};
-        const std::vector<Point> way = RouteLines(graph, {{0, 0}, c.way}, style)[0].points;
-        EXPECT_EQ(way.front(), c.leaves) << c.style;
-        EXPECT_EQ(way.back(), c.way + c.arrives) << c.style;
+        const std::vector<Point> path = RouteLines(graph, {{0, 0}, c.path}, style)[0].points;
+        EXPECT_EQ(path.front(), c.leaves) << c.style;
+        EXPECT_EQ(path.back(), c.path + c.arrives) << c.style;
     }
 }
 
