@@ -21,27 +21,16 @@ namespace norvelis::layout {
 
 namespace {
 
-constexpr int kLeftToRight = 2;
-
 struct Choice {
     const char* name;
     Style style;
 };
 
-Style MakeStyle(int place, int depth, int route, int extension) {
-    Style style;
-    style.placeStyle = place;
-    style.placeDepth = depth;
-    style.routeStyle = route;
-    style.lineRouteExt = extension;
-    return style;
-}
-
 const Choice choices[] = {
-    {"Default", MakeStyle(1, 0, 5, 0)},           {"RadialDefault", MakeStyle(3, 2, 2, 2)},
-    {"RadialRightAngle", MakeStyle(3, 3, 1, 1)},  {"RadialSimpleVH", MakeStyle(3, 3, 22, 2)},
-    {"TopToBottom", MakeStyle(1, 1, 3, 1)},       {"LeftToRight", MakeStyle(2, 1, 1, 2)},
-    {"CircularSimpleHV", MakeStyle(6, 2, 21, 2)}, {"CircularDeep", MakeStyle(6, 2, 0, 0)},
+    {"Default", StyleOfCells(1, 0, 5, 0)},           {"RadialDefault", StyleOfCells(3, 2, 2, 2)},
+    {"RadialRightAngle", StyleOfCells(3, 3, 1, 1)},  {"RadialSimpleVH", StyleOfCells(3, 3, 22, 2)},
+    {"TopToBottom", StyleOfCells(1, 1, 3, 1)},       {"LeftToRight", StyleOfCells(2, 1, 1, 2)},
+    {"CircularSimpleHV", StyleOfCells(6, 2, 21, 2)}, {"CircularDeep", StyleOfCells(6, 2, 0, 0)},
 };
 
 struct Options {
@@ -123,11 +112,11 @@ void Compare(const Options& options) {
         for (const Choice& choice : choices) {
             if (!IsWanted(choice, options)) continue;
             const Drawing drawing = Draw(named, choice, options);
-            const bool isLayered = choice.style.placeStyle <= kLeftToRight;
-            PrintRow(named.name, choice.name, drawing,
-                     options.withDot && isLayered
-                         ? DrawByDot(named.graph, choice.style.placeStyle == kLeftToRight, options)
-                         : std::nullopt);
+            const bool leftToRight = choice.style.placeStyle == PlaceStyle::LeftToRight;
+            const bool isLayered = leftToRight || choice.style.placeStyle == PlaceStyle::TopToBottom;
+            PrintRow(
+                named.name, choice.name, drawing,
+                options.withDot && isLayered ? DrawByDot(named.graph, leftToRight, options) : std::nullopt);
         }
     }
 }

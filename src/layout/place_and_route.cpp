@@ -3,23 +3,21 @@
 #include "base/geometry.h"
 #include "layout/circular/circular.h"
 #include "layout/graph/components.h"
-#include "layout/graph/graph.h"
+#include "layout/graph/route_rule.h"
 #include "layout/layered/layered.h"
 #include "layout/packing.h"
 #include "layout/place_and_route.h"
 #include "layout/radial/radial.h"
-#include "layout/routing/route_style.h"
 #include "layout/routing/router.h"
 
 namespace norvelis::layout {
 
 namespace {
 
-constexpr int kRadialStyle = 3, kCircularStyle = 6;
-
 Placement PlaceComponent(const Graph& graph, const Style& style) {
-    if (style.placeStyle == kRadialStyle) return RouteMakingSpace(graph, PlaceRadial(graph, style), style);
-    if (style.placeStyle == kCircularStyle)
+    if (style.placeStyle == PlaceStyle::Radial)
+        return RouteMakingSpace(graph, PlaceRadial(graph, style), style);
+    if (style.placeStyle == PlaceStyle::Circular)
         return RouteMakingSpace(graph, PlaceCircular(graph, style), style);
     Placement placement = PlaceLayered(graph, style);
     if (RuleOf(style.routeStyle).family == RouteFamily::Straight)

@@ -74,7 +74,7 @@ TEST(Packing, FillsTheCornersOfGreatPartsButNotTheirInside) {
     EXPECT_FALSE(Overlap(BoundsOf(framed[0]), framed[1].front()));
 }
 
-TEST(Packing, ManyPartsOfOneSizeStandInRows) {
+TEST(Packing, ManyPartsOfOneSizeFormRows) {
     const std::vector<Part> packed = Pack(std::vector<Part>(1000, Part{{0, 0, 2.1, 1.1}}), 0.5);
     EXPECT_TRUE(AreApart(packed, 0.5));
     const Rect page = PageOf(packed);

@@ -4,8 +4,8 @@
 #include <optional>
 
 #include "drawing/arrange/page_arrangement.h"
-#include "drawing/automation/connectors.h"
 #include "drawing/formula/glue_points.h"
+#include "drawing/session/connectors.h"
 #include "layout/geometry/spatial_index.h"
 #include "layout/graph/graph.h"
 
@@ -122,7 +122,7 @@ std::vector<Point> Shifts() {
 
 /// Where the leader of a note meets the block that it explains.
 Point LeaderEnd(const Rect& box, Point from) {
-    const Point end = glue::Box{box.x0, box.y0, box.Width(), box.Height()}.BorderTowards({from.x, from.y});
+    const Point end = glue::Block{box.x0, box.y0, box.Width(), box.Height()}.BorderTowards({from.x, from.y});
     return {end.x, end.y};
 }
 

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "base/geometry.h"
-#include "drawing/automation/session.h"
+#include "drawing/session/session.h"
 #include "layout/graph/graph.h"
 
 // What the engine does with a page as a whole: placing and routing, the page's size, notes. Boxes are shapes
 // that lines may be glued to and that the layout moves; lines are connectors with a box at each end; notes
-// are shapes of the annotation master; decorations (backgrounds, titles) stand where the page is and count
+// are shapes of the annotation master; decorations (backgrounds, titles) belong to the page and count
 // for nothing.
 namespace norvelis::drawing {
 

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "layout/graph/graph.h"
+#include "layout/graph/style.h"
 #include "layout/layered/layers.h"
 
 namespace norvelis::layout {

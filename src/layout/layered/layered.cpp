@@ -3,18 +3,16 @@
 #include <algorithm>
 #include <cmath>
 
+#include "layout/graph/route_rule.h"
 #include "layout/layered/channel_routing.h"
 #include "layout/layered/coordinates.h"
 #include "layout/layered/grid.h"
 #include "layout/layered/layering.h"
 #include "layout/layered/loops.h"
-#include "layout/routing/route_style.h"
 
 namespace norvelis::layout {
 
 namespace {
-
-constexpr int kLeftToRight = 2;
 
 /// The phases work with layers from top to bottom, y growing downwards; for layers from left to right the
 /// graph is transposed before and back after.
@@ -58,7 +56,7 @@ Placement PlaceTopDown(const Graph& graph, const Style& style) {
 }  // namespace
 
 Placement PlaceLayered(const Graph& graph, const Style& style) {
-    const bool transposed = style.placeStyle == kLeftToRight;
+    const bool transposed = style.placeStyle == PlaceStyle::LeftToRight;
     Style transposedStyle = style;
     if (transposed) std::swap(transposedStyle.boxGapX, transposedStyle.boxGapY);
     Placement placement =
@@ -70,7 +68,7 @@ Placement PlaceLayered(const Graph& graph, const Style& style) {
     for (Route& route : placement.routes) {
         for (Point& point : route.points) toPage(point);
         toPage(route.label);
-        if (style.lineRouteExt == 2 && route.points.size() > 2) Round(route, style.lineGap);
+        if (style.IsCurved() && route.points.size() > 2) Round(route, style.lineGap);
     }
     return placement;
 }

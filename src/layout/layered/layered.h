@@ -1,6 +1,7 @@
 #pragma once
 
 #include "layout/graph/graph.h"
+#include "layout/graph/style.h"
 
 namespace norvelis::layout {
 

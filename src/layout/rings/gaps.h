@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "layout/graph/graph.h"
+#include "layout/graph/style.h"
 
 // How much space rings leave between boxes, so that their lines and labels find their path.
 namespace norvelis::layout {

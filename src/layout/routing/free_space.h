@@ -2,7 +2,8 @@
 
 #include <vector>
 
-#include "layout/routing/route_style.h"
+#include "base/geometry.h"
+#include "layout/graph/route_rule.h"
 
 // The page between the boxes as flat cells, as wide as the boxes let them be (the vertical decomposition of
 // computational geometry, turned by a quarter). Lines find their path from cell to cell; there are at most

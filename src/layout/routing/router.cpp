@@ -86,7 +86,7 @@ Placement DrawStraight(const Graph& graph, std::vector<Point> centers, const Sty
         for (Point& center : centers) center = center * kSpread;
     }
     std::vector<Route> routes = Finish(graph, BoxesAt(graph, bestCenters), std::move(best.paths),
-                                       std::move(best.labels), style.lineRouteExt == 2, kBendRadius);
+                                       std::move(best.labels), style.IsCurved(), kBendRadius);
     return {std::move(bestCenters), std::move(routes)};
 }
 
@@ -123,8 +123,13 @@ Sketch SketchWithRightAngles(const Graph& graph, std::vector<Rect> boxes, const 
     return sketch;
 }
 
+/// How far a drawing shrinks towards its middle, as far as distances allow.
+double SqueezeAt(PlaceDepth depth) {
+    return depth == PlaceDepth::Deep ? 0.8 : depth == PlaceDepth::Shallow ? 0.88 : 0.85;
+}
+
 Placement DrawWithRightAngles(const Graph& graph, const std::vector<Point>& centers, const Style& style) {
-    const double squeeze = style.placeDepth == 2 ? 0.8 : style.placeDepth == 3 ? 0.88 : 0.85;
+    const double squeeze = SqueezeAt(style.placeDepth);
     const auto makeSpace = [&](Sketch& sketch, double by) {
         MakeSpace(sketch, style.boxGapX, style.boxGapY, style.lineGap, by);
     };
@@ -153,32 +158,16 @@ Placement DrawWithRightAngles(const Graph& graph, const std::vector<Point>& cent
     for (auto& path : sketch.paths) path = Corners(path);
     if (!covered.empty()) PlaceLabels(sketch.boxes, graph.lines, sketch.paths, covered, labels);
     placement.routes = Finish(graph, sketch.boxes, std::move(sketch.paths), std::move(labels),
-                              style.lineRouteExt == 2, kCornerRadius);
+                              style.IsCurved(), kCornerRadius);
     return placement;
-}
-
-bool IsStraight(const Style& style) {
-    return RuleOf(style.routeStyle).family == RouteFamily::Straight;
 }
 
 }  // namespace
 
-std::vector<Route> RouteLines(const Graph& graph, const std::vector<Point>& centers, const Style& style) {
-    const std::vector<Rect> boxes = BoxesAt(graph, centers);
-    const bool curved = style.lineRouteExt == 2;
-    if (IsStraight(style)) {
-        StraightLines lines = RouteStraightLines(graph, boxes, style.lineGap);
-        return Finish(graph, boxes, std::move(lines.paths), std::move(lines.labels), curved, kBendRadius);
-    }
-    LinePaths paths = RouteOrthogonally(boxes, graph.lines, RuleOf(style.routeStyle), style.lineGap);
-    std::vector<Point> labels(graph.lines.size());
-    PlaceLabels(boxes, graph.lines, paths.points, AllLines(graph), labels);
-    return Finish(graph, boxes, std::move(paths.points), std::move(labels), curved, kCornerRadius);
-}
-
 Placement RouteMakingSpace(const Graph& graph, std::vector<Point> centers, const Style& style) {
-    return IsStraight(style) ? DrawStraight(graph, std::move(centers), style)
-                             : DrawWithRightAngles(graph, centers, style);
+    const bool straight = RuleOf(style.routeStyle).family == RouteFamily::Straight;
+    return straight ? DrawStraight(graph, std::move(centers), style)
+                    : DrawWithRightAngles(graph, centers, style);
 }
 
 }  // namespace norvelis::layout

@@ -3,8 +3,8 @@
 #include <vector>
 
 #include "layout/graph/graph.h"
+#include "layout/graph/route_rule.h"
 #include "layout/routing/line_paths.h"
-#include "layout/routing/route_style.h"
 
 namespace norvelis::layout {
 

@@ -18,7 +18,7 @@ namespace norvelis::layout {
 namespace {
 
 Layers LayersOf(const Graph& graph) {
-    return MakeLayers(graph, RanksOf(graph, SpansOf(graph, PathsToBreakCycles(graph).front())));
+    return MakeLayers(graph, RanksOf(graph, SpansOf(graph, CycleBreaks(graph).front())));
 }
 
 /// By looking at every pair of edges.

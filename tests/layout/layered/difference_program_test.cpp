@@ -28,14 +28,14 @@ std::int64_t CostOf(const std::vector<std::int64_t>& x, const std::vector<Demand
 std::int64_t LeastCost(int variables, int limit, const std::vector<Demand>& keeps,
                        const std::vector<Demand>& pulls) {
     std::int64_t best = std::numeric_limits<std::int64_t>::max();
-    std::vector<std::int64_t> x(kVariables);
+    std::vector<std::int64_t> x(variables);
     for (;;) {
         bool isAllowed = true;
         for (const Demand& keep : keeps) isAllowed &= x[keep.to] - x[keep.from] >= keep.least;
         if (isAllowed) best = std::min(best, CostOf(x, pulls));
         int i = 0;
         while (i < variables && ++x[i] > limit) x[i++] = 0;
-        if (i == kVariables) return best;
+        if (i == variables) return best;
     }
 }
 

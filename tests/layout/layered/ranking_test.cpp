@@ -19,12 +19,12 @@ Graph WithLines(int boxes, const std::vector<std::pair<int, int>>& lines) {
 }
 
 int Against(const Graph& graph) {
-    const std::vector<Reversed> paths = CycleBreaks(graph);
-    const auto countOf = [](const Reversed& path) {
-        return static_cast<int>(std::count(path.begin(), path.end(), true));
+    const std::vector<Reversed> breaks = CycleBreaks(graph);
+    const auto countOf = [](const Reversed& lines) {
+        return static_cast<int>(std::count(lines.begin(), lines.end(), true));
     };
-    for (const Reversed& path : paths) EXPECT_EQ(countOf(path), countOf(paths.front()));
-    return countOf(paths.front());
+    for (const Reversed& lines : breaks) EXPECT_EQ(countOf(lines), countOf(breaks.front()));
+    return countOf(breaks.front());
 }
 
 /// The fewest lines that run backwards in any order of the boxes.
@@ -41,14 +41,14 @@ int FewestAgainst(const Graph& graph) {
     return fewest;
 }
 
-TEST(CycleRemoval, TurnsNoLineOfAGraphWithoutCyclesAndOneOfARing) {
+TEST(CycleRemoval, ReversesNoLineOfAGraphWithoutCyclesAndOneOfARing) {
     EXPECT_EQ(Against(WithLines(4, {{3, 2}, {2, 1}, {1, 0}, {3, 0}})), 0);
     EXPECT_EQ(Against(WithLines(4, {{0, 1}, {1, 2}, {2, 3}, {3, 0}})), 1);
     EXPECT_EQ(Against(WithLines(2, {{0, 1}, {1, 0}, {0, 1}})), 1) << "the two that agree stay";
     EXPECT_EQ(Against(WithLines(1, {{0, 0}})), 0);
 }
 
-TEST(CycleRemoval, TurnsHardlyMoreThanItMust) {
+TEST(CycleRemoval, ReversesHardlyMoreThanItMust) {
     int reversed = 0, fewest = 0;
     for (std::uint64_t seed = 1; seed <= 20; ++seed) {
         Graph graph = SchemaLike(7, 2.2, seed);
@@ -59,7 +59,7 @@ TEST(CycleRemoval, TurnsHardlyMoreThanItMust) {
     EXPECT_LE(reversed, fewest + 2);
 }
 
-TEST(Ranking, OwnersStandAboveMembersAndLinesAreShort) {
+TEST(Ranking, OwnersAreAboveMembersAndLinesAreShort) {
     const Graph graph = WithLines(7, {{0, 1}, {1, 2}, {2, 3}, {0, 3}, {4, 3}, {4, 5}, {5, 6}});
     const std::vector<int> ranks = RanksOf(graph, SpansOf(graph, CycleBreaks(graph).front()));
     EXPECT_EQ(ranks, (std::vector<int>{0, 1, 2, 3, 2, 3, 4})) << "4 comes down to its member 3";

@@ -9,6 +9,7 @@
 #include "base/geometry.h"
 #include "base/random.h"
 #include "layout/graph/graph.h"
+#include "layout/graph/style.h"
 
 // What every drawing must keep, checked in the slow and simple manner, without the indexes that the router
 // uses.
@@ -29,14 +30,10 @@ inline Graph SchemaLike(int records, double setsPerRecord, std::uint64_t seed) {
     return graph;
 }
 
-/// The four cells of a row of the layout choices.
-inline Style StyleOf(int place, int depth, int route, int ext) {
-    Style style;
-    style.placeStyle = place;
-    style.placeDepth = depth;
-    style.routeStyle = route;
-    style.lineRouteExt = ext;
-    return style;
+/// A style in the message of a failed test.
+inline std::string NameOf(const Style& style) {
+    return "place " + std::to_string(static_cast<int>(style.placeStyle)) + ", route " +
+           std::to_string(static_cast<int>(style.routeStyle));
 }
 
 inline void ExpectEqual(const Placement& a, const Placement& b) {
@@ -130,6 +127,21 @@ inline LabelFaults FaultsOfLabels(const Graph& graph, const Placement& placement
         faults.astray += !runsThrough(paths[i], label);
     }
     return faults;
+}
+
+/// Pairs of segments of two lines that cross.
+inline int Crossings(const Placement& placement) {
+    int crossings = 0;
+    for (std::size_t i = 0; i < placement.routes.size(); ++i) {
+        const std::vector<Point>& a = placement.routes[i].points;
+        for (std::size_t k = 0; k < i; ++k) {
+            const std::vector<Point>& b = placement.routes[k].points;
+            for (std::size_t p = 1; p < a.size(); ++p)
+                for (std::size_t q = 1; q < b.size(); ++q)
+                    crossings += SegmentsCross(a[p - 1], a[p], b[q - 1], b[q]);
+        }
+    }
+    return crossings;
 }
 
 /// Points where more than one line meets a box.

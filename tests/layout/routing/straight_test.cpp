@@ -68,7 +68,7 @@ TEST(CornerLoops, GoAroundFreeCornersOutsideEachOther) {
     EXPECT_THAT(ends, SizeIs(12));
 }
 
-TEST(NestBends, LinesAroundOneCornerStandOutsideEachOther) {
+TEST(NestBends, LinesAroundOneCornerRunOutsideEachOther) {
     const std::vector<Rect> boxes{{0, 0, 2, 1}};
     const Point corner{2.125, 1.125};
     std::vector<std::vector<Point>> paths{

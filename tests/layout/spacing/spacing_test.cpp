@@ -54,7 +54,7 @@ TEST(ConstraintGraph, ContradictionsShrinkToWhatIsThereAndNothingElseDoes) {
     EXPECT_NEAR(places[5] - places[4], 3, 1e-9);
 }
 
-TEST(ConstraintGraph, JoinsTwoOnlyWhereBothMayStand) {
+TEST(ConstraintGraph, JoinsTwoOnlyWhereBothMayBe) {
     ConstraintGraph graph({0, 4, 6, 20});
     graph.KeepApart(0, 1, 3);
     graph.KeepApart(2, 3, 14);
@@ -63,7 +63,7 @@ TEST(ConstraintGraph, JoinsTwoOnlyWhereBothMayStand) {
     EXPECT_EQ(places[1], places[2]);
     EXPECT_GE(places[1], places[0] + 3);
     EXPECT_LE(places[2], places[3] - 14 + 1e-9);
-    EXPECT_FALSE(graph.Join(0, 3, places)) << "the others stand between";
+    EXPECT_FALSE(graph.Join(0, 3, places)) << "the others are between";
 }
 
 /// Two boxes far above two others; from each a line straight down, both crossed by a horizontal line between
@@ -79,7 +79,7 @@ Sketch Crossed() {
     return sketch;
 }
 
-TEST(LabelSpots, StandBetweenTheLinesThatCrossTheirOwn) {
+TEST(LabelSpots, AreBetweenTheLinesThatCrossTheirOwn) {
     Sketch sketch = Crossed();
     ChooseLabelSpots(sketch);
     EXPECT_THAT(CoveredLabels(sketch), IsEmpty());
@@ -97,7 +97,7 @@ TEST(LabelSpots, MoveToAnotherSegmentOnlyWhileThereIsOne) {
     std::vector<std::vector<char>> tried;
     EXPECT_TRUE(MoveLabels(sketch, {2}, tried));
     EXPECT_NE(sketch.labels[2].segment, 0);
-    EXPECT_FALSE(MoveLabels(sketch, {0}, tried)) << "it has one piece only";
+    EXPECT_FALSE(MoveLabels(sketch, {0}, tried)) << "it has one segment only";
 }
 
 TEST(MakeSpace, KeepsLinesBoxesAndLabelsApartInTheirOrder) {
@@ -161,7 +161,7 @@ TEST(Untangle, NeighboursChangePlacesWhereThatSavesCrossings) {
     sketch.paths = crossing;
     sketch.boxes.push_back({0.9, 3, 1.1, 4});
     Untangle(sketch);
-    EXPECT_EQ(sketch.paths, crossing) << "a box is in the way";
+    EXPECT_EQ(sketch.paths, crossing) << "a box bars it";
 }
 
 }  // namespace
