@@ -18,9 +18,10 @@ const std::map<std::string, std::set<std::string>> kMayUse = {
     {"extract", {"core", "store"}},
     {"browse", {"core", "store"}},
     {"diagram", {"core", "store", "browse"}},
+    {"scheduler", {"core", "store"}},
     {"drawing", {"core", "diagram"}},
     {"ui", {"core", "store", "extract", "browse", "diagram"}},
-    {"cli", {"core", "store", "extract", "browse", "diagram", "drawing"}},
+    {"cli", {"core", "store", "extract", "browse", "scheduler", "diagram", "drawing"}},
     {"desktop", {"core", "store", "extract", "browse", "diagram", "drawing", "ui"}},
 };
 

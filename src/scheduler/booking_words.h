@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "scheduler/schedule_record.h"
+
+// What a person is shown about the times before they are booked.
+namespace norvelis {
+
+/// "Sunday 5/3/2026 6:00:00 AM".
+std::string WithWeekday(DateTime moment);
+
+/// What one may not expect of a definition and of the times that are to be booked from it, a sentence each;
+/// none when there is nothing odd.
+std::vector<std::string> OddTimes(const ScheduleRecord& record, const std::vector<DateTime>& times,
+                                  DateTime now);
+
+/// A sentence when no file of this name is there (any more), else empty.
+std::string MissingReport(std::string_view path);
+
+}  // namespace norvelis
