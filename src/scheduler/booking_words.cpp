@@ -1,10 +1,7 @@
 #include "scheduler/booking_words.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-
-#include <fmt/format.h>
 
 #include "core/paths.h"
 #include "scheduler/next_time.h"
@@ -13,10 +10,9 @@ namespace norvelis {
 
 namespace {
 
-constexpr std::array<std::string_view, 10> kDayNames = {"Sunday",   "Monday", "Tuesday",  "Wednesday",
-                                                        "Thursday", "Friday", "Saturday", "Day",
-                                                        "Weekday",  "Weekend"};
-constexpr std::array<std::string_view, 5> kWeekNames = {"1st", "2nd", "3rd", "4th", "Last"};
+constexpr std::string_view kDayNames[] = {"Sunday", "Monday",   "Tuesday", "Wednesday", "Thursday",
+                                          "Friday", "Saturday", "Day",     "Weekday",   "Weekend"};
+constexpr std::string_view kWeekNames[] = {"1st", "2nd", "3rd", "4th", "Last"};
 
 bool IsMonthlyWeekday(const ScheduleRecord& record) {
     const auto week = record.Occurs_Monthly_Every_Week, day = record.Occurs_Monthly_Every_WeekDay;
@@ -62,8 +58,8 @@ bool IsOutsideHours(const ScheduleRecord& record, DateTime moment) {
 }
 
 void AddOddDefinition(const ScheduleRecord& record, std::vector<std::string>& words) {
-    const auto counted = [&](int count, std::string_view unit) {
-        if (count == 0) words.push_back(fmt::format("The number of {} is 0.", unit));
+    const auto counted = [&](int count, const std::string& unit) {
+        if (count == 0) words.push_back("The number of " + unit + " is 0.");
     };
     switch (record.Occurrence) {
         case kDaily:
@@ -85,39 +81,50 @@ void AddOddDefinition(const ScheduleRecord& record, std::vector<std::string>& wo
     if (record.Freq_Option != 0) counted(record.Freq_Every_Interval, "hours or minutes");
 }
 
+/// The first of the times that is odd, and what is odd about it.
+template <class IsOdd>
+void AddFirst(std::vector<std::string>& words, const std::vector<DateTime>& times, IsOdd isOdd,
+              const std::string& what) {
+    const auto found = std::find_if(times.begin(), times.end(), isOdd);
+    if (found != times.end()) words.push_back(WithWeekday(*found) + what);
+}
+
 }  // namespace
 
 std::string WithWeekday(DateTime moment) {
-    return std::string(kDayNames[static_cast<std::size_t>(Weekday(moment) - 1)]) + " " +
-           GeneralDateText(moment);
+    return std::string(kDayNames[Weekday(moment) - 1]) + " " + GeneralDateText(moment);
+}
+
+std::vector<std::string> OddTimes(const std::vector<DateTime>& times, DateTime now) {
+    std::vector<std::string> words;
+    if (times.empty()) words.emplace_back("Nothing is booked: the number of dates is 0.");
+    AddFirst(
+        words, times, [&](DateTime time) { return InSeconds(time) < InSeconds(now); },
+        " lies in the past and would run at once.");
+    const auto repeated = std::adjacent_find(
+        times.begin(), times.end(), [](DateTime a, DateTime b) { return InSeconds(a) == InSeconds(b); });
+    if (repeated != times.end()) words.push_back(WithWeekday(*repeated) + " comes more than once.");
+    return words;
 }
 
 std::vector<std::string> OddTimes(const ScheduleRecord& record, const std::vector<DateTime>& times,
                                   DateTime now) {
     std::vector<std::string> words;
     AddOddDefinition(record, words);
-    if (times.empty()) words.emplace_back("Nothing is booked: the number of dates is 0.");
-
-    // Each kind of oddness once, with the first time that shows it.
-    const auto first = [&](auto isOdd, std::string_view text) {
-        const auto found = std::find_if(times.begin(), times.end(), isOdd);
-        if (found != times.end()) words.push_back(fmt::format(fmt::runtime(text), WithWeekday(*found)));
-    };
-    first([&](DateTime time) { return InSeconds(time) < InSeconds(now); },
-          "{} lies in the past and would run at once.");
-    const auto repeated = std::adjacent_find(
-        times.begin(), times.end(), [](DateTime a, DateTime b) { return InSeconds(a) == InSeconds(b); });
-    if (repeated != times.end()) words.push_back(WithWeekday(*repeated) + " comes more than once.");
+    const auto odd = OddTimes(times, now);
+    words.insert(words.end(), odd.begin(), odd.end());
     if (record.Freq_Option != 0) {
-        first([&](DateTime time) { return IsOutsideHours(record, time); },
-              "{} lies outside the hours from " + GeneralDateText(record.Freq_Every_StartTime) + " to " +
-                  GeneralDateText(record.Freq_Every_EndTime) + ".");
+        AddFirst(
+            words, times, [&](DateTime time) { return IsOutsideHours(record, time); },
+            " lies outside the hours from " + GeneralDateText(record.Freq_Every_StartTime) + " to " +
+                GeneralDateText(record.Freq_Every_EndTime) + ".");
     }
     if (IsMonthlyWeekday(record)) {
         const int week = record.Occurs_Monthly_Every_Week, named = record.Occurs_Monthly_Every_WeekDay;
-        first([&](DateTime time) { return !IsNamedDay(time, week, named); },
-              fmt::format("\"{} {}\" comes out as {{}}.", kWeekNames[static_cast<std::size_t>(week)],
-                          kDayNames[static_cast<std::size_t>(named)]));
+        AddFirst(
+            words, times, [&](DateTime time) { return !IsNamedDay(time, week, named); },
+            " is what \"" + std::string(kWeekNames[week]) + " " + std::string(kDayNames[named]) +
+                "\" comes out as.");
     }
     return words;
 }

@@ -12,8 +12,12 @@ namespace norvelis {
 /// "Sunday 5/3/2026 6:00:00 AM".
 std::string WithWeekday(DateTime moment);
 
-/// What one may not expect of a definition and of the times that are to be booked from it, a sentence each;
-/// none when there is nothing odd.
+/// What one may not expect of times that are to be booked, a sentence each: none of them, a past one, one
+/// twice.
+std::vector<std::string> OddTimes(const std::vector<DateTime>& times, DateTime now);
+
+/// The same behind what one may not expect of the definition that gave the times, and of the times by it:
+/// outside its hours, not on the day that its words say.
 std::vector<std::string> OddTimes(const ScheduleRecord& record, const std::vector<DateTime>& times,
                                   DateTime now);
 

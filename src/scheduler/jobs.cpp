@@ -1,8 +1,8 @@
 #include "scheduler/jobs.h"
 
+#include <array>
+#include <charconv>
 #include <cmath>
-
-#include <fmt/format.h>
 
 #include "core/log.h"
 #include "core/text.h"
@@ -16,7 +16,9 @@ constexpr std::string_view kOneRow = "Select * FROM schedules where scheduleid =
 /// A moment as the store compares it: whole seconds, so that a job booked for this second is not yet due.
 std::string StoredDate(DateTime moment) {
     constexpr double kSecondsPerDay = 86400;
-    return fmt::format("{}", std::round(moment * kSecondsPerDay) / kSecondsPerDay);
+    std::array<char, 32> text{};
+    const double seconds = std::round(moment * kSecondsPerDay);
+    return {text.data(), std::to_chars(text.data(), text.data() + text.size(), seconds / kSecondsPerDay).ptr};
 }
 
 Job JobOf(const Recordset& row) {

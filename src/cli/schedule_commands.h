@@ -1,0 +1,10 @@
+#pragma once
+
+#include "cli/command.h"
+
+namespace norvelis::cli {
+
+void AddScheduleCommands(CLI::App& program, Context& context);  ///< schedule, with next, add and these:
+void AddJobCommands(CLI::App& schedule, Context& context);      ///< list, show, update, delete, again.
+
+}  // namespace norvelis::cli
