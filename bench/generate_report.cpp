@@ -2,7 +2,7 @@
 #include <fstream>
 #include <iostream>
 
-#include "report_generator.h"
+#include "testing/report_generator.h"
 
 /// Writes a schema report of the wanted size to a file.
 int main(int argc, char** argv) {

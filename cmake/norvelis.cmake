@@ -1,11 +1,35 @@
-# norvelis_library(core SOURCES a.cpp ... LINKS fmt::fmt ...): one room of the house as a static library. What
-# stands in LINKS is all that the room may use; headers are included as "core/text.h".
+# norvelis_library(core SOURCES a.cpp ... LINKS norvelis::store ...): one module as a static library. LINKS is all
+# that it may use: the compiler finds the headers of those modules, and of the modules that they use, and no others.
+#
+# That is so because each target has an include root of its own, build/include/<target>, which holds one link: from
+# the module's folder under src/ to its sources. Linking to a target brings its root along. A target whose sources are
+# not in the folder of its CMakeLists.txt names its folders, relative to src/: FOLDERS engine.
+function(norvelis_include_root target scope)
+    set(root ${PROJECT_BINARY_DIR}/include/${target})
+    file(REMOVE_RECURSE ${root})
+    foreach(folder IN LISTS ARGN)
+        cmake_path(GET folder PARENT_PATH parent)
+        file(MAKE_DIRECTORY ${root}/${parent})
+        file(CREATE_LINK ${PROJECT_SOURCE_DIR}/src/${folder} ${root}/${folder} SYMBOLIC)
+    endforeach()
+    target_include_directories(${target} ${scope} ${root})
+endfunction()
+
 function(norvelis_library name)
-    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
-    add_library(norvelis_${name} STATIC ${ARG_SOURCES})
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;FOLDERS" ${ARGN})
+    if(NOT ARG_FOLDERS)
+        cmake_path(RELATIVE_PATH CMAKE_CURRENT_SOURCE_DIR BASE_DIRECTORY ${PROJECT_SOURCE_DIR}/src OUTPUT_VARIABLE ARG_FOLDERS)
+    endif()
+    if(ARG_SOURCES)
+        add_library(norvelis_${name} STATIC ${ARG_SOURCES})
+        set(scope PUBLIC)
+    else()
+        add_library(norvelis_${name} INTERFACE)
+        set(scope INTERFACE)
+    endif()
     add_library(norvelis::${name} ALIAS norvelis_${name})
-    target_include_directories(norvelis_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
-    target_link_libraries(norvelis_${name} PUBLIC ${ARG_LINKS})
+    norvelis_include_root(norvelis_${name} ${scope} ${ARG_FOLDERS})
+    target_link_libraries(norvelis_${name} ${scope} ${ARG_LINKS})
 endfunction()
 
 # norvelis_test(core SOURCES text_test.cpp ... LINKS norvelis::core): one test program for one folder.
@@ -13,8 +37,18 @@ function(norvelis_test name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
     add_executable(${name}_test ${ARG_SOURCES})
     target_include_directories(${name}_test PRIVATE ${PROJECT_SOURCE_DIR}/tests)
-    target_link_libraries(${name}_test PRIVATE ${ARG_LINKS} GTest::gtest GTest::gmock GTest::gtest_main)
+    target_link_libraries(${name}_test PRIVATE ${ARG_LINKS} norvelis::testing GTest::gtest GTest::gmock GTest::gtest_main)
     target_compile_definitions(${name}_test PRIVATE NORVELIS_SOURCE="${PROJECT_SOURCE_DIR}" NORVELIS_APP="${NORVELIS_APP}")
     add_test(NAME ${name} COMMAND ${name}_test)
     set_tests_properties(${name} PROPERTIES TIMEOUT 300 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+endfunction()
+
+# norvelis_bench(extract LINKS ...): the benchmark program of one folder under bench/.
+function(norvelis_bench name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+    add_executable(${name}_bench ${name}_bench.cpp ${ARG_SOURCES})
+    target_include_directories(${name}_bench PRIVATE ${PROJECT_SOURCE_DIR}/bench)
+    target_compile_definitions(${name}_bench
+        PRIVATE NORVELIS_SOURCE="${PROJECT_SOURCE_DIR}" NORVELIS_APP="${NORVELIS_APP}")
+    target_link_libraries(${name}_bench PRIVATE ${ARG_LINKS} norvelis::testing CLI11::CLI11 fmt::fmt)
 endfunction()

@@ -5,13 +5,13 @@
 #include <string>
 #include <vector>
 
-#include "core/failure.h"
+#include "base/failure.h"
+#include "drawing/export/svg.h"
 #include "drawing/package/archive.h"
 #include "drawing/package/package.h"
 #include "drawing/package/rich_drawing.h"
 #include "drawing/render/build_scene.h"
 #include "drawing/render/open.h"
-#include "drawing/render/svg.h"
 
 using namespace norvelis;
 using namespace norvelis::drawing;

@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "extract/extraction_pair.h"
+#include "testing/extraction_pair.h"
 
 /// Any bytes as a schema report: read, extracted into a store, and compared with the literal procedure.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -4,11 +4,11 @@
 #include <QImage>
 #include <cstdio>
 
-#include "core/failure.h"
-#include "core/ini.h"
-#include "core/paths.h"
-#include "ui/skins/classic_colors.h"
-#include "ui/skins/skin_art.h"
+#include "base/failure.h"
+#include "base/ini.h"
+#include "base/paths.h"
+#include "ui/skins/art/classic_colors.h"
+#include "ui/skins/art/skin_art.h"
 
 using namespace norvelis;
 using namespace norvelis::ui;

@@ -3,11 +3,11 @@
 #include <QImage>
 #include <cstdio>
 
-#include "core/failure.h"
-#include "core/paths.h"
+#include "base/failure.h"
+#include "base/paths.h"
+#include "drawing/export/contact_sheet.h"
 #include "drawing/package/package.h"
 #include "drawing/render/build_scene.h"
-#include "drawing/render/contact_sheet.h"
 #include "drawing/render/open.h"
 #include "drawing/stencils/build.h"
 

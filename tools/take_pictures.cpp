@@ -9,18 +9,18 @@
 #include <QTimer>
 #include <cstdio>
 
+#include "commands/start_up.h"
 #include "desktop/application.h"
 #include "desktop/drawing_tools.h"
 #include "store/connection.h"
-#include "ui/c_tree_view.h"
-#include "ui/child_area.h"
-#include "ui/drawing_control.h"
-#include "ui/form.h"
-#include "ui/frm_colors.h"
-#include "ui/mdi_main_menu.h"
-#include "ui/skin_colors.h"
-#include "ui/skins_and_colors.h"
-#include "ui/start_up.h"
+#include "ui/controls/c_tree_view.h"
+#include "ui/controls/drawing_control.h"
+#include "ui/forms/form.h"
+#include "ui/forms/skins_and_colors.h"
+#include "ui/frame/child_area.h"
+#include "ui/frame/mdi_main_menu.h"
+#include "ui/screens/settings/frm_colors.h"
+#include "ui/skins/skin_colors.h"
 
 using namespace norvelis;
 using namespace norvelis::ui;

@@ -8,15 +8,15 @@
 #include <set>
 
 #include "browse/next_step.h"
+#include "core/settings.h"
 #include "diagram/draw_commands.h"
-#include "drawing/engine/drawing_engine.h"
-#include "drawing/engine/page_arrangement.h"
+#include "drawing/arrange/page_arrangement.h"
+#include "drawing/automation/create_engine.h"
 #include "drawing/package/package.h"
 #include "extract/driver.h"
 #include "layout/dot.h"
-#include "report_generator.h"
-#include "store/settings.h"
-#include "test_store.h"
+#include "testing/report_generator.h"
+#include "testing/test_store.h"
 
 // How long drawings take: a whole schema from the store to the saved file, beside the time in which Graphviz
 // dot places the same graph; one record and what is below it; and the engine alone, building and saving.
@@ -59,7 +59,7 @@ layout::Graph GraphIn(const std::string& file) {
     for (const auto& shape : page.shapes) {
         if (RoleOf(page, *shape) != drawing::Role::Box) continue;
         boxes[shape->id] = static_cast<int>(graph.boxes.size());
-        const layout::Rect block = BlockOf(document, page, *shape);
+        const Rect block = BlockOf(document, page, *shape);
         graph.boxes.push_back({block.Width(), block.Height()});
     }
     for (const auto& connect : page.connects) {
@@ -67,7 +67,7 @@ layout::Graph GraphIn(const std::string& file) {
         if (connect.fromCell == "BeginX") {
             begins[connect.fromSheet] = boxes[connect.toSheet];
         } else {
-            const layout::Rect label = LabelOf(document, page, *page.ById(connect.fromSheet));
+            const Rect label = LabelOf(document, page, *page.ById(connect.fromSheet));
             graph.lines.push_back(
                 {begins[connect.fromSheet], boxes[connect.toSheet], label.Width(), label.Height()});
         }

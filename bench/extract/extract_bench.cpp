@@ -14,10 +14,10 @@
 #include <string>
 #include <vector>
 
-#include "report_generator.h"
 #include "store/connection.h"
 #include "store/tables.h"
-#include "temporary_folder.h"
+#include "testing/report_generator.h"
+#include "testing/temporary_folder.h"
 
 // How long an extraction takes, next to the time in which the store's own command shell bulk-loads the same
 // rows into the same tables in one transaction; and how both the time and the memory grow with the report.

@@ -8,7 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "layout/place_and_route.h"
 #include "layout/dot.h"
+#include "layout/graph/graph.h"
 #include "layout/metrics.h"
 #include "layout/schema_graphs.h"
 #include "layout/svg.h"

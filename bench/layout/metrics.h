@@ -1,6 +1,6 @@
 #pragma once
 
-#include "drawing/layout/graph.h"
+#include "layout/graph/graph.h"
 
 namespace norvelis::layout {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "drawing/layout/graph.h"
+#include "layout/graph/graph.h"
 
 namespace norvelis::layout {
 

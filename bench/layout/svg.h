@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "drawing/layout/graph.h"
+#include "layout/graph/graph.h"
 
 namespace norvelis::layout {
 

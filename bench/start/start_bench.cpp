@@ -13,9 +13,9 @@
 #include <thread>
 #include <vector>
 
-#include "core/paths.h"
-#include "report_generator.h"
-#include "temporary_folder.h"
+#include "base/paths.h"
+#include "testing/report_generator.h"
+#include "testing/temporary_folder.h"
 
 // How long the desktop program takes from its call to the last step of its start, when its first screen
 // stands filled, next to the command line program that opens the same store and reads one setting. On a

@@ -6,9 +6,9 @@
 
 #include "browse/record_search.h"
 #include "browse/tree_load.h"
-#include "layered_schema.h"
-#include "resident_memory.h"
-#include "test_store.h"
+#include "testing/layered_schema.h"
+#include "testing/resident_memory.h"
+#include "testing/test_store.h"
 
 namespace norvelis {
 namespace {

@@ -9,20 +9,20 @@
 #include <algorithm>
 #include <vector>
 
-#include "core/paths.h"
+#include "base/paths.h"
+#include "core/settings.h"
 #include "desktop/drawing_tools.h"
 #include "extract/driver.h"
-#include "layered_schema.h"
-#include "report_generator.h"
-#include "resident_memory.h"
-#include "store/settings.h"
-#include "ui/c_tree_view.h"
-#include "ui/drawing_control.h"
-#include "ui/form.h"
-#include "ui/frm_treeview.h"
-#include "ui/mdi_main_menu.h"
-#include "ui/qt_host.h"
-#include "ui/skin_style.h"
+#include "testing/layered_schema.h"
+#include "testing/report_generator.h"
+#include "testing/resident_memory.h"
+#include "ui/controls/c_tree_view.h"
+#include "ui/controls/drawing_control.h"
+#include "ui/forms/form.h"
+#include "ui/frame/mdi_main_menu.h"
+#include "ui/frame/qt_host.h"
+#include "ui/screens/browse/frm_treeview.h"
+#include "ui/skins/skin_style.h"
 #include "ui/ui_folder.h"
 
 // What a person feels at the windows with very large schemas: how long a command takes, and for how long at

@@ -1,6 +1,6 @@
 #include "browse/next_step.h"
 
-#include "core/text.h"
+#include "base/text.h"
 
 namespace norvelis {
 

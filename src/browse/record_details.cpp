@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "core/failure.h"
-#include "core/text.h"
+#include "base/failure.h"
+#include "base/text.h"
 
 namespace norvelis {
 

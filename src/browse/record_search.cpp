@@ -1,6 +1,6 @@
 #include "browse/record_search.h"
 
-#include "core/text.h"
+#include "base/text.h"
 
 namespace norvelis {
 

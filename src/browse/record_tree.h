@@ -7,7 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "core/random.h"
+#include "base/random.h"
 
 namespace norvelis {
 

@@ -5,10 +5,10 @@
 #include <unordered_map>
 #include <vector>
 
+#include "base/failure.h"
+#include "base/text.h"
 #include "browse/next_step.h"
-#include "core/failure.h"
 #include "core/log.h"
-#include "core/text.h"
 
 namespace norvelis {
 

@@ -2,10 +2,10 @@
 #include <limits>
 #include <nlohmann/json.hpp>
 
+#include "base/text.h"
 #include "browse/record_search.h"
 #include "browse/tree_load.h"
 #include "cli/command.h"
-#include "core/text.h"
 
 namespace norvelis::cli {
 

@@ -6,8 +6,8 @@
 #include <cstdio>
 #include <new>
 
-#include "core/failure.h"
-#include "core/paths.h"
+#include "base/failure.h"
+#include "base/paths.h"
 #include "store/connection.h"
 
 namespace norvelis::cli {

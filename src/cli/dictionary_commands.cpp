@@ -1,13 +1,13 @@
 #include <chrono>
 #include <cstdio>
 
+#include "base/paths.h"
 #include "cli/command.h"
 #include "cli/dump.h"
-#include "core/paths.h"
+#include "core/settings.h"
 #include "extract/driver.h"
 #include "extract/report.h"
 #include "store/connection.h"
-#include "store/settings.h"
 
 namespace norvelis::cli {
 

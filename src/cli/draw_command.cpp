@@ -1,13 +1,13 @@
 #include <charconv>
 #include <cstdio>
 
+#include "base/paths.h"
+#include "base/text.h"
 #include "cli/drawing_commands.h"
-#include "core/paths.h"
-#include "core/text.h"
+#include "core/settings.h"
 #include "diagram/draw_commands.h"
 #include "diagram/page_layout.h"
-#include "drawing/engine/drawing_engine.h"
-#include "store/settings.h"
+#include "drawing/automation/create_engine.h"
 
 namespace norvelis::cli {
 

@@ -2,9 +2,9 @@
 
 #include <cstdio>
 
-#include "core/failure.h"
-#include "core/paths.h"
-#include "drawing/render/export.h"
+#include "base/failure.h"
+#include "base/paths.h"
+#include "drawing/export/export.h"
 
 namespace norvelis::cli {
 

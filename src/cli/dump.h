@@ -3,8 +3,8 @@
 #include <optional>
 #include <string>
 
+#include "core/settings.h"
 #include "store/connection.h"
-#include "store/settings.h"
 
 namespace norvelis::cli {
 

@@ -4,8 +4,8 @@
 #include <cstdio>
 #include <nlohmann/json.hpp>
 
+#include "base/failure.h"
 #include "cli/schedule_definition.h"
-#include "core/failure.h"
 #include "extract/report.h"
 #include "scheduler/booking_words.h"
 #include "scheduler/calculate.h"

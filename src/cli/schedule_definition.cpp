@@ -6,8 +6,8 @@
 #include <limits>
 #include <stdexcept>
 
-#include "core/paths.h"
-#include "core/text.h"
+#include "base/paths.h"
+#include "base/text.h"
 #include "scheduler/definition_controls.h"
 #include "scheduler/schedule_xml.h"
 

@@ -1,6 +1,6 @@
 #include "core/app_state.h"
 
-#include "core/paths.h"
+#include "base/paths.h"
 
 namespace norvelis {
 

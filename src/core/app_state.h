@@ -3,10 +3,10 @@
 #include <memory>
 #include <string>
 
-#include "core/dates.h"
+#include "base/dates.h"
+#include "base/random.h"
 #include "core/host.h"
 #include "core/progress.h"
-#include "core/random.h"
 
 namespace norvelis {
 

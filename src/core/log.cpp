@@ -3,8 +3,8 @@
 #include <fstream>
 #include <string>
 
-#include "core/paths.h"
-#include "core/text.h"
+#include "base/paths.h"
+#include "base/text.h"
 
 namespace norvelis {
 

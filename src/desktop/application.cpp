@@ -2,13 +2,13 @@
 
 #include <QTimer>
 
-#include "core/failure.h"
+#include "base/failure.h"
+#include "commands/start_up.h"
 #include "desktop/drawing_tools.h"
 #include "store/connection.h"
-#include "ui/mdi_main_menu.h"
-#include "ui/program_icon.h"
-#include "ui/skin_style.h"
-#include "ui/start_up.h"
+#include "ui/frame/mdi_main_menu.h"
+#include "ui/frame/program_icon.h"
+#include "ui/skins/skin_style.h"
 
 namespace norvelis::desktop {
 

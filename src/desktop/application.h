@@ -4,8 +4,8 @@
 #include <memory>
 
 #include "core/app_state.h"
-#include "diagram/engine.h"
-#include "ui/qt_host.h"
+#include "engine/drawing_engine.h"
+#include "ui/frame/qt_host.h"
 
 namespace norvelis::ui {
 class mdiMainMenu;

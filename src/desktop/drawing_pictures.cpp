@@ -2,7 +2,7 @@
 
 #include <QPainter>
 
-#include "core/failure.h"
+#include "base/failure.h"
 #include "drawing/render/open.h"
 #include "drawing/render/tile_cache.h"
 

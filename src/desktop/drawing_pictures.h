@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/drawing_picture.h"
+#include "ui/controls/drawing_picture.h"
 
 namespace norvelis::desktop {
 

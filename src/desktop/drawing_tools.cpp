@@ -4,11 +4,11 @@
 #include <chrono>
 #include <future>
 
-#include "core/failure.h"
+#include "base/failure.h"
 #include "desktop/drawing_pictures.h"
 #include "desktop/print_pages.h"
-#include "drawing/engine/drawing_engine.h"
-#include "ui/mdi_main_menu.h"
+#include "drawing/automation/create_engine.h"
+#include "ui/frame/mdi_main_menu.h"
 
 namespace norvelis::desktop {
 

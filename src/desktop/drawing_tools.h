@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "diagram/engine.h"
+#include "engine/drawing_engine.h"
 
 namespace norvelis::ui {
 class mdiMainMenu;

@@ -4,10 +4,10 @@
 #include <QPrinter>
 #include <vector>
 
-#include "core/paths.h"
+#include "base/paths.h"
+#include "drawing/export/pdf.h"
 #include "drawing/render/build_scene.h"
 #include "drawing/render/paint.h"
-#include "drawing/render/pdf.h"
 
 namespace norvelis::desktop {
 

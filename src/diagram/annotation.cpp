@@ -1,6 +1,6 @@
 #include "diagram/annotation.h"
 
-#include "core/text.h"
+#include "base/text.h"
 #include "diagram/common.h"
 #include "diagram/record_shapes.h"
 #include "diagram/shape_text.h"

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "core/random.h"
+#include "base/random.h"
 
 namespace norvelis {
 

@@ -1,6 +1,6 @@
 #include "diagram/common.h"
 
-#include "core/text.h"
+#include "base/text.h"
 
 namespace norvelis {
 

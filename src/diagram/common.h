@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "diagram/engine.h"
+#include "engine/drawing_engine.h"
 
 // What every step of a drawing asks of the engine.
 namespace norvelis {

@@ -1,6 +1,6 @@
 #include "diagram/connectors.h"
 
-#include "core/text.h"
+#include "base/text.h"
 #include "diagram/color.h"
 #include "diagram/common.h"
 #include "diagram/record_shapes.h"

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "core/failure.h"
-#include "core/paths.h"
-#include "core/text.h"
+#include "base/failure.h"
+#include "base/paths.h"
+#include "base/text.h"
+#include "core/settings.h"
 #include "diagram/color.h"
 #include "diagram/page_layout.h"
-#include "store/settings.h"
 
 namespace norvelis {
 

@@ -4,14 +4,14 @@
 
 #include <algorithm>
 
-#include "core/paths.h"
-#include "core/text.h"
+#include "base/paths.h"
+#include "base/text.h"
+#include "core/settings.h"
 #include "diagram/annotation.h"
 #include "diagram/connectors.h"
 #include "diagram/page_background.h"
 #include "diagram/record_shapes.h"
 #include "diagram/shape_text.h"
-#include "store/settings.h"
 
 namespace norvelis {
 

@@ -10,7 +10,7 @@
 #include "core/app_state.h"
 #include "diagram/common.h"
 #include "diagram/drawn_shapes.h"
-#include "diagram/engine.h"
+#include "engine/drawing_engine.h"
 #include "store/connection.h"
 
 namespace norvelis {

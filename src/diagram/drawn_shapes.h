@@ -6,7 +6,7 @@
 #include <string_view>
 #include <unordered_set>
 
-#include "core/text.h"
+#include "base/text.h"
 
 namespace norvelis {
 

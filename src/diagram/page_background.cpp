@@ -3,9 +3,9 @@
 #include <filesystem>
 #include <string_view>
 
+#include "core/settings.h"
 #include "diagram/common.h"
 #include "diagram/page_layout.h"
-#include "store/settings.h"
 
 namespace norvelis {
 

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "core/host.h"
-#include "diagram/engine.h"
+#include "engine/drawing_engine.h"
 
 // The choice of LayoutTypes as cells of the page layout row; placing and routing are the engine's.
 namespace norvelis {

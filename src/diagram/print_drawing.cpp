@@ -1,7 +1,7 @@
 #include "diagram/print_drawing.h"
 
-#include "core/paths.h"
-#include "core/text.h"
+#include "base/paths.h"
+#include "base/text.h"
 
 namespace norvelis {
 

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "core/app_state.h"
-#include "diagram/engine.h"
+#include "engine/drawing_engine.h"
 
 namespace norvelis {
 

@@ -4,8 +4,8 @@
 #include <utility>
 #include <vector>
 
+#include "base/text.h"
 #include "browse/next_step.h"
-#include "core/text.h"
 #include "diagram/color.h"
 #include "diagram/common.h"
 #include "diagram/shape_text.h"

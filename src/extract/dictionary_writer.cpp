@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <forward_list>
 
-#include "core/text.h"
+#include "base/text.h"
 
 namespace norvelis {
 

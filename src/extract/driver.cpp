@@ -1,12 +1,12 @@
 #include "extract/driver.h"
 
-#include "core/failure.h"
+#include "base/failure.h"
+#include "base/paths.h"
+#include "base/text.h"
 #include "core/log.h"
-#include "core/paths.h"
-#include "core/text.h"
+#include "core/settings.h"
 #include "extract/passes.h"
 #include "extract/report.h"
-#include "store/settings.h"
 
 namespace norvelis {
 

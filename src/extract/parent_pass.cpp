@@ -1,5 +1,5 @@
-#include "core/failure.h"
-#include "core/text.h"
+#include "base/failure.h"
+#include "base/text.h"
 #include "extract/keywords.h"
 #include "extract/passes.h"
 

@@ -1,7 +1,7 @@
 #include <algorithm>
 
-#include "core/failure.h"
-#include "core/text.h"
+#include "base/failure.h"
+#include "base/text.h"
 #include "extract/keywords.h"
 #include "extract/passes.h"
 

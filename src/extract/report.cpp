@@ -4,8 +4,8 @@
 #include <array>
 #include <cstring>
 
-#include "core/paths.h"
-#include "core/text.h"
+#include "base/paths.h"
+#include "base/text.h"
 #include "extract/keywords.h"
 
 namespace norvelis {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "core/paths.h"
+#include "base/paths.h"
 #include "scheduler/next_time.h"
 
 namespace norvelis {

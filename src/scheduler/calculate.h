@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core/dates.h"
+#include "base/dates.h"
 #include "scheduler/xml.h"
 
 namespace norvelis {

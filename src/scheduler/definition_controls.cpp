@@ -3,8 +3,8 @@
 #include <cmath>
 #include <limits>
 
-#include "core/failure.h"
-#include "core/text.h"
+#include "base/failure.h"
+#include "base/text.h"
 #include "scheduler/next_time.h"
 
 namespace norvelis {

@@ -4,8 +4,8 @@
 #include <charconv>
 #include <cmath>
 
+#include "base/text.h"
 #include "core/log.h"
-#include "core/text.h"
 
 namespace norvelis {
 

@@ -3,7 +3,7 @@
 #include <array>
 #include <cstdint>
 
-#include "core/dates.h"
+#include "base/dates.h"
 
 namespace norvelis {
 

@@ -5,8 +5,8 @@
 #include <limits>
 #include <variant>
 
-#include "core/failure.h"
-#include "core/text.h"
+#include "base/failure.h"
+#include "base/text.h"
 #include "scheduler/next_time.h"
 
 namespace norvelis {

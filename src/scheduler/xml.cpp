@@ -3,7 +3,7 @@
 #include <pugixml.hpp>
 #include <sstream>
 
-#include "core/failure.h"
+#include "base/failure.h"
 #include "scheduler/well_formed.h"
 
 namespace norvelis {

@@ -5,9 +5,9 @@
 
 #include <utility>
 
-#include "core/failure.h"
-#include "core/paths.h"
-#include "core/text.h"
+#include "base/failure.h"
+#include "base/paths.h"
+#include "base/text.h"
 #include "store/statements.h"
 #include "store/tables.h"
 

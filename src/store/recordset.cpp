@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "core/failure.h"
-#include "core/text.h"
+#include "base/failure.h"
+#include "base/text.h"
 #include "store/connection.h"
 #include "store/statements.h"
 

@@ -4,9 +4,9 @@
 #include <cctype>
 #include <vector>
 
-#include "core/dates.h"
-#include "core/failure.h"
-#include "core/text.h"
+#include "base/dates.h"
+#include "base/failure.h"
+#include "base/text.h"
 
 namespace norvelis {
 

@@ -2,8 +2,8 @@
 
 #include <gmock/gmock.h>
 
-#include "schema_rows.h"
-#include "test_store.h"
+#include "testing/schema_rows.h"
+#include "testing/test_store.h"
 
 namespace norvelis {
 namespace {

@@ -4,9 +4,9 @@
 
 #include <set>
 
-#include "core/paths.h"
-#include "schema_rows.h"
-#include "test_store.h"
+#include "base/paths.h"
+#include "testing/schema_rows.h"
+#include "testing/test_store.h"
 
 namespace norvelis {
 namespace {

@@ -5,8 +5,8 @@
 #include <algorithm>
 
 #include "cli/program.h"
-#include "extract/small_report.h"
-#include "report_generator.h"
+#include "testing/report_generator.h"
+#include "testing/small_report.h"
 
 // Whatever is wrong with the report, the store or the machine: one line says what, and the schemas that were
 // in the dictionary are still there.

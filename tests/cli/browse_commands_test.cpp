@@ -3,7 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/program.h"
-#include "schema_rows.h"
+#include "testing/schema_rows.h"
 
 namespace norvelis {
 namespace {

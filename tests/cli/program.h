@@ -7,9 +7,9 @@
 #include <filesystem>
 #include <string>
 
-#include "core/paths.h"
+#include "base/paths.h"
 #include "store/connection.h"
-#include "temporary_folder.h"
+#include "testing/temporary_folder.h"
 
 namespace norvelis {
 

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "core/paths.h"
-#include "core/scripted_host.h"
-#include "temporary_folder.h"
+#include "base/paths.h"
+#include "testing/scripted_host.h"
+#include "testing/temporary_folder.h"
 
 namespace norvelis {
 namespace {

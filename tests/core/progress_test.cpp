@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/scripted_host.h"
+#include "testing/scripted_host.h"
 
 namespace norvelis {
 namespace {

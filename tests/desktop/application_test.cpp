@@ -6,7 +6,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 
-#include "core/failure.h"
+#include "base/failure.h"
 #include "ui/ui_app.h"
 
 namespace norvelis::desktop {

@@ -1,8 +1,8 @@
 #include "diagram/draw_commands.h"
 
+#include "base/failure.h"
+#include "base/paths.h"
 #include "browse/tree_load.h"
-#include "core/failure.h"
-#include "core/paths.h"
 #include "drawing_fixture.h"
 
 namespace norvelis {

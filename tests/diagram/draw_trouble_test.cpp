@@ -1,4 +1,4 @@
-#include "core/failure.h"
+#include "base/failure.h"
 #include "drawing_fixture.h"
 
 namespace norvelis {

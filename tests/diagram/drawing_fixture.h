@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "core/paths.h"
+#include "base/paths.h"
+#include "core/settings.h"
 #include "diagram/draw_commands.h"
 #include "recording_engine.h"
-#include "schema_rows.h"
-#include "store/settings.h"
-#include "test_store.h"
+#include "testing/schema_rows.h"
+#include "testing/test_store.h"
 
 namespace norvelis {
 

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
-#include "core/text.h"
-#include "diagram/engine.h"
+#include "base/text.h"
+#include "engine/drawing_engine.h"
 #include "recorder.h"
 
 // Shapes of a recording engine: their cells, texts and links.

@@ -3,9 +3,9 @@
 #include <cstdlib>
 #include <string>
 
-#include "core/paths.h"
-#include "extract/extraction_pair.h"
-#include "report_generator.h"
+#include "base/paths.h"
+#include "testing/extraction_pair.h"
+#include "testing/report_generator.h"
 
 // The extraction against its yardstick: both read the same reports, and the dictionary must be the same row
 // by row.

@@ -2,11 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include "core/failure.h"
-#include "core/paths.h"
-#include "extract/small_report.h"
-#include "store/settings.h"
-#include "test_store.h"
+#include "base/failure.h"
+#include "base/paths.h"
+#include "core/settings.h"
+#include "testing/small_report.h"
+#include "testing/test_store.h"
 
 namespace norvelis {
 namespace {

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "core/failure.h"
-#include "extract/small_report.h"
-#include "test_store.h"
+#include "base/failure.h"
+#include "testing/small_report.h"
+#include "testing/test_store.h"
 
 namespace norvelis {
 namespace {

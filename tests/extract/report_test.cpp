@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "core/failure.h"
-#include "core/paths.h"
-#include "temporary_folder.h"
+#include "base/failure.h"
+#include "base/paths.h"
+#include "testing/temporary_folder.h"
 
 namespace norvelis {
 namespace {

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "core/paths.h"
-#include "extract/literal_extraction.h"
+#include "base/paths.h"
+#include "testing/literal_extraction.h"
 
 // The sample report is edited by hand: whoever moves a column there should hear of it.
 namespace norvelis {

@@ -6,10 +6,10 @@
 
 #include <csignal>
 
-#include "core/failure.h"
-#include "core/paths.h"
+#include "base/failure.h"
+#include "base/paths.h"
 #include "store/tables.h"
-#include "test_store.h"
+#include "testing/test_store.h"
 
 namespace norvelis {
 namespace {

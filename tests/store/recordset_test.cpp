@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "core/failure.h"
-#include "test_store.h"
+#include "base/failure.h"
+#include "testing/test_store.h"
 
 namespace norvelis {
 namespace {

@@ -1,4 +1,4 @@
-#include "ui/c_tree_view.h"
+#include "ui/controls/c_tree_view.h"
 
 #include <gmock/gmock.h>
 
@@ -6,7 +6,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include "ui/tree_line_delegate.h"
+#include "ui/controls/tree_line_delegate.h"
 
 namespace norvelis::ui {
 namespace {

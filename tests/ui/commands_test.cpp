@@ -1,11 +1,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "core/failure.h"
-#include "core/paths.h"
-#include "store/settings.h"
-#include "test_store.h"
-#include "ui/frame_commands.h"
+#include "base/failure.h"
+#include "base/paths.h"
+#include "commands/frame_commands.h"
+#include "core/settings.h"
+#include "testing/test_store.h"
 
 namespace norvelis::ui {
 namespace {

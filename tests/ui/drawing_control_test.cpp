@@ -1,4 +1,4 @@
-#include "ui/drawing_control.h"
+#include "ui/controls/drawing_control.h"
 
 #include <gtest/gtest.h>
 
@@ -12,8 +12,8 @@
 #include <mutex>
 #include <semaphore>
 
-#include "core/failure.h"
-#include "temporary_folder.h"
+#include "base/failure.h"
+#include "testing/temporary_folder.h"
 #include "until_shown.h"
 
 namespace norvelis::ui {

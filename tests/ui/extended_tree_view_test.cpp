@@ -1,4 +1,4 @@
-#include "ui/extended_tree_view.h"
+#include "ui/controls/extended_tree_view.h"
 
 #include <gmock/gmock.h>
 

@@ -6,9 +6,9 @@
 #include <QStatusBar>
 #include <QToolButton>
 
-#include "ui/fb_tray_icon.h"
-#include "ui/set_directory.h"
-#include "ui/vbal_progress_bar.h"
+#include "ui/controls/fb_tray_icon.h"
+#include "ui/controls/vbal_progress_bar.h"
+#include "ui/screens/settings/set_directory.h"
 #include "ui_app.h"
 
 namespace norvelis::ui {

@@ -10,7 +10,7 @@
 #include <QUrl>
 #include <regex>
 
-#include "ui/frm_treeview.h"
+#include "ui/screens/browse/frm_treeview.h"
 #include "ui_app.h"
 
 namespace norvelis::ui {

@@ -5,7 +5,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 
-#include "ui/qt_host.h"
+#include "ui/frame/qt_host.h"
 #include "ui_app.h"
 
 namespace norvelis::ui {

@@ -6,12 +6,12 @@
 #include <QTableView>
 
 #include "drawing/render/open.h"
-#include "schema_rows.h"
-#include "ui/c_tree_view.h"
-#include "ui/drawing_control.h"
-#include "ui/frm_isolateview.h"
-#include "ui/picture_controls.h"
-#include "ui/screen_drawing.h"
+#include "testing/schema_rows.h"
+#include "ui/controls/c_tree_view.h"
+#include "ui/controls/drawing_control.h"
+#include "ui/controls/picture_controls.h"
+#include "ui/screens/browse/frm_isolateview.h"
+#include "ui/screens/browse/screen_drawing.h"
 #include "ui_app.h"
 
 namespace norvelis::ui {

@@ -2,7 +2,7 @@
 
 #include <QApplication>
 
-#include "ui/skin_style.h"
+#include "ui/skins/skin_style.h"
 
 int main(int argc, char** argv) {
     ::testing::InitGoogleTest(&argc, argv);

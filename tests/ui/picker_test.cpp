@@ -4,7 +4,7 @@
 #include <QComboBox>
 #include <QListWidget>
 
-#include "ui/set_directory.h"
+#include "ui/screens/settings/set_directory.h"
 #include "ui_app.h"
 
 namespace norvelis::ui {

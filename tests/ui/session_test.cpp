@@ -6,11 +6,11 @@
 #include <QPrintDialog>
 #include <QPrinter>
 
+#include "core/settings.h"
 #include "desktop/drawing_pictures.h"
-#include "store/settings.h"
-#include "ui/c_tree_view.h"
-#include "ui/drawing_control.h"
-#include "ui/picture_controls.h"
+#include "ui/controls/c_tree_view.h"
+#include "ui/controls/drawing_control.h"
+#include "ui/controls/picture_controls.h"
 #include "ui_app.h"
 #include "until_shown.h"
 

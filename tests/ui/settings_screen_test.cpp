@@ -6,10 +6,10 @@
 #include <QLineEdit>
 #include <QListWidget>
 
-#include "ui/color_palette.h"
-#include "ui/frm_colors.h"
-#include "ui/picture_controls.h"
-#include "ui/skins/classic_colors.h"
+#include "ui/controls/picture_controls.h"
+#include "ui/screens/settings/color_palette.h"
+#include "ui/screens/settings/frm_colors.h"
+#include "ui/skins/art/classic_colors.h"
 #include "ui_app.h"
 
 namespace norvelis::ui {

@@ -4,11 +4,11 @@
 #include <QLineEdit>
 #include <QListWidget>
 
-#include "ui/click_label.h"
-#include "ui/picture_controls.h"
-#include "ui/skins/classic_colors.h"
-#include "ui/skins/skin_art.h"
-#include "ui/skins_and_colors.h"
+#include "ui/controls/click_label.h"
+#include "ui/controls/picture_controls.h"
+#include "ui/forms/skins_and_colors.h"
+#include "ui/skins/art/classic_colors.h"
+#include "ui/skins/art/skin_art.h"
 #include "ui_app.h"
 
 namespace norvelis::ui {

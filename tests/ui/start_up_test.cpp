@@ -1,9 +1,9 @@
-#include "ui/start_up.h"
+#include "commands/start_up.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "core/failure.h"
+#include "base/failure.h"
 #include "ui_app.h"
 
 namespace norvelis::ui {

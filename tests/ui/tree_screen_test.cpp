@@ -5,11 +5,11 @@
 #include <QLineEdit>
 #include <fstream>
 
-#include "schema_rows.h"
-#include "ui/c_tree_view.h"
-#include "ui/drawing_control.h"
-#include "ui/frm_treeview.h"
-#include "ui/picture_controls.h"
+#include "testing/schema_rows.h"
+#include "ui/controls/c_tree_view.h"
+#include "ui/controls/drawing_control.h"
+#include "ui/controls/picture_controls.h"
+#include "ui/screens/browse/frm_treeview.h"
 #include "ui_app.h"
 
 namespace norvelis::ui {

@@ -10,15 +10,15 @@
 #include <string>
 #include <vector>
 
-#include "core/ini.h"
-#include "core/paths.h"
+#include "base/ini.h"
+#include "base/paths.h"
+#include "core/settings.h"
 #include "desktop/drawing_tools.h"
-#include "store/settings.h"
-#include "test_store.h"
-#include "ui/child_area.h"
-#include "ui/form.h"
-#include "ui/mdi_main_menu.h"
-#include "ui/qt_host.h"
+#include "testing/test_store.h"
+#include "ui/forms/form.h"
+#include "ui/frame/child_area.h"
+#include "ui/frame/mdi_main_menu.h"
+#include "ui/frame/qt_host.h"
 #include "ui_folder.h"
 
 namespace norvelis::ui {

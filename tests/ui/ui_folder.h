@@ -4,7 +4,7 @@
 #include <string>
 
 #include "store/connection.h"
-#include "temporary_folder.h"
+#include "testing/temporary_folder.h"
 
 namespace norvelis::ui {
 

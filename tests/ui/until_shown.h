@@ -4,7 +4,7 @@
 
 #include <QTest>
 
-#include "ui/drawing_control.h"
+#include "ui/controls/drawing_control.h"
 
 namespace norvelis::ui {
 

@@ -6,7 +6,7 @@
 #include <charconv>
 #include <cmath>
 
-#include "core/text.h"
+#include "base/text.h"
 #include "drawing/formula/functions.h"
 #include "drawing/formula/lexer.h"
 

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "core/text.h"
+#include "base/text.h"
 
 namespace norvelis::drawing {
 

@@ -3,12 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/geometry.h"
+
 // Where a line that is glued to a whole box meets its border before anyone has routed it.
 namespace norvelis::drawing::glue {
-
-struct Point {
-    double x = 0, y = 0;
-};
 
 struct Box {
     double left = 0, bottom = 0, width = 0, height = 0;

@@ -4,7 +4,7 @@
 #include <charconv>
 #include <numbers>
 
-#include "core/text.h"
+#include "base/text.h"
 
 namespace norvelis::drawing {
 

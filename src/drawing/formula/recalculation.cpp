@@ -451,7 +451,7 @@ std::optional<double> Recalculation::WalkGlue(Canvas& canvas, Shape& line, Name 
     const auto& mine = begin ? from : to;
     const auto& other = begin ? to : from;
     if (!mine) return std::nullopt;
-    const auto coordinate = [cell](glue::Point end) {
+    const auto coordinate = [cell](Point end) {
         return cell == Name::BeginX || cell == Name::EndX ? end.x : end.y;
     };
     if (HasOwnGeometry(line)) {  // A routed line keeps its ends while they are on the borders of their boxes.
@@ -462,7 +462,7 @@ std::optional<double> Recalculation::WalkGlue(Canvas& canvas, Shape& line, Name 
     if (other && *other == *mine) return coordinate(mine->LoopEnd(begin));
     const Name otherX = begin ? Name::EndX : Name::BeginX, otherY = begin ? Name::EndY : Name::BeginY;
     return coordinate(mine->BorderTowards(
-        other ? other->Middle() : glue::Point{Number(canvas, line, otherX), Number(canvas, line, otherY)}));
+        other ? other->Middle() : Point{Number(canvas, line, otherX), Number(canvas, line, otherY)}));
 }
 
 }  // namespace norvelis::drawing

@@ -3,7 +3,7 @@
 #include <array>
 #include <charconv>
 
-#include "core/text.h"
+#include "base/text.h"
 #include "drawing/model/document.h"
 
 namespace norvelis::drawing {

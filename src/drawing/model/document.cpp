@@ -4,7 +4,7 @@
 #include <array>
 #include <charconv>
 
-#include "core/text.h"
+#include "base/text.h"
 #include "drawing/model/defaults.h"
 
 namespace norvelis::drawing {

@@ -1,6 +1,6 @@
 #include "drawing/model/names.h"
 
-#include "core/text.h"
+#include "base/text.h"
 
 namespace norvelis::drawing {
 

@@ -2,7 +2,7 @@
 
 #include <zip.h>
 
-#include "core/failure.h"
+#include "base/failure.h"
 #include "drawing/package/limits.h"
 
 namespace norvelis::drawing {

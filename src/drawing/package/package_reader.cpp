@@ -4,8 +4,8 @@
 #include <charconv>
 #include <unordered_map>
 
-#include "core/paths.h"
-#include "core/text.h"
+#include "base/paths.h"
+#include "base/text.h"
 #include "drawing/package/archive.h"
 #include "drawing/package/limits.h"
 #include "drawing/package/package.h"

@@ -5,7 +5,7 @@
 #include <numbers>
 #include <set>
 
-#include "core/failure.h"
+#include "base/failure.h"
 #include "drawing/render/bitmap.h"
 #include "drawing/render/outline.h"
 #include "drawing/render/text_picture.h"

@@ -3,8 +3,8 @@
 #include <QGuiApplication>
 #include <QLoggingCategory>
 
-#include "core/failure.h"
-#include "core/paths.h"
+#include "base/failure.h"
+#include "base/paths.h"
 #include "drawing/formula/recalculation.h"
 #include "drawing/package/package.h"
 #include "drawing/render/build_scene.h"

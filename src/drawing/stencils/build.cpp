@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "core/failure.h"
+#include "base/failure.h"
 #include "drawing/formula/recalculation.h"
 
 namespace norvelis::drawing::stencils {

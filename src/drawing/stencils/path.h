@@ -4,13 +4,11 @@
 #include <initializer_list>
 #include <vector>
 
+#include "base/geometry.h"
+
 // Outlines of our artwork as data: x grows to the right, y grows upwards, both in fractions of the frame that
 // the outline is drawn in, so that a master keeps its look at any size.
 namespace norvelis::drawing::stencils {
-
-struct Point {
-    double x = 0, y = 0;
-};
 
 struct Segment {
     enum Kind { Move, Line, Curve } kind;

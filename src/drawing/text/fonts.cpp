@@ -8,7 +8,7 @@
 #include <tuple>
 #include <unordered_map>
 
-#include "core/text.h"
+#include "base/text.h"
 #include FT_FREETYPE_H
 #include FT_ADVANCES_H
 

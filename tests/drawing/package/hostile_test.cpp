@@ -4,7 +4,7 @@
 
 #include <functional>
 
-#include "core/failure.h"
+#include "base/failure.h"
 #include "drawing/opened_package.h"
 #include "drawing/package/package.h"
 #include "drawing/package/rich_drawing.h"

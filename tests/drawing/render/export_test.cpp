@@ -11,18 +11,18 @@
 
 #include <QPainter>
 
-#include "core/failure.h"
-#include "core/paths.h"
+#include "base/failure.h"
+#include "base/paths.h"
+#include "drawing/export/export.h"
+#include "drawing/export/pdf.h"
+#include "drawing/export/svg.h"
 #include "drawing/package/package.h"
 #include "drawing/render/build_scene.h"
-#include "drawing/render/export.h"
 #include "drawing/render/foreign.h"
 #include "drawing/render/open.h"
 #include "drawing/render/paint.h"
-#include "drawing/render/pdf.h"
-#include "drawing/render/svg.h"
 #include "sample_drawing.h"
-#include "temporary_folder.h"
+#include "testing/temporary_folder.h"
 
 namespace norvelis::drawing::render {
 namespace {

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <limits>
 
-#include "core/failure.h"
+#include "base/failure.h"
 #include "drawing/render/build_scene.h"
 #include "drawing/render/open.h"
 #include "drawing/render/paint.h"

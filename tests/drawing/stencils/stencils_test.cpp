@@ -5,12 +5,12 @@
 #include <array>
 #include <cstdio>
 
-#include "core/paths.h"
+#include "base/paths.h"
+#include "drawing/export/contact_sheet.h"
 #include "drawing/formula/recalculation.h"
 #include "drawing/package/package.h"
 #include "drawing/package_rules.h"
 #include "drawing/render/build_scene.h"
-#include "drawing/render/contact_sheet.h"
 #include "drawing/render/open.h"
 #include "drawing/render/paint.h"
 #include "drawing/stencils/definition.h"

@@ -1,0 +1,102 @@
+#include "commands/frame_commands.h"
+
+#include <string>
+
+#include "base/paths.h"
+#include "base/text.h"
+#include "core/settings.h"
+#include "extract/driver.h"
+#include "extract/report.h"
+
+namespace norvelis::ui {
+
+namespace {
+
+struct ReportWords {
+    std::string missing, invalid, notSet;
+};
+const ReportWords kExtracting = {
+    "Report File :", "Invalid IDMS Report File :", "IDMS Report file has not been set."};
+const ReportWords kViewing = {"IDMS Schema Report File :", "Invalid IDMS Schema Report File :",
+                              "IDMS Schema Report file has not been set."};
+
+/// The report of the settings as gReportFile, or words about what is wrong with it.
+bool TakeReport(AppState& app, const ReportWords& words) {
+    const std::string end(kLineBreak);
+    app.gReportFile = getreportlocation(app);
+    if (app.gReportFile.empty()) {
+        app.host.MessageBox(words.notSet);
+        app.host.OpenScreen(Screen::Settings, false);
+        return false;
+    }
+    if (!FileExists(app.gReportFile)) {
+        app.host.MessageBox(words.missing + app.gReportFile + end + "does not exist. Please set it.");
+        app.host.OpenScreen(Screen::Settings, false);
+        return false;
+    }
+    if (!ValidateReportFile(app.gReportFile)) {
+        app.host.MessageBox(words.invalid + app.gReportFile + end + "Action terminated");
+        app.gReportFile.clear();
+        return false;
+    }
+    return true;
+}
+
+bool Agreed(AppState& app, const std::string& question, const std::string& title) {
+    return app.host.MessageBox({question, title, Buttons::YesNo, Icon::None, Answer::Ok}) == Answer::Yes;
+}
+
+/// The tree screen's progress controls for the length of a command.
+class TreeBars {
+  public:
+    explicit TreeBars(AppState& app) : app_(app) { Show(true); }
+    ~TreeBars() { Show(false); }
+    TreeBars(const TreeBars&) = delete;
+    TreeBars& operator=(const TreeBars&) = delete;
+
+  private:
+    void Show(bool visible) {
+        app_.progress.SetVisible(Bar::TreeviewText, visible);
+        app_.progress.SetVisible(Bar::TreeviewValue, visible);
+    }
+    AppState& app_;
+};
+
+}  // namespace
+
+void mnu_Classic_Extract_Report(AppState& app, const std::function<void()>& refresh) {
+    if (!TakeReport(app, kExtracting)) return;
+    if (!Agreed(app, "Are you sure you want to extract IDMS report?", "Extract Confirmation")) return;
+    const TreeBars bars(app);
+    app.host.OpenScreen(Screen::Treeview, false);
+    process_Classic_Extract_Report(app, InteractiveDriver(app, refresh));
+}
+
+void mnu_View_IDMS_Report_File(AppState& app) {
+    if (TakeReport(app, kViewing)) app.host.OpenScreen(Screen::ReportViewer, false);
+}
+
+void DrawSinglePage(AppState& app, const DrawAll& draw) {
+    const TreeBars bars(app);
+    draw(true);
+}
+
+void mnu_Draw_Fancy_Single(AppState& app, const DrawAll& draw) {
+    if (getvisiolocation(app).empty()) {
+        app.host.MessageBox("Please set where to drop Visio files.");
+        app.host.OpenScreen(Screen::Settings, false);
+        return;
+    }
+    DrawSinglePage(app, draw);
+}
+
+void mnu_Draw_Fancy_Separate(AppState& app, const DrawAll& draw) {
+    const TreeBars bars(app);
+    draw(false);
+}
+
+bool AskToExit(AppState& app) {
+    return Agreed(app, "Are you sure you want to exit the system?", "Exit System...");
+}
+
+}  // namespace norvelis::ui

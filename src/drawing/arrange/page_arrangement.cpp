@@ -1,0 +1,281 @@
+#include "drawing/arrange/page_arrangement.h"
+
+#include <algorithm>
+#include <limits>
+#include <optional>
+#include <unordered_map>
+
+#include "base/text.h"
+#include "drawing/automation/connectors.h"
+#include "drawing/text/text_layout.h"
+#include "layout/graph/graph.h"
+#include "layout/place_and_route.h"
+
+namespace norvelis::drawing {
+
+namespace {
+
+
+// Published numbers of ObjType: what the layout makes of a shape.
+constexpr int kUndecided = 0, kPlaceable = 1, kRoutable = 2;
+
+constexpr double kMargin = 0.5;       // Inches around the contents.
+constexpr double kTitleInset = 0.25;  // Above the title, and between it and the contents.
+// Labels get their fonts and bold type after the layout; this much of their size is kept free for it.
+constexpr double kLabelSlack = 1.15;
+
+double Number(OpenDocument& document, Page& page, Shape& shape, const CellRef& ref) {
+    return document.recalculation.Number(page, shape, ref);
+}
+
+bool IsAnnotation(const Shape& shape) {
+    return shape.master && EqualIgnoringCase(shape.master->nameU, "Annotation");
+}
+
+bool HasLine(const Page& page, const Shape& shape) {
+    return std::any_of(page.connects.begin(), page.connects.end(),
+                       [&](const Connect& connect) { return connect.toSheet == shape.id; });
+}
+
+class Extent {
+  public:
+    void Add(const Rect& rect) {
+        bounds_.x0 = std::min(bounds_.x0, rect.x0);
+        bounds_.y0 = std::min(bounds_.y0, rect.y0);
+        bounds_.x1 = std::max(bounds_.x1, rect.x1);
+        bounds_.y1 = std::max(bounds_.y1, rect.y1);
+    }
+    void Add(Point point) { Add(Rect{point.x, point.y, point.x, point.y}); }
+    std::optional<Rect> Bounds() const {
+        return bounds_.x0 <= bounds_.x1 ? std::optional(bounds_) : std::nullopt;
+    }
+
+  private:
+    static constexpr double kInfinite = std::numeric_limits<double>::infinity();
+    Rect bounds_{kInfinite, kInfinite, -kInfinite, -kInfinite};
+};
+
+/// Bounds of all that the page is about.
+std::optional<Rect> ContentsOf(OpenDocument& document, Page& page) {
+    Extent extent;
+    for (const auto& shape : page.shapes) {
+        switch (RoleOf(page, *shape)) {
+            case Role::Decoration:
+                break;
+            case Role::Line:
+                for (const Point& point : RouteOf(document, page, *shape)) extent.Add(point);
+                if (!TextOf(*shape).empty()) extent.Add(LabelOf(document, page, *shape));
+                break;
+            case Role::Note:
+                extent.Add(NoteOf(document, page, *shape));
+                break;
+            case Role::Box:
+            case Role::Other:
+                extent.Add(BlockOf(document, page, *shape));
+                break;
+        }
+    }
+    return extent.Bounds();
+}
+
+/// The largest decoration with a size of its own, such as a title.
+layout::Box TitleOf(OpenDocument& document, Page& page) {
+    layout::Box size;
+    for (const auto& shape : page.shapes) {
+        if (RoleOf(page, *shape) != Role::Decoration) continue;
+        if (FormulaOf(*shape, Name::Width).find("ThePage!") != std::string_view::npos) continue;
+        size.width = std::max(size.width, Number(document, page, *shape, Name::Width));
+        size.height = std::max(size.height, Number(document, page, *shape, Name::Height));
+    }
+    return size;
+}
+
+double TopMargin(const layout::Box& title) {
+    return title.height > 0 ? std::max(kMargin, title.height + 2 * kTitleInset) : kMargin;
+}
+
+/// Moves everything but decorations. All of a shape's own coordinates go with its ends or its pin, so no
+/// formula has to be asked again.
+void Translate(Page& page, double dx, double dy) {
+    for (const auto& shape : page.shapes) {
+        if (RoleOf(page, *shape) == Role::Decoration) continue;
+        for (const auto& [cells, by] : {std::pair{std::array{Name::PinX, Name::BeginX, Name::EndX}, dx},
+                                        {std::array{Name::PinY, Name::BeginY, Name::EndY}, dy}}) {
+            for (const Name name : cells) {
+                if (Cell* cell = shape->cells.Find(name)) cell->value += by;
+            }
+        }
+    }
+}
+
+layout::Style StyleOf(OpenDocument& document, Page& page) {
+    const auto cell = [&](Name name) { return Number(document, page, page.sheet, name); };
+    const auto whole = [&](Name name) { return static_cast<int>(cell(name)); };
+    layout::Style style;
+    style.placeStyle = whole(Name::PlaceStyle);
+    style.routeStyle = whole(Name::RouteStyle);
+    style.placeDepth = whole(Name::PlaceDepth);
+    style.lineRouteExt = whole(Name::LineRouteExt);
+    return style;
+}
+
+/// A page as the layout sees it, with the shapes that its boxes and lines are.
+struct PageGraph {
+    layout::Graph graph;
+    std::vector<Shape*> boxes, lines;
+};
+
+PageGraph GraphOf(OpenDocument& document, Page& page) {
+    PageGraph result;
+    std::unordered_map<int, int> boxById;
+    for (const auto& shape : page.shapes) {
+        if (RoleOf(page, *shape) != Role::Box) continue;
+        boxById.emplace(shape->id, static_cast<int>(result.boxes.size()));
+        result.boxes.push_back(shape.get());
+        const Rect block = BlockOf(document, page, *shape);
+        result.graph.boxes.push_back({block.Width(), block.Height()});
+    }
+    std::unordered_map<int, std::pair<int, int>> ends;  // A line's ID to the boxes at its ends.
+    for (const auto& connect : page.connects) {
+        const auto box = boxById.find(connect.toSheet);
+        if (box == boxById.end()) continue;
+        auto& pair = ends.try_emplace(connect.fromSheet, -1, -1).first->second;
+        (connect.fromCell == "BeginX" ? pair.first : pair.second) = box->second;
+    }
+    // In the order of their making: what was sent to the back came later.
+    std::vector<Shape*> lines;
+    for (const auto& shape : page.shapes) {
+        if (RoleOf(page, *shape) == Role::Line) lines.push_back(shape.get());
+    }
+    std::sort(lines.begin(), lines.end(), [](const Shape* a, const Shape* b) { return a->id < b->id; });
+    for (Shape* shape : lines) {
+        const auto joined = ends.find(shape->id);
+        if (joined == ends.end() || joined->second.first < 0 || joined->second.second < 0) continue;
+        layout::Line line{joined->second.first, joined->second.second, 0, 0};
+        if (!TextOf(*shape).empty()) {
+            const Rect label = LabelOf(document, page, *shape);
+            line.labelWidth = label.Width() * kLabelSlack;
+            line.labelHeight = label.Height() * kLabelSlack;
+        }
+        result.lines.push_back(shape);
+        result.graph.lines.push_back(line);
+    }
+    return result;
+}
+
+void MoveTo(OpenDocument& document, Page& page, Shape& shape, Point center) {
+    const Rect block = BlockOf(document, page, shape);
+    const Point middle = block.Center();
+    Recalculation& cells = document.recalculation;
+    cells.SetValue(page, shape, Name::PinX,
+                   Value::Of(cells.Number(page, shape, Name::PinX) + center.x - middle.x));
+    cells.SetValue(page, shape, Name::PinY,
+                   Value::Of(cells.Number(page, shape, Name::PinY) + center.y - middle.y));
+}
+
+/// Where a note stands from the pin of its box.
+struct NoteDistance {
+    Shape* note;
+    Shape* box;
+    Point offset;
+};
+
+std::vector<NoteDistance> NoteDistances(OpenDocument& document, Page& page) {
+    std::vector<NoteDistance> distances;
+    const auto pin = [&](Shape& shape) {
+        return Point{Number(document, page, shape, Name::PinX), Number(document, page, shape, Name::PinY)};
+    };
+    for (const auto& shape : page.shapes) {
+        if (RoleOf(page, *shape) != Role::Note) continue;
+        Shape* box = GluedTo(page, *shape, true);
+        if (box) distances.push_back({shape.get(), box, pin(*shape) - pin(*box)});
+    }
+    return distances;
+}
+
+}  // namespace
+
+Role RoleOf(const Page& page, const Shape& shape) {
+    if (IsAnnotation(shape)) return Role::Note;
+    const int kind = static_cast<int>(Number(shape, Name::ObjType));
+    if (IsOneDimensional(shape)) return kind == kRoutable || kind == kUndecided ? Role::Line : Role::Other;
+    if (kind == kPlaceable) return Role::Box;
+    if (kind == kUndecided) return HasLine(page, shape) ? Role::Box : Role::Other;
+    return Role::Decoration;
+}
+
+Rect BlockOf(OpenDocument& document, Page& page, Shape& shape) {
+    const double x0 =
+        Number(document, page, shape, Name::PinX) - Number(document, page, shape, Name::LocPinX);
+    const double y0 =
+        Number(document, page, shape, Name::PinY) - Number(document, page, shape, Name::LocPinY);
+    return {x0, y0, x0 + Number(document, page, shape, Name::Width),
+            y0 + Number(document, page, shape, Name::Height)};
+}
+
+Rect LabelOf(OpenDocument& document, Page& page, Shape& line) {
+    const auto number = [&](Name name) { return Number(document, page, line, name); };
+    const double width = number(Name::TxtWidth), height = number(Name::TxtHeight);
+    const double x0 =
+        number(Name::PinX) - number(Name::LocPinX) + number(Name::TxtPinX) - number(Name::TxtLocPinX);
+    const double y0 =
+        number(Name::PinY) - number(Name::LocPinY) + number(Name::TxtPinY) - number(Name::TxtLocPinY);
+    return {x0, y0, x0 + width, y0 + height};
+}
+
+Rect NoteOf(OpenDocument& document, Page& page, Shape& note) {
+    const double x = Number(document, page, note, Name::PinX), y = Number(document, page, note, Name::PinY);
+    const double width = Number(document, page, note, Name::Width);
+    FontLibrary& fonts = document.Shop().fonts;
+    return {x, y, x + std::min(width, TextWidth(fonts, *document.model, note)),
+            y + std::min(Number(document, page, note, Name::Height),
+                         TextHeight(fonts, *document.model, note, width))};
+}
+
+void LayOutPage(OpenDocument& document, Page& page) {
+    document.recalculation.Settle();
+    const PageGraph on = GraphOf(document, page);
+    if (on.boxes.empty()) return;
+    const std::vector<NoteDistance> notes = NoteDistances(document, page);
+    const layout::Placement placement = layout::PlaceAndRoute(on.graph, StyleOf(document, page));
+    for (Shape* line : on.lines) DropRoute(document, page, *line);
+    for (std::size_t i = 0; i < on.boxes.size(); ++i)
+        MoveTo(document, page, *on.boxes[i], placement.centers[i]);
+    for (const NoteDistance& each : notes) {
+        Recalculation& cells = document.recalculation;
+        const Point pin{cells.Number(page, *each.box, Name::PinX), cells.Number(page, *each.box, Name::PinY)};
+        cells.SetValue(page, *each.note, Name::PinX, Value::Of(pin.x + each.offset.x));
+        cells.SetValue(page, *each.note, Name::PinY, Value::Of(pin.y + each.offset.y));
+        RefreshGlue(document, page, *each.note);
+    }
+    document.recalculation.Settle();
+    for (std::size_t k = 0; k < on.lines.size(); ++k)
+        WriteRoute(document, page, *on.lines[k], placement.routes[k]);
+    document.recalculation.Settle();
+}
+
+void ResizePageToContents(OpenDocument& document, Page& page) {
+    document.recalculation.Settle();
+    const auto contents = ContentsOf(document, page);
+    if (!contents) return;
+    const layout::Box title = TitleOf(document, page);
+    const double width = std::max(contents->Width() + 2 * kMargin, title.width + 2 * kTitleInset);
+    const double height = contents->Height() + kMargin + TopMargin(title);
+    Recalculation& cells = document.recalculation;
+    cells.SetValue(page, page.sheet, Name::PageWidth, Value::Of(width));
+    cells.SetValue(page, page.sheet, Name::PageHeight, Value::Of(height));
+    cells.SetValue(page, page.sheet, Name::PrintPageOrientation, Value::Of(PaperOrientation(width, height)));
+    cells.Settle();
+}
+
+void CenterContents(OpenDocument& document, Page& page) {
+    document.recalculation.Settle();
+    const auto contents = ContentsOf(document, page);
+    if (!contents) return;
+    const double width = Number(document, page, page.sheet, Name::PageWidth);
+    const double height = Number(document, page, page.sheet, Name::PageHeight);
+    const double top = TopMargin(TitleOf(document, page)), middle = (kMargin + height - top) / 2;
+    Translate(page, width / 2 - contents->Center().x, middle - contents->Center().y);
+}
+
+}  // namespace norvelis::drawing

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "base/geometry.h"
+#include "drawing/automation/session.h"
+#include "layout/graph/graph.h"
+
+// What the engine does with a page as a whole: placing and routing, the page's size, notes. Boxes are shapes
+// that lines may be glued to and that the layout moves; lines are connectors with a box at each end; notes
+// are shapes of the annotation master; decorations (backgrounds, titles) stand where the page is and count
+// for nothing.
+namespace norvelis::drawing {
+
+enum class Role { Box, Line, Note, Decoration, Other };
+Role RoleOf(const Page& page, const Shape& shape);
+
+/// Bounds of a shape's block on its page, of a line's label, and of all that a note covers.
+Rect BlockOf(OpenDocument& document, Page& page, Shape& shape);
+Rect LabelOf(OpenDocument& document, Page& page, Shape& line);
+Rect NoteOf(OpenDocument& document, Page& page, Shape& note);
+
+/// Places all boxes and routes all lines by the page's layout row; notes keep their distance from their
+/// boxes.
+void LayOutPage(OpenDocument& document, Page& page);
+
+/// The page becomes as large as its contents, a margin, and a strip for a title where there is one. An empty
+/// page keeps its size.
+void ResizePageToContents(OpenDocument& document, Page& page);
+
+/// Moves the contents to the middle of the page, below the title.
+void CenterContents(OpenDocument& document, Page& page);
+
+/// Moves each note that covers a box, a label, or another note to the nearest free place; one that also
+/// leaves the lines free is preferred when it is not much farther. The page grows where it must.
+void FindRoomForNotes(OpenDocument& document, Page& page);
+
+}  // namespace norvelis::drawing

@@ -1,0 +1,102 @@
+#include "drawing/export/pdf.h"
+
+#include <QBuffer>
+#include <QPageSize>
+#include <QPainter>
+#include <QPdfWriter>
+#include <algorithm>
+#include <qpdf/QPDF.hh>
+#include <qpdf/QPDFObjectHandle.hh>
+#include <qpdf/QPDFPageDocumentHelper.hh>
+#include <qpdf/QPDFPageObjectHelper.hh>
+#include <qpdf/QPDFWriter.hh>
+
+#include "drawing/render/paint.h"
+
+namespace norvelis::drawing::render {
+
+namespace {
+
+constexpr double kLongestSide = 14400;  // Points: readers refuse larger pages.
+
+double PointsPerUnit(const Scene& scene) {
+    const double longest = std::max(scene.size.width(), scene.size.height()) / kUnitsPerPoint;
+    return (longest > kLongestSide ? kLongestSide / longest : 1) / kUnitsPerPoint;
+}
+
+QByteArray PaintPages(const std::vector<Scene>& scenes) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&buffer);
+    writer.setResolution(static_cast<int>(kUnitsPerInch));
+    writer.setCreator("Norvelis");
+    if (!scenes.empty()) writer.setTitle(scenes.front().title);
+    writer.setPageMargins(QMarginsF());
+    QPainter painter;
+    for (const Scene& scene : scenes) {
+        const double points = PointsPerUnit(scene);
+        writer.setPageSize(QPageSize(scene.size * points, QPageSize::Point, {}, QPageSize::ExactMatch));
+        if (painter.isActive())
+            writer.newPage();
+        else
+            painter.begin(&writer);
+        painter.resetTransform();
+        painter.scale(points * kUnitsPerPoint, points * kUnitsPerPoint);
+        PaintScene(painter, scene);
+    }
+    painter.end();
+    return bytes;
+}
+
+QPDFObjectHandle Link(const Figure& figure, const Scene& scene) {
+    const double points = PointsPerUnit(scene), height = scene.size.height() * points;
+    const QRectF box = figure.bounds;
+    auto area = QPDFObjectHandle::newArray(
+        QPDFObjectHandle::Rectangle(box.left() * points, height - box.bottom() * points, box.right() * points,
+                                    height - box.top() * points));
+    auto action = QPDFObjectHandle::newDictionary();
+    action.replaceKey("/S", QPDFObjectHandle::newName("/URI"));
+    action.replaceKey("/URI", QPDFObjectHandle::newString(figure.address.toUtf8().toStdString()));
+    auto link = QPDFObjectHandle::newDictionary();
+    link.replaceKey("/Type", QPDFObjectHandle::newName("/Annot"));
+    link.replaceKey("/Subtype", QPDFObjectHandle::newName("/Link"));
+    link.replaceKey("/Rect", area);
+    link.replaceKey("/Border", QPDFObjectHandle::parse("[0 0 0]"));
+    link.replaceKey("/A", action);
+    if (!figure.addressText.isEmpty())
+        link.replaceKey("/Contents", QPDFObjectHandle::newUnicodeString(figure.addressText.toStdString()));
+    return link;
+}
+
+}  // namespace
+
+std::string PdfText(const std::vector<Scene>& scenes) {
+    const QByteArray painted = PaintPages(scenes);
+    QPDF document;
+    document.processMemoryFile("drawing", painted.constData(), static_cast<std::size_t>(painted.size()));
+    auto pages = QPDFPageDocumentHelper(document).getAllPages();
+    for (std::size_t i = 0; i < pages.size() && i < scenes.size(); ++i) {
+        auto links = QPDFObjectHandle::newArray();
+        for (const Figure& figure : scenes[i].figures) {
+            if (!figure.address.isEmpty())
+                links.appendItem(document.makeIndirectObject(Link(figure, scenes[i])));
+        }
+        if (links.getArrayNItems() > 0) pages[i].getObjectHandle().replaceKey("/Annots", links);
+    }
+    // The clock and the random names that the painter put in would make equal drawings unequal files.
+    auto information = document.getTrailer().getKey("/Info");
+    if (information.isDictionary()) {
+        information.removeKey("/CreationDate");
+        information.removeKey("/ModDate");
+    }
+    document.getRoot().removeKey("/Metadata");
+    QPDFWriter writer(document);
+    writer.setOutputMemory();
+    writer.setDeterministicID(true);
+    writer.write();
+    const auto buffer = writer.getBufferSharedPointer();
+    return {reinterpret_cast<const char*>(buffer->getBuffer()), buffer->getSize()};
+}
+
+}  // namespace norvelis::drawing::render

@@ -1,0 +1,216 @@
+#include "layout/layered/channels.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <iterator>
+#include <map>
+#include <numeric>
+#include <set>
+#include <tuple>
+
+namespace norvelis::layout {
+
+namespace {
+
+/// Jogs that share a track for sure: one line, or the lines of one trunk, or those of them that go one way.
+struct Piece {
+    double left, right;
+    int trunk;
+    std::vector<int> jogs;
+    std::vector<int> below;  ///< Pieces that must lie lower.
+    int highestTrack = 0;
+};
+
+std::vector<Piece> PiecesOf(const std::vector<Jog>& jogs, const std::set<int>& halvedTrunks) {
+    std::vector<Piece> pieces;
+    std::map<std::pair<int, bool>, std::size_t> trunks;
+    for (std::size_t i = 0; i < jogs.size(); ++i) {
+        const Jog& jog = jogs[i];
+        if (jog.from == jog.to) continue;
+        std::size_t at = pieces.size();
+        const bool isRightHalf = halvedTrunks.count(jog.trunk) > 0 && jog.to > jog.from;
+        if (jog.trunk >= 0) at = trunks.try_emplace({jog.trunk, isRightHalf}, at).first->second;
+        if (at == pieces.size()) pieces.push_back({jog.from, jog.from, jog.trunk, {}, {}});
+        pieces[at].jogs.push_back(static_cast<int>(i));
+        pieces[at].left = std::min({pieces[at].left, jog.from, jog.to});
+        pieces[at].right = std::max({pieces[at].right, jog.from, jog.to});
+    }
+    return pieces;
+}
+
+/// Whether piece a must lie above piece b: for two lines that need not cross, the one that stands farther the
+/// way they both go; and where a's line comes down right over the place where b's goes on, so that they do
+/// not run together.
+bool MustLieAbove(const Piece& a, const Piece& b, const std::vector<Jog>& jogs, double gap) {
+    for (const int i : a.jogs) {
+        for (const int k : b.jogs) {
+            const Jog &x = jogs[i], &y = jogs[k];
+            if (std::abs(x.from - y.to) < gap * 0.99) return true;
+            if (x.from < x.to && y.from < y.to && x.from > y.from && x.to > y.to) return true;
+            if (x.from > x.to && y.from > y.to && x.from < y.from && x.to < y.to) return true;
+        }
+    }
+    return false;
+}
+
+/// Returns the trunks that would have to lie both above and below another piece.
+std::set<int> Constrain(std::vector<Piece>& pieces, const std::vector<Jog>& jogs, double gap) {
+    std::set<int> torn;
+    std::vector<int> byLeft(pieces.size());
+    for (std::size_t i = 0; i < pieces.size(); ++i) byLeft[i] = static_cast<int>(i);
+    std::sort(byLeft.begin(), byLeft.end(), [&](int a, int b) { return pieces[a].left < pieces[b].left; });
+    for (std::size_t i = 0; i < byLeft.size(); ++i) {
+        const int a = byLeft[i];
+        for (std::size_t k = i + 1; k < byLeft.size(); ++k) {
+            const int b = byLeft[k];
+            if (pieces[b].left >= pieces[a].right + gap) break;
+            const bool aAbove = MustLieAbove(pieces[a], pieces[b], jogs, gap);
+            const bool bAbove = MustLieAbove(pieces[b], pieces[a], jogs, gap);
+            if (aAbove && bAbove) torn.insert({pieces[a].trunk, pieces[b].trunk});
+            if (aAbove == bAbove) continue;
+            pieces[aAbove ? a : b].below.push_back(aAbove ? b : a);
+        }
+    }
+    torn.erase(-1);
+    return torn;
+}
+
+/// The pieces so that each comes before those that must lie lower, those with the longest chain under them
+/// first. Where demands run in a ring, the one that closes it is dropped.
+std::vector<int> FromAbove(const std::vector<Piece>& pieces) {
+    enum : std::int8_t { Unseen, Open, Done };
+    std::vector<std::int8_t> state(pieces.size(), Unseen);
+    std::vector<int> chain(pieces.size()), order(pieces.size());
+    std::vector<std::pair<int, std::size_t>> walk;  // piece, and how many of those below it are done
+    for (std::size_t start = 0; start < pieces.size(); ++start) {
+        if (state[start] == Unseen) walk.emplace_back(static_cast<int>(start), 0);
+        while (!walk.empty()) {
+            const int at = walk.back().first;
+            state[at] = Open;
+            if (walk.back().second == pieces[at].below.size()) {
+                state[at] = Done;
+                walk.pop_back();
+                if (!walk.empty())
+                    chain[walk.back().first] = std::max(chain[walk.back().first], chain[at] + 1);
+                continue;
+            }
+            const int next = pieces[at].below[walk.back().second++];
+            if (state[next] == Unseen) walk.emplace_back(next, 0);
+            if (state[next] == Done) chain[at] = std::max(chain[at], chain[next] + 1);
+        }
+    }
+    std::iota(order.begin(), order.end(), 0);
+    std::sort(order.begin(), order.end(), [&](int a, int b) {
+        return std::tuple(-chain[a], pieces[a].left, a) < std::tuple(-chain[b], pieces[b].left, b);
+    });
+    return order;
+}
+
+/// What is taken on each track.
+class TrackUse {
+  public:
+    explicit TrackUse(double gap) : gap_(gap) {}
+
+    int Count() const { return static_cast<int>(taken_.size()); }
+
+    /// The highest free track that is not above the given one.
+    int Take(int highest, double left, double right) {
+        const auto isTaken = [&](const std::vector<std::pair<double, double>>& track) {
+            return std::any_of(track.begin(), track.end(), [&](const auto& taken) {
+                return left < taken.second + gap_ && taken.first < right + gap_;
+            });
+        };
+        auto track = static_cast<std::size_t>(highest);
+        while (track < taken_.size() && isTaken(taken_[track])) ++track;
+        taken_.resize(std::max(taken_.size(), track + 1));
+        taken_[track].emplace_back(left, right);
+        return static_cast<int>(track);
+    }
+
+  private:
+    double gap_;
+    std::vector<std::vector<std::pair<double, double>>> taken_;
+};
+
+/// Where demands contradict each other a line may come down over the place where another goes on. That other
+/// one steps aside, to where the other lines are farthest away.
+class DetourFinder {
+  public:
+    DetourFinder(const std::vector<Jog>& jogs, double gap) : jogs_(jogs), gap_(gap) {
+        for (std::size_t i = 0; i < jogs.size(); ++i) byStart_.push_back(static_cast<int>(i));
+        std::sort(byStart_.begin(), byStart_.end(),
+                  [&](int a, int b) { return jogs[a].from < jogs[b].from; });
+        for (const Jog& jog : jogs) columns_.insert({jog.from, jog.to});
+    }
+
+    void AddDetours(TrackUse& use, Tracks& tracks) {
+        for (std::size_t i = 0; i < jogs_.size(); ++i) {
+            if (tracks.track[i] < 0) continue;
+            const Jog& jog = jogs_[i];
+            const int below = LowestOver(jog.to, tracks);
+            if (below <= tracks.track[i]) continue;
+            const double x = FreestNear(jog.to);
+            columns_.insert(x);
+            const int track = use.Take(below + 1, std::min(x, jog.to), std::max(x, jog.to));
+            tracks.detours.push_back({static_cast<int>(i), track, x});
+        }
+    }
+
+  private:
+    /// The lowest track to which a line comes down right over x; -1 when there is none.
+    int LowestOver(double x, const Tracks& tracks) const {
+        const double near = gap_ * 0.49;
+        int lowest = -1;
+        auto at = std::lower_bound(byStart_.begin(), byStart_.end(), x - near,
+                                   [&](int a, double value) { return jogs_[a].from < value; });
+        for (; at != byStart_.end() && jogs_[*at].from < x + near; ++at)
+            lowest = std::max(lowest, tracks.track[*at]);
+        return lowest;
+    }
+
+    double FreestNear(double x) const {
+        double best = x, room = 0;
+        for (const int step : {1, -1, 2, -2, 3, -3, 4, -4}) {
+            const double column = x + step * gap_ / 4;
+            const auto next = columns_.lower_bound(column);
+            const double after = next == columns_.end() ? gap_ : *next - column;
+            const double before = next == columns_.begin() ? gap_ : column - *std::prev(next);
+            if (std::min(before, after) <= room) continue;
+            room = std::min(before, after);
+            best = column;
+        }
+        return best;
+    }
+
+    const std::vector<Jog>& jogs_;
+    double gap_;
+    std::vector<int> byStart_;
+    std::set<double> columns_;  ///< Where lines run up and down.
+};
+
+}  // namespace
+
+Tracks AssignTracks(const std::vector<Jog>& jogs, double gap) {
+    std::vector<Piece> pieces = PiecesOf(jogs, {});
+    if (const std::set<int> torn = Constrain(pieces, jogs, gap); !torn.empty()) {
+        pieces = PiecesOf(jogs, torn);
+        Constrain(pieces, jogs, gap);
+    }
+
+    Tracks tracks;
+    tracks.track.assign(jogs.size(), -1);
+    TrackUse use(gap);
+    for (const int at : FromAbove(pieces)) {
+        const Piece& piece = pieces[at];
+        const int track = use.Take(piece.highestTrack, piece.left, piece.right);
+        for (const int jog : piece.jogs) tracks.track[jog] = track;
+        for (const int other : piece.below)
+            pieces[other].highestTrack = std::max(pieces[other].highestTrack, track + 1);
+    }
+    DetourFinder(jogs, gap).AddDetours(use, tracks);
+    tracks.count = use.Count();
+    return tracks;
+}
+
+}  // namespace norvelis::layout

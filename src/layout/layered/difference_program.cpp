@@ -1,0 +1,233 @@
+#include "layout/layered/difference_program.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace norvelis::layout {
+
+namespace {
+
+constexpr std::int64_t unlimited = std::numeric_limits<std::int64_t>::max() / 4;
+
+}  // namespace
+
+// The dual: a distance to keep is an arc without limit against its direction, a wished distance a pair of
+// arcs of capacity `weight`; the potentials of the cheapest flow are the numbers sought.
+void DifferenceProgram::Keep(int from, int to, std::int64_t least) {
+    if (from != to) arcs_.push_back({to, from, -least, unlimited});
+}
+
+void DifferenceProgram::Pull(int from, int to, std::int64_t least, std::int64_t most, std::int64_t weight) {
+    if (from == to || weight <= 0) return;
+    arcs_.push_back({from, to, most, weight});
+    arcs_.push_back({to, from, -least, weight});
+}
+
+void DifferenceProgram::Shorten(int from, int to, std::int64_t weight) {
+    excess_[to] += weight;
+    excess_[from] -= weight;
+}
+
+class NetworkSimplex {
+  public:
+    explicit NetworkSimplex(const DifferenceProgram& program);
+
+    void Run() {
+        while (FindEntering()) Pivot();
+    }
+    std::int64_t Potential(int node) const { return nodes_[node].potential; }
+
+  private:
+    enum State : std::int8_t { AtCapacity = -1, InTree = 0, Empty = 1 };
+    struct Arc {
+        int source, target;
+        std::int64_t cost, capacity, flow;
+        State state;
+    };
+    /// A node of the spanning tree, its children in a doubly linked list.
+    struct Node {
+        std::int64_t potential = 0;
+        int parent = -1, arc = -1, depth = 0;
+        bool up = true;  ///< The arc leads to the parent.
+        int firstChild = -1, next = -1, previous = -1;
+    };
+
+    bool FindEntering();
+    void Pivot();
+    int Join(int a, int b) const;
+    void PushFlow(int join, std::int64_t amount);
+    void Hang(int node, int parent, int arc);
+    void Unhang(int node);
+    void MoveSubtree(int root, std::int64_t raise);
+
+    std::vector<Arc> arcs_;
+    std::vector<Node> nodes_;
+    int searchable_, next_ = 0, entering_ = 0;
+    std::vector<int> stack_;
+};
+
+NetworkSimplex::NetworkSimplex(const DifferenceProgram& program)
+    : nodes_(program.count_ + 1), searchable_(static_cast<int>(program.arcs_.size())) {
+    std::int64_t dearest = 1;
+    for (const auto& arc : program.arcs_) {
+        arcs_.push_back({arc.source, arc.target, arc.cost, arc.capacity, 0, Empty});
+        dearest = std::max(dearest, std::abs(arc.cost));
+    }
+    const int root = program.count_;
+    const std::int64_t artificial = (dearest + 1) * (root + 1);
+    for (int i = 0; i < root; ++i) {
+        const std::int64_t excess = program.excess_[i];
+        if (excess >= 0) {
+            arcs_.push_back({i, root, 0, unlimited, excess, InTree});
+        } else {
+            arcs_.push_back({root, i, artificial, unlimited, -excess, InTree});
+            nodes_[i].potential = artificial;
+        }
+        nodes_[i].depth = 1;
+        Hang(i, root, static_cast<int>(arcs_.size()) - 1);
+    }
+}
+
+bool NetworkSimplex::FindEntering() {
+    const int block = std::max(20, static_cast<int>(std::sqrt(searchable_)));
+    std::int64_t best = 0;
+    int inBlock = block;
+    for (int seen = 0; seen < searchable_; ++seen) {
+        const Arc& arc = arcs_[next_];
+        const std::int64_t reduced =
+            arc.state * (arc.cost + nodes_[arc.source].potential - nodes_[arc.target].potential);
+        if (reduced < best) {
+            best = reduced;
+            entering_ = next_;
+        }
+        if (++next_ == searchable_) next_ = 0;
+        if (--inBlock == 0) {
+            if (best < 0) return true;
+            inBlock = block;
+        }
+    }
+    return best < 0;
+}
+
+int NetworkSimplex::Join(int a, int b) const {
+    while (a != b) {
+        if (nodes_[a].depth >= nodes_[b].depth) {
+            a = nodes_[a].parent;
+        } else {
+            b = nodes_[b].parent;
+        }
+    }
+    return a;
+}
+
+void NetworkSimplex::PushFlow(int join, std::int64_t amount) {
+    Arc& entering = arcs_[entering_];
+    entering.flow += amount;
+    for (int u = entering.source; u != join; u = nodes_[u].parent)
+        arcs_[nodes_[u].arc].flow += nodes_[u].up ? -amount : amount;
+    for (int u = entering.target; u != join; u = nodes_[u].parent)
+        arcs_[nodes_[u].arc].flow += nodes_[u].up ? amount : -amount;
+}
+
+// The leaving arc is the last that blocks on the way around the cycle from its join: that keeps the tree
+// strongly feasible, so that pivots without a push of flow cannot go round for ever.
+void NetworkSimplex::Pivot() {
+    Arc& entering = arcs_[entering_];
+    const bool forward = entering.state == Empty;
+    const int first = forward ? entering.source : entering.target;
+    const int second = forward ? entering.target : entering.source;
+    const int join = Join(first, second);
+
+    std::int64_t push = entering.capacity;
+    int leaving = -1;
+    bool onFirst = false;
+    const auto room = [&](int u, bool against) {
+        const Arc& arc = arcs_[nodes_[u].arc];
+        return nodes_[u].up == against     ? arc.flow
+               : arc.capacity >= unlimited ? unlimited
+                                           : arc.capacity - arc.flow;
+    };
+    for (int u = first; u != join; u = nodes_[u].parent) {
+        if (const auto r = room(u, true); r < push) {
+            push = r;
+            leaving = u;
+            onFirst = true;
+        }
+    }
+    for (int u = second; u != join; u = nodes_[u].parent) {
+        if (const auto r = room(u, false); r <= push) {
+            push = r;
+            leaving = u;
+            onFirst = false;
+        }
+    }
+    if (push > 0) PushFlow(join, forward ? push : -push);
+    if (leaving < 0) {
+        entering.state = forward ? AtCapacity : Empty;
+        return;
+    }
+    entering.state = InTree;
+    Arc& left = arcs_[nodes_[leaving].arc];
+    left.state = left.flow == 0 ? Empty : AtCapacity;
+
+    // The part of the tree below the leaving arc is hung up at the entering arc's other end.
+    const int newChild = onFirst ? first : second, newParent = onFirst ? second : first;
+    int node = newChild, parent = newParent, arc = entering_;
+    for (bool last = false; !last;) {
+        last = node == leaving;
+        const int oldParent = nodes_[node].parent, oldArc = nodes_[node].arc;
+        Unhang(node);
+        Hang(node, parent, arc);
+        parent = node;
+        node = oldParent;
+        arc = oldArc;
+    }
+    const std::int64_t cost = nodes_[newChild].up ? entering.cost : -entering.cost;
+    MoveSubtree(newChild, nodes_[newParent].potential - nodes_[newChild].potential - cost);
+}
+
+void NetworkSimplex::Hang(int node, int parent, int arc) {
+    Node& n = nodes_[node];
+    n.parent = parent;
+    n.arc = arc;
+    n.up = arcs_[arc].source == node;
+    n.previous = -1;
+    n.next = nodes_[parent].firstChild;
+    if (n.next >= 0) nodes_[n.next].previous = node;
+    nodes_[parent].firstChild = node;
+}
+
+void NetworkSimplex::Unhang(int node) {
+    const Node& n = nodes_[node];
+    if (n.previous >= 0) {
+        nodes_[n.previous].next = n.next;
+    } else {
+        nodes_[n.parent].firstChild = n.next;
+    }
+    if (n.next >= 0) nodes_[n.next].previous = n.previous;
+}
+
+void NetworkSimplex::MoveSubtree(int root, std::int64_t raise) {
+    stack_.assign(1, root);
+    while (!stack_.empty()) {
+        Node& node = nodes_[stack_.back()];
+        stack_.pop_back();
+        node.potential += raise;
+        node.depth = nodes_[node.parent].depth + 1;
+        for (int child = node.firstChild; child >= 0; child = nodes_[child].next) stack_.push_back(child);
+    }
+}
+
+std::vector<std::int64_t> DifferenceProgram::Solve() const {
+    std::vector<std::int64_t> solution(count_);
+    if (count_ == 0) return solution;
+    NetworkSimplex simplex(*this);
+    simplex.Run();
+    std::int64_t least = unlimited;
+    for (int i = 0; i < count_; ++i) least = std::min(least, solution[i] = simplex.Potential(i));
+    for (auto& value : solution) value -= least;
+    return solution;
+}
+
+}  // namespace norvelis::layout

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "layout/place_and_route.h"
+#include "layout/graph/graph.h"
+
+namespace norvelis::layout {
+
+/// Places all boxes and routes all lines, every component of the graph beside the others. The one entry to
+/// this module.
+Placement PlaceAndRoute(const Graph& graph, const Style& style);
+
+}  // namespace norvelis::layout

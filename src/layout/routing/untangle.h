@@ -1,0 +1,12 @@
+#pragma once
+
+#include "layout/spacing/sketch.h"
+
+namespace norvelis::layout {
+
+/// Neighbouring parallel pieces of lines change places where that saves crossings and no box is in the way:
+/// the order of nudging in Wybrow, Marriott, Stuckey: Orthogonal connector routing (2009), found by
+/// exchanges. Labels must not have been placed yet.
+void Untangle(Sketch& sketch);
+
+}  // namespace norvelis::layout

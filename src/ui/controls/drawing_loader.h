@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QObject>
+#include <optional>
+
+#include "ui/controls/drawing_picture.h"
+
+class QThread;
+
+namespace norvelis::ui {
+
+/// Reads drawing files in a thread of its own, so that a large one does not hold up the window. One at a
+/// time; of those asked for meanwhile the last one counts.
+class DrawingLoader : public QObject {
+    Q_OBJECT
+
+  public:
+    struct Result {
+        std::unique_ptr<DrawingPicture> picture;
+        QString reason;  ///< Why there is no picture.
+    };
+
+    explicit DrawingLoader(OpenDrawing open);
+    ~DrawingLoader() override;  ///< Waits for a file that is being read.
+
+    /// What is done with a picture before it is handed over, in the same thread.
+    using Prepare = std::function<void(DrawingPicture&)>;
+
+    void Load(const QString& path, Prepare prepare);
+    void Forget();  ///< What was asked for is not wanted any more.
+    bool Loading() const { return wanted_.has_value(); }
+
+    /// What Loaded told of; it can be taken once.
+    Result Take() { return std::move(result_); }
+
+  signals:
+    void Loaded();
+
+  private:
+    void Start();
+    void Finished();
+
+    OpenDrawing open_;
+    std::optional<QString> wanted_;
+    Prepare prepare_;
+    bool askedAgain_ = false;  ///< While it reads.
+    QThread* thread_ = nullptr;
+    Result result_;
+};
+
+}  // namespace norvelis::ui

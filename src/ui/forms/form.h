@@ -1,0 +1,97 @@
+#pragma once
+
+#include <QLabel>
+#include <QPoint>
+#include <QString>
+#include <QWidget>
+
+#include "ui/skins/picture.h"
+
+namespace norvelis::ui {
+
+class mdiMainMenu;
+class WindowButton;
+
+/// The base of every screen: a borderless window drawn from a skin's pictures, with caption, minimise,
+/// restore and close. It stands inside the main frame, or as a window of its own when it waits for an answer.
+///
+/// A screen makes its controls in its constructor below the caption, names them, and gives them Tags;
+/// whoever makes the screen then calls Load, which loads settings and skin, fixes the size and places it.
+class Form : public QWidget {
+    Q_OBJECT
+
+  public:
+    Form(mdiMainMenu& frame, const QString& name, const QString& caption, QSize size);
+    ~Form() override;
+
+    /// LoadINISettings, LoadSkins, SetColors, size, place.
+    virtual void Load();
+    /// Takes pictures and colours, or colours alone, of the skin in force.
+    void ApplySkin();
+    void ApplyColors();
+
+    /// The size tag: names the skin's background and its section of places.
+    const QString& Tag2() const { return tag2_; }
+    void SetTag2(const QString& tag) { tag2_ = tag; }
+
+    void SetPicture(const Picture& picture);
+
+    /// Shows the form as a window of its own and waits until it is closed.
+    void ShowAndWait();
+
+    /// Moves the form; inside the main frame its caption stays within reach.
+    void MoveTo(QPoint place);
+    /// Back to the place where a form stands at first.
+    virtual void Place();
+
+    /// False when the form must stay: the person was asked and wants it so.
+    virtual bool QueryUnload() { return true; }
+    /// Closes the form without asking.
+    void Unload();
+
+    mdiMainMenu& Frame() { return frame_; }
+
+  signals:
+    void Touched();  ///< Pressed somewhere: it wants to be the active one.
+    void Minimized();
+    void Closed();
+
+  protected:
+    virtual void LoadINISettings();
+    virtual void SaveINISettings() {}
+    /// The form has new pictures or colours.
+    virtual void SkinApplied() {}
+    /// Where ShowAndWait puts the form on the screen.
+    virtual QPoint WaitingPlace();
+
+    QColor CaptionColor() const;  ///< Of the background behind the caption.
+
+    void paintEvent(QPaintEvent*) override;
+    void mousePressEvent(QMouseEvent*) override;
+    void mouseMoveEvent(QMouseEvent*) override;
+    void mouseReleaseEvent(QMouseEvent*) override;
+    void keyPressEvent(QKeyEvent*) override;
+    void closeEvent(QCloseEvent*) override;
+
+    /// The room below the caption.
+    QRect Body() const;
+
+  private:
+    friend void StartFormDrag(Form& form, QPoint globalPlace);
+
+    mdiMainMenu& frame_;
+    QString tag2_;
+    QSize size_;
+    Picture picture_;
+    QLabel* lblCaption_;
+    WindowButton *imgClose_, *imgRestore_, *imgMinimize_;
+    std::optional<QPoint> dragFrom_;  ///< Where in the window the mouse holds it.
+    bool unloading_ = false;
+};
+
+inline constexpr QSize kLargeForm(1040, 620);
+
+/// A label on a form; Tag may be empty.
+QLabel* MakeLabel(QWidget* parent, const QString& name, const QString& text, const QString& tag = {});
+
+}  // namespace norvelis::ui

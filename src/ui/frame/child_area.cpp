@@ -1,0 +1,194 @@
+#include "ui/frame/child_area.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QPainter>
+#include <algorithm>
+
+#include "ui/forms/form.h"
+
+namespace norvelis::ui {
+
+namespace {
+
+constexpr int kShadow = 14;
+
+/// Falls a little downwards; the form itself hides the middle.
+void PaintShadow(QPainter& painter, const QRect& form, bool strong) {
+    const QRect fallen = form.translated(0, 3);
+    const auto shade = [strong](double near) {
+        return QColor(10, 20, 35, static_cast<int>((strong ? 46 : 24) * near * near));
+    };
+    painter.fillRect(fallen, shade(1));
+    painter.setBrush(Qt::NoBrush);
+    for (int i = 1; i <= kShadow; ++i) {
+        painter.setPen(shade(1 - static_cast<double>(i) / kShadow));
+        const double out = i - 0.5;
+        painter.drawRoundedRect(QRectF(fallen).adjusted(-out, -out, out, out), i, i);
+    }
+}
+
+Form* FormOf(QWidget* widget) {
+    while (widget) {
+        if (auto* form = qobject_cast<Form*>(widget)) return form;
+        widget = widget->parentWidget();
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+ChildArea::ChildArea(QWidget* parent) : QWidget(parent) {
+    setObjectName("ChildArea");
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* to) { FocusMoved(to); });
+}
+
+void ChildArea::SetBackground(const Picture& picture) {
+    background_ = picture;
+    painted_ = {};
+    update();
+}
+
+void ChildArea::Add(Form* form, bool kept) {
+    form->setAttribute(Qt::WA_DeleteOnClose, !kept);
+    form->installEventFilter(this);
+    connect(form, &Form::Touched, this, [this, form] { Activate(form); });
+    connect(form, &Form::Minimized, this, [this, form] { Minimize(form); });
+    connect(form, &Form::Closed, this, [this, form] { Left(form); });
+    children_.push_back({form, false, {}});
+}
+
+void ChildArea::Activate(Form* form) {
+    Child* child = Find(form);
+    if (!child) return;
+    child->minimized = false;
+    form->show();
+    form->raise();
+    active_ = form;
+    if (!form->isAncestorOf(QApplication::focusWidget())) {
+        if (child->focus && child->focus->isVisibleTo(form)) {
+            child->focus->setFocus();
+        } else if (QWidget* first = form->nextInFocusChain()) {
+            while (first != form && !(first->focusPolicy() & Qt::TabFocus)) first = first->nextInFocusChain();
+            first->setFocus(Qt::TabFocusReason);
+        }
+    }
+    update();
+    emit FormsChanged();
+}
+
+void ChildArea::Minimize(Form* form) {
+    if (Child* child = Find(form)) child->minimized = true;
+    form->hide();
+}
+
+void ChildArea::ActivateNext(int step) {
+    const auto forms = OpenForms();
+    if (forms.empty()) return;
+    const auto here = std::find(forms.begin(), forms.end(), active_.data());
+    const auto count = static_cast<std::ptrdiff_t>(forms.size());
+    const auto place = here == forms.end() ? 0 : here - forms.begin() + step;
+    Activate(forms[static_cast<std::size_t>((place + count) % count)]);
+}
+
+Form* ChildArea::Active() const {
+    return active_;
+}
+
+bool ChildArea::IsMinimized(const Form* form) const {
+    const Child* child = Find(form);
+    return child && child->minimized;
+}
+
+std::vector<Form*> ChildArea::Forms() const {
+    std::vector<Form*> forms;
+    for (const Child& child : children_) {
+        if (child.form) forms.push_back(child.form);
+    }
+    return forms;
+}
+
+std::vector<Form*> ChildArea::OpenForms() const {
+    std::vector<Form*> forms;
+    for (const Child& child : children_) {
+        if (child.form && (child.form->isVisibleTo(this) || child.minimized)) forms.push_back(child.form);
+    }
+    return forms;
+}
+
+const ChildArea::Child* ChildArea::Find(const Form* form) const {
+    const auto found = std::find_if(children_.begin(), children_.end(),
+                                    [form](const Child& child) { return child.form == form; });
+    return found == children_.end() ? nullptr : &*found;
+}
+
+ChildArea::Child* ChildArea::Find(const Form* form) {
+    return const_cast<Child*>(std::as_const(*this).Find(form));
+}
+
+void ChildArea::FocusMoved(QWidget* to) {
+    Form* form = FormOf(to);
+    Child* child = form ? Find(form) : nullptr;
+    if (!child || form->isHidden()) return;  // A form that goes passes the keyboard round inside itself.
+    child->focus = to;
+    if (active_ != form) Activate(form);
+}
+
+void ChildArea::ActivateFront() {
+    active_ = nullptr;
+    const QObjectList& stacked = children();  // in painting order, the frontmost last
+    for (auto child = stacked.rbegin(); child != stacked.rend() && !active_; ++child) {
+        auto* form = qobject_cast<Form*>(*child);
+        if (form && form->isVisibleTo(this)) Activate(form);
+    }
+}
+
+void ChildArea::Left(Form* form) {
+    if (Child* child = Find(form)) child->minimized = false;
+    if (form->testAttribute(Qt::WA_DeleteOnClose))
+        std::erase_if(children_, [form](const Child& child) { return child.form == form; });
+}
+
+bool ChildArea::eventFilter(QObject* object, QEvent* event) {
+    switch (event->type()) {
+        case QEvent::Move:
+        case QEvent::Resize:
+        case QEvent::Show:
+            update();
+            break;
+        case QEvent::Hide:
+            if (!isVisible()) break;  // the whole frame went
+            if (active_ == object) ActivateFront();
+            update();
+            emit FormsChanged();
+            break;
+        default:
+            break;
+    }
+    return QWidget::eventFilter(object, event);
+}
+
+void ChildArea::paintEvent(QPaintEvent*) {
+    // Scaled once for a size: forms are dragged over it.
+    const double ratio = devicePixelRatioF();
+    if (const QSize pixels = (QSizeF(size()) * ratio).toSize(); painted_.size() != pixels) {
+        painted_ = QPixmap(pixels);
+        painted_.setDevicePixelRatio(ratio);
+        painted_.fill(palette().color(QPalette::Mid));
+        QPainter scaling(&painted_);
+        background_.PaintCovering(scaling, rect());
+    }
+    QPainter painter(this);
+    painter.drawPixmap(0, 0, painted_);
+    painter.setRenderHint(QPainter::Antialiasing);
+    for (const Form* form : OpenForms()) {
+        if (form->isVisible()) PaintShadow(painter, form->geometry(), form == active_);
+    }
+}
+
+// A form must stay within reach when the frame shrinks.
+void ChildArea::resizeEvent(QResizeEvent*) {
+    for (Form* form : OpenForms()) form->MoveTo(form->pos());
+}
+
+}  // namespace norvelis::ui

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "ui/forms/form.h"
+
+namespace norvelis::ui {
+
+/// What this program is, and which version of it.
+class frmAbout : public Form {
+  public:
+    explicit frmAbout(mdiMainMenu& frame);
+
+    /// In the middle of the frame, where it hides no other form's caption.
+    void Place() override;
+
+  protected:
+    void LoadINISettings() override;
+};
+
+}  // namespace norvelis::ui

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "browse/record_tree.h"
+#include "ui/forms/form.h"
+
+namespace norvelis::ui {
+
+class cTreeView;
+class DrawingControl2;
+class FlxGrid;
+class LayoutTypes;
+class NodeHover;
+
+/// One record with everything below it, taken out of its schema: its tree, details and layout, and a drawing
+/// of these records alone.
+class frm_IsolateView : public Form {
+    Q_OBJECT
+
+  public:
+    explicit frm_IsolateView(mdiMainMenu& frame);
+
+    /// Shows this record, the root of the tree, or with a schema as the root the whole schema.
+    void Isolate(RecordTree tree);
+
+    /// Fills both grids; the label too when there is such a record.
+    void getinfo(const std::string& recordName);
+    /// Draws the contents of the tree.
+    void ProcessSingle();
+
+  private:
+    QWidget* TreeAndDetails();
+    QWidget* DrawingAndLayout();
+    QLayout* Commands();
+    void ClickNode(NodeIndex node);
+    void ClickShape(const QString& name);
+    void ApplyLayout();
+    void Print();
+
+    cTreeView* Tviewrec_;
+    NodeHover* hover_;
+    FlxGrid *FlxGrid_, *FlxGrid2_;
+    QLabel* Label1_;
+    LayoutTypes* LayoutTypes_;
+    DrawingControl2* DrawingControl2_;
+    std::string schema_;
+};
+
+}  // namespace norvelis::ui

@@ -1,0 +1,27 @@
+#include "ui/screens/browse/frm_treeviewmax.h"
+
+#include <QHBoxLayout>
+
+#include "browse/tree_load.h"
+#include "ui/skins/art/skin_files.h"
+
+namespace norvelis::ui {
+
+frm_Treeviewmax::frm_Treeviewmax(mdiMainMenu& frame)
+    : TreeForm(frame, "frm_Treeviewmax", "RECORDS TREEVIEW MAX", kLargeForm, kTreeviewMax) {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(kMargin);
+    row->addLayout(SearchRow(), 1);
+    row->addLayout(TreeButtons());
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(kMargin, Body().top() + 12, kMargin, kMargin);
+    column->setSpacing(8);
+    column->addLayout(TreeAndPaging(), 1);
+    column->addLayout(row);
+}
+
+void frm_Treeviewmax::LoadINISettings() {
+    SetTag2(kLargeFormTag);
+}
+
+}  // namespace norvelis::ui

@@ -1,0 +1,87 @@
+#include "ui/screens/browse/node_hover.h"
+
+#include "base/failure.h"
+#include "base/text.h"
+#include "browse/record_details.h"
+#include "core/settings.h"
+#include "ui/controls/c_tree_view.h"
+#include "ui/controls/drawing_control.h"
+#include "ui/controls/drawing_files.h"
+#include "ui/forms/form.h"
+#include "ui/frame/mdi_main_menu.h"
+#include "ui/screens/browse/frm_tooltip.h"
+#include "ui/screens/browse/frm_tooltip2.h"
+
+namespace norvelis::ui {
+
+namespace {
+
+constexpr int kTipOffset = 1000 / 15;
+
+}  // namespace
+
+NodeHover::NodeHover(Form& form, cTreeView& tree)
+    : QObject(&form),
+      form_(form),
+      tree_(tree),
+      recordTip_(new frmToolTip(&form)),
+      schemaTip_(new frmToolTip2(&form)) {
+    connect(&tree, &cTreeView::NodeHovered, this, &NodeHover::Moved);
+    connect(&form, &Form::Closed, this, &NodeHover::Hide);
+    connect(&form, &Form::Minimized, this, &NodeHover::Hide);
+}
+
+void NodeHover::Hide() {
+    recordTip_->hide();
+    schemaTip_->hide();
+}
+
+void NodeHover::Moved(NodeIndex node, QPoint place) {
+    if (node == kNoNode) {
+        hoverText_.clear();
+        Hide();
+        return;
+    }
+    const std::string text(Trim(tree_.Tree().Text(node)));
+    if (text.empty()) return recordTip_->hide();
+    if (text == hoverText_) return;
+    hoverText_ = text;
+    AppState& app = form_.Frame().App();
+    app.gSchemaName = tree_.Tree().Schema(node);
+    const QPoint tip = form_.mapToGlobal(place) + QPoint(kTipOffset, kTipOffset);
+    try {
+        if (text != app.gSchemaName) {
+            ShowRecord(app.gSchemaName, text, tip);
+        } else {
+            ShowSchema(app.gSchemaName, tip);
+        }
+        ShowDrawing(app.gSchemaName, text);
+    } catch (const RuntimeFailure&) {
+        // What cannot be looked up leaves the screen as it was.
+    }
+}
+
+void NodeHover::ShowRecord(const std::string& schema, const std::string& record, QPoint place) {
+    schemaTip_->hide();
+    const auto labels = ReadRecordLabels(*form_.Frame().App().gConnection, schema, record);
+    if (!labels) return;
+    recordTip_->Fill(*labels);
+    recordTip_->ShowAt(place);
+}
+
+void NodeHover::ShowSchema(const std::string& schema, QPoint place) {
+    recordTip_->hide();
+    if (!preview_) return;
+    const auto labels = ReadSchemaLabels(*form_.Frame().App().gConnection, schema);
+    if (!labels) return;
+    schemaTip_->Fill(*labels);
+    schemaTip_->ShowAt(place);
+}
+
+// A drawing that is being made keeps the control.
+void NodeHover::ShowDrawing(const std::string& schema, const std::string& name) {
+    if (!preview_ || form_.Frame().Busy()) return;
+    preview_->SetSrc(SavedDrawing(DrawingFolder(form_.Frame().App()), schema, name));
+}
+
+}  // namespace norvelis::ui

@@ -1,0 +1,47 @@
+#include "ui/screens/browse/screen_drawing.h"
+
+#include "base/paths.h"
+#include "ui/controls/c_tree_view.h"
+#include "ui/controls/drawing_control.h"
+#include "ui/frame/mdi_main_menu.h"
+
+namespace norvelis::ui {
+
+ScreenDrawing::ScreenDrawing(mdiMainMenu& frame, cTreeView& tree, DrawingControl2& control, int layout)
+    : tree_(tree),
+      control_(control),
+      drawn_(tree.Tree()),
+      state_(frame.App(), *frame.App().gConnection, frame.Engine(), *this) {
+    state_.options.layout = layout;
+}
+
+bool ScreenDrawing::OnShow() const {
+    return tree_.Tree() == drawn_;
+}
+
+void ScreenDrawing::EnsureVisible(NodeIndex node) {
+    if (OnShow()) tree_.EnsureVisible(node);
+}
+
+void ScreenDrawing::SelectNode(NodeIndex node) {
+    if (OnShow()) tree_.Select(node);
+}
+
+void ScreenDrawing::MarkNode(NodeIndex node) {
+    if (!OnShow()) return;
+    tree_.Select(node);
+    tree_.MarkRed(node);
+}
+
+void ScreenDrawing::ShowText(const std::string& text) {
+    if (OnShow()) showText(QString::fromStdString(text));
+}
+
+void ScreenDrawing::ShowFile(const std::string& path) {
+    if (!OnShow()) return;
+    const QString file = QString::fromStdString(path);
+    control_.SetSrc(FileExists(path) ? file : QString());
+    showFile(file);
+}
+
+}  // namespace norvelis::ui

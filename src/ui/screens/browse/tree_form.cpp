@@ -1,0 +1,144 @@
+#include "ui/screens/browse/tree_form.h"
+
+#include <QHBoxLayout>
+#include <QShortcut>
+#include <functional>
+
+#include "base/failure.h"
+#include "browse/tree_load.h"
+#include "ui/controls/c_tree_view.h"
+#include "ui/controls/drawing_files.h"
+#include "ui/controls/picture_controls.h"
+#include "ui/controls/search_box.h"
+#include "ui/frame/mdi_main_menu.h"
+#include "ui/screens/browse/frm_isolateview.h"
+#include "ui/screens/browse/node_hover.h"
+
+namespace norvelis::ui {
+
+namespace {
+
+struct PagingButton {
+    const char *caption, *toolTip, *spoken;
+};
+constexpr PagingButton kPaging[] = {
+    {"HM", "Go to Top of Treeview", "Top"}, {"PUP", "Page Up", "Page up"},
+    {"UP", "Scroll 1 line up", "Line up"},  {"DN", "Scroll 1 line down", "Line down"},
+    {"PDN", "Page Down", "Page down"},      {"END", "Go to bottom of tree view", "Bottom"}};
+constexpr int kPagingWidth = 42;
+
+QBoxLayout* Row() {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(TreeForm::kGap);
+    return row;
+}
+
+}  // namespace
+
+TreeForm::TreeForm(mdiMainMenu& frame, const QString& name, const QString& caption, QSize size,
+                   const TreeVariant& variant)
+    : Form(frame, name, caption, size),
+      Tview_(new cTreeView("Tview", this)),
+      hover_(new NodeHover(*this, *Tview_)),
+      variant_(variant),
+      search_(new SearchBox(frame.App().host, *Tview_, this)) {
+    connect(Tview_, &cTreeView::NodeClicked, this, &TreeForm::ClickNode);
+    connect(search_, &SearchBox::Searching, hover_, &NodeHover::Hide);
+    auto* again = new QShortcut(QKeySequence::Refresh, this);
+    again->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(again, &QShortcut::activated, this, &TreeForm::Refresh);
+}
+
+SkinButton* TreeForm::LongCommandButton(const QString& name, const QString& caption, const QString& toolTip) {
+    auto* button = new SkinButton(name, caption, this);
+    button->setToolTip(toolTip);
+    Frame().DisableWhileBusy(button);
+    return button;
+}
+
+QBoxLayout* TreeForm::TreeAndPaging() {
+    auto* row = Row();
+    row->addWidget(Tview_, 1);
+    row->addLayout(PagingStrip());
+    return row;
+}
+
+QBoxLayout* TreeForm::SearchRow() {
+    auto* row = Row();
+    row->addWidget(search_->Text1(), 1);
+    row->addWidget(search_->Button());
+    return row;
+}
+
+QBoxLayout* TreeForm::TreeButtons() {
+    auto* expand = new SkinButton("ExpandAll", "EXPAND", this);
+    expand->setToolTip("Expand the Tree View");
+    auto* collapse = new SkinButton("CollapseAll", "COLLAPSE", this);
+    collapse->setToolTip("Compress  the Tree View");
+    SkinButton* refresh = LongCommandButton("cmdRefresh", "REFRESH", "Click to Reload the Treev view");
+    const auto underWaitCursor = [this](void (cTreeView::*command)()) {
+        return [this, command] {
+            hover_->Hide();
+            const clsHourglass hourglass(Frame().App().host);
+            std::invoke(command, *Tview_);
+        };
+    };
+    connect(expand, &QPushButton::clicked, this, underWaitCursor(&cTreeView::ExpandAll));
+    connect(collapse, &QPushButton::clicked, this, underWaitCursor(&cTreeView::CollapseAll));
+    connect(refresh, &QPushButton::clicked, this, &TreeForm::Refresh);
+    auto* row = Row();
+    for (SkinButton* button : {expand, collapse, refresh}) row->addWidget(button);
+    return row;
+}
+
+QBoxLayout* TreeForm::PagingStrip() {
+    auto* strip = new QVBoxLayout;
+    strip->setSpacing(kGap);
+    for (int i = 0; i < static_cast<int>(std::size(kPaging)); ++i) {
+        const PagingButton& paging = kPaging[i];
+        auto* button = new SkinButton(QString("cmdMove%1").arg(i), paging.caption, this);
+        button->setToolTip(paging.toolTip);
+        button->setAccessibleName(paging.spoken);
+        button->setFixedWidth(kPagingWidth);
+        connect(button, &QPushButton::clicked, Tview_,
+                [this, i] { Tview_->ScrollView(static_cast<cTreeView::Scroll>(i)); });
+        strip->addWidget(button);
+        if (i == 2) strip->addStretch();
+    }
+    return strip;
+}
+
+void TreeForm::Refresh() {
+    Frame().RunLong([this] { loadtreeform(); });
+}
+
+void TreeForm::loadtreeform() {
+    hover_->Hide();
+    const clsHourglass hourglass(Frame().App().host);
+    process_Refresh();
+}
+
+void TreeForm::process_Refresh() {
+    AppState& app = Frame().App();
+    Tview_->SetTree({});
+    Tview_->SetTree(norvelis::process_Refresh(app, *app.gConnection, variant_));
+}
+
+void TreeForm::ClickNode(NodeIndex node) {
+    AppState& app = Frame().App();
+    const RecordTree tree = Tview_->Tree();  // Turns of the event loop may bring another one.
+    hover_->Hide();
+    const clsHourglass hourglass(app.host);
+    try {
+        app.gSchemaName = tree.Schema(node);
+        if (Tview_->Tree() == tree) Tview_->MarkRed(node);
+        Frame().LoadScreen(Screen::IsolateView);
+        auto* isolate = qobject_cast<frm_IsolateView*>(Frame().Find(Screen::IsolateView));
+        isolate->Isolate(tree.Subtree(node));
+        app.host.OpenScreen(Screen::IsolateView, false);
+    } catch (const RuntimeFailure&) {
+        // A failed look-up leaves the screens as they were.
+    }
+}
+
+}  // namespace norvelis::ui

@@ -1,0 +1,66 @@
+#include "ui/screens/viewers/view_visio_file.h"
+
+#include <QHBoxLayout>
+
+#include "base/paths.h"
+#include "base/text.h"
+#include "ui/controls/drawing_control.h"
+#include "ui/controls/picture_controls.h"
+#include "ui/frame/mdi_main_menu.h"
+#include "ui/skins/art/skin_files.h"
+
+namespace norvelis::ui {
+
+ViewVisioFile::ViewVisioFile(mdiMainMenu& frame)
+    : Form(frame, "ViewVisioFile", "DRAWING", kLargeForm),
+      DrawingControl2_(new DrawingControl2("DrawingControl2", frame.Drawings(), this)),
+      lblFile_(MakeLabel(this, "lblFile", {})) {
+    lblFile_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    auto* row = new QHBoxLayout;
+    row->addWidget(lblFile_, 1);
+    const auto addButton = [&](const QString& name, const QString& caption, const QString& toolTip,
+                               const auto& command) {
+        auto* button = new SkinButton(name, caption, this);
+        button->setToolTip(toolTip);
+        connect(button, &QPushButton::clicked, this, command);
+        row->addWidget(button);
+    };
+    DrawingControl2* drawing = DrawingControl2_;
+    addButton("cmdZoomOut", "ZOOM OUT", "Smaller (-)", [drawing] { drawing->ZoomOut(); });
+    addButton("cmdZoomIn", "ZOOM IN", "Larger (+)", [drawing] { drawing->ZoomIn(); });
+    addButton("cmdFit", "FIT", "The whole page", [drawing] { drawing->Fit(); });
+    addButton("cmdOpen", "OPEN FILE", "Show another drawing", [this] { PickFile(); });
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(16, Body().top() + 12, 16, 16);
+    column->addLayout(row);
+    column->addWidget(DrawingControl2_, 1);
+}
+
+void ViewVisioFile::LoadINISettings() {
+    SetTag2(kLargeFormTag);
+}
+
+void ViewVisioFile::Open(mdiMainMenu& frame, const QString& file) {
+    frame.OpenScreen(Screen::DrawingViewer, false);
+    auto* viewer = qobject_cast<ViewVisioFile*>(frame.Find(Screen::DrawingViewer));
+    viewer->Show(file);
+    viewer->DrawingControl2_->setFocus();
+}
+
+void ViewVisioFile::Show(const QString& file) {
+    lblFile_->setText(lblFile_->fontMetrics().elidedText(file, Qt::ElideMiddle, 420));
+    lblFile_->setToolTip(file);
+    DrawingControl2_->SetSrc(file);
+}
+
+void ViewVisioFile::PickFile() {
+    Host& host = Frame().App().host;
+    const auto file = host.OpenFileDialog("", "*.vsd");
+    if (!file || file->empty()) return host.MessageBox("Request denied. File not selected");
+    if (file->size() < 4 || UpperCase(file->substr(file->size() - 4)) != ".VSD")
+        return host.MessageBox("Request denied. Must be a VISIO (.VSD) file.");
+    if (!FileExists(*file)) return host.MessageBox("There are no visio drawing to view");
+    Show(QString::fromStdString(*file));
+}
+
+}  // namespace norvelis::ui

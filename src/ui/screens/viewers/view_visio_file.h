@@ -1,0 +1,31 @@
+#pragma once
+
+#include "ui/forms/form.h"
+
+namespace norvelis::ui {
+
+class DrawingControl2;
+
+/// The larger window for one drawing: the one on show in the screen it was opened from, or one that the
+/// person picks.
+class ViewVisioFile : public Form {
+    Q_OBJECT
+
+  public:
+    explicit ViewVisioFile(mdiMainMenu& frame);
+
+    /// Opens the window on this file, or empty.
+    static void Open(mdiMainMenu& frame, const QString& file);
+
+  protected:
+    void LoadINISettings() override;
+
+  private:
+    void PickFile();
+    void Show(const QString& file);
+
+    DrawingControl2* DrawingControl2_;
+    QLabel* lblFile_;
+};
+
+}  // namespace norvelis::ui

@@ -1,0 +1,258 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+
+#include "base/paths.h"
+#include "core/settings.h"
+#include "diagram/draw_commands.h"
+#include "diagram/page_layout.h"
+#include "drawing/arrange/page_arrangement.h"
+#include "drawing/automation/create_engine.h"
+#include "drawing/opened_package.h"
+#include "drawing/package/package.h"
+#include "drawing/package_rules.h"
+#include "extract/driver.h"
+#include "testing/schema_rows.h"
+#include "testing/test_store.h"
+
+// The whole road: the sample report is extracted and drawn with the real engine, and the saved file is read
+// back.
+namespace norvelis {
+namespace {
+
+using drawing::Name;
+using drawing::Role;
+
+class WholeDrawingTest : public testing::TestWithParam<int> {
+  protected:
+    WholeDrawingTest() {
+        setreportlocation(app, NORVELIS_APP "/reportfiles/empschm.text");
+        process_Classic_Extract_Report(app, InteractiveDriver(app, {}));
+        draw.options.location = test.folder.Path("drawings");
+        draw.options.background = "Background tranquil";
+        draw.gDrawSchema = "EMPSCHM";
+        test.host.answers.assign(10, Answer::No);
+    }
+    std::size_t Rows(const std::string& table) {
+        return static_cast<std::size_t>(app.gConnection->Count("Select count(*) FROM " + table));
+    }
+    std::string File(const std::string& name) const { return test.folder.Path("drawings/EMPSCHM/" + name); }
+
+    /// A schema in which a record has several owners and up to seven indexes, some sets lead back up, and
+    /// names, texts and notes are as long as they get.
+    void MakeBusySchema(int records) {
+        for (const char* table : {"Parents", "Record_Details", "Connection_Details", "Index_Details"})
+            app.gConnection->Execute(std::string("Delete * FROM ") + table);
+        Random random(records);
+        const auto any = [&](int below) { return static_cast<int>(random.Rnd() * below); };
+        const auto name = [](int i) { return "RECORD-WITH-A-LONG-NAME-" + std::to_string(i); };
+        SchemaRows rows(*app.gConnection);
+        for (int i = 0; i < records; ++i) {
+            std::string members;
+            for (int k = any(4); k > 0 && i + 1 < records; --k) {
+                const int member = any(10) == 0 ? any(records) : i + 1 + any(std::min(12, records - i - 1));
+                members += (members.empty() ? "" : ",") + name(member);
+                rows.Set("SET-" + std::to_string(i) + "-" + std::to_string(k), name(i), name(member),
+                         k == 1 ? "NPO OA\r\nMA ASC A-LONG-SORT-FIELD-" + std::to_string(i) + " DN" : "NPO");
+            }
+            rows.Entry(name(i), members);
+            for (int k = any(8) - 3; k > 0; --k)
+                rows.Index("INDEX-" + std::to_string(i) + "-" + std::to_string(k), name(i),
+                           "A-LONG-SORT-FIELD-" + std::to_string(i), "ASC", "MA SORTED DN");
+        }
+    }
+
+    static void ExpectSameValues(const drawing::Shape& evaluated, const drawing::Shape& read) {
+        const auto same = [&](const drawing::Cell& cell, const drawing::CellRef& ref) {
+            const drawing::Cell* value = Find(read, ref);
+            ASSERT_TRUE(value);
+            EXPECT_NEAR(cell.value, value->value, 1e-9) << read.name << " " << static_cast<int>(cell.name);
+            EXPECT_EQ(cell.text, value->text);
+        };
+        for (const auto& cell : evaluated.cells) same(cell, cell.name);
+        for (const auto& section : evaluated.sections) {
+            for (const auto& row : section.rows) {
+                for (const auto& cell : row.cells)
+                    same(cell, {section.name, section.index, row.key, cell.name});
+            }
+        }
+        for (std::size_t i = 0; i < read.shapes.size(); ++i)
+            ExpectSameValues(*evaluated.shapes[i], *read.shapes[i]);
+    }
+
+    /// Whoever reads values and whoever evaluates formulas sees the same drawing; only lines stand where the
+    /// router put them.
+    static void ExpectValuesOfFormulas(const std::string& saved) {
+        const auto read = drawing::ReadPackage(saved), evaluated = drawing::ReadPackage(saved);
+        drawing::FontLibrary fonts;
+        drawing::Recalculation recalculation(*evaluated, fonts);
+        drawing::Page& page = *evaluated->pages.front();
+        for (const auto& shape : page.shapes) {
+            if (RoleOf(page, *shape) != Role::Line) recalculation.Renewed(page, *shape);
+        }
+        recalculation.Settle();
+        for (std::size_t i = 0; i < page.shapes.size(); ++i)
+            ExpectSameValues(*page.shapes[i], *read->pages.front()->shapes[i]);
+    }
+
+    /// Draws, reads the file back, and looks at every rectangle in it.
+    void ExpectNothingCoversAnything() {
+        ASSERT_EQ(DrawVisioDiagramSingle(draw, "EMPSCHM", nullptr), DrawResult::Saved);
+        const std::string saved = ReadFile(File("EMPSCHM.vsd"));
+        EXPECT_THAT(drawing::PackageFaults(saved), testing::IsEmpty());
+        EXPECT_TRUE(drawing::WritePackage(*drawing::ReadPackage(saved)) == saved);
+        ExpectValuesOfFormulas(saved);
+        auto workshop = drawing::Workshop({});
+        drawing::OpenDocument document(workshop, drawing::ReadPackageFile(File("EMPSCHM.vsd")), "", false);
+        drawing::Page& page = *document.model->pages.front();
+        const Rect whole{0, 0, Number(page.sheet, Name::PageWidth), Number(page.sheet, Name::PageHeight)};
+        const auto blocks = Blocks(document, page);
+        EXPECT_EQ(blocks.size(), Rows("Record_Details") + Rows("Connection_Details") + Rows("Index_Details"));
+        for (std::size_t i = 0; i < blocks.size(); ++i) {
+            const auto& [name, rect] = blocks[i];
+            EXPECT_TRUE(rect.x0 >= 0 && rect.y0 >= 0 && rect.x1 <= whole.x1 && rect.y1 <= whole.y1) << name;
+            for (std::size_t k = 0; k < i; ++k)
+                EXPECT_FALSE(Overlap(rect, blocks[k].second)) << name << " and " << blocks[k].first;
+        }
+    }
+
+    /// Rectangles on the page of all shapes that may not cover one another, with a name each.
+    static std::vector<std::pair<std::string, Rect>> Blocks(drawing::OpenDocument& document,
+                                                            drawing::Page& page) {
+        std::vector<std::pair<std::string, Rect>> blocks;
+        for (const auto& shape : page.shapes) {
+            switch (RoleOf(page, *shape)) {
+                case Role::Box:
+                    blocks.emplace_back(shape->name, BlockOf(document, page, *shape));
+                    break;
+                case Role::Line:
+                    blocks.emplace_back(shape->name, LabelOf(document, page, *shape));
+                    break;
+                case Role::Note:
+                    blocks.emplace_back(shape->name, NoteOf(document, page, *shape));
+                    break;
+                default:
+                    break;
+            }
+        }
+        return blocks;
+    }
+
+    TestApp test;
+    AppState& app = test.app;
+    std::unique_ptr<engine::DrawingEngine> engine =
+        drawing::MakeDrawingEngine({NORVELIS_APP "/Stencils", app.AppPath("\\Temp"), nullptr});
+    DrawScreen screen;
+    DrawingState draw{app, *app.gConnection, *engine, screen};
+};
+
+TEST_P(WholeDrawingTest, NothingCoversAnythingAndAllIsOnThePage) {
+    draw.options.layout = GetParam();
+    ExpectNothingCoversAnything();
+}
+
+TEST_P(WholeDrawingTest, NothingCoversAnythingInABusySchema) {
+    draw.options.layout = GetParam();
+    MakeBusySchema(60);
+    ExpectNothingCoversAnything();
+}
+
+INSTANTIATE_TEST_SUITE_P(Layouts, WholeDrawingTest, testing::Range(0, 8), [](const auto& each) {
+    std::string name;
+    for (const char c : kLayoutTypes[static_cast<std::size_t>(each.param)].name) {
+        if (std::isalnum(static_cast<unsigned char>(c))) name += c;
+    }
+    return name;
+});
+
+class SampleDrawingTest : public WholeDrawingTest {};
+
+TEST_F(SampleDrawingTest, EqualSeedsGiveEqualFiles) {
+    ASSERT_EQ(DrawVisioDiagramSingle(draw, "EMPSCHM", nullptr), DrawResult::Saved);
+    const std::string first = ReadFile(File("EMPSCHM.vsd"));
+    app.random = Random(1);
+    ASSERT_EQ(DrawVisioDiagramSingle(draw, "EMPSCHM", nullptr), DrawResult::Saved);
+    const std::string other = ReadFile(File("EMPSCHM.vsd"));
+    app.random = Random(1);
+    ASSERT_EQ(DrawVisioDiagramSingle(draw, "EMPSCHM", nullptr), DrawResult::Saved);
+    EXPECT_EQ(ReadFile(File("EMPSCHM.vsd")), other);
+    EXPECT_NE(first, "");
+}
+
+TEST_F(SampleDrawingTest, AnIndependentReaderFindsEveryTextInItsColour) {
+    ASSERT_EQ(DrawVisioDiagramSingle(draw, "EMPSCHM", nullptr), DrawResult::Saved);
+    std::FILE* pipe = popen(("vsd2raw '" + File("EMPSCHM.vsd") + "' 2>&1").c_str(), "r");
+    ASSERT_NE(pipe, nullptr);
+    std::string out;
+    std::array<char, 4096> buffer{};
+    while (const auto read = std::fread(buffer.data(), 1, buffer.size(), pipe))
+        out.append(buffer.data(), read);
+    EXPECT_EQ(pclose(pipe), 0);
+    auto record = app.gConnection->Select("Select * FROM Record_Details");
+    for (; !record.Eof(); record.MoveNext()) {
+        const auto at = out.find("insertText (" + record.Text("recordname") + ")");
+        ASSERT_NE(at, std::string::npos) << record.Text("recordname");
+        const std::string span = out.substr(out.rfind("openSpan", at), at - out.rfind("openSpan", at));
+        EXPECT_NE(span.find("fo:color: #ff0000"), std::string::npos) << span;
+        EXPECT_NE(span.find("fo:font-size: 10.0000pt"), std::string::npos) << span;
+    }
+    auto set = app.gConnection->Select("Select * FROM Connection_Details");
+    for (; !set.Eof(); set.MoveNext())
+        EXPECT_NE(out.find("insertText (" + set.Text("set") + ")"), std::string::npos) << set.Text("set");
+    auto index = app.gConnection->Select("Select * FROM Index_Details");
+    for (; !index.Eof(); index.MoveNext())
+        EXPECT_NE(out.find("insertText (" + index.Text("recordname") + ")"), std::string::npos);
+}
+
+TEST_F(SampleDrawingTest, ARecordAloneIsDrawnWithAllBelowIt) {
+    ASSERT_EQ(DrawIsolatedRecord(draw, "EMPSCHM", "INSTRUMENT", false), DrawResult::Saved);
+    const auto saved = drawing::ReadPackageFile(File("INSTRUMENT.vsd"));
+    std::vector<std::string> names;
+    for (const auto& shape : saved->pages.front()->shapes) {
+        if (RoleOf(*saved->pages.front(), *shape) == Role::Box) names.push_back(shape->name);
+    }
+    EXPECT_THAT(names, testing::UnorderedElementsAre("INSTRUMENT", "BUILD-STEP", "REPAIR"));
+}
+
+TEST_F(SampleDrawingTest, ALayoutIsAppliedToASavedFile) {
+    ASSERT_EQ(DrawVisioDiagramSingle(draw, "EMPSCHM", nullptr), DrawResult::Saved);
+    draw.options.layout = *LayoutIndex("LeftToRight");
+    ASSERT_TRUE(ApplyLayoutToFile(draw, File("EMPSCHM.vsd")));
+    const auto saved = drawing::ReadPackageFile(File("EMPSCHM.vsd"));
+    const auto pin = [&](const std::string& name) {
+        for (const auto& shape : saved->pages.front()->shapes) {
+            if (shape->name == name) return Number(*shape, Name::PinX);
+        }
+        return -1.0;
+    };
+    EXPECT_LT(pin("CLIENT"), pin("COMMISSION"));
+    EXPECT_LT(pin("COMMISSION"), pin("PAYMENT"));
+    EXPECT_EQ(ReadFile(File("EMPSCHM.vsd")), ReadFile(File("EMPSCHM.vsdx")));
+}
+
+TEST_F(SampleDrawingTest, AFileWithPartsThatSavingWouldLoseIsLeftAsItWas) {
+    ASSERT_EQ(DrawVisioDiagramSingle(draw, "EMPSCHM", nullptr), DrawResult::Saved);
+    std::vector<drawing::Part> parts = drawing::PartsOf(ReadFile(File("EMPSCHM.vsd")));
+    parts.push_back({"visio/comments.xml", "<Comments/>"});
+    const std::string commented = drawing::Zip(parts);
+    WriteFile(File("EMPSCHM.vsd"), commented);
+    EXPECT_FALSE(ApplyLayoutToFile(draw, File("EMPSCHM.vsd")));
+    EXPECT_EQ(ReadFile(File("EMPSCHM.vsd")), commented);
+}
+
+TEST_F(SampleDrawingTest, AFileThatCanNotBeWrittenIsLeftAsItWas) {
+    ASSERT_EQ(DrawVisioDiagramSingle(draw, "EMPSCHM", nullptr), DrawResult::Saved);
+    const std::string good = ReadFile(File("EMPSCHM.vsd"));
+    std::filesystem::remove(File("EMPSCHM.vsd"));
+    std::filesystem::create_directory(File("EMPSCHM.vsd"));
+    EXPECT_EQ(DrawVisioDiagramSingle(draw, "EMPSCHM", nullptr), DrawResult::NotSaved);
+    EXPECT_TRUE(FolderExists(File("EMPSCHM.vsd")));
+    EXPECT_FALSE(good.empty());
+    for (const auto& name : FilesIn(test.folder.Path("drawings/EMPSCHM"))) EXPECT_EQ(name, "EMPSCHM.vsdx");
+}
+
+}  // namespace
+}  // namespace norvelis
