@@ -22,12 +22,11 @@ RuntimeFailure Refused(std::string_view what, std::string_view name) {
 
 }  // namespace
 
-// The parser's nodes always hang somewhere: those in the tree below `root`, those not yet appended below
-// `detached`.
+// The parser's nodes always hang somewhere: those that are not yet appended, below `detached`, which the tree
+// hides.
 struct XmlNode::Tree {
-    pugi::xml_document holder;
-    pugi::xml_node root = holder.append_child("root");
-    pugi::xml_node detached = holder.append_child("detached");
+    pugi::xml_document document;
+    pugi::xml_node detached = document.append_child("detached");
 };
 
 XmlNode::XmlNode(std::shared_ptr<Tree> tree, pugi::xml_node_struct* node)
@@ -35,8 +34,8 @@ XmlNode::XmlNode(std::shared_ptr<Tree> tree, pugi::xml_node_struct* node)
 
 XmlNode XmlNode::NewDocument() {
     auto tree = std::make_shared<Tree>();
-    pugi::xml_node_struct* root = tree->root.internal_object();
-    return {std::move(tree), root};
+    pugi::xml_node_struct* document = tree->document.internal_object();
+    return {std::move(tree), document};
 }
 
 std::string XmlNode::Name() const {
@@ -44,14 +43,15 @@ std::string XmlNode::Name() const {
 }
 
 std::optional<XmlNode> XmlNode::OwnerDocument() const {
-    pugi::xml_node_struct* root = tree_->root.internal_object();
-    if (node_ == root) return std::nullopt;
-    return XmlNode(tree_, root);
+    pugi::xml_node_struct* document = tree_->document.internal_object();
+    if (node_ == document) return std::nullopt;
+    return XmlNode(tree_, document);
 }
 
 std::optional<XmlNode> XmlNode::DocumentElement() const {
-    for (const auto child : tree_->root.children()) {
-        if (child.type() == pugi::node_element) return XmlNode(tree_, child.internal_object());
+    for (const auto child : tree_->document.children()) {
+        if (child.type() == pugi::node_element && child != tree_->detached)
+            return XmlNode(tree_, child.internal_object());
     }
     return std::nullopt;
 }
@@ -107,8 +107,9 @@ XmlNode LoadXML(std::string_view text) {
     const pugi::xml_parse_result result = CheckWellFormed(text);
     if (result) {
         const XmlNode document = XmlNode::NewDocument();
-        document.tree_->root.append_buffer(text.data(), text.size());
-        if (const auto root = document.DocumentElement()) return *root;
+        document.tree_->document.load_buffer(text.data(), text.size());
+        document.tree_->detached = document.tree_->document.append_child("detached");
+        return *document.DocumentElement();  // There is one, for the text is well-formed.
     }
     bool append = false;
     XmlNode error = CreateElement(nullptr, "error", append);
