@@ -114,9 +114,13 @@ int Add(const AddOptions& options, Context& context) {
     std::vector<std::string> dates =
         NextDates(definition, now, options.count + (definition.schedule ? 1 : 0), now);
     if (const auto missing = MissingInput(job, dates.empty() ? "" : dates.front())) return Refuse(*missing);
-    if (definition.schedule) dates.erase(dates.begin());
     job.idmsreport = AbsolutePath(job.idmsreport);
     if (!ValidateReportFile(job.idmsreport)) return Refuse("Invalid IDMS Report File. Action terminated");
+    if (definition.schedule) {
+        const DateTime next = ParseDateTime(dates.front()).value();
+        std::fprintf(stderr, "Note: The next date, %s, is not booked.\n", WithWeekday(next).c_str());
+        dates.erase(dates.begin());
+    }
     PrintNotes(definition, dates, now);
     if (options.dryRun) {
         for (const auto& date : dates) std::printf("%s\n", date.c_str());

@@ -120,7 +120,7 @@ void CreateJobs(AppState& app, const Job& details, const std::vector<std::string
 bool UpdateJob(Connection& store, const Job& job) {
     return ChangeRow(store, job.scheduleid, [&](Recordset& row) {
         SetDetails(row, job);
-        row.Set("visiofile", job.visiofile.value_or(""));
+        row.Set("visiofile", job.visiofile.value_or(" "));
     });
 }
 
