@@ -8,12 +8,13 @@
 
 #include "base/failure.h"
 #include "base/paths.h"
+#include "core/places.h"
 #include "store/connection.h"
 
 namespace norvelis::cli {
 
-void Context::OpenStore() {
-    app->gConnection = Connection::Open(ConnectionString(app->AppPath("\\Database\\records.mdb")));
+void CommandContext::OpenStore() {
+    app->gConnection = Connection::Open(ConnectionString(app->AppPath(places::kStore)));
 }
 
 int Refuse(const std::string& reason) {
@@ -56,7 +57,7 @@ int Run(int argc, char** argv, std::initializer_list<AddCommands> commands, cons
     program.require_subcommand(1);
     std::string folder;
     program.add_option("--app", folder, "Application folder (default: the folder of this program)");
-    Context context;
+    CommandContext context;
     for (const auto add : commands) add(program, context);
     try {
         program.parse(argc, argv);

@@ -42,7 +42,7 @@ struct ListOptions {
     bool due = false, processed = false, json = false;
 };
 
-int List(const ListOptions& options, Context& context) {
+int List(const ListOptions& options, CommandContext& context) {
     context.OpenStore();
     Connection& store = *context.app->gConnection;
     std::vector<Job> jobs = options.due ? DueJobs(store, context.clock.Now()) : ListJobs(store);
@@ -61,7 +61,7 @@ int List(const ListOptions& options, Context& context) {
     return kDone;
 }
 
-int Show(std::int64_t id, bool json, Context& context) {
+int Show(std::int64_t id, bool json, CommandContext& context) {
     context.OpenStore();
     const auto job = FindJob(*context.app->gConnection, id);
     if (!job) return Missing(id);
@@ -89,7 +89,7 @@ void Replace(std::optional<std::string>& field, const std::optional<std::string>
     if (value) field = *value;
 }
 
-int Update(const UpdateOptions& options, Context& context) {
+int Update(const UpdateOptions& options, CommandContext& context) {
     context.OpenStore();
     Connection& store = *context.app->gConnection;
     auto job = FindJob(store, options.id);
@@ -113,8 +113,8 @@ int Update(const UpdateOptions& options, Context& context) {
 }
 
 /// The same for each id, in their order; a row that is gone is reported and does not keep the others.
-int ForEach(const std::vector<std::int64_t>& ids, Context& context, bool (*change)(Connection&, std::int64_t),
-            const char* done) {
+int ForEach(const std::vector<std::int64_t>& ids, CommandContext& context,
+            bool (*change)(Connection&, std::int64_t), const char* done) {
     context.OpenStore();
     int status = kDone;
     for (const auto id : ids) {
@@ -127,7 +127,7 @@ int ForEach(const std::vector<std::int64_t>& ids, Context& context, bool (*chang
     return status;
 }
 
-void AddForEach(CLI::App& schedule, Context& context, const char* name, const char* description,
+void AddForEach(CLI::App& schedule, CommandContext& context, const char* name, const char* description,
                 bool (*change)(Connection&, std::int64_t), const char* done) {
     auto ids = std::make_shared<std::vector<std::int64_t>>();
     auto* command = schedule.add_subcommand(name, description);
@@ -137,7 +137,7 @@ void AddForEach(CLI::App& schedule, Context& context, const char* name, const ch
     });
 }
 
-void AddList(CLI::App& schedule, Context& context) {
+void AddList(CLI::App& schedule, CommandContext& context) {
     auto options = std::make_shared<ListOptions>();
     auto* list = schedule.add_subcommand("list", "Print the jobs: id, date, processed, name, report");
     auto* due =
@@ -148,7 +148,7 @@ void AddList(CLI::App& schedule, Context& context) {
         [&context, options] { context.run = [&context, options] { return List(*options, context); }; });
 }
 
-void AddShow(CLI::App& schedule, Context& context) {
+void AddShow(CLI::App& schedule, CommandContext& context) {
     struct Options {
         std::int64_t id = 0;
         bool json = false;
@@ -162,7 +162,7 @@ void AddShow(CLI::App& schedule, Context& context) {
     });
 }
 
-void AddUpdate(CLI::App& schedule, Context& context) {
+void AddUpdate(CLI::App& schedule, CommandContext& context) {
     auto options = std::make_shared<UpdateOptions>();
     auto* update = schedule.add_subcommand("update", "Change one job");
     update->add_option("ID", options->id, "Schedule id")->required();
@@ -183,7 +183,7 @@ void AddUpdate(CLI::App& schedule, Context& context) {
 
 }  // namespace
 
-void AddJobCommands(CLI::App& schedule, Context& context) {
+void AddJobCommands(CLI::App& schedule, CommandContext& context) {
     AddList(schedule, context);
     AddShow(schedule, context);
     AddUpdate(schedule, context);

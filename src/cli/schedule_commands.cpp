@@ -78,7 +78,7 @@ int PrintNext(const NextOptions& options, DateTime now) {
     return kDone;
 }
 
-void AddNext(CLI::App& schedule, Context& context) {
+void AddNext(CLI::App& schedule, CommandContext& context) {
     auto options = std::make_shared<NextOptions>();
     auto* next =
         schedule.add_subcommand("next", "Print the next dates of a schedule; the first is not booked by add");
@@ -107,7 +107,7 @@ struct AddOptions {
     bool dryRun = false;
 };
 
-int Add(const AddOptions& options, Context& context) {
+int Add(const AddOptions& options, CommandContext& context) {
     const DateTime now = context.clock.Now();
     const Definition definition = options.definition->Read(now);
     Job job = options.job;
@@ -144,7 +144,7 @@ int Add(const AddOptions& options, Context& context) {
     return kDone;
 }
 
-void AddAdd(CLI::App& schedule, Context& context) {
+void AddAdd(CLI::App& schedule, CommandContext& context) {
     auto options = std::make_shared<AddOptions>();
     auto* add = schedule.add_subcommand("add", "Book a job for each date of a schedule");
     add->add_option("NAME", options->job.name, "Name of the job; its drawings go into a folder of this name")
@@ -167,7 +167,7 @@ void AddAdd(CLI::App& schedule, Context& context) {
 
 }  // namespace
 
-void AddScheduleCommands(CLI::App& program, Context& context) {
+void AddScheduleCommands(CLI::App& program, CommandContext& context) {
     auto* schedule = program.add_subcommand("schedule", "Book extractions and drawings for later");
     schedule->require_subcommand(1);
     AddNext(*schedule, context);

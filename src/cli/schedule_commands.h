@@ -4,7 +4,8 @@
 
 namespace norvelis::cli {
 
-void AddScheduleCommands(CLI::App& program, Context& context);  ///< schedule, with next, add and these:
-void AddJobCommands(CLI::App& schedule, Context& context);      ///< list, show, update, delete, again.
+void AddScheduleCommands(CLI::App& program,
+                         CommandContext& context);                 ///< schedule, with next, add and these:
+void AddJobCommands(CLI::App& schedule, CommandContext& context);  ///< list, show, update, delete, again.
 
 }  // namespace norvelis::cli

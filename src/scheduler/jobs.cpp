@@ -6,6 +6,7 @@
 
 #include "base/text.h"
 #include "core/log.h"
+#include "store/transaction.h"
 
 namespace norvelis {
 
