@@ -39,6 +39,8 @@ const Graph kMayUse = {
     {"render", {"drawing"}},
     {"export", {"render"}},
     {"cli_draw", {"cli_report", "export"}},
+    {"scheduler", {"core"}},
+    {"cli_schedule", {"cli", "extract", "scheduler"}},
     {"desktop", {"ui", "export"}},
     {"testing", {"extract"}},
 };
