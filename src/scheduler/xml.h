@@ -23,7 +23,7 @@ class XmlNode {
 
     /// The root; nothing while no element was appended to the document.
     std::optional<XmlNode> DocumentElement() const;
-    /// A new element of this document. It stands nowhere in the tree until it is appended.
+    /// A new element of this document. It is nowhere in the tree until it is appended.
     XmlNode CreateElement(std::string_view name) const;
     /// `child` is an element of the same document, of which the root is the only one directly below the
     /// document.

@@ -136,7 +136,7 @@ class TrackUse {
 };
 
 /// Where demands contradict each other a line may come down over the place where another goes on. That other
-/// one steps aside, to where the other lines are farthest away.
+/// one steps off its track, to where the other lines are farthest away.
 class DetourFinder {
   public:
     DetourFinder(const std::vector<Jog>& jogs, double gap) : jogs_(jogs), gap_(gap) {

@@ -10,7 +10,7 @@ struct Jog {
     int trunk = -1;           ///< Jogs of one trunk start from the same x and may share a track.
 };
 
-/// A jog that steps aside from its track and comes back to its place on a lower one.
+/// A jog that leaves its track and comes back to its place on a lower one.
 struct Detour {
     int jog = 0, track = 0;
     double x = 0;

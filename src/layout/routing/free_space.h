@@ -48,7 +48,7 @@ class FreeSpace {
         int left, right;  ///< The boxes at its ends, -1 at the edge of the page.
         int cell;
     };
-    std::vector<Gap> GapsAt(const std::vector<int>& standing, const std::vector<Rect>& grown,
+    std::vector<Gap> GapsAt(const std::vector<int>& passing, const std::vector<Rect>& grown,
                             const Rect& page) const;
     void Join(const std::vector<Gap>& below, const std::vector<Gap>& above, double y);
     void AddExits(const std::vector<Rect>& boxes, const std::vector<Gap>& gaps, int box, Side side);

@@ -161,7 +161,7 @@ TEST(Ring, TurnsKeepTheirDistancesAroundTheCircle) {
     const std::vector<double> crowded = SeparateAround({0.02, 0.04, 0.5, 0.98}, distance);
     for (std::size_t i = 1; i < 4; ++i) EXPECT_GE(crowded[i] - crowded[i - 1], 0.2 - 1e-9);
     EXPECT_LE(crowded[3] - crowded[0], 0.8 + 1e-9) << "across the start of the circle, too";
-    EXPECT_NEAR(crowded[2], 0.5, 1e-9) << "what has room stays";
+    EXPECT_NEAR(crowded[2], 0.5, 1e-9) << "what has space stays";
     const std::vector<double> full = SeparateAround({0.1, 0.2, 0.3, 0.4}, std::vector<double>(4, 0.3));
     EXPECT_NEAR(full[3] - full[0], 0.75, 1e-9);
     EXPECT_NEAR(full[0] + full[1] + full[2] + full[3], 1.0, 1e-9) << "rotated as little as possible";

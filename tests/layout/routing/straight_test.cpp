@@ -61,7 +61,7 @@ TEST(CornerLoops, GoAroundFreeCornersOutsideEachOther) {
         ASSERT_THAT(loop, SizeIs(5));
         for (std::size_t i = 1; i < loop.size(); ++i)
             for (const Rect& box : boxes) EXPECT_FALSE(SegmentHits(loop[i - 1], loop[i], box.Grown(-1e-6)));
-        EXPECT_GE(Length(loop[2] - loop[1]), 0.8) << "room for the label";
+        EXPECT_GE(Length(loop[2] - loop[1]), 0.8) << "space for the label";
         ends.emplace(loop.front().x, loop.front().y);
         ends.emplace(loop.back().x, loop.back().y);
     }
@@ -109,7 +109,7 @@ TEST(PlaceLabels, KeepOffBoxesAndOneAnother) {
         for (const Rect& box : boxes) EXPECT_FALSE(Overlap(label, box));
         for (std::size_t k = 0; k < i; ++k) EXPECT_FALSE(Overlap(label, RectAround(middles[k], 0.9, 0.2)));
     }
-    EXPECT_GT(DoubtfulLabels(lines, paths, middles), 0) << "four labels cannot stand on lines so near";
+    EXPECT_GT(DoubtfulLabels(lines, paths, middles), 0) << "four labels cannot be on lines so near";
 }
 
 }  // namespace
