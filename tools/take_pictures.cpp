@@ -96,7 +96,7 @@ class Photographer {
         });
         act();
     }
-    /// The way through the browsing screens: the tree with the drawing of its first schema, a search, the
+    /// The steps through the browsing screens: the tree with the drawing of its first schema, a search, the
     /// mouse over a record, that record on its own and drawn, its drawing in the larger window, the larger
     /// tree.
     void TakeBrowsing() {
@@ -145,7 +145,7 @@ class Photographer {
         menu->close();
         Save(picture, "frame");
     }
-    /// The bars of an extraction, half way.
+    /// The bars of an extraction, half done.
     void TakeProgress() {
         Progress& progress = frame_.Context().app.progress;
         for (const Bar bar : {Bar::TreeviewText, Bar::TreeviewValue}) {

@@ -55,7 +55,7 @@ int ShowSetting(CommandContext& context, const std::string& name, bool json) {
 }  // namespace
 
 void AddDictionaryCommands(CLI::App& program, CommandContext& context) {
-    auto* validate = program.add_subcommand("validate", "Tell whether a file is a schema report");
+    auto* validate = program.add_subcommand("validate", "Check whether a file is a schema report");
     auto* extract = program.add_subcommand("extract", "Read a schema report into the dictionary");
     auto* dump = program.add_subcommand("dump", "Print the dictionary as one JSON object");
     auto* setting = program.add_subcommand("setting", "Show a setting, or set it");

@@ -140,7 +140,7 @@ void AddDraw(CLI::App& program, CommandContext& context) {
             request->layout = index.value_or(0);
             return index ? std::string() : "there is no layout " + name;
         });
-    command->add_option("--color", words->color, "Boxes in colours (default: the setting DiagramColor)")
+    command->add_option("--color", words->color, "Boxes in colors (default: the setting DiagramColor)")
         ->check(CLI::IsMember({"on", "off"}));
     command->add_option("--background", words->background, "Name of a page background (default: the setting)")
         ->check([request](const std::string& name) {

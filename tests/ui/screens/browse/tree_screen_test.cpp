@@ -32,6 +32,7 @@ class TreeScreenTest : public ::testing::Test {
     }
     /// Two schemas: DEPT owns EMP and OFFICE, EMP owns SKILL, PLACE stands alone; another DEPT in OTHER.
     void StartWithTwoSchemas() {
+        SchemaRows(*ui.app.gConnection, "OTHER").Entry("DEPT-EMP");
         {
             SchemaRows rows(*ui.app.gConnection);
             rows.Entry("DEPT", "EMP,OFFICE,GONE");
@@ -39,7 +40,6 @@ class TreeScreenTest : public ::testing::Test {
             rows.Record("OFFICE");
             rows.Record("SKILL");
             rows.Entry("PLACE");
-            SchemaRows(*ui.app.gConnection, "OTHER").Entry("DEPT-EMP");
         }
         Start();
     }
