@@ -3,7 +3,7 @@
 
 #include "cli/schedule_commands.h"
 #include "cli/schedule_definition.h"
-#include "extract/report.h"
+#include "extract/report_file.h"
 #include "scheduler/jobs.h"
 
 namespace norvelis::cli {
@@ -103,7 +103,7 @@ int Update(const UpdateOptions& options, CommandContext& context) {
     if (options.processed) job->processed = *options.processed == "yes";
     if (options.report) {
         job->idmsreport = options.report->empty() ? "" : AbsolutePath(*options.report);
-        if (!job->idmsreport.empty() && !ValidateReportFile(job->idmsreport))
+        if (!job->idmsreport.empty() && ValidateReportFile(job->idmsreport).check != ReportCheck::Valid)
             return Refuse("Invalid IDMS Report File. Action terminated");
     }
     if (const auto missing = MissingInput(*job, DueText(*job))) return Refuse(*missing);

@@ -6,7 +6,7 @@
 
 #include "base/failure.h"
 #include "cli/schedule_definition.h"
-#include "extract/report.h"
+#include "extract/report_file.h"
 #include "scheduler/booking_words.h"
 #include "scheduler/calculate.h"
 #include "scheduler/jobs.h"
@@ -115,7 +115,8 @@ int Add(const AddOptions& options, CommandContext& context) {
         NextDates(definition, now, options.count + (definition.schedule ? 1 : 0), now);
     if (const auto missing = MissingInput(job, dates.empty() ? "" : dates.front())) return Refuse(*missing);
     job.idmsreport = AbsolutePath(job.idmsreport);
-    if (!ValidateReportFile(job.idmsreport)) return Refuse("Invalid IDMS Report File. Action terminated");
+    if (ValidateReportFile(job.idmsreport).check != ReportCheck::Valid)
+        return Refuse("Invalid IDMS Report File. Action terminated");
     if (definition.schedule) {
         const DateTime next = ParseDateTime(dates.front()).value();
         std::fprintf(stderr, "Note: The next date, %s, is not booked.\n", WithWeekday(next).c_str());
