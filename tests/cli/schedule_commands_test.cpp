@@ -136,7 +136,7 @@ TEST_F(ScheduleCommands, AJobIsBookedListedChangedAndDeleted) {
     EXPECT_EQ(Listed("--due").size(), 1u);
     EXPECT_EQ(Listed("--processed").size(), 0u);
     EXPECT_THAT(Schedule("list").out,
-                HasSubstr("     3  1/1/2020 6:00:00 AM    NO   once  " + report + "\n"));
+                HasSubstr("     3  1/1/2020 6:00:00 AM     NO   once  " + report + "\n"));
 
     EXPECT_EQ(Schedule("update 3 --processed yes --name renamed --next 2020-02-01").out,
               "Schedule Updated\n");
