@@ -35,7 +35,8 @@ struct Studio {
         const std::string report = test.folder.Path("report.txt");
         std::ofstream(report, std::ios::binary) << GenerateSchemaReport(records, sets, 3, 1);
         setreportlocation(test.app, report);
-        process_Classic_Extract_Report(test.app, InteractiveDriver(test.app, {}));
+        process_Classic_Extract_Report(test.app, InteractiveDriver(test.app, {}),
+                                       ValidateReportFile(getreportlocation(test.app)));
         draw.options.location = test.folder.Path("drawings");
         draw.gDrawSchema = test.app.gSchemaName;
         test.host.answers.assign(100000, Answer::No);

@@ -91,7 +91,7 @@ std::vector<NamedGraph> UnusualGraphs(std::uint32_t seed) {
     const int count = 5 + below(36);
     Graph none{boxes(count * 25), {}}, star{boxes(1 + count * 7), {}}, complete{boxes(count), {}},
         pair{boxes(2), {}}, loops{boxes(3), {}}, chain{boxes(count * 5), {}}, sizes{{}, {}},
-        random{boxes(count), {}};
+        tangle{boxes(count), {}};
     for (int i = 1; i < static_cast<int>(star.boxes.size()); ++i)
         addLine(star, below(2) == 0 ? 0 : i, 0), star.lines.back().to = star.lines.back().from == 0 ? i : 0;
     for (int i = 0; i < count; ++i)
@@ -102,14 +102,14 @@ std::vector<NamedGraph> UnusualGraphs(std::uint32_t seed) {
     for (int i = 0; i < 2 * count; ++i) sizes.boxes.push_back({0.3 + 0.4 * below(40), 0.2 + 0.3 * below(30)});
     for (int i = 1; i < 2 * count; ++i) addLine(sizes, below(i), i);
     for (int i = 0; i < count; ++i) addLine(sizes, below(2 * count), below(2 * count));
-    for (int i = 0; i < 3 * count; ++i) addLine(random, below(count), below(count));
-    for (Line& line : random.lines)
+    for (int i = 0; i < 3 * count; ++i) addLine(tangle, below(count), below(count));
+    for (Line& line : tangle.lines)
         line.labelWidth = below(3) == 0 ? 0 : 0.1 * below(40),
         line.labelHeight = line.labelWidth > 0 ? 0.1 + 0.1 * below(5) : 0;
     const auto name = [&](const char* what) { return fmt::format("{} {}, seed {}", what, count, seed); };
     return {{name("no lines"), none}, {name("star"), star},    {name("complete"), complete},
             {name("pair"), pair},     {name("loops"), loops},  {name("chain"), chain},
-            {name("sizes"), sizes},   {name("random"), random}};
+            {name("sizes"), sizes},   {name("random"), tangle}};
 }
 
 }  // namespace

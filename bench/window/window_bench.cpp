@@ -154,7 +154,8 @@ void LargeDrawing() {
     const std::string report = windows.folder.Path("report");
     WriteFile(report, GenerateSchemaReport(1000, 1600, 3, 1));
     setreportlocation(windows.app, report);
-    process_Classic_Extract_Report(windows.app, InteractiveDriver(windows.app, {}));
+    process_Classic_Extract_Report(windows.app, InteractiveDriver(windows.app, {}),
+                                   ValidateReportFile(getreportlocation(windows.app)));
     windows.Open();
     windows.frame->loadtreeform();
     QTest::qWait(200);

@@ -10,7 +10,7 @@
 #include "base/paths.h"
 #include "core/settings.h"
 #include "testing/test_store.h"
-#include "ui/ui_folder.h"
+#include "testing/ui_folder.h"
 
 namespace norvelis::commands {
 namespace {

@@ -30,7 +30,8 @@ class WholeDrawingTest : public testing::TestWithParam<int> {
   protected:
     WholeDrawingTest() {
         setreportlocation(app, NORVELIS_APP "/reportfiles/empschm.text");
-        process_Classic_Extract_Report(app, InteractiveDriver(app, {}));
+        process_Classic_Extract_Report(app, InteractiveDriver(app, {}),
+                                       ValidateReportFile(getreportlocation(app)));
         draw.options.location = test.folder.Path("drawings");
         draw.options.background = "Background tranquil";
         draw.gDrawSchema = "EMPSCHM";
