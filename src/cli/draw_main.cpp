@@ -5,5 +5,6 @@
 
 int main(int argc, char** argv) {
     using namespace norvelis::cli;
-    return RunProgram(argc, argv, {AddDictionaryCommands, AddBrowseCommands, AddDrawingCommands});
+    return RunProgram(argc, argv,
+                      {AddDictionaryCommands, AddBrowseCommands, AddDrawingCommands, AddSqlProgram});
 }

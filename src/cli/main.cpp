@@ -4,5 +4,5 @@
 
 int main(int argc, char** argv) {
     using namespace norvelis::cli;
-    return RunProgram(argc, argv, {AddDictionaryCommands, AddBrowseCommands}, "norvelis-draw");
+    return RunProgram(argc, argv, {AddDictionaryCommands, AddBrowseCommands, AddSqlProgram}, "norvelis-draw");
 }

@@ -22,9 +22,11 @@ const std::map<std::string, std::set<std::string>> kMayUse = {
     {"diagram", {"base", "core", "store", "browse", "engine"}},
     {"layout", {"base"}},
     {"drawing", {"base", "engine", "layout"}},
+    {"sqlconv", {"base", "core", "store"}},
     {"commands", {"base", "core", "store", "extract", "browse", "diagram", "engine"}},
     {"ui", {"base", "core", "store", "extract", "browse", "diagram", "engine", "commands"}},
-    {"cli", {"base", "core", "store", "extract", "browse", "diagram", "engine", "commands", "drawing"}},
+    {"cli",
+     {"base", "core", "store", "extract", "browse", "diagram", "engine", "commands", "drawing", "sqlconv"}},
     {"desktop", {"base", "core", "store", "engine", "diagram", "commands", "drawing", "ui"}},
     {"testing", {"base", "core", "store", "extract"}},
 };
