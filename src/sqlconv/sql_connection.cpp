@@ -49,6 +49,7 @@ std::vector<Diagnostic> WithoutPassword(std::vector<Diagnostic> diagnostics, con
 
 SqlConnection::SqlConnection(const ConnectRequest& request)
     : handle_(std::make_shared<ConnectionHandle>()), timeout_(request.timeout) {
+    if (Trim(request.text).empty()) throw SqlFailure(0, "No data source is named");
     // A driver that has no timeouts connects without them.
     if (const auto seconds = static_cast<std::uintptr_t>(request.timeout); seconds > 0) {
         SQLSetConnectAttr(handle_->Get(), SQL_ATTR_LOGIN_TIMEOUT, Number(seconds), SQL_IS_UINTEGER);
