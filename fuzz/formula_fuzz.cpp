@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "drawing/formula/recalculation.h"
-#include "drawing/small_drawing.h"
+#include "testing/small_drawing.h"
 
 using namespace norvelis::drawing;
 

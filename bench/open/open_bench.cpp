@@ -12,7 +12,7 @@
 #include "drawing/render/build_scene.h"
 #include "drawing/render/open.h"
 #include "drawing/render/paint.h"
-#include "drawing/small_drawing.h"
+#include "testing/small_drawing.h"
 
 // How long a person waits until a drawing of many boxes and lines is seen: unpacked and read, made ready, and
 // painted as a whole; beside the time in which libvisio reads the same file to a picture.

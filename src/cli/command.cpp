@@ -8,12 +8,13 @@
 
 #include "base/failure.h"
 #include "base/paths.h"
+#include "core/places.h"
 #include "store/connection.h"
 
 namespace norvelis::cli {
 
-void Context::OpenStore() {
-    app->gConnection = Connection::Open(ConnectionString(app->AppPath("\\Database\\records.mdb")));
+void CommandContext::OpenStore() {
+    app->gConnection = Connection::Open(ConnectionString(app->AppPath(places::kStore)));
 }
 
 int Refuse(const std::string& reason) {
@@ -61,7 +62,7 @@ int Run(int argc, char** argv, std::initializer_list<AddCommands> commands, cons
     program.require_subcommand(1);
     std::string folder;
     program.add_option("--app", folder, "Application folder (default: the folder of this program)");
-    Context context;
+    CommandContext context;
     context.arguments = argv;
     for (const auto add : commands) add(program, context);
     try {
@@ -81,7 +82,7 @@ int Run(int argc, char** argv, std::initializer_list<AddCommands> commands, cons
 
 }  // namespace
 
-void AddSqlProgram(CLI::App& program, Context& context) {
+void AddSqlProgram(CLI::App& program, CommandContext& context) {
     auto* sql = program.add_subcommand("sql", "SQL servers: sources, tables, saved statements, conversion");
     // Whatever follows is for the other program, its help too.
     sql->prefix_command()->set_help_flag();

@@ -1,12 +1,10 @@
 #include <chrono>
 #include <cstdio>
 
-#include "base/paths.h"
 #include "cli/command.h"
 #include "cli/dump.h"
 #include "core/settings.h"
 #include "extract/driver.h"
-#include "extract/report.h"
 #include "store/connection.h"
 
 namespace norvelis::cli {
@@ -15,21 +13,24 @@ namespace {
 
 int Validate(const std::string& report) {
     const std::string path = AbsolutePath(report);
-    if (!FileExists(path)) return Refuse("Report File :" + path + "\r\ndoes not exist. Please set it.");
-    if (!ValidateReportFile(path))
+    const ReportCheck check = ValidateReportFile(path).check;
+    if (check == ReportCheck::NoReport)
         return Refuse("Invalid IDMS Report File :" + path + "\r\nAction terminated");
+    if (check != ReportCheck::Valid)
+        return Refuse("Report File :" + path + "\r\ndoes not exist. Please set it.");
     std::printf("%s is a schema report\n", path.c_str());
     return kDone;
 }
 
-int Extract(Context& context, const std::string& report, bool append) {
+int Extract(CommandContext& context, const std::string& report, bool append) {
     context.OpenStore();
     AppState& app = *context.app;
     context.host.AnswerTo("Delete all dictionaries and extract report?", append ? Answer::No : Answer::Yes);
     setreportlocation(app, AbsolutePath(report));
     const auto start = std::chrono::steady_clock::now();
     context.host.PrintBoxes(false);
-    const auto counts = process_Classic_Extract_Report(app, InteractiveDriver(app, {}));
+    const auto counts = process_Classic_Extract_Report(app, InteractiveDriver(app, {}),
+                                                       ValidateReportFile(getreportlocation(app)));
     if (!counts) return Refuse(context.host.LastText());
     const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
     std::printf("%s\n", WithNewlines(context.host.LastText()).c_str());
@@ -39,7 +40,7 @@ int Extract(Context& context, const std::string& report, bool append) {
     return kDone;
 }
 
-int ShowSetting(Context& context, const std::string& name, bool json) {
+int ShowSetting(CommandContext& context, const std::string& name, bool json) {
     const auto setting = ReadSetting(*context.app, name);
     if (!setting) return Refuse("there is no setting " + name);
     if (json) {
@@ -53,8 +54,8 @@ int ShowSetting(Context& context, const std::string& name, bool json) {
 
 }  // namespace
 
-void AddDictionaryCommands(CLI::App& program, Context& context) {
-    auto* validate = program.add_subcommand("validate", "Tell whether a file is a schema report");
+void AddDictionaryCommands(CLI::App& program, CommandContext& context) {
+    auto* validate = program.add_subcommand("validate", "Check whether a file is a schema report");
     auto* extract = program.add_subcommand("extract", "Read a schema report into the dictionary");
     auto* dump = program.add_subcommand("dump", "Print the dictionary as one JSON object");
     auto* setting = program.add_subcommand("setting", "Show a setting, or set it");

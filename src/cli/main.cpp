@@ -1,5 +1,5 @@
 // norvelis-cli: the work of Norvelis without a screen. The drawing commands need libraries that are several
-// times as large as the rest, so they stand in a program of their own.
+// times as large as the rest, so they are in a program of their own.
 #include "cli/command.h"
 
 int main(int argc, char** argv) {

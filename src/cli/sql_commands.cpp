@@ -8,6 +8,7 @@
 #include "base/failure.h"
 #include "base/text.h"
 #include "cli/sql_rows.h"
+#include "dictionary/schemas.h"
 #include "sqlconv/connection_text.h"
 #include "sqlconv/conversion.h"
 #include "sqlconv/data_sources.h"
@@ -60,7 +61,7 @@ int PrintSources(bool json) {
         });
 }
 
-int PrintTables(Context& context, const Options& options) {
+int PrintTables(CommandContext& context, const Options& options) {
     SqlState sql(*context.app);
     return PrintList<ServerTable>(
         TablesOf(sql, options.dsn), options.json, [](const ServerTable& table) { return table.shown; },
@@ -84,7 +85,7 @@ const ServerTable& TableNamed(const std::vector<ServerTable>& tables, const std:
     return *meant.front();
 }
 
-int PrintFields(Context& context, const Options& options) {
+int PrintFields(CommandContext& context, const Options& options) {
     SqlState sql(*context.app);
     const SqlSession session(sql, options.dsn);
     const auto tables = TablesOf(sql, options.dsn);
@@ -96,7 +97,7 @@ int PrintFields(Context& context, const Options& options) {
         });
 }
 
-int PrintProcedures(Context& context, bool json) {
+int PrintProcedures(CommandContext& context, bool json) {
     context.OpenStore();
     Connection& store = *context.app->gConnection;
     return PrintList<std::string>(
@@ -112,15 +113,14 @@ int PrintProcedures(Context& context, bool json) {
         });
 }
 
-int RunProcedure(Context& context, const Options& options) {
+int RunProcedure(CommandContext& context, const Options& options) {
     context.OpenStore();
     const auto procedure = FindProcedure(*context.app->gConnection, options.name);
     if (!procedure) return Refuse("there is no table procedure " + options.name);
     const auto rows = MakeRowPrinter(options.csv, options.json);
     Connector connector;
-    Cancellation cancellation;
     try {
-        const QueryEnd end = Execute(connector, cancellation, *procedure,
+        const QueryEnd end = Execute(connector, context.host.Cancellation(), *procedure,
                                      {[&rows](const auto& fields) { rows->Fields(fields); },
                                       [&rows](const auto& row) { rows->Row(row); }},
                                      options.limit);
@@ -137,12 +137,12 @@ int RunProcedure(Context& context, const Options& options) {
 
 /// The schema as the dictionary spells it.
 std::string SchemaNamed(Connection& store, const std::string& name) {
-    const auto row = store.Select("Select * FROM Record_Details where schemaname = ?", {name});
-    if (row.Eof()) throw std::runtime_error("there is no schema " + name + " in the dictionary");
-    return row.Text("schemaname");
+    const auto schema = dictionary::StoredSchemaName(store, name);
+    if (!schema) throw std::runtime_error("there is no schema " + name + " in the dictionary");
+    return *schema;
 }
 
-int PrintStatements(Context& context, const Options& options) {
+int PrintStatements(CommandContext& context, const Options& options) {
     context.OpenStore();
     Connection& store = *context.app->gConnection;
     const std::string database(Trim(options.database));
@@ -161,7 +161,7 @@ int PrintStatements(Context& context, const Options& options) {
     return kDone;
 }
 
-int Convert(Context& context, const Options& options) {
+int Convert(CommandContext& context, const Options& options) {
     context.OpenStore();
     const std::string schema = SchemaNamed(*context.app->gConnection, options.name);
     SqlState sql(*context.app);
@@ -174,7 +174,7 @@ int Convert(Context& context, const Options& options) {
 
 }  // namespace
 
-void AddSqlCommands(CLI::App& program, Context& context) {
+void AddSqlCommands(CLI::App& program, CommandContext& context) {
     auto* sql = program.add_subcommand("sql", "SQL servers: sources, tables, saved statements, conversion");
     sql->require_subcommand(1);
     auto options = std::make_shared<Options>();

@@ -4,6 +4,6 @@
 
 namespace norvelis::cli {
 
-void AddSqlCommands(CLI::App& program, Context& context);  ///< sql and its own commands.
+void AddSqlCommands(CLI::App& program, CommandContext& context);  ///< sql and its own commands.
 
 }  // namespace norvelis::cli

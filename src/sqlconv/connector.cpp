@@ -1,6 +1,5 @@
 #include "sqlconv/connector.h"
 
-#include <chrono>
 #include <condition_variable>
 #include <exception>
 #include <mutex>
@@ -12,7 +11,7 @@ namespace norvelis {
 
 struct Connector::Attempt {
     std::mutex mutex;
-    std::condition_variable changed;
+    std::condition_variable_any changed;
     bool ended = false;
     std::unique_ptr<SqlConnection> connection;
     std::exception_ptr failure;
@@ -34,23 +33,15 @@ struct Connector::Attempt {
 };
 
 std::unique_ptr<SqlConnection> Connector::Connect(const ConnectRequest& request,
-                                                  const std::function<bool()>& goOn) {
+                                                  const std::stop_token& cancellation) {
     if (!abandoned_.expired())
         throw SqlFailure(0, "an earlier connect that was given up has not ended yet; try again later");
     auto attempt = std::make_shared<Attempt>();
     std::thread([attempt, request] { attempt->Run(request); }).detach();
 
     std::unique_lock lock(attempt->mutex);
-    while (!attempt->ended) {
-        if (attempt->changed.wait_for(lock, std::chrono::milliseconds(20), [&] { return attempt->ended; }))
-            break;
-        lock.unlock();
-        if (!goOn()) {
-            abandoned_ = attempt;
-            return nullptr;
-        }
-        lock.lock();
-    }
+    if (!attempt->changed.wait(lock, cancellation, [&] { return attempt->ended; })) abandoned_ = attempt;
+    ThrowIfCanceled(cancellation);
     if (attempt->failure) std::rethrow_exception(attempt->failure);
     return std::move(attempt->connection);
 }

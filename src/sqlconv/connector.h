@@ -1,7 +1,7 @@
 #pragma once
 
-#include <functional>
 #include <memory>
+#include <stop_token>
 
 #include "sqlconv/sql_connection.h"
 
@@ -12,9 +12,10 @@ namespace norvelis {
 /// is closed again, and neither a destructor nor the program's exit waits for it.
 class Connector {
   public:
-    /// Waits for the connect and asks `goOn` about every 20 ms. Null when goOn said no: the connect is then
-    /// abandoned. SqlFailure when the server refuses, or when an abandoned connect has not ended yet.
-    std::unique_ptr<SqlConnection> Connect(const ConnectRequest& request, const std::function<bool()>& goOn);
+    /// Waits for the connect until a stop is requested, which abandons it. SqlFailure then, when the server
+    /// refuses, and when an abandoned connect has not ended yet.
+    std::unique_ptr<SqlConnection> Connect(const ConnectRequest& request,
+                                           const std::stop_token& cancellation);
 
   private:
     struct Attempt;

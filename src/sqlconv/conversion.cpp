@@ -2,6 +2,8 @@
 
 #include "base/paths.h"
 #include "base/text.h"
+#include "core/places.h"
+#include "sqlconv/diagnostics.h"
 #include "sqlconv/name_checks.h"
 #include "sqlconv/record_tables.h"
 
@@ -83,7 +85,7 @@ bool CreateRecordTable(Conversion& conversion, std::string_view recordName, std:
 
 bool ConvertSchema(Conversion& conversion, const std::string& schemaname, std::string_view databaseName) {
     AppState& app = conversion.sql.app;
-    if (!FileExists(app.AppPath("\\Database\\records.mdb"))) {
+    if (!FileExists(app.AppPath(places::kStore))) {
         conversion.refusal = "Please locate and extract IDMS Report File.";
         app.host.MessageBox(conversion.refusal);
         return false;

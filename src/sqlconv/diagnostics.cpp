@@ -32,6 +32,10 @@ SqlFailure::SqlFailure(std::vector<Diagnostic> diagnostics)
     if (!diagnostics_.empty()) number_ = diagnostics_.front().native;
 }
 
+void ThrowIfCanceled(const std::stop_token& cancellation) {
+    if (cancellation.stop_requested()) throw SqlFailure(0, "The command was canceled");
+}
+
 std::vector<Diagnostic> DiagnosticsOf(short handleType, void* handle) {
     std::vector<Diagnostic> diagnostics;
     for (SQLSMALLINT record = 1; record <= kRecords; ++record) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <stdexcept>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,9 @@ class SqlFailure : public std::runtime_error {
     std::vector<Diagnostic> diagnostics_;
     long number_ = 0;
 };
+
+/// SqlFailure "The command was canceled" once a stop was requested.
+void ThrowIfCanceled(const std::stop_token& cancellation);
 
 /// What the handle has to say about its last call, most important first; empty when it says nothing.
 /// `handleType` is the number that ODBC gives the kind of handle.

@@ -2,6 +2,7 @@
 
 #include "base/failure.h"
 #include "base/text.h"
+#include "dictionary/records.h"
 #include "sqlconv/names.h"
 
 namespace norvelis {
@@ -18,15 +19,10 @@ std::string KeyName(const Recordset& record) {
     return record.Value("reckey").value_or("RecKey") + "-ID";
 }
 
-Recordset RowsOf(Connection& store, std::string_view recordName) {
-    return store.Select("Select * FROM Record_Details where recordtype = 'Record' and Recordname = ?",
-                        {recordName});
-}
-
 /// The fields that become columns: fillers have no name, and what has no picture is a group.
-std::vector<Field> FieldsOf(Connection& store, std::string_view recordName) {
+std::vector<Field> ColumnFieldsOf(Connection& store, std::string_view recordName) {
     std::vector<Field> fields;
-    auto row = store.Select("Select * FROM Record_layout where Recordname = ?", {recordName});
+    auto row = dictionary::FieldsOf(store, recordName);
     for (; !row.Eof(); row.MoveNext()) {
         std::string name(Trim(row.Text("fieldname"))), picture(Trim(row.Text("fieldpicture")));
         if (UpperCase(name) == "FILLER" || picture.empty()) continue;
@@ -39,9 +35,7 @@ std::vector<Field> FieldsOf(Connection& store, std::string_view recordName) {
 
 std::vector<std::string> RecordsOf(Connection& store, std::string_view schemaname) {
     std::vector<std::string> records;
-    auto row = store.Select(
-        "Select * FROM Record_Details where schemaname = ? and recordtype = 'Record' order by recordname asc",
-        {schemaname});
+    auto row = dictionary::RecordsByName(store, schemaname);
     for (; !row.Eof(); row.MoveNext()) records.emplace_back(Trim(row.Text("Recordname")));
     return records;
 }
@@ -52,9 +46,9 @@ std::string DatabaseStatement(std::string_view databaseName) {
 
 std::string RecordTableStatement(Connection& store, std::string_view recordName,
                                  std::string_view databaseName) {
-    auto row = RowsOf(store, recordName);
+    auto row = dictionary::RecordsNamed(store, recordName);
     if (row.Eof()) return {};
-    const std::vector<Field> fields = FieldsOf(store, recordName);
+    const std::vector<Field> fields = ColumnFieldsOf(store, recordName);
     if (fields.size() > kMostFields) throw RuntimeFailure(FailureNumber::SubscriptOutOfRange);
 
     std::string statement =
@@ -74,8 +68,9 @@ std::string RecordTableStatement(Connection& store, std::string_view recordName,
 
 TableNames NamesOf(Connection& store, std::string_view recordName) {
     TableNames names;
-    for (auto row = RowsOf(store, recordName); !row.Eof(); row.MoveNext()) names.keys.push_back(KeyName(row));
-    for (auto& field : FieldsOf(store, recordName)) names.fields.push_back(std::move(field.name));
+    for (auto row = dictionary::RecordsNamed(store, recordName); !row.Eof(); row.MoveNext())
+        names.keys.push_back(KeyName(row));
+    for (auto& field : ColumnFieldsOf(store, recordName)) names.fields.push_back(std::move(field.name));
     return names;
 }
 

@@ -1,5 +1,7 @@
 #include "sqlconv/server_tables.h"
 
+#include <algorithm>
+
 #include "base/text.h"
 #include "core/log.h"
 #include "sqlconv/type_numbers.h"
@@ -55,8 +57,11 @@ std::vector<ServerTable> TablesOf(SqlState& sql, const std::string& dsn) {
         sql.gSqlRecordset.reset();
         return tables;
     } catch (const SqlFailure& refusal) {
-        sql.cancellation.ThrowIfCanceled();
-        WriteToProcessLog(sql.app, "Conversion", "Connection", refusal.what());
+        ThrowIfCanceled(sql.cancellation);
+        std::string words = refusal.what();
+        std::erase(words, '\r');
+        std::replace(words.begin(), words.end(), '\n', ' ');  // The log has a line for each entry.
+        WriteToProcessLog(sql.app, "Conversion", "Connection", words);
     }
     return TablesByDriver(sql);
 }

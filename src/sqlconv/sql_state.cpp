@@ -6,14 +6,13 @@ namespace norvelis {
 
 void ConnectSql(SqlState& sql, std::string_view dsn, int timeout) {
     const ConnectRequest request{std::string(dsn), {}, {}, timeout};
-    sql.gSqlConnection = sql.connector.Connect(request, [&sql] { return !sql.cancellation.IsCanceled(); });
-    sql.cancellation.ThrowIfCanceled();
-    sql.cancellation.Watch(sql.gSqlConnection.get());
+    sql.gSqlConnection = sql.connector.Connect(request, sql.cancellation);
+    sql.onCancel.emplace(sql.cancellation, [&sql] { sql.gSqlConnection->Cancel(); });
     sql.gSqlConnected = true;
 }
 
 void DisconnectSql(SqlState& sql) {
-    sql.cancellation.Watch(nullptr);
+    sql.onCancel.reset();
     sql.gSqlRecordset.reset();
     sql.gSqlConnection.reset();
     sql.gSqlConnected = false;
@@ -21,7 +20,7 @@ void DisconnectSql(SqlState& sql) {
 
 SqlResult& ExecuteSql(SqlState& sql, std::string_view statement, unsigned long mostRows) {
     sql.gSqlRecordset.reset();
-    sql.cancellation.ThrowIfCanceled();
+    ThrowIfCanceled(sql.cancellation);
     if (!sql.gSqlConnection) throw SqlFailure(0, "There is no connection to a SQL server");
     return sql.gSqlRecordset.emplace(sql.gSqlConnection->Execute(statement, mostRows));
 }

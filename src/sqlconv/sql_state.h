@@ -1,12 +1,13 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <string_view>
 
 #include "core/app_state.h"
-#include "sqlconv/cancellation.h"
 #include "sqlconv/connector.h"
 
 namespace norvelis {
@@ -16,7 +17,6 @@ inline constexpr int kSqlTimeout = 600;  ///< Seconds; what every caller of Conn
 /// What the commands over a SQL server share. Owned by the entry point.
 struct SqlState {
     explicit SqlState(AppState& state) : app(state) {}
-    ~SqlState() { cancellation.Watch(nullptr); }
     SqlState(const SqlState&) = delete;
     SqlState& operator=(const SqlState&) = delete;
 
@@ -28,7 +28,10 @@ struct SqlState {
     std::string gSqlStatement;                      ///< The statement for the list of tables.
     std::optional<SqlResult> gSqlRecordset;         ///< Of the last statement.
 
-    Cancellation cancellation;  ///< Ends the command that runs.
+    /// Of the command that runs: a stop gives its connect up, cancels its statement and lets no other begin.
+    std::stop_token cancellation;
+    std::optional<std::stop_callback<std::function<void()>>>
+        onCancel;  ///< As long as gSqlConnection is open.
 };
 
 /// Opens gSqlConnection. SqlFailure with the server's words, or when the command was canceled meanwhile.

@@ -1,5 +1,7 @@
 #include "sqlconv/table_procedures.h"
 
+#include "sqlconv/diagnostics.h"
+
 namespace norvelis {
 
 namespace {
@@ -17,30 +19,16 @@ void SetContent(Recordset& row, const TableProcedure& procedure) {
     row.Set("tableprocsql", procedure.sql);
 }
 
-/// Tells the cancellation of a connection for as long as it is open.
-class Watched {
-  public:
-    Watched(Cancellation& cancellation, SqlConnection& connection) : cancellation_(cancellation) {
-        cancellation.Watch(&connection);
-    }
-    ~Watched() { cancellation_.Watch(nullptr); }
-    Watched(const Watched&) = delete;
-    Watched& operator=(const Watched&) = delete;
-
-  private:
-    Cancellation& cancellation_;
-};
-
 bool StartsCharacter(char c) {
     return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
 }
 
-QueryEnd ReadRows(SqlResult& result, Cancellation& cancellation, const RowReceiver& receiver,
+QueryEnd ReadRows(SqlResult& result, const std::stop_token& cancellation, const RowReceiver& receiver,
                   std::size_t limit) {
     receiver.fields(result.Fields());
     QueryEnd end;
     while (const auto* row = result.Next()) {
-        cancellation.ThrowIfCanceled();
+        ThrowIfCanceled(cancellation);
         if (end.rows == limit) {
             end.limited = true;
             return end;
@@ -93,12 +81,11 @@ void DeleteProcedure(Connection& store, std::string_view name) {
     if (store.IsOpen()) store.Execute("Delete * FROM tableprocedures where tableprocname = ?", {name});
 }
 
-QueryEnd Execute(Connector& connector, Cancellation& cancellation, const TableProcedure& procedure,
+QueryEnd Execute(Connector& connector, const std::stop_token& cancellation, const TableProcedure& procedure,
                  const RowReceiver& receiver, std::size_t limit) {
     const ConnectRequest request{procedure.dsn, procedure.username, procedure.password, 0};
-    const auto connection = connector.Connect(request, [&] { return !cancellation.IsCanceled(); });
-    cancellation.ThrowIfCanceled();
-    const Watched watched(cancellation, *connection);
+    const auto connection = connector.Connect(request, cancellation);
+    const std::stop_callback onCancel(cancellation, [&connection] { connection->Cancel(); });
     SqlResult result = connection->Execute(procedure.sql);
     if (result.Fields().empty()) throw SqlFailure(0, "The statement ran and gave no result set");
     return ReadRows(result, cancellation, receiver, limit);

@@ -2,11 +2,11 @@
 
 #include <functional>
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "sqlconv/cancellation.h"
 #include "sqlconv/connector.h"
 #include "store/connection.h"
 
@@ -47,8 +47,9 @@ struct QueryEnd {
 };
 
 /// Runs a statement and hands its rows over, at most `limit` of them. SqlFailure when the server refuses,
-/// when the statement gives no row, and after Cancel; the rows handed over until then stay valid.
-QueryEnd Execute(Connector& connector, Cancellation& cancellation, const TableProcedure& procedure,
+/// when the statement gives no row, and after a stop was requested; the rows handed over until then stay
+/// valid.
+QueryEnd Execute(Connector& connector, const std::stop_token& cancellation, const TableProcedure& procedure,
                  const RowReceiver& receiver, std::size_t limit = kMostResultRows);
 
 /// A value as a screen shows it: beyond 10,000 characters it is cut, and its length is added.

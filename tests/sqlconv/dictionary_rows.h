@@ -3,7 +3,7 @@
 #include <optional>
 #include <string_view>
 
-#include "store/connection.h"
+#include "store/inserter.h"
 
 namespace norvelis {
 

@@ -60,6 +60,9 @@ class PostgresServer {
         return "Servername=" + folder_ + "\nPort=5432\nDatabase=postgres\nUserName=tester\n";
     }
 
+    /// Where its socket is: what its own programs take as host.
+    const std::string& Folder() const { return folder_; }
+
   private:
     void Run(const std::string& command) const {
         const std::string full = "cd " + folder_ + " && " + as_ + std::string(POSTGRES_PROGRAMS) + "/" +

@@ -40,7 +40,7 @@ class ProcedureRuns : public ::testing::Test {
     std::string Run(const TableProcedure& procedure) {
         std::string csv;
         try {
-            Execute(connector, cancellation, procedure,
+            Execute(connector, {}, procedure,
                     {[&](const auto& fields) {
                          for (const auto& field : fields) csv += field.name + ";";
                          csv += "\n";
@@ -54,7 +54,6 @@ class ProcedureRuns : public ::testing::Test {
 
     OdbcFolder odbc;
     Connector connector;
-    Cancellation cancellation;
 };
 
 TEST_F(ProcedureRuns, LoginAndTextReachTheDriver) {

@@ -138,18 +138,18 @@ TEST_F(Postgres, ValuesOfEveryKind) {
 
 TEST_F(Postgres, SeveralResultsAndRefusals) {
     Connector connector;
-    Cancellation cancellation;
+    std::stop_source cancellation;
     std::vector<Row> rows;
     const RowReceiver receiver{[](const auto&) {}, [&rows](const auto& row) { rows.push_back(row); }};
     const auto run = [&](const std::string& statement) {
-        return Execute(connector, cancellation, {"P", statement, odbc.pg, "", ""}, receiver);
+        return Execute(connector, cancellation.get_token(), {"P", statement, odbc.pg, "", ""}, receiver);
     };
     EXPECT_TRUE(run("select 1; select 2").moreResults);
     EXPECT_THAT(rows, ElementsAre(Row{"1"}));
     EXPECT_THAT(RefusalOf([&] { run("selec 1"); }), HasSubstr("syntax error at or near \"selec\""));
     std::jthread cancel([&cancellation] {
         std::this_thread::sleep_for(std::chrono::milliseconds(300));
-        cancellation.Cancel();
+        cancellation.request_stop();
     });
     EXPECT_THAT(RefusalOf([&] { run("select pg_sleep(60)"); }), HasSubstr("57014"));
 }

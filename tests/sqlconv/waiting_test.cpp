@@ -24,10 +24,10 @@ double SecondsOf(const std::function<void()>& step) {
 /// Cancels from another thread after a while.
 class CancelLater {
   public:
-    CancelLater(Cancellation& cancellation, std::chrono::milliseconds after)
+    CancelLater(std::stop_source& cancellation, std::chrono::milliseconds after)
         : thread_([&cancellation, after] {
               std::this_thread::sleep_for(after);
-              cancellation.Cancel();
+              cancellation.request_stop();
           }) {}
 
   private:
@@ -39,7 +39,9 @@ TEST(Waiting, AHangingStatementIsLeftOnCancel) {
     odbc.ScriptedSource("on SELECT\nwait 60000\n");
     TestApp test;
     SqlState sql(test.app);
-    const CancelLater cancel(sql.cancellation, 200ms);
+    std::stop_source cancellation;
+    sql.cancellation = cancellation.get_token();
+    const CancelLater cancel(cancellation, 200ms);
     EXPECT_LT(SecondsOf([&] { EXPECT_THROW(TablesOf(sql, odbc.mssql), SqlFailure); }), 2.0);
     EXPECT_EQ(odbc.Calls({"cancel"}).size(), 1u);
     EXPECT_FALSE(sql.gSqlConnected);
@@ -51,11 +53,13 @@ TEST(Waiting, AHangingConnectIsAbandonedOneAtATime) {
     TestApp test;
     SqlState sql(test.app);
     {
-        const CancelLater cancel(sql.cancellation, 200ms);
+        std::stop_source cancellation;
+        sql.cancellation = cancellation.get_token();
+        const CancelLater cancel(cancellation, 200ms);
         EXPECT_LT(SecondsOf([&] { EXPECT_THROW(ConnectSql(sql, odbc.mssql, 600), SqlFailure); }), 2.0);
     }
     WriteFile(odbc.Path("script"), "");
-    sql.cancellation.Reset();
+    sql.cancellation = {};
     try {
         ConnectSql(sql, odbc.mssql, 600);
         FAIL() << "two connects under way";
@@ -74,15 +78,15 @@ TEST(Waiting, RowsArriveWhileOthersCome) {
     const OdbcFolder odbc;
     odbc.ScriptedSource("on SELECT\ncolumn n 4\nrows 200 10\n");
     Connector connector;
-    Cancellation cancellation;
+    std::stop_source cancellation;
     std::size_t fetchedAtFirst = 0, rows = 0;
     const auto run = [&](std::size_t limit) {
         rows = 0;
-        return Execute(connector, cancellation, {"P", "SELECT", odbc.mssql, "", ""},
+        return Execute(connector, cancellation.get_token(), {"P", "SELECT", odbc.mssql, "", ""},
                        {[](const auto&) {},
                         [&](const auto&) {
                             if (rows++ == 0) fetchedAtFirst = odbc.Calls({"fetch"}).size();
-                            if (rows == 50) cancellation.Cancel();
+                            if (rows == 50) cancellation.request_stop();
                         }},
                        limit);
     };

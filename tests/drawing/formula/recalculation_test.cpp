@@ -6,7 +6,7 @@
 #include <functional>
 #include <limits>
 
-#include "drawing/small_drawing.h"
+#include "testing/small_drawing.h"
 
 namespace norvelis::drawing {
 namespace {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "drawing/model/document.h"
-#include "drawing/small_drawing.h"
+#include "testing/small_drawing.h"
 
 namespace norvelis::drawing {
 
