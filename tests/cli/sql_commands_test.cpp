@@ -58,7 +58,7 @@ TEST_F(SqlCommandsTest, ProceduresRunAndKeepTheirPasswords) {
     EXPECT_EQ(rows["fields"], json({"a", "b"}));
     const auto limited = program.Run("sql run JOBS --limit 1");
     EXPECT_EQ(limited.out, "a\tb\nx,y\t\n");
-    EXPECT_EQ(limited.error, "Stopped at 1 rows; there are more.\n");
+    EXPECT_EQ(limited.error, "Stopped at the limit of 1; there are more rows.\n");
     const auto nothing = program.Run("sql run NOTHING --json");
     EXPECT_EQ(nothing.status, 1);
     EXPECT_EQ(
