@@ -1,7 +1,5 @@
 #include "sqlconv/table_procedures.h"
 
-#include "sqlconv/diagnostics.h"
-
 namespace norvelis {
 
 namespace {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "sqlconv/connector.h"
+#include "sqlconv/diagnostics.h"
 #include "store/connection.h"
 
 // Named SQL statements with the login to run them under, kept in the store's table of table procedures.
