@@ -26,9 +26,9 @@ void WriteStencil(FontLibrary& fonts, const std::string& folder,
 void WriteBackgroundChoice(FontLibrary& fonts, const std::string& path) {
     const auto stencil = stencils::BuildStencil(fonts, stencils::PageBackgrounds());
     std::vector<render::Scene> scenes;
-    render::Effort effort;
+    render::SceneCost cost;
     for (const auto& master : stencil->masters)
-        scenes.push_back(render::BuildScene(fonts, *stencil, *master, effort));
+        scenes.push_back(render::BuildScene(fonts, *stencil, *master, cost));
     WriteFileThrough(path, [&scenes](const std::string& temporary) {
         if (!render::BackgroundChoice(scenes).save(QString::fromStdString(temporary), "JPG", kJpegQuality))
             throw RuntimeFailure(FailureNumber::DeviceIoError, temporary);

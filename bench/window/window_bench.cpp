@@ -17,6 +17,7 @@
 #include "testing/layered_schema.h"
 #include "testing/report_generator.h"
 #include "testing/resident_memory.h"
+#include "testing/ui_folder.h"
 #include "ui/controls/c_tree_view.h"
 #include "ui/controls/drawing_control.h"
 #include "ui/forms/form.h"
@@ -24,7 +25,6 @@
 #include "ui/frame/qt_host.h"
 #include "ui/screens/browse/frm_treeview.h"
 #include "ui/skins/skin_style.h"
-#include "testing/ui_folder.h"
 
 // What a person feels at the windows with very large schemas: how long a command takes, and for how long at
 // most the window does not answer meanwhile. The windows are the real ones, painted off screen.

@@ -21,7 +21,7 @@ CalendarTime ToCalendar(DateTime dateTime);         ///< Rounded to the nearest 
 /// `M/d/yyyy h:mm:ss AM/PM`; the date alone at midnight, the time alone on day zero.
 std::string GeneralDateText(DateTime dateTime);
 
-/// Reads general date text (either part may stand alone), 24-hour times and ISO dates ("2026-11-24",
+/// Reads general date text (either part may be alone), 24-hour times and ISO dates ("2026-11-24",
 /// "2026-11-24 13:05:00", with blank or T between). Nothing when the text is no date.
 std::optional<DateTime> ParseDateTime(std::string_view text);
 

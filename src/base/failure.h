@@ -21,7 +21,7 @@ enum class FailureNumber {
     StoreFailure = 3709,  ///< The dictionary store refused; the text says what and why.
 };
 
-/// A failure that no handler on the way takes. It ends the command; whoever stands at the top (the frame, the
+/// A failure that no handler on the way takes. It ends the command; whoever is at the top (the frame, the
 /// command line) shows number and text once. what() is the text for a person.
 class RuntimeFailure : public std::runtime_error {
   public:

@@ -48,7 +48,7 @@ std::vector<std::string> LinesWithEnds(const std::string& content) {
 }
 
 struct Place {
-    std::optional<std::size_t> line;  // where the key stands
+    std::optional<std::size_t> line;  // where the key is
     std::optional<std::size_t> last;  // last non-blank line of the section
 };
 

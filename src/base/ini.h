@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-// INI files: sections and keys ignore letter case; a value is what stands behind the equals sign, trimmed.
+// INI files: sections and keys ignore letter case; a value is what is behind the equals sign, trimmed.
 namespace norvelis {
 
 /// Empty when the file, the section or the key is missing. A value is cut at 255 characters.

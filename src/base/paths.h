@@ -19,8 +19,8 @@ std::string Resolve(std::string_view path);
 
 bool FileExists(std::string_view path);  ///< A regular file: no folder, and no device, which has no end.
 bool FolderExists(std::string_view path);
-bool CreateFolder(std::string_view path);  ///< One level or more; true when the folder stands afterwards.
-bool DeleteFile(std::string_view path);    ///< True when no such file stands afterwards.
+bool CreateFolder(std::string_view path);  ///< One level or more; true when the folder is there afterwards.
+bool DeleteFile(std::string_view path);    ///< True when no such file is there afterwards.
 bool DeleteFolder(std::string_view path);  ///< With all that is in it.
 
 std::vector<std::string> FilesIn(std::string_view folder);  ///< Names, sorted.

@@ -6,7 +6,8 @@
 
 namespace norvelis {
 
-/// The program's one source of chance: colours, drop positions, node keys. Equal seeds give equal drawings.
+/// The program's one source of random numbers: colours, drop positions, node keys. Equal seeds give equal
+/// drawings.
 class Random {
   public:
     explicit Random(std::uint64_t seed) : engine_(seed) {}

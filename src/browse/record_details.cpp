@@ -54,7 +54,7 @@ std::string_view FirstCharacters(std::string_view text, std::size_t n) {
     return text.substr(0, end);
 }
 
-/// Row numbers count from the heading of the group: the first value stands on the heading's own row.
+/// Row numbers count from the heading of the group: the first value is on the heading's own row.
 class ItemGroup {
   public:
     ItemGroup(RecordDetails& details, std::string heading) : items_(details.items), first_(items_.size()) {

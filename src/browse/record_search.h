@@ -11,7 +11,7 @@
 namespace norvelis {
 
 /// For each text of the tree, by its id, whether it holds `text`; upper and lower case are different letters.
-/// Few texts stand on many nodes, so each is compared once.
+/// Few texts are on many nodes, so each is compared once.
 std::vector<bool> MatchingTexts(const RecordTree& tree, std::string_view text);
 
 /// The search of the tree screens. The button's caption is its mode: SEARCH starts at the top, NEXT goes on
@@ -24,11 +24,11 @@ class RecordSearch {
     /// The search text was changed.
     void TextChanged() { caption_ = "SEARCH"; }
 
-    /// The search button, with what stands in the text box. The result is a node to select, colour red and
+    /// The search button, with what is in the text box. The result is a node to select, colour red and
     /// bring into view; nothing when a box has answered instead.
     std::optional<NodeIndex> Click(Host& host, const RecordTree& tree, std::string_view text);
 
-    /// The next node whose text holds `text` as it stands.
+    /// The next node whose text holds `text` as it is.
     std::optional<NodeIndex> Search(Host& host, const RecordTree& tree, std::string_view text);
 
   private:

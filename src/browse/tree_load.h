@@ -24,7 +24,7 @@ inline constexpr NodeIndex kMostNodes = 10'000'000;
 
 /// The whole tree of all schemas, completed. A record's members are found by its name alone, so that a name
 /// in two schemas has the members of the first row; a member without a row gets no node. A member that is
-/// already on its own path stands there once more without members, which ends every cycle of sets.
+/// already on its own path is there once more without members, which ends every cycle of sets.
 ///
 /// A failure of the store goes to the error log; what was read until then stays and the rest is carried on
 /// with.

@@ -53,12 +53,13 @@ class Draw {
               {app_.AppPath(places::kStencils), app_.AppPath(places::kSnapshots), nullptr})),
           drawing_(app_, *app_.gConnection, *engine_, noScreen_) {
         drawing_.options = OptionsOf(request);
-        drawing_.tell = [this](const std::string& text) { told_.push_back(text); };
+        drawing_.report = [this](const std::string& text) { reported_.push_back(text); };
     }
 
     int Schema(const std::string& schema) {
         const DrawResult result = DrawVisioDiagramSingle(drawing_, schema, nullptr);
-        if (result != DrawResult::NoEngine) told_.pop_back();  // "Done Drawing", whether or not it is true.
+        if (result != DrawResult::NoEngine)
+            reported_.pop_back();  // "Done Drawing", whether or not it is true.
         return Finish(result, FileOf(schema, schema));
     }
     int Record(const std::string& schema, const std::string& record) {
@@ -68,14 +69,14 @@ class Draw {
         const std::string location = DrawingLocation(drawing_);
         drawing_.gDrawSchema = schema;
         const SeparateResult result = DrawVisioDiagramSeparateParent(drawing_, nullptr, false);
-        if (result.noEngine) return Refuse(told_.front());
+        if (result.noEngine) return Refuse(reported_.front());
         if (!result.notSaved.empty()) {
             std::string names;
             for (const auto& name : result.notSaved) names += (names.empty() ? "" : ", ") + name;
             return Refuse("these drawings could not be saved in " + location + ": " + names);
         }
-        if (!told_.empty())
-            return Refuse(told_.front() + "; the drawings in " + location + " are not complete");
+        if (!reported_.empty())
+            return Refuse(reported_.front() + "; the drawings in " + location + " are not complete");
         std::printf("Done Drawing. Visio Files saved at folder:\n%s\n", location.c_str());
         return kDone;
     }
@@ -85,9 +86,10 @@ class Draw {
         return NativePath(DrawingLocation(drawing_) + "\\" + schema + "\\" + name + ".vsd");
     }
     int Finish(DrawResult result, const std::string& file) const {
-        if (result == DrawResult::NoEngine) return Refuse(told_.front());
+        if (result == DrawResult::NoEngine) return Refuse(reported_.front());
         if (result == DrawResult::NotSaved) return Refuse("the drawing could not be saved as " + file);
-        if (!told_.empty()) return Refuse(told_.front() + "; the drawing " + file + " is not complete");
+        if (!reported_.empty())
+            return Refuse(reported_.front() + "; the drawing " + file + " is not complete");
         std::printf("Done Drawing. File saved as:%s\n", file.c_str());
         return kDone;
     }
@@ -96,7 +98,7 @@ class Draw {
     std::unique_ptr<engine::DrawingEngine> engine_;
     DrawScreen noScreen_;
     DrawingState drawing_;
-    std::vector<std::string> told_;
+    std::vector<std::string> reported_;
 };
 
 int RunDraw(CommandContext& context, const DrawRequest& request) {

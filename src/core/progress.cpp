@@ -7,17 +7,17 @@ namespace norvelis {
 
 void Progress::SetText(Bar bar, std::string_view text) {
     At(bar).Text = text;
-    Tell(bar);
+    Report(bar);
 }
 
 void Progress::SetVisible(Bar bar, bool visible) {
     At(bar).Visible = visible;
-    Tell(bar);
+    Report(bar);
 }
 
 void Progress::SetValue(Bar bar, double value) {
     At(bar).Value = std::clamp(value, At(bar).Min, At(bar).Max);
-    Tell(bar);
+    Report(bar);
 }
 
 void Progress::BResetprogressbar(Bar bar, int max) {
@@ -26,7 +26,7 @@ void Progress::BResetprogressbar(Bar bar, int max) {
     state.Min = 0;
     state.Value = 0;
     state.Max = max;
-    Tell(bar);
+    Report(bar);
 }
 
 void Progress::BStepprogressbar(Bar bar, int step, std::string_view name) {
@@ -37,7 +37,7 @@ void Progress::BStepprogressbar(Bar bar, int step, std::string_view name) {
         state.Text =
             std::to_string(std::lround(state.Percent())) + "% Complete. Loading " + std::string(name);
     }
-    Tell(bar);
+    Report(bar);
 }
 
 }  // namespace norvelis

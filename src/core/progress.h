@@ -7,7 +7,7 @@
 
 namespace norvelis {
 
-/// The bars of one program, each with its state; every change is told to the Host.
+/// The bars of one program, each with its state; every change is reported to the Host.
 class Progress {
   public:
     explicit Progress(Host& host) : host_(host) {}
@@ -27,7 +27,7 @@ class Progress {
 
   private:
     ProgressBar& At(Bar bar) { return bars_[static_cast<std::size_t>(bar)]; }
-    void Tell(Bar bar) { host_.ProgressChanged(bar, At(bar)); }
+    void Report(Bar bar) { host_.ProgressChanged(bar, At(bar)); }
 
     Host& host_;
     std::array<ProgressBar, 4> bars_;

@@ -99,7 +99,7 @@ void SetShapetext(DrawingState& drawing, const PageRef& page, engine::Shape& ann
                   const std::string& text) {
     if (drawing.gDrawnShapes.Contains(text)) return;
     drawing.gDrawnShapes.Add(text);
-    const ShapeRef note = DropShape(drawing.tellOnce, page, kFlowchartStencil, "ANNOTATION", x, y);
+    const ShapeRef note = DropShape(drawing.reportOnce, page, kFlowchartStencil, "ANNOTATION", x, y);
     if (!note) return;
     SetResultIU(note->CellsSRC(engine::kWidth), kNoteSize);
     SetResultIU(note->CellsSRC(engine::kHeight), kNoteSize);

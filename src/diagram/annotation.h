@@ -10,7 +10,7 @@ namespace norvelis {
 /// A note for each row of Index_Details, up and to the right of the record that is its member.
 void AnnotateShapes(DrawingState& drawing, const PageRef& page);
 
-/// One note, its pin at x, y (inches), unless one with the same text stands already.
+/// One note, its pin at x, y (inches), unless one with the same text is there already.
 void SetShapetext(DrawingState& drawing, const PageRef& page, engine::Shape& annotated, double x, double y,
                   const std::string& text);
 

@@ -4,23 +4,24 @@
 
 namespace norvelis {
 
-engine::Ref<engine::Document> GetStencil(const Teller& tell, const engine::Ref<engine::Documents>& documents,
+engine::Ref<engine::Document> GetStencil(const Reporter& report,
+                                         const engine::Ref<engine::Documents>& documents,
                                          const std::string& fileName) {
     engine::Ref<engine::Document> stencil;
     if (documents) {
         stencil = documents->Item(fileName);
         if (!stencil) stencil = documents->OpenEx(fileName, engine::kOpenReadOnlyDocked);
     }
-    if (!stencil) tell("Stencil not found: " + std::string(kLineBreak) + fileName);
+    if (!stencil) report("Stencil not found: " + std::string(kLineBreak) + fileName);
     return stencil;
 }
 
-engine::Ref<engine::Shape> DropShape(const Teller& tell, const engine::Ref<engine::Page>& page,
+engine::Ref<engine::Shape> DropShape(const Reporter& report, const engine::Ref<engine::Page>& page,
                                      const std::string& stencil, const std::string& master, double x,
                                      double y) {
     const auto application = page ? page->Application() : nullptr;
     if (!application) return nullptr;
-    const auto document = GetStencil(tell, application->Documents(), stencil);
+    const auto document = GetStencil(report, application->Documents(), stencil);
     const auto masters = document ? document->Masters() : nullptr;
     const auto found = masters ? masters->Item(master) : nullptr;
     return found ? page->Drop(found, x, y) : nullptr;

@@ -10,16 +10,17 @@
 namespace norvelis {
 
 /// Takes a text for the person who ordered the drawing: to a message box, or to a log when nobody is there.
-using Teller = std::function<void(const std::string& text)>;
+using Reporter = std::function<void(const std::string& text)>;
 
 /// The stencil of this bare file name, opened on first use and used again afterwards. When the engine has
-/// none, that is told and the result is null.
-engine::Ref<engine::Document> GetStencil(const Teller& tell, const engine::Ref<engine::Documents>& documents,
+/// none, that is reported and the result is null.
+engine::Ref<engine::Document> GetStencil(const Reporter& report,
+                                         const engine::Ref<engine::Documents>& documents,
                                          const std::string& fileName);
 
 /// A new shape of a stencil's master with its pin at x, y (inches). Null, and nothing reported, when the
 /// stencil has no such master or the page refuses.
-engine::Ref<engine::Shape> DropShape(const Teller& tell, const engine::Ref<engine::Page>& page,
+engine::Ref<engine::Shape> DropShape(const Reporter& report, const engine::Ref<engine::Page>& page,
                                      const std::string& stencil, const std::string& master, double x,
                                      double y);
 

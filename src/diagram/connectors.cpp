@@ -38,8 +38,8 @@ void ConnectAllShapes(DrawingState& drawing, engine::Page& page) {
 void ConnectTwoShapes(DrawingState& drawing, const ShapeRef& from, const ShapeRef& to,
                       const std::string& label) {
     // The stencil finds its master in any letter case; the master reports its name as "Dynamic connector".
-    const ShapeRef line =
-        DropShape(drawing.tellOnce, from->ContainingPage(), kFlowchartStencil, "Dynamic Connector", 0.5, 0.5);
+    const ShapeRef line = DropShape(drawing.reportOnce, from->ContainingPage(), kFlowchartStencil,
+                                    "Dynamic Connector", 0.5, 0.5);
     if (!line) return;
     const bool written = Glue(*line, engine::kBeginX, *from) && Glue(*line, engine::kEndX, *to) &&
                          line->SetText(Trim(label).empty() ? from->Name() + "-" + to->Name() : label) &&

@@ -159,13 +159,13 @@ void DrawVisioDiagram(DrawingState& drawing, const RecordTree* tree) {
 }
 
 DrawResult DrawVisioDiagramSingle(DrawingState& drawing, const std::string& schema, const RecordTree* tree) {
-    drawing.told.clear();
+    drawing.reported.clear();
     DrawResult result;
     DrawOrder order = OrderOfSchema(drawing, schema, tree);
     {
         const ShownBars bars(drawing.app.progress);
         if (schema.empty()) {
-            drawing.tell("Request denied. Visio File to be generated must be named.");
+            drawing.report("Request denied. Visio File to be generated must be named.");
             return DrawResult::NotSaved;
         }
         order.visible = WantsToWatch(drawing);
@@ -173,7 +173,7 @@ DrawResult DrawVisioDiagramSingle(DrawingState& drawing, const std::string& sche
         result = DrawDrawing(drawing, kDrawSingle, order);
     }
     if (result != DrawResult::NoEngine) {
-        drawing.tell("Done Drawing. File saved as:" + order.File());
+        drawing.report("Done Drawing. File saved as:" + order.File());
     }
     return result;
 }
@@ -183,19 +183,19 @@ void DrawVisioDiagramSeparate(DrawingState& drawing, const RecordTree* tree) {
     std::string location = ChosenLocation(drawing);
     if (location.empty()) location = AskVisioFolder(drawing);
     if (location.empty()) {
-        drawing.tell(kNoLocation);
+        drawing.report(kNoLocation);
         return;
     }
     for (const auto& schema : TrimmedNames(dictionary::SchemasByName(drawing.store))) {
         drawing.gDrawSchema = schema;
         if (DrawVisioDiagramSeparateParent(drawing, tree, visible).noEngine) return;
     }
-    drawing.tell(
+    drawing.report(
         std::string("Done Drawing. Visio Files saved at folder:").append(kLineBreak).append(location));
 }
 
 SeparateResult DrawVisioDiagramSeparateParent(DrawingState& drawing, const RecordTree* tree, bool visible) {
-    drawing.told.clear();
+    drawing.reported.clear();
     SeparateResult result;
     const ShownBars bars(drawing.app.progress);
     const std::vector<std::string> parents = ParentsOf(drawing, drawing.gDrawSchema);
@@ -237,7 +237,7 @@ DrawResult DrawParentDrawing(DrawingState& drawing, const std::string& recordNam
 }
 
 DrawResult DrawScheduledDiagram(DrawingState& drawing, const std::string& schema, const std::string& job) {
-    drawing.told.clear();
+    drawing.reported.clear();
     DrawOrder order = OrderOfSchema(drawing, schema, nullptr);
     order.location = drawing.app.AppPath(places::kBatchJobs);
     order.subfolder = job;
@@ -245,13 +245,13 @@ DrawResult DrawScheduledDiagram(DrawingState& drawing, const std::string& schema
 }
 
 DrawResult ProcessSingle(DrawingState& drawing, const std::string& schema, const RecordTree& Tviewrec) {
-    drawing.told.clear();
+    drawing.reported.clear();
     try {
         ShowText(drawing, "Preparing to Draw, Please Wait..");
         std::string location = ChosenLocation(drawing);
         if (location.empty()) location = AskVisioFolder(drawing);
         if (location.empty()) {
-            drawing.tell(kNoLocation);
+            drawing.report(kNoLocation);
             return DrawResult::NoEngine;
         }
         const std::string target = Tviewrec.Size() > 0 ? Tviewrec.Text(0) : "";
@@ -270,7 +270,7 @@ DrawResult ProcessSingle(DrawingState& drawing, const std::string& schema, const
     } catch (const RuntimeFailure&) {
         // Said below.
     }
-    drawing.tell("Error has been encountered. Close visio and try again.");
+    drawing.report("Error has been encountered. Close visio and try again.");
     return DrawResult::NotSaved;
 }
 

@@ -34,19 +34,19 @@ SeparateResult DrawVisioDiagramSeparateParent(DrawingState& drawing, const Recor
 DrawResult DrawParentDrawing(DrawingState& drawing, const std::string& recordName, bool visible);
 
 /// One whole dictionary for a schedule: asks nothing, shows nothing;
-/// ApplicationFolder\batchjobs\job\schema.vsd. What a person would have been told goes to `tell`.
+/// ApplicationFolder\batchjobs\job\schema.vsd. What a person would have read in a box goes to `report`.
 DrawResult DrawScheduledDiagram(DrawingState& drawing, const std::string& schema, const std::string& job);
 
-/// What the isolate screen shows: its tree, whose root is a record or the schema itself. NoEngine also stands
-/// for a draw that was not begun, for want of a folder.
+/// What the isolate screen shows: its tree, whose root is a record or the schema itself. NoEngine is also
+/// used for a draw that was not begun, for want of a folder.
 DrawResult ProcessSingle(DrawingState& drawing, const std::string& schema, const RecordTree& Tviewrec);
 
 /// One record with all that is below it, as ProcessSingle draws it.
 DrawResult DrawIsolatedRecord(DrawingState& drawing, const std::string& schema, const std::string& recordName,
                               bool visible);
 
-/// Lays a saved drawing out anew by the chosen layout and saves it under its name; false when the file is not
-/// there or the engine refuses, and the file is then as it was.
+/// Lays a saved drawing out again by the chosen layout and saves it under its name; false when the file is
+/// not there or the engine refuses, and the file is then as it was.
 bool ApplyLayoutToFile(DrawingState& drawing, const std::string& file);
 
 /// The folder of all drawings: the one chosen for this drawing, else the setting, else the default. Only the

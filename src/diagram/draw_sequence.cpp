@@ -85,7 +85,7 @@ void ShowStep(DrawingState& drawing, std::string_view text, const std::string& n
     if (!text.empty()) ShowText(drawing, WithName(text, name));
 }
 
-/// A name that stands for one file in its folder and cannot lead out of it.
+/// A name that is one file in its folder and cannot lead out of it.
 bool IsFileName(const std::string& name) {
     return !name.empty() && name != "." && name != ".." &&
            name.find_first_of(std::string_view("/\\\0", 3)) == std::string::npos;
@@ -98,9 +98,9 @@ class RunningEngine {
         const auto created =
             order.visible ? drawing.drawingEngine.CreateVisible() : drawing.drawingEngine.CreateHidden();
         if (!created) {
-            drawing.tell(std::string(kind.engineFails));
+            drawing.report(std::string(kind.engineFails));
         } else if (!*created) {
-            drawing.tell(std::string(kind.engineIsNull));
+            drawing.report(std::string(kind.engineIsNull));
         } else {
             drawing.VisioApp = *created;
             started_ = true;

@@ -8,7 +8,7 @@
 
 // The one sequence that every drawing goes through: engine, boxes, lines, background and layout, notes,
 // labels, saved file. No step can be left out or change its place: background and layout come after the
-// lines, which the layout routes, and before the notes, which stand relative to where the boxes end up.
+// lines, which the layout routes, and before the notes, which are placed by where the boxes end up.
 namespace norvelis {
 
 /// How the ways to draw differ. A "{}" in a text is the name of what is drawn; an empty text is not shown.
@@ -27,7 +27,7 @@ extern const DrawKind kDrawSingle;    ///< A whole schema, ordered by a person o
 extern const DrawKind kDrawSeparate;  ///< One of many files, one for each parent.
 extern const DrawKind kDrawIsolated;  ///< What the isolate screen shows.
 
-/// What is drawn. The name stands in the texts and in the title, and names the file.
+/// What is drawn. The name is in the texts and in the title, and names the file.
 struct DrawOrder {
     std::string name;
     std::string location, subfolder;  ///< The file is location\subfolder\name.vsd.
@@ -41,14 +41,14 @@ struct DrawOrder {
 
 enum class DrawResult { NoEngine, NotSaved, Saved };
 
-/// Draws and saves. A file that stands there is replaced when the new one is whole, and not before.
+/// Draws and saves. A file that is there is replaced when the new one is whole, and not before.
 DrawResult DrawDrawing(DrawingState& drawing, const DrawKind& kind, const DrawOrder& order);
 
 /// One parent: names the page after it, draws the record's tree, takes a snapshot. Nothing for a blank name.
 void AddParentToPage(DrawingState& drawing, const DrawKind& kind, const PageRef& page,
                      const std::string& recordName);
 
-/// The drawing as it stands, under a random name in the Temp folder, so that one sees it grow. At most twice
+/// The drawing as it is, under a random name in the Temp folder, so that one sees it grow. At most twice
 /// a second, and large drawings so seldom that nine tenths of the time go into the drawing itself.
 void SnapshotDrawing(DrawingState& drawing, engine::Page& page);
 

@@ -69,12 +69,12 @@ struct DrawingState {
     std::string gDrawFileName;  ///< Without extension, in separate mode.
 
     /// Where words to the person go.
-    Teller tell = [this](const std::string& text) { app.host.MessageBox(text); };
+    Reporter report = [this](const std::string& text) { app.host.MessageBox(text); };
     /// The same for what could come at every shape: each text once in a command.
-    Teller tellOnce = [this](const std::string& text) {
-        if (told.insert(text).second) tell(text);
+    Reporter reportOnce = [this](const std::string& text) {
+        if (reported.insert(text).second) report(text);
     };
-    std::unordered_set<std::string> told;
+    std::unordered_set<std::string> reported;
 
     // One drawing.
     engine::Ref<engine::Application> VisioApp;

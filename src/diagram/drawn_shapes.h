@@ -10,7 +10,7 @@
 
 namespace norvelis {
 
-/// What already stands on the drawing: the names of its records and the texts of its notes, which share one
+/// What is already on the drawing: the names of its records and the texts of its notes, which share one
 /// list, so that a note that only repeats a record's name is not drawn. Without a bound: a drawing of ten
 /// thousand records has each of them once.
 class DrawnShapes {

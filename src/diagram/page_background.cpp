@@ -16,7 +16,7 @@ namespace {
 const std::string kBackgroundStencil = "Backgrounds (US units).vss";
 const std::string kTitleStencil = "Borders and Titles (US units).vss";
 
-/// Where the title block stands: a quarter inch in from the upper left corner, wherever the page ends.
+/// Where the title block is: a quarter inch in from the upper left corner, wherever the page ends.
 constexpr std::string_view kTitleInset = "0.25";
 const std::string kTitlePinY =
     "ThePage!PageHeight-Height * 0.1 - 0.125 - " + std::string(kTitleInset) + " in";
@@ -51,11 +51,11 @@ PageMasters PreparePageMasters(DrawingState& drawing, engine::Document& document
     PageMasters result;
     const auto application = document.Application();
     const auto documents = application ? application->Documents() : nullptr;
-    const auto backgrounds = GetStencil(drawing.tellOnce, documents, kBackgroundStencil);
+    const auto backgrounds = GetStencil(drawing.reportOnce, documents, kBackgroundStencil);
     if (!backgrounds) return result;
     const std::string name = drawing.options.background.value_or(getvisiobackground(drawing.app));
     result.background = CopyBackground(document, MasterOf(backgrounds, name));
-    const auto titles = GetStencil(drawing.tellOnce, documents, kTitleStencil);
+    const auto titles = GetStencil(drawing.reportOnce, documents, kTitleStencil);
     if (!titles) return result;
     result.title = MasterOf(titles, "Title block deco");
     result.complete = true;

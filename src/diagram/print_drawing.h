@@ -12,7 +12,7 @@ namespace norvelis {
 void PrintDrawing(AppState& app, engine::DrawingEngine& drawingEngine, const std::string& file,
                   const std::string& nothingToPrint);
 
-/// True when the document went to the printer, which is also said; a person who cancels is told nothing.
+/// True when the document went to the printer, which is also reported; a person who cancels gets no box.
 bool PrintDocument(Host& host, engine::Document& document);
 
 }  // namespace norvelis

@@ -27,7 +27,7 @@ constexpr double kDropSquare = 10;  // inches
 ShapeRef DropAtRandom(DrawingState& drawing, const PageRef& page, std::string_view step) {
     const double x = drawing.app.random.Rnd() * kDropSquare;
     const double y = drawing.app.random.Rnd() * kDropSquare;
-    return DropShape(drawing.tellOnce, page, kFlowchartStencil, GetStepMaster(step), x, y);
+    return DropShape(drawing.reportOnce, page, kFlowchartStencil, GetStepMaster(step), x, y);
 }
 
 void RememberShape(DrawingState& drawing, const std::string& name, engine::Shape& shape) {

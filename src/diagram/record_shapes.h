@@ -13,7 +13,7 @@ namespace norvelis {
 /// not walked again, for all that hangs below it has its boxes.
 void DrawRecordTree(DrawingState& drawing, const PageRef& page, const std::string& recordName);
 
-/// One box. False when it stands already or the engine gave no shape; true for a record that the store does
+/// One box. False when it is there already or the engine gave no shape; true for a record that the store does
 /// not hold.
 bool CreateRecordShape(DrawingState& drawing, const PageRef& page, const std::string& schema,
                        const std::string& recordName);

@@ -11,7 +11,7 @@ using engine::CharProperty;
 
 namespace {
 
-/// A piece of text behind what stands there, in bold.
+/// A text behind what is there, in bold.
 bool Append(engine::Characters& characters, const std::string& text, int color, int size) {
     const auto end = characters.End();
     return end && characters.SetBegin(*end) && characters.SetText(text) &&

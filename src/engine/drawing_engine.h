@@ -6,7 +6,7 @@
 #include <string_view>
 
 // The drawing engine as the diagram logic sees it: the objects and operations of the Visio object model that
-// drawing needs, and nothing of what stands behind them.
+// drawing needs, and nothing of what is behind them.
 //
 // Failure. Every call may fail and none throws: an operation answers false, a reference is null, a read gives
 // nothing (or an empty text). The caller skips the failed step and goes on. Units. Inches from the page's

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
-// Every keyword of a schema report, with the columns of what stands behind it. A report has no grammar: a
+// Every keyword of a schema report, with the columns of what is behind it. A report has no grammar: a
 // line means what the keywords in it say. Case counts, blanks count, the trailing one too.
 namespace norvelis::keywords {
 

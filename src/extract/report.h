@@ -41,7 +41,7 @@ class ReportLine {
     std::uint64_t word_;
 };
 
-/// A schema report in memory, read once: its bytes, and where its keywords stand. Lines end with LF or CRLF;
+/// A schema report in memory, read once: its bytes, and where its keywords are. Lines end with LF or CRLF;
 /// the last may lack its end, or half of it.
 class Report {
   public:

@@ -99,7 +99,7 @@ void ReportIndex::ReadSets() {
         const std::string_view text = report_.TextOf(lines[i]);
         if (lines[i].Has(KeywordKind::SetAtStart)) {
             set = NameAt(text, kSetOrOwnerOrMember);
-            // The pseudo-set stands before the real ones; behind them its name no longer means anything.
+            // The pseudo-set comes before the real ones; behind them its name no longer means anything.
             if (set != "CALC") inSets = true;
             owned = nullptr;
         }

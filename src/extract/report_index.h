@@ -48,7 +48,7 @@ class ReportIndex {
     struct Membership {
         std::string_view member, set;
     };
-    /// The members behind each owner line of this record, with the name of the set they stand in.
+    /// The members behind each owner line of this record, with the name of the set they are in.
     const std::vector<Membership>& MembersOf(std::string_view owner) const;
 
     /// Member lines for this member in the first set whose name begins with `set`.

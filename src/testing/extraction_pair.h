@@ -23,7 +23,7 @@ class ExtractionPair {
     /// Empties both.
     void Clear();
 
-    /// Extracts on both sides and tells the first difference; empty when there is none.
+    /// Extracts on both sides and gives the first difference; empty when there is none.
     std::string Extract(const std::string& report);
 
   private:

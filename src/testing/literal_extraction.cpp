@@ -16,7 +16,7 @@ bool Holds(std::string_view line, std::string_view text) {
     return Column(line, text) != 0;
 }
 
-/// The n bytes that stand `distance` behind the first byte of the keyword, which is at column p.
+/// The n bytes `distance` behind the first byte of the keyword, which is at column p.
 std::string Behind(std::string_view line, std::size_t p, long distance, long n) {
     return std::string(Text(line, static_cast<long>(p) + distance, n));
 }

@@ -345,7 +345,7 @@ class OddReport {
     }
 
     std::string Join() {
-        const std::size_t style = Below(4);  // 0 and 1: LF, 2: CRLF, 3: both by chance
+        const std::size_t style = Below(4);  // 0 and 1: LF, 2: CRLF, 3: both at random
         std::string report;
         for (const std::string& line : lines_) {
             report += line;

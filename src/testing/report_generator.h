@@ -14,8 +14,8 @@ namespace norvelis {
 std::string GenerateSchemaReport(int records, int sets, int fieldsPerRecord, std::uint64_t seed);
 
 /// A small report full of what listings should not hold but do: names that begin other names, names of 16 to
-/// 18 characters, records and sets that stand twice, pieces that are missing, out of order or at odd columns,
-/// limits passed, foreign line ends, 8-bit bytes, and cuts in the middle of a line.
+/// 18 characters, records and sets that are there twice, parts that are missing, out of order or at odd
+/// columns, limits passed, foreign line ends, 8-bit bytes, and cuts in the middle of a line.
 std::string GenerateOddReport(std::uint64_t seed);
 
 }  // namespace norvelis

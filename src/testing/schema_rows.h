@@ -19,7 +19,7 @@ class SchemaRows {
     SchemaRows(const SchemaRows&) = delete;
     SchemaRows& operator=(const SchemaRows&) = delete;
 
-    /// A record that is found by its key, and so stands at the top of the tree.
+    /// A record that is found by its key, and so is at the top of the tree.
     void Entry(std::string_view name, std::optional<std::string_view> members = std::nullopt) {
         store_.Execute("Insert into Parents (schemaname, Recordname) values (?, ?)", {schema_, name});
         Record(name, members);

@@ -41,6 +41,8 @@ const Graph kMayUse = {
     {"export", {"render"}},
     {"cli_sql", {"cli", "sqlconv"}},
     {"cli_draw", {"cli_report", "export"}},
+    {"scheduler", {"core"}},
+    {"cli_schedule", {"cli", "extract", "scheduler"}},
     {"desktop", {"ui", "export"}},
     {"testing", {"extract"}},
 };

@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "base/failure.h"
+#include "base/paths.h"
 #include "core/settings.h"
 #include "testing/test_store.h"
 #include "ui/ui_folder.h"

@@ -33,10 +33,11 @@ ui::mdiMainMenu* Frame() {
     return nullptr;
 }
 
-/// Once the main frame stands and its start, which turns the event loop too, is over.
+/// Once the main frame is there and its start, which turns the event loop too, is over.
 void WhenStarted(std::function<void(ui::mdiMainMenu&)> act) {
     QTimer::singleShot(20, [act = std::move(act)] {
-        if (auto* frame = Frame(); frame && frame->Find(Screen::Treeview) && !frame->Context().commands.Busy()) {
+        if (auto* frame = Frame();
+            frame && frame->Find(Screen::Treeview) && !frame->Context().commands.Busy()) {
             act(*frame);
         } else {
             WhenStarted(act);

@@ -128,15 +128,15 @@ TEST_F(DrawCommandsTest, TheIsolateMakesItsFolderBeforeItAsks) {
 }
 
 TEST_F(DrawCommandsTest, AScheduleAsksNobody) {
-    std::vector<std::string> told;
-    drawing.tell = [&](const std::string& text) { told.push_back(text); };
+    std::vector<std::string> reported;
+    drawing.report = [&](const std::string& text) { reported.push_back(text); };
     EXPECT_EQ(DrawScheduledDiagram(drawing, "EMPSCHM", "nightly"), DrawResult::Saved);
     EXPECT_EQ(lines.front(), "create hidden");
     EXPECT_THAT(LinesWith("SaveAs"),
                 ElementsAre("Document.SaveAs " + app.AppPath("\\batchjobs\\nightly\\EMPSCHM.vsd")));
     engine.recorder->creation = std::nullopt;
     EXPECT_EQ(DrawScheduledDiagram(drawing, "EMPSCHM", "nightly"), DrawResult::NoEngine);
-    EXPECT_THAT(told, ElementsAre("Visio is not installed. Please install Visio 2002 or better."));
+    EXPECT_THAT(reported, ElementsAre("Visio is not installed. Please install Visio 2002 or better."));
     EXPECT_TRUE(test.host.messages.empty());
 }
 

@@ -33,7 +33,7 @@ class RecordingScreen : public DrawScreen {
     void DrawingSaved(const std::string& path) override { saved.push_back(path); }
 };
 
-/// A drawing on the recording engine, with an empty store. Time stands still, so that no snapshot comes.
+/// A drawing on the recording engine, with an empty store. Time does not pass, so that no snapshot comes.
 class DrawingTest : public ::testing::Test {
   protected:
     DrawingTest() {

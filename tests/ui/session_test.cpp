@@ -151,13 +151,13 @@ TEST_F(SessionTest, ADrawingThatIsHalfWrittenIsSaidWhereverItIsUsed) {
     QTest::mouseMove(Tview().viewport(), LineOf("EMPSCHM").topLeft() + QPoint(60, 4));
     UntilShown(Drawing());
     EXPECT_EQ(Drawing().Src().toStdString(), SavedDrawing("EMPSCHM"));
-    EXPECT_NE(Drawing().grab().toImage(), nothing) << "the reason stands in its place";
+    EXPECT_NE(Drawing().grab().toImage(), nothing) << "the reason is in its place";
     Press("cmdPrint");
     EXPECT_THAT(ui.host.TakeTexts(), ElementsAre(StartsWith("This drawing can not be printed: ")));
     Press("cmdDraw");
     UntilShown(Drawing());
     ClickBox("SUPPLIER");
-    EXPECT_EQ(Drawing().SelectedShape(), "SUPPLIER") << "drawn anew it is whole";
+    EXPECT_EQ(Drawing().SelectedShape(), "SUPPLIER") << "drawn again it is whole";
     EXPECT_THAT(ui.failures, IsEmpty());
 }
 

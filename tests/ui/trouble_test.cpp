@@ -15,7 +15,7 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-/// A folder in which nothing may be written, for as long as this stands. Modes do not bind the
+/// A folder in which nothing may be written, for as long as this lives. Modes do not bind the
 /// administrator, who therefore becomes nobody to the file system.
 class WriteProtected {
   public:

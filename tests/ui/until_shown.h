@@ -8,7 +8,7 @@
 
 namespace norvelis::ui {
 
-/// Files are read aside; until then the control shows what it showed before.
+/// Files are read in the background; until then the control shows what it showed before.
 inline void UntilShown(const DrawingControl2& control) {
     constexpr int kPatience = 60'000;
     ASSERT_TRUE(QTest::qWaitFor([&control] { return !control.Loading(); }, kPatience));

@@ -10,7 +10,7 @@ struct Jog {
     int trunk = -1;           ///< Jogs of one trunk start from the same x and may share a track.
 };
 
-/// A jog that steps aside from its track and comes back to its place on a lower one.
+/// A jog that leaves its track and comes back to its place on a lower one.
 struct Detour {
     int jog = 0, track = 0;
     double x = 0;
@@ -23,11 +23,11 @@ struct Tracks {
     int count = 0;
 };
 
-/// Gives the level pieces of a channel's lines tracks, so that lines cross only when their order above and
-/// below the channel differs, and then once, wherever that can be had; no two of them share a piece; and
-/// there are few tracks. Pieces on one track stay `gap` apart. Hashimoto, Stevens: Wire routing by optimizing
-/// channel assignment within large apertures (1971), the left-edge algorithm; Deutsch: A dogleg channel
-/// router (1976), for demands that run in a ring.
+/// Gives the horizontal segments of a channel's lines tracks, so that lines cross only when their order above
+/// and below the channel differs, and then once, wherever that can be had; no two of them share a segment;
+/// and there are few tracks. Segments on one track stay `gap` apart. Hashimoto, Stevens: Wire routing by
+/// optimizing channel assignment within large apertures (1971), the left-edge algorithm; Deutsch: A dogleg
+/// channel router (1976), for demands that run in a ring.
 Tracks AssignTracks(const std::vector<Jog>& jogs, double gap);
 
 }  // namespace norvelis::layout

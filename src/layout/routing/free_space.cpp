@@ -33,7 +33,7 @@ FreeSpace::FreeSpace(const std::vector<Rect>& boxes, double clearance, double ma
         return a.y != b.y ? a.y < b.y : a.opens != b.opens ? !a.opens : a.box < b.box;
     });
 
-    std::vector<int> standing;  // the boxes that the sweep is passing, by their left side
+    std::vector<int> passing;  // the boxes that the sweep is passing, by their left side
     const auto isLeftOf = [&](int a, int b) {
         return grown[At(a)].x0 != grown[At(b)].x0 ? grown[At(a)].x0 < grown[At(b)].x0 : a < b;
     };
@@ -43,7 +43,7 @@ FreeSpace::FreeSpace(const std::vector<Rect>& boxes, double clearance, double ma
         leftBox_.push_back(gap.left);
         rightBox_.push_back(gap.right);
     };
-    std::vector<Gap> gaps = GapsAt(standing, grown, page);
+    std::vector<Gap> gaps = GapsAt(passing, grown, page);
     open(gaps.front(), page.y0);
     for (std::size_t i = 0; i < events.size();) {
         const double y = events[i].y;
@@ -51,13 +51,13 @@ FreeSpace::FreeSpace(const std::vector<Rect>& boxes, double clearance, double ma
         while (end < events.size() && events[end].y == y) ++end;
         for (std::size_t k = i; k < end; ++k) {
             if (events[k].opens) {
-                standing.insert(std::upper_bound(standing.begin(), standing.end(), events[k].box, isLeftOf),
-                                events[k].box);
+                passing.insert(std::upper_bound(passing.begin(), passing.end(), events[k].box, isLeftOf),
+                               events[k].box);
             } else {
-                standing.erase(std::find(standing.begin(), standing.end(), events[k].box));
+                passing.erase(std::find(passing.begin(), passing.end(), events[k].box));
             }
         }
-        std::vector<Gap> next = GapsAt(standing, grown, page);
+        std::vector<Gap> next = GapsAt(passing, grown, page);
         std::size_t old = 0;
         for (Gap& gap : next) {
             while (old < gaps.size() && gaps[old].lo < gap.lo) ++old;
@@ -76,12 +76,12 @@ FreeSpace::FreeSpace(const std::vector<Rect>& boxes, double clearance, double ma
     AddSideExits(boxes);
 }
 
-std::vector<FreeSpace::Gap> FreeSpace::GapsAt(const std::vector<int>& standing,
-                                              const std::vector<Rect>& grown, const Rect& page) const {
+std::vector<FreeSpace::Gap> FreeSpace::GapsAt(const std::vector<int>& passing, const std::vector<Rect>& grown,
+                                              const Rect& page) const {
     std::vector<Gap> gaps;
     double x = page.x0;
     int left = -1;
-    for (const int box : standing) {
+    for (const int box : passing) {
         if (grown[At(box)].x0 > x) gaps.push_back({x, grown[At(box)].x0, left, box, -1});
         if (grown[At(box)].x1 > x) {
             x = grown[At(box)].x1;

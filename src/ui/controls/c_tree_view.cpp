@@ -119,7 +119,7 @@ int cTreeView::WidestLine() const {
     return widest + TreeLineDelegate::kTextMargin;
 }
 
-// The list brings lines into view from top to bottom only; a deep node's text also stands far to the right.
+// The list brings lines into view from top to bottom only; a deep node's text is also far to the right.
 void cTreeView::scrollTo(const QModelIndex& index, ScrollHint hint) {
     LineListView::scrollTo(index, hint);
     const NodeIndex node = lines_->NodeOf(index);

@@ -51,7 +51,7 @@ class cTreeView : public LineListView {
   private:
     void Rearrange(const std::function<void(ExtendedTreeView&)>& change);
     void SetExpanded(NodeIndex node, bool expanded);
-    /// The node whose opening sign stands there.
+    /// The node whose opening sign is there.
     NodeIndex SignAt(QPoint place) const;
 
     RecordTreeModel* lines_;

@@ -18,8 +18,9 @@ class DrawingControl2 : public QWidget {
     DrawingControl2(const QString& name, OpenDrawing open, QWidget* parent);
     ~DrawingControl2() override;
 
-    /// Empty shows nothing. A file that is on show already is read anew when it has changed. Files are read
-    /// aside and appear when they are ready; one that can not be shown leaves the reason in its place.
+    /// Empty shows nothing. A file that is on show already is read again when it has changed. Files are read
+    /// in the background and appear when they are ready; one that can not be shown leaves the reason in its
+    /// place.
     void SetSrc(const QString& path);
     QString Src() const { return src_; }
     bool Loading() const { return loader_.Loading(); }

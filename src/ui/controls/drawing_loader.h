@@ -30,7 +30,7 @@ class DrawingLoader : public QObject {
     void Forget();  ///< What was asked for is not wanted any more.
     bool Loading() const { return wanted_.has_value(); }
 
-    /// What Loaded told of; it can be taken once.
+    /// What Loaded reported; it can be taken once.
     Result Take() { return std::move(result_); }
 
   signals:

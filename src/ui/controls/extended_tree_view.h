@@ -8,7 +8,7 @@
 
 namespace norvelis::ui {
 
-/// Which branches of a record tree stand open, and so which nodes have a line on the screen. A node costs one
+/// Which branches of a record tree are open, and so which nodes have a line on the screen. A node costs one
 /// bit and a line four bytes; opening and closing walk the tree once.
 class ExtendedTreeView {
   public:

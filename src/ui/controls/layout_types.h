@@ -4,7 +4,7 @@
 
 namespace norvelis::ui {
 
-/// The list of layouts, the first chosen. `activated` tells of a person's choice alone.
+/// The list of layouts, the first chosen. `activated` reports a person's choice alone.
 class LayoutTypes : public QComboBox {
   public:
     explicit LayoutTypes(QWidget* parent);

@@ -69,7 +69,7 @@ QVariant RecordTreeModel::data(const QModelIndex& index, int role) const {
     }
 }
 
-// Few texts stand on many lines: each is compared once.
+// Few texts are on many lines: each is compared once.
 QModelIndexList RecordTreeModel::match(const QModelIndex& start, int, const QVariant& typed, int,
                                        Qt::MatchFlags) const {
     std::vector<bool> begins(Tree().TextCount());

@@ -23,7 +23,7 @@ class RecordTreeModel : public QAbstractListModel {
     /// Every branch with members is open, no node is red.
     void SetTree(RecordTree tree);
 
-    /// Opens and closes branches. Indexes that are held go on to stand for their nodes; those of nodes that
+    /// Opens and closes branches. Indexes that are held go on to mean their nodes; those of nodes that
     /// are hidden become none.
     void Rearrange(const std::function<void(ExtendedTreeView&)>& change);
 

@@ -11,7 +11,7 @@ class cTreeView;
 class SkinButton;
 
 /// The search of a tree screen: the text box Text1 and its button, whose caption says whether a click starts
-/// at the top or goes on. They stand where the screen puts them.
+/// at the top or goes on. They are where the screen puts them.
 class SearchBox : public QObject {
     Q_OBJECT
 

@@ -15,7 +15,7 @@ struct ButtonState {
     bool down, underMouse, ringed;
 };
 
-/// A push button without its caption: the picture for up or down, stretched but for its rim.
+/// A push button without its caption: the picture for up or down, stretched but for its margin.
 void PaintButtonFace(QPainter& painter, const QRectF& area, const PicturePair& pictures, const QColor& accent,
                      ButtonState state);
 

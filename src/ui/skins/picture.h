@@ -30,7 +30,7 @@ class Picture {
     void PaintCovering(QPainter& painter, const QRectF& target) const;
     /// Fills the target with a part of the picture.
     void PaintPart(QPainter& painter, const QRectF& target, const QRectF& part) const;
-    /// Fills the target and keeps a rim of `edge` points unstretched.
+    /// Fills the target and keeps a margin of `edge` points unstretched.
     void PaintStretched(QPainter& painter, const QRectF& target, double edge) const;
 
   private:

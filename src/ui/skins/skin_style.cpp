@@ -216,11 +216,11 @@ class SkinStyle : public QProxyStyle {
 
     void PaintPushButton(const QStyleOption& option, QPainter& painter) const {
         const auto* button = qstyleoption_cast<const QStyleOptionButton*>(&option);
-        const bool standing = button && button->features & QStyleOptionButton::DefaultButton;
+        const bool isDefault = button && button->features & QStyleOptionButton::DefaultButton;
         painter.save();
         PaintButtonFace(painter, option.rect, buttons_, option.palette.color(QPalette::Highlight),
                         {IsDown(option), bool(option.state & State_Enabled && option.state & State_MouseOver),
-                         standing || option.state & State_HasFocus});
+                         isDefault || option.state & State_HasFocus});
         painter.restore();
     }
 
@@ -238,8 +238,8 @@ class SkinStyle : public QProxyStyle {
     }
 
     static QRect ScrollBarPart(const QStyleOptionSlider& bar, SubControl part) {
-        const bool upright = bar.orientation == Qt::Vertical;
-        const int length = upright ? bar.rect.height() : bar.rect.width();
+        const bool vertical = bar.orientation == Qt::Vertical;
+        const int length = vertical ? bar.rect.height() : bar.rect.width();
         const int range = bar.maximum - bar.minimum;
         int size = length;
         if (range > 0) {
@@ -250,8 +250,8 @@ class SkinStyle : public QProxyStyle {
         const int start = sliderPositionFromValue(bar.minimum, bar.maximum, bar.sliderPosition, length - size,
                                                   bar.upsideDown);
         const auto piece = [&](int from, int to) {
-            return upright ? QRect(0, from, bar.rect.width(), to - from)
-                           : QRect(from, 0, to - from, bar.rect.height());
+            return vertical ? QRect(0, from, bar.rect.width(), to - from)
+                            : QRect(from, 0, to - from, bar.rect.height());
         };
         switch (part) {
             case SC_ScrollBarGroove:

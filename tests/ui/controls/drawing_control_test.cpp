@@ -160,7 +160,7 @@ TEST_F(DrawingControlTest, WhatCanNotBeShownSaysWhyAndHarmsNothing) {
     Open("broken.vsd");
     const QImage words = control.grab().toImage();
     control.SetSrc("");
-    EXPECT_NE(words, control.grab().toImage()) << "the reason stands there";
+    EXPECT_NE(words, control.grab().toImage()) << "the reason is there";
     Open("broken.vsd");
     QTest::mouseClick(&control, Qt::LeftButton);
     QTest::keyClick(&control, Qt::Key_Plus);

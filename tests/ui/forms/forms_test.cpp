@@ -45,11 +45,11 @@ TEST_F(FormsTest, AFormIsMovedByItsBackgroundAndComesBackToItsPlace) {
 
 TEST_F(FormsTest, OnALowDisplayAFormStandsWholeInTheFrame) {
     const int around = ui.frame->height() - ui.frame->Area().height();
-    for (const auto& [room, top] : {std::pair(520, 10), std::pair(400, 0), std::pair(600, 33)}) {
-        ui.frame->resize(ui.frame->width(), room + around);
+    for (const auto& [height, top] : {std::pair(520, 10), std::pair(400, 0), std::pair(600, 33)}) {
+        ui.frame->resize(ui.frame->width(), height + around);
         UiApp::Settle();
         settings->Place();
-        EXPECT_EQ(settings->y(), top) << room;
+        EXPECT_EQ(settings->y(), top) << height;
     }
 }
 

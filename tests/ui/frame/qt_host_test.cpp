@@ -20,14 +20,14 @@ constexpr auto kPatience = std::chrono::seconds(60);  // For what never comes.
 
 TEST(QtHostTest, BoxesShowTextTitleIconAndButtons) {
     QtHost host;
-    QString text, title, standing;
+    QString text, title, defaultButton;
     QMessageBox::Icon icon{};
     WhenWaiting([&](QWidget& waiting) {
         auto& box = dynamic_cast<QMessageBox&>(waiting);
         text = box.text();
         title = box.windowTitle();
         icon = box.icon();
-        standing = box.defaultButton()->text();
+        defaultButton = box.defaultButton()->text();
         box.button(QMessageBox::Cancel)->click();
     });
     EXPECT_EQ(
@@ -36,7 +36,7 @@ TEST(QtHostTest, BoxesShowTextTitleIconAndButtons) {
     EXPECT_EQ(text, "<b>One</b>\ntwo");
     EXPECT_EQ(title, "Title");
     EXPECT_EQ(icon, QMessageBox::Question);
-    EXPECT_EQ(standing.remove('&'), "No");
+    EXPECT_EQ(defaultButton.remove('&'), "No");
 
     WhenWaiting([&](QWidget& waiting) {
         title = waiting.windowTitle();

@@ -5,7 +5,7 @@
 
 namespace norvelis::ui {
 
-/// What a record is, as the box that stands for it in a Bachman diagram.
+/// What a record is, as its box in a Bachman diagram.
 class frmToolTip : public TipWindow {
   public:
     explicit frmToolTip(QWidget* owner);

@@ -17,7 +17,7 @@ class frmToolTip2;
 /// the drawing last saved for it. The store is read only when the mouse reaches another text.
 class NodeHover : public QObject {
   public:
-    /// Tells of records alone.
+    /// Records alone.
     NodeHover(Form& form, cTreeView& tree);
     /// From now on of schemas too, and shows the drawings.
     void ShowDrawingsIn(DrawingControl2& control) { preview_ = &control; }

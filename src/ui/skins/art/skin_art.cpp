@@ -75,7 +75,7 @@ void PaintRadio(QPainter& painter, const Theme& theme, bool on) {
     painter.drawEllipse(area.center(), 3.6, 3.6);
 }
 
-/// The caption bar's colour under the window buttons, which stand at its right end.
+/// The caption bar's colour under the window buttons, which are at its right end.
 QColor UnderWindowButtons(const Theme& theme) {
     return theme.captionEnd;
 }

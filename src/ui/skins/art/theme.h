@@ -20,7 +20,7 @@ struct Theme {
     QColor markBorder;  ///< Of check boxes and radio buttons, which are nothing but their border when off.
     QColor frameTop, frameBottom, frameMotif;  ///< The main frame's background.
 
-    // What the .Ini tells.
+    // What the .Ini says.
     QColor label, title, buttonText, textBoxBack, textBoxText, listBoxBack;
     int buttonDownText;  ///< One of the sixteen classic colours.
 };

@@ -30,8 +30,9 @@ class TreeScreenTest : public ::testing::Test {
         screen = ui.frame->Find(Screen::Treeview);
         Tview = screen->findChild<cTreeView*>("Tview");
     }
-    /// Two schemas: DEPT owns EMP and OFFICE, EMP owns SKILL, PLACE stands alone; another DEPT in OTHER.
+    /// Two schemas: DEPT owns EMP and OFFICE, EMP owns SKILL, PLACE is alone; another DEPT in OTHER.
     void StartWithTwoSchemas() {
+        SchemaRows(*ui.app.gConnection, "OTHER").Entry("DEPT-EMP");
         {
             SchemaRows rows(*ui.app.gConnection);
             rows.Entry("DEPT", "EMP,OFFICE,GONE");
@@ -39,7 +40,6 @@ class TreeScreenTest : public ::testing::Test {
             rows.Record("OFFICE");
             rows.Record("SKILL");
             rows.Entry("PLACE");
-            SchemaRows(*ui.app.gConnection, "OTHER").Entry("DEPT-EMP");
         }
         Start();
     }
@@ -89,7 +89,7 @@ class TreeScreenTest : public ::testing::Test {
     }
     Form* Isolate() const { return ui.frame->Find(Screen::IsolateView); }
     QString LabelOf(QWidget* tip, const char* name) const { return tip->findChild<QLabel*>(name)->text(); }
-    /// A file that stands for a drawing.
+    /// A file in place of a drawing.
     QString Drawing(const std::string& schema, const std::string& name) {
         const std::string folder = ui.folder.Path("visio files/" + schema);
         std::filesystem::create_directories(folder);
@@ -398,7 +398,7 @@ TEST_F(TreeScreenTest, TheLargerTreeHasTheStoresOrderAndNoDrawing) {
     larger->close();
     SchemaRows(*ui.app.gConnection, "LATER").Entry("NEW");
     Press("Max");
-    EXPECT_EQ(Line("LATER").data().toString(), "LATER") << "opened anew it is filled anew";
+    EXPECT_EQ(Line("LATER").data().toString(), "LATER") << "opened again it is filled again";
 }
 
 TEST_F(TreeScreenTest, WhileATreeLoadsTheOldOneIsGoneAndNoSecondLoadStarts) {

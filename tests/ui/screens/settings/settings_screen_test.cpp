@@ -41,7 +41,7 @@ class SettingsScreenTest : public ::testing::Test {
         UiApp::Settle();
     }
     void PickItem(int item) { Click(QString("imgSelected%1").arg(item)); }
-    /// A press at a point of the palette; the colour that stands there.
+    /// A press at a point of the palette; the colour that is there.
     QColor PressPalette(QPoint at) {
         auto* palette = Control<ColorPalette>("picColorPalette");
         QColor color;

@@ -1,16 +1,11 @@
 #pragma once
 
+#include <vector>
+
 #include "drawing/stencils/background.h"
 
-// What the backgrounds are put together from, one function a background.
+// The eighteen page backgrounds, one function each.
 namespace norvelis::drawing::stencils {
-
-/// A layer that fills its outline.
-Layer Filled(Frame frame, Path outline, std::string color, Fill fill = Fill::Solid, std::string color2 = {});
-/// A layer of lines alone.
-Layer Drawn(Frame frame, Path outline, std::string color, double weight = 0.8, int dash = 1);
-/// The whole page in one colour, or running from one at the top to one at the bottom.
-Layer Wash(std::string top, std::string bottom = {});
 
 // Patterns and instruments.
 Background Steel();
@@ -33,5 +28,8 @@ Background City();
 Background Mountains();
 Background Expedition();
 Background Tranquil();
+
+/// All of them, in the order in which the settings screen offers them.
+std::vector<Background> Backgrounds();
 
 }  // namespace norvelis::drawing::stencils

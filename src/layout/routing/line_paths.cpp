@@ -1,4 +1,4 @@
-#include "layout/routing/candidate_paths.h"
+#include "layout/routing/line_paths.h"
 
 #include <cstddef>
 #include <numeric>
@@ -8,9 +8,9 @@ namespace norvelis::layout {
 std::vector<int> ShortLinesFirst(const std::vector<Rect>& boxes, const std::vector<Line>& lines) {
     std::vector<double> lengths;
     for (const Line& line : lines) {
-        const Point way = boxes[static_cast<std::size_t>(line.to)].Center() -
-                          boxes[static_cast<std::size_t>(line.from)].Center();
-        lengths.push_back(std::abs(way.x) + std::abs(way.y));
+        const Point path = boxes[static_cast<std::size_t>(line.to)].Center() -
+                           boxes[static_cast<std::size_t>(line.from)].Center();
+        lengths.push_back(std::abs(path.x) + std::abs(path.y));
     }
     std::vector<int> order(lines.size());
     std::iota(order.begin(), order.end(), 0);

@@ -7,10 +7,10 @@
 
 namespace norvelis::layout {
 
-/// The ways of all lines, before their corners are rounded and their labels placed.
-struct Ways {
+/// The paths of all lines, before their corners are rounded and their labels placed.
+struct LinePaths {
     std::vector<std::vector<Point>> points;
-    int crowded = 0;  ///< Pieces that stand closer to others than the line gap.
+    int crowded = 0;  ///< Segments that are closer to others than the line gap.
 };
 
 /// The order in which lines are routed: short ones, which have the least choice, first.

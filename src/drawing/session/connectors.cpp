@@ -1,4 +1,4 @@
-#include "drawing/automation/connectors.h"
+#include "drawing/session/connectors.h"
 
 #include <fmt/format.h>
 
@@ -13,7 +13,7 @@ namespace {
 constexpr int kBeginPart = 9, kEndPart = 12, kWholeShape = 3;
 constexpr double kTriggered = 2;  // What a trigger's cell shows.
 
-// A line that runs level or upright has a block of this width, for a block of none has no middle.
+// A line that runs horizontally or vertically has a block of this width, for a block of none has no middle.
 const std::string kLeastBlockFormula = "GUARD(0.19685039370079DL)";
 
 const char* EndCell(bool begin) {
@@ -74,8 +74,8 @@ Point Middle(Point a, Point b) {
     return {(a.x + b.x) / 2, (a.y + b.y) / 2};
 }
 
-/// The corners become quadratic curves between the middles of their pieces; the end pieces stay straight up
-/// to their middle.
+/// The corners become quadratic curves between the middles of their segments; the end segments stay straight
+/// up to their middle.
 void WriteCurves(RouteRows& rows, const std::vector<Point>& points) {
     rows.MoveTo(points.front());
     rows.LineTo(Middle(points[0], points[1]));
@@ -149,7 +149,7 @@ void WriteRoute(OpenDocument& document, Canvas& canvas, Shape& line, const layou
     const auto number = [&](Name name) { return cells.Number(canvas, line, name); };
     const double width = number(Name::Width), height = number(Name::Height);
     const Point origin{number(Name::PinX) - number(Name::LocPinX),
-                               number(Name::PinY) - number(Name::LocPinY)};
+                       number(Name::PinY) - number(Name::LocPinY)};
     Section& section = line.At(Name::Geometry, 0);
     RouteRows rows(section, origin, width, height);
     if (route.curved && route.points.size() > 2) {
@@ -192,7 +192,7 @@ void RefreshGlue(OpenDocument& document, Canvas& canvas, Shape& line) {
 std::vector<Point> RouteOf(OpenDocument& document, Canvas& canvas, Shape& line) {
     const auto number = [&](const CellRef& ref) { return document.recalculation.Number(canvas, line, ref); };
     const Point origin{number(Name::PinX) - number(Name::LocPinX),
-                               number(Name::PinY) - number(Name::LocPinY)};
+                       number(Name::PinY) - number(Name::LocPinY)};
     const double width = number(Name::Width), height = number(Name::Height);
     std::vector<Point> points;
     for (const Row& row : SectionOf(line, Name::Geometry).rows) {

@@ -5,12 +5,12 @@
 #include <unordered_map>
 #include <vector>
 
-#include "drawing/automation/create_engine.h"
 #include "drawing/formula/recalculation.h"
 #include "drawing/model/document.h"
+#include "drawing/session/engine_options.h"
 #include "drawing/text/fonts.h"
 
-// What stands behind the handles that the engine gives out.
+// The running engine and its open documents, which the handles that it gives out refer to.
 namespace norvelis::drawing {
 
 /// What all drawings of one engine share.
@@ -21,8 +21,8 @@ struct Workshop {
     FontLibrary fonts;
     std::unordered_map<std::string, std::shared_ptr<Document>> stencils;  ///< By path.
 
-    void RunAside(const std::function<void()>& work) const {
-        options.runAside ? options.runAside(work) : work();
+    void RunInBackground(const std::function<void()>& work) const {
+        options.runInBackground ? options.runInBackground(work) : work();
     }
 
     /// A file of the stencil folder; RuntimeFailure when it is not there or can not be read.
@@ -45,7 +45,8 @@ class OpenDocument {
     Master& OwnMaster(const OpenDocument& from, Master& master);
     /// A further copy, whether or not there is one.
     Master& CopyOf(const OpenDocument& from, const Master& master);
-    /// Writes the file and, for all but snapshots, its twin; RuntimeFailure when the file can not be written.
+    /// Writes the file and, for all but snapshots, its .vsdx copy; RuntimeFailure when the file can not be
+    /// written.
     void Save(const std::string& path);
 
     const EngineOptions& Options() const { return workshop_.options; }

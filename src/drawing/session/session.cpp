@@ -1,4 +1,4 @@
-#include "drawing/automation/session.h"
+#include "drawing/session/session.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -19,11 +19,11 @@ bool IsBelow(const std::string& path, const std::string& folder) {
            (outer.ends_with('/') || inside[outer.size()] == '/');
 }
 
-/// The twin of a drawing file; empty when the file is its own.
-std::string TwinOf(const std::string& path) {
-    std::filesystem::path twin(path);
-    if (!EqualIgnoringCase(twin.extension().string(), ".vsd")) return {};
-    return twin.replace_extension(".vsdx").string();
+/// Where the .vsdx copy of a drawing file belongs; empty for a file with another ending.
+std::string CopyPathOf(const std::string& path) {
+    std::filesystem::path copy(path);
+    if (!EqualIgnoringCase(copy.extension().string(), ".vsd")) return {};
+    return copy.replace_extension(".vsdx").string();
 }
 
 }  // namespace
@@ -48,7 +48,7 @@ Master& OpenDocument::OwnMaster(const OpenDocument& from, Master& master) {
 }
 
 void OpenDocument::Save(const std::string& path) {
-    Shop().RunAside([&] { Write(path); });
+    Shop().RunInBackground([&] { Write(path); });
     name = path;
 }
 
@@ -57,13 +57,13 @@ void OpenDocument::Write(const std::string& path) {
     model->title = std::filesystem::path(path).stem().string();
     const std::string bytes = WritePackage(*model);
     WriteFile(path, bytes);
-    if (const std::string twin = TwinOf(path); !twin.empty() && !IsBelow(path, Options().snapshotFolder)) {
-        try {
-            WriteFile(twin, bytes);
-        } catch (const RuntimeFailure& failure) {
-            // An old twin would show another drawing; one that is write-protected is its owner's.
-            if (failure.Number() != FailureNumber::PermissionDenied) DeleteFile(twin);
-        }
+    const std::string copy = CopyPathOf(path);
+    if (copy.empty() || IsBelow(path, Options().snapshotFolder)) return;
+    try {
+        WriteFile(copy, bytes);
+    } catch (const RuntimeFailure& failure) {
+        // A stale copy would show another drawing; one that is write-protected is its owner's.
+        if (failure.Number() != FailureNumber::PermissionDenied) DeleteFile(copy);
     }
 }
 

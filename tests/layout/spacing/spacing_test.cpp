@@ -13,7 +13,7 @@ using testing::DoubleNear;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST(ConstraintGraph, SpreadsToBothSidesAndLeavesWhatHasRoom) {
+TEST(ConstraintGraph, SpreadsToBothSidesAndLeavesWhatHasSpace) {
     ConstraintGraph graph({0, 1, 2, 10});
     graph.KeepApart(0, 1, 2);
     graph.KeepApart(1, 2, 2);
@@ -54,7 +54,7 @@ TEST(ConstraintGraph, ContradictionsShrinkToWhatIsThereAndNothingElseDoes) {
     EXPECT_NEAR(places[5] - places[4], 3, 1e-9);
 }
 
-TEST(ConstraintGraph, JoinsTwoOnlyWhereBothMayStand) {
+TEST(ConstraintGraph, JoinsTwoOnlyWhereBothMayBe) {
     ConstraintGraph graph({0, 4, 6, 20});
     graph.KeepApart(0, 1, 3);
     graph.KeepApart(2, 3, 14);
@@ -63,84 +63,84 @@ TEST(ConstraintGraph, JoinsTwoOnlyWhereBothMayStand) {
     EXPECT_EQ(places[1], places[2]);
     EXPECT_GE(places[1], places[0] + 3);
     EXPECT_LE(places[2], places[3] - 14 + 1e-9);
-    EXPECT_FALSE(graph.Join(0, 3, places)) << "the others stand between";
+    EXPECT_FALSE(graph.Join(0, 3, places)) << "the others are between";
 }
 
-/// Two boxes far above two others; from each a line straight down, both crossed by a level line between two
-/// more.
+/// Two boxes far above two others; from each a line straight down, both crossed by a horizontal line between
+/// two more.
 Sketch Crossed() {
     Sketch sketch;
     sketch.boxes = {{0, 10, 2, 11},   {2.2, 10, 4.2, 11}, {0, 0, 2, 1},
                     {2.2, 0, 4.2, 1}, {-4, 5, -2, 6},     {6, 5, 8, 6}};
     sketch.lines = {{0, 2, 1, 0.2}, {1, 3, 1, 0.2}, {4, 5, 1, 0.2}};
-    sketch.ways = {{{1.9, 10}, {1.9, 1}}, {{2.3, 10}, {2.3, 1}}, {{-2, 5.5}, {6, 5.5}}};
-    sketch.firstPieces = {FirstPiece::Upright, FirstPiece::Upright, FirstPiece::Level};
+    sketch.paths = {{{1.9, 10}, {1.9, 1}}, {{2.3, 10}, {2.3, 1}}, {{-2, 5.5}, {6, 5.5}}};
+    sketch.firstSegments = {FirstSegment::Vertical, FirstSegment::Vertical, FirstSegment::Horizontal};
     sketch.labels.resize(3);
     return sketch;
 }
 
-TEST(LabelSpots, StandBetweenTheLinesThatCrossTheirOwn) {
+TEST(LabelSpots, AreBetweenTheLinesThatCrossTheirOwn) {
     Sketch sketch = Crossed();
     ChooseLabelSpots(sketch);
     EXPECT_THAT(CoveredLabels(sketch), IsEmpty());
     for (const std::size_t line : {0u, 1u, 2u}) {
-        ASSERT_EQ(sketch.labels[line].piece, 0) << line;
-        EXPECT_TRUE(PieceHits(sketch.ways[line][0], sketch.ways[line][1], LabelArea(sketch, line)));
+        ASSERT_EQ(sketch.labels[line].segment, 0) << line;
+        EXPECT_TRUE(SegmentHits(sketch.paths[line][0], sketch.paths[line][1], LabelArea(sketch, line)));
     }
 }
 
-TEST(LabelSpots, MoveToAnotherPieceOnlyWhileThereIsOne) {
+TEST(LabelSpots, MoveToAnotherSegmentOnlyWhileThereIsOne) {
     Sketch sketch = Crossed();
-    sketch.ways[2] = {{-2, 5.5}, {5, 5.5}, {5, 5.2}, {6, 5.2}};
+    sketch.paths[2] = {{-2, 5.5}, {5, 5.5}, {5, 5.2}, {6, 5.2}};
     sketch.labels = {{0, 3, 0}, {0, 7, 0}, {0, 2, 0}};
     EXPECT_THAT(CoveredLabels(sketch), ElementsAre(0, 1, 2)) << "each over another's line";
     std::vector<std::vector<char>> tried;
     EXPECT_TRUE(MoveLabels(sketch, {2}, tried));
-    EXPECT_NE(sketch.labels[2].piece, 0);
-    EXPECT_FALSE(MoveLabels(sketch, {0}, tried)) << "it has one piece only";
+    EXPECT_NE(sketch.labels[2].segment, 0);
+    EXPECT_FALSE(MoveLabels(sketch, {0}, tried)) << "it has one segment only";
 }
 
-TEST(MakeRoom, KeepsLinesBoxesAndLabelsApartInTheirOrder) {
+TEST(MakeSpace, KeepsLinesBoxesAndLabelsApartInTheirOrder) {
     Sketch sketch = Crossed();
-    sketch.boxes.push_back({1.92, 7, 2.2, 8});  // between the upright lines, next to touching the first
+    sketch.boxes.push_back({1.92, 7, 2.2, 8});  // between the vertical lines, next to touching the first
     sketch.labels = {{0, 7.5, 0}, {0, 3, 0}, {0, 2.1, 0}};
-    MakeRoom(sketch, 0.5, 0.5, 0.125, 1);
+    MakeSpace(sketch, 0.5, 0.5, 0.125, 1);
     EXPECT_THAT(CoveredLabels(sketch), IsEmpty());
-    const double first = sketch.ways[0][0].x, second = sketch.ways[1][0].x;
+    const double first = sketch.paths[0][0].x, second = sketch.paths[1][0].x;
     const Rect &between = sketch.boxes[6], label = LabelArea(sketch, 0);
     EXPECT_LT(label.x1, between.x0);
     EXPECT_GE(second - between.x1, 0.125 - 1e-9);
-    EXPECT_EQ(sketch.ways[0][1].y, sketch.boxes[2].y1) << "lines still end on their boxes";
+    EXPECT_EQ(sketch.paths[0][1].y, sketch.boxes[2].y1) << "lines still end on their boxes";
     EXPECT_GE(first, sketch.boxes[2].x0);
     EXPECT_LE(first, sketch.boxes[2].x1);
 }
 
-TEST(MakeRoom, CrowdedLinesGetTheirDistanceAndBoxesGiveWay) {
+TEST(MakeSpace, CrowdedLinesGetTheirDistanceAndBoxesGiveSpace) {
     Sketch sketch;
     sketch.boxes = {{0, 0, 2, 1}, {2.3, 0, 4.3, 1}, {-3, 6, 7, 7}, {-3, -6, 7, -5}};
     for (int i = 0; i < 8; ++i) {  // eight lines through a gap that is made for one
         const double x = 2.1 + 0.01 * i;
         sketch.lines.push_back({2, 3, 0, 0});
-        sketch.ways.push_back({{x, 6}, {x, -5}});
-        sketch.firstPieces.push_back(FirstPiece::Upright);
+        sketch.paths.push_back({{x, 6}, {x, -5}});
+        sketch.firstSegments.push_back(FirstSegment::Vertical);
     }
     sketch.labels.resize(8);
-    MakeRoom(sketch, 0.5, 0.5, 0.125, 1);
+    MakeSpace(sketch, 0.5, 0.5, 0.125, 1);
     for (std::size_t i = 1; i < 8; ++i)
-        EXPECT_GE(sketch.ways[i][0].x - sketch.ways[i - 1][0].x, 0.125 - 1e-9) << i;
-    EXPECT_LT(sketch.boxes[0].x1, sketch.ways[0][0].x);
-    EXPECT_GT(sketch.boxes[1].x0, sketch.ways[7][0].x);
+        EXPECT_GE(sketch.paths[i][0].x - sketch.paths[i - 1][0].x, 0.125 - 1e-9) << i;
+    EXPECT_LT(sketch.boxes[0].x1, sketch.paths[0][0].x);
+    EXPECT_GT(sketch.boxes[1].x0, sketch.paths[7][0].x);
 }
 
-TEST(MakeRoom, TakesJogsOutThatNothingAsksFor) {
+TEST(MakeSpace, TakesJogsOutThatNothingAsksFor) {
     Sketch sketch;
     sketch.boxes = {{0, 0, 2, 1}, {0, 6, 2, 7}};
     sketch.lines = {{0, 1, 0, 0}};
-    sketch.ways = {{{0.8, 1}, {0.8, 3}, {1.1, 3}, {1.1, 6}}};
-    sketch.firstPieces = {FirstPiece::Upright};
+    sketch.paths = {{{0.8, 1}, {0.8, 3}, {1.1, 3}, {1.1, 6}}};
+    sketch.firstSegments = {FirstSegment::Vertical};
     sketch.labels.resize(1);
-    MakeRoom(sketch, 0.5, 0.5, 0.125, 1);
-    EXPECT_EQ(sketch.ways[0][0].x, sketch.ways[0][3].x);
+    MakeSpace(sketch, 0.5, 0.5, 0.125, 1);
+    EXPECT_EQ(sketch.paths[0][0].x, sketch.paths[0][3].x);
 }
 
 TEST(Untangle, NeighboursChangePlacesWhereThatSavesCrossings) {
@@ -148,20 +148,20 @@ TEST(Untangle, NeighboursChangePlacesWhereThatSavesCrossings) {
     sketch.boxes = {{0, 0, 2, 1}, {4, 2, 6, 3}, {4, 4, 6, 5}};
     sketch.lines = {{0, 1, 0, 0}, {0, 2, 0, 0}};
     // The line to the upper box leaves on the right of the other one and crosses it.
-    sketch.ways = {{{0.8, 1}, {0.8, 2.5}, {4, 2.5}}, {{1.2, 1}, {1.2, 4.5}, {4, 4.5}}};
-    sketch.firstPieces = {FirstPiece::Upright, FirstPiece::Upright};
+    sketch.paths = {{{0.8, 1}, {0.8, 2.5}, {4, 2.5}}, {{1.2, 1}, {1.2, 4.5}, {4, 4.5}}};
+    sketch.firstSegments = {FirstSegment::Vertical, FirstSegment::Vertical};
     sketch.labels.resize(2);
-    const auto crossing = sketch.ways;
+    const auto crossing = sketch.paths;
     Untangle(sketch);
-    EXPECT_GT(sketch.ways[0][0].x, sketch.ways[1][0].x);
-    const auto once = sketch.ways;
+    EXPECT_GT(sketch.paths[0][0].x, sketch.paths[1][0].x);
+    const auto once = sketch.paths;
     Untangle(sketch);
-    EXPECT_EQ(sketch.ways, once) << "nothing is left to save";
+    EXPECT_EQ(sketch.paths, once) << "nothing is left to save";
 
-    sketch.ways = crossing;
+    sketch.paths = crossing;
     sketch.boxes.push_back({0.9, 3, 1.1, 4});
     Untangle(sketch);
-    EXPECT_EQ(sketch.ways, crossing) << "a box is in the way";
+    EXPECT_EQ(sketch.paths, crossing) << "a box bars it";
 }
 
 }  // namespace
