@@ -52,18 +52,23 @@ std::string OwnFolder() {
     return std::filesystem::read_symlink("/proc/self/exe", ignored).parent_path().string();
 }
 
+/// Goes on as the program of this name beside this one; returns only where there is none.
+void BecomeProgram(const char* name, char** arguments) {
+    execv((OwnFolder() + "/" + name).c_str(), arguments);
+}
+
 int Run(int argc, char** argv, std::initializer_list<AddCommands> commands, const char* fuller) {
     CLI::App program{"Norvelis without a screen: schema reports, dictionary, drawings."};
     program.require_subcommand(1);
     std::string folder;
     program.add_option("--app", folder, "Application folder (default: the folder of this program)");
     CommandContext context;
+    context.arguments = argv;
     for (const auto add : commands) add(program, context);
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        if (fuller != nullptr) execv((OwnFolder() + "/" + fuller).c_str(), argv);
-        // It returns only where there is no such program.
+        if (fuller != nullptr) BecomeProgram(fuller, argv);
         return program.exit(error) == 0 ? kDone : kWrongUsage;
     }
     if (folder.empty()) folder = OwnFolder();
@@ -76,6 +81,18 @@ int Run(int argc, char** argv, std::initializer_list<AddCommands> commands, cons
 }
 
 }  // namespace
+
+void AddSqlProgram(CLI::App& program, CommandContext& context) {
+    auto* sql = program.add_subcommand("sql", "SQL servers: sources, tables, saved statements, conversion");
+    // Whatever follows is for the other program, its help too.
+    sql->prefix_command()->set_help_flag();
+    sql->callback([&context] {
+        context.run = [&context] {
+            BecomeProgram("norvelis-sql", context.arguments);
+            return Refuse("the program norvelis-sql is missing in " + OwnFolder());
+        };
+    });
+}
 
 int RunProgram(int argc, char** argv, std::initializer_list<AddCommands> commands, const char* fuller) {
     // A write beyond the limit of file sizes then fails as on a full disk.

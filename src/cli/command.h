@@ -20,6 +20,7 @@ struct CommandContext {
     SystemClock clock;
     std::unique_ptr<AppState> app;  ///< There when a command runs.
     std::function<int()> run;       ///< Set by the command that was named.
+    char** arguments = nullptr;     ///< Of the program, as it was called.
 
     /// Opens the dictionary store of the application folder as gConnection.
     void OpenStore();
@@ -38,6 +39,7 @@ std::string AbsolutePath(const std::string& path);
 void AddDictionaryCommands(CLI::App& program,
                            CommandContext& context);                 ///< validate, extract, dump, setting.
 void AddBrowseCommands(CLI::App& program, CommandContext& context);  ///< tree, find.
+void AddSqlProgram(CLI::App& program, CommandContext& context);      ///< sql, which norvelis-sql then does.
 
 using AddCommands = void (*)(CLI::App& program, CommandContext& context);
 

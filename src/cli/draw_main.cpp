@@ -6,6 +6,7 @@
 
 int main(int argc, char** argv) {
     using namespace norvelis::cli;
-    return RunProgram(argc, argv,
-                      {AddDictionaryCommands, AddBrowseCommands, AddScheduleCommands, AddDrawingCommands});
+    return RunProgram(
+        argc, argv,
+        {AddDictionaryCommands, AddBrowseCommands, AddScheduleCommands, AddDrawingCommands, AddSqlProgram});
 }

@@ -5,6 +5,7 @@
 
 int main(int argc, char** argv) {
     using namespace norvelis::cli;
-    return RunProgram(argc, argv, {AddDictionaryCommands, AddBrowseCommands, AddScheduleCommands},
+    return RunProgram(argc, argv,
+                      {AddDictionaryCommands, AddBrowseCommands, AddScheduleCommands, AddSqlProgram},
                       "norvelis-draw");
 }

@@ -13,6 +13,12 @@ Recordset RecordIn(Connection& store, std::string_view schema, std::string_view 
         {schema, name});
 }
 
+Recordset RecordsByName(Connection& store, std::string_view schema) {
+    return store.Select(
+        "Select * FROM Record_Details where schemaname = ? and recordtype = 'Record' order by recordname asc",
+        {schema});
+}
+
 Recordset MemberLists(Connection& store) {
     return store.Select("Select Recordname, next_step FROM Record_Details where recordtype = 'Record'");
 }

@@ -13,6 +13,9 @@ Recordset RecordsNamed(Connection& store, std::string_view name);
 /// The record of that name in one schema; one row at most.
 Recordset RecordIn(Connection& store, std::string_view schema, std::string_view name);
 
+/// The records of one schema by name.
+Recordset RecordsByName(Connection& store, std::string_view schema);
+
 /// Columns Recordname and next_step of all records, read at once: for walks over many of them.
 Recordset MemberLists(Connection& store);
 
