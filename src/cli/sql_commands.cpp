@@ -125,7 +125,8 @@ int RunProcedure(CommandContext& context, const Options& options) {
                                       [&rows](const auto& row) { rows->Row(row); }},
                                      options.limit);
         rows->End();
-        if (end.limited) std::fprintf(stderr, "Stopped at the limit of %zu; there are more rows.\n", end.rows);
+        if (end.limited)
+            std::fprintf(stderr, "Stopped at the limit of %zu; there are more rows.\n", end.rows);
         if (end.moreResults)
             std::fprintf(stderr, "The statement gave more than one result; this is the first.\n");
         return kDone;

@@ -155,12 +155,8 @@ TEST_F(TreeLoadTest, NodesAreFoundByNameAndPlace) {
 }
 
 TEST_F(TreeLoadTest, ASchemaIsSearchedUpToItsEnd) {
-    {
-        SchemaRows rows(*store, "FIRST");
-        rows.Entry("A");
-        SchemaRows second(*store, "SECOND");
-        second.Entry("B");
-    }
+    SchemaRows(*store, "FIRST").Entry("A");
+    SchemaRows(*store, "SECOND").Entry("B");
     const RecordTree tree = Load();  // 0 FIRST, 1 A, 2 SECOND, 3 B
     EXPECT_EQ(tree.FirstOf("B", "FIRST"), kNoNode);
     EXPECT_EQ(tree.FirstOf("SECOND", "FIRST"), kNoNode) << "right behind the end";
