@@ -180,7 +180,8 @@ void AddSqlCommands(CLI::App& program, CommandContext& context) {
     sql->require_subcommand(1);
     auto options = std::make_shared<Options>();
 
-    const auto command = [sql, &context](const char* name, const char* text, std::function<int()> run) {
+    const auto command = [sql, &context](const char* name, const char* text,
+                                         const std::function<int()>& run) {
         auto* added = sql->add_subcommand(name, text);
         added->callback([&context, run] { context.run = run; });
         return added;

@@ -39,7 +39,7 @@ DrawingTools::DrawingTools(AppState& app)
                return Print(host, printer, document, page);
            },
            [&host = app.host](const std::function<void()>& work) {
-               host.RunInBackground([&work](std::stop_token) { work(); });
+               host.RunInBackground([&work](const std::stop_token&) { work(); });
            }})) {}
 
 std::unique_ptr<ui::mdiMainMenu> MakeMainFrame(AppState& app, DrawingTools& tools,

@@ -115,11 +115,13 @@ class SceneBuilder {
             AddText(shape, place, figure);
         }
         Measure(figure);
+        const auto addParts = [&, described = figure] {  // They share its tip and link.
+            for (const auto& part : shape.shapes) Add(*part, place, &described, topShape, depth + 1);
+        };
         const bool inFront = display == 2;
-        const Figure described = figure;  // Its parts share tip and link.
-        if (!inFront) Keep(std::move(figure));
-        for (const auto& part : shape.shapes) Add(*part, place, &described, topShape, depth + 1);
-        if (inFront) Keep(std::move(figure));
+        if (inFront) addParts();
+        Keep(std::move(figure));
+        if (!inFront) addParts();
     }
 
     void Keep(Figure figure) {

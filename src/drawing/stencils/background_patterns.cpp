@@ -33,6 +33,7 @@ std::vector<Point> TurnedEllipse(Point center, double radiusX, double radiusY, d
 /// A star of `rays` points between two radii.
 std::vector<Point> Star(Point center, double outer, double inner, int rays, double firstDegrees) {
     std::vector<Point> points;
+    points.reserve(2 * static_cast<std::size_t>(rays));
     for (int i = 0; i < 2 * rays; ++i)
         points.push_back(OnCircle(center, i % 2 == 0 ? outer : inner, firstDegrees + i * 180.0 / rays));
     return points;

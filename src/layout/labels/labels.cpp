@@ -70,9 +70,9 @@ std::vector<LabelPlacer::Spot> LabelPlacer::SpotsAlong(int line) const {
         const double alongX = std::abs(direction.x), alongY = std::abs(direction.y);
         const double half =
             std::min(alongX > 1e-9 ? width / 2 / alongX : 1e9, alongY > 1e-9 ? height / 2 / alongY : 1e9);
-        const int count = 1 + 2 * static_cast<int>(length / 2 / step);
-        for (int k = 0; k < count; ++k) {
-            const double at = length / 2 + (k - count / 2) * step;
+        const int most = static_cast<int>(length / 2 / step);
+        for (int k = -most; k <= most; ++k) {
+            const double at = length / 2 + k * step;
             if (at < 0 || at > length) continue;
             const double overhang = std::max(0.0, half - std::min(at, length - at));
             const double offMiddle = whole > 0 ? std::abs(passed + at - whole / 2) / whole : 0;
@@ -167,6 +167,7 @@ void PlaceLabels(const std::vector<Rect>& boxes, const std::vector<Line>& lines,
     for (std::size_t line = 0; line < lines.size(); ++line)
         if (!isWanted[line]) placer.Keep(static_cast<int>(line), middles[line]);
     std::vector<double> lengths;
+    lengths.reserve(paths.size());
     for (const auto& path : paths) lengths.push_back(LengthOf(path));
     std::vector<std::size_t> order = which;
     std::stable_sort(order.begin(), order.end(),

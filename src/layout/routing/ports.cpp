@@ -60,6 +60,7 @@ void SpreadPorts(std::vector<std::vector<Point>>& paths, const std::vector<Line>
                          hi = horizontal ? boxes[box].x1 : boxes[box].y1;
             const double corner = (hi - lo) * 0.03;
             std::vector<double> wishes;
+            wishes.reserve(here.size());
             for (const Port& port : here) wishes.push_back(port.at);
             const std::vector<double> places = SeparateWithin(wishes, lineGap, lo + corner, hi - corner);
             for (std::size_t i = 0; i < here.size(); ++i) {
