@@ -1,15 +1,18 @@
 #include "core/app_state.h"
 
+#include <utility>
+
 #include "base/paths.h"
 
 namespace norvelis {
 
 AppState::AppState(std::string applicationFolder, Host& hostPort, Clock& clockPort, Random randomSource)
-    : ApplicationFolder(NativePath(applicationFolder)),
+    : ApplicationFolder(std::move(applicationFolder)),
       host(hostPort),
       clock(clockPort),
-      random(std::move(randomSource)),
+      random(randomSource),
       progress(hostPort) {
+    ApplicationFolder = NativePath(ApplicationFolder);
     while (ApplicationFolder.size() > 1 && ApplicationFolder.ends_with('/')) ApplicationFolder.pop_back();
 }
 
