@@ -72,10 +72,10 @@ QImage ContactSheet(const std::vector<Scene>& scenes) {
     QPainter painter(&sheet);
     painter.setRenderHint(QPainter::Antialiasing);
     for (int i = 0; i < count; ++i) {
-        const QPointF corner(kGap + (i % columns) * (kCardWidth + kGap),
-                             kGap + (i / columns) * (kCardHeight + kGap));
+        const QPoint corner(kGap + (i % columns) * (kCardWidth + kGap),
+                            kGap + (i / columns) * (kCardHeight + kGap));
         PaintCard(painter, scenes[static_cast<std::size_t>(i)],
-                  QRectF(corner, QSizeF(kCardWidth, kCardHeight)));
+                  QRect(corner, QSize(kCardWidth, kCardHeight)));
     }
     return sheet;
 }
@@ -89,8 +89,8 @@ QImage BackgroundChoice(const std::vector<Scene>& backgrounds) {
     QPainter painter(&choice);
     painter.setRenderHint(QPainter::Antialiasing);
     for (int i = 0; i < count; ++i) {
-        const QPointF corner(kChoiceGap + (i % kChoiceColumns) * (kChoiceWidth + kChoiceGap),
-                             kChoiceGap + (i / kChoiceColumns) * (kChoiceHeight + kChoiceGap));
+        const QPoint corner(kChoiceGap + (i % kChoiceColumns) * (kChoiceWidth + kChoiceGap),
+                            kChoiceGap + (i / kChoiceColumns) * (kChoiceHeight + kChoiceGap));
         const QRectF card(corner, QSizeF(kChoiceWidth, kChoiceHeight));
         const Scene& background = backgrounds[static_cast<std::size_t>(i)];
         PaintInto(painter, background, QRectF(QPointF(), background.size), card);
