@@ -62,17 +62,6 @@ bool WriteUnnamed(const std::string& name, std::string_view content) {
     return linkat(AT_FDCWD, open.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
 }
 
-std::vector<std::string> NamesIn(std::string_view folder, bool folders) {
-    std::vector<std::string> names;
-    std::error_code error;
-    for (fs::directory_iterator it(Resolve(folder), error), end; !error && it != end; it.increment(error)) {
-        std::error_code typeError;
-        if (it->is_directory(typeError) == folders) names.push_back(it->path().filename().string());
-    }
-    std::sort(names.begin(), names.end());
-    return names;
-}
-
 }  // namespace
 
 std::string NativePath(std::string_view path) {
@@ -144,22 +133,15 @@ bool DeleteFolder(std::string_view path) {
     return !FolderExists(path);
 }
 
-bool CopyFile(std::string_view from, std::string_view to) {
-    try {
-        WriteFileThrough(to, [&](const std::string& temporary) {
-            fs::copy_file(Resolve(from), temporary, fs::copy_options::overwrite_existing);
-        });
-        return true;
-    } catch (const std::runtime_error&) {
-        return false;
-    }
-}
-
 std::vector<std::string> FilesIn(std::string_view folder) {
-    return NamesIn(folder, false);
-}
-std::vector<std::string> FoldersIn(std::string_view folder) {
-    return NamesIn(folder, true);
+    std::vector<std::string> names;
+    std::error_code error;
+    for (fs::directory_iterator it(Resolve(folder), error), end; !error && it != end; it.increment(error)) {
+        std::error_code typeError;
+        if (!it->is_directory(typeError)) names.push_back(it->path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
 }
 
 std::string ReadFile(std::string_view path) {

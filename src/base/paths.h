@@ -22,10 +22,8 @@ bool FolderExists(std::string_view path);
 bool CreateFolder(std::string_view path);  ///< One level or more; true when the folder stands afterwards.
 bool DeleteFile(std::string_view path);    ///< True when no such file stands afterwards.
 bool DeleteFolder(std::string_view path);  ///< With all that is in it.
-bool CopyFile(std::string_view from, std::string_view to);
 
-std::vector<std::string> FilesIn(std::string_view folder);    ///< Names, sorted.
-std::vector<std::string> FoldersIn(std::string_view folder);  ///< Names, sorted.
+std::vector<std::string> FilesIn(std::string_view folder);  ///< Names, sorted.
 
 /// The file's bytes. RuntimeFailure 53, 70, 75 or 57 with the path when it cannot be read.
 std::string ReadFile(std::string_view path);

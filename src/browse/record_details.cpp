@@ -4,6 +4,9 @@
 
 #include "base/failure.h"
 #include "base/text.h"
+#include "dictionary/records.h"
+#include "dictionary/schemas.h"
+#include "dictionary/sets.h"
 
 namespace norvelis {
 
@@ -69,7 +72,7 @@ class ItemGroup {
 
 void ReadSortRows(Connection& store, std::string_view name, const DetailsWords& words,
                   RecordDetails& details) {
-    auto index = store.Select("Select * FROM Index_Details where next_step = ?", {Trim(name)});
+    auto index = dictionary::IndexesOf(store, Trim(name));
     std::string heading = index.Eof() ? std::string() : index.Text("sortcalckey");
     if (heading.empty()) heading = words.emptySortHeading;
     ItemGroup group(details, std::move(heading));
@@ -92,8 +95,7 @@ void ReadIndexRows(const Recordset& record, const DetailsWords& words, RecordDet
 }
 
 void ReadItems(Connection& store, std::string_view name, const DetailsWords& words, RecordDetails& details) {
-    auto record =
-        store.Select("Select * FROM Record_Details where recordtype = 'Record' and Recordname = ?", {name});
+    auto record = dictionary::RecordsNamed(store, name);
     if (record.Eof()) return;
     details.currentRecord = "CURRENT RECORD: " + OrBlank(record, "Recordname");
     for (const auto& [item, column] : words.items) {
@@ -104,7 +106,7 @@ void ReadItems(Connection& store, std::string_view name, const DetailsWords& wor
 }
 
 void ReadLayout(Connection& store, std::string_view name, RecordDetails& details) {
-    auto field = store.Select("Select * FROM Record_layout where Recordname = ?", {name});
+    auto field = dictionary::FieldsOf(store, name);
     for (; !field.Eof(); field.MoveNext()) {
         constexpr std::string_view kOccurs = "OCCURS";
         const std::string usage = field.Text("fieldusage");
@@ -149,14 +151,8 @@ std::optional<RecordLabels> ReadRecordLabels(Connection& store, std::string_view
     std::optional<RecordLabels> labels;
     IgnoringFailures([&] {
         const std::string name = UpperCase(Trim(recordName));
-        auto record =
-            schema.empty()
-                ? store.Select("Select * FROM Record_Details where recordtype = 'Record' and recordname = ?",
-                               {name})
-                : store.Select(
-                      "Select * FROM Record_Details where schemaname = ? and recordtype = 'Record' and "
-                      "recordname = ?",
-                      {Trim(schema), name});
+        auto record = schema.empty() ? dictionary::RecordsNamed(store, name)
+                                     : dictionary::RecordIn(store, Trim(schema), name);
         if (record.Eof()) return;
         labels = RecordLabels{UpperCase(OrBlank(record, "Recordname")),
                               OrBlank(record, "areaname"),
@@ -173,7 +169,7 @@ std::optional<RecordLabels> ReadRecordLabels(Connection& store, std::string_view
 std::optional<SchemaLabels> ReadSchemaLabels(Connection& store, std::string_view schema) {
     std::optional<SchemaLabels> labels;
     IgnoringFailures([&] {
-        auto row = store.Select("Select * FROM schema_details where schemaname = ?", {schema});
+        auto row = dictionary::SchemaHeader(store, schema);
         if (row.Eof()) return;
         const auto text = [&row](std::string_view literal, std::string_view column) {
             return std::string(literal) + std::string(Trim(row.Text(column)));

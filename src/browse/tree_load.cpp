@@ -9,11 +9,13 @@
 #include "base/text.h"
 #include "browse/next_step.h"
 #include "core/log.h"
+#include "dictionary/records.h"
+#include "dictionary/schemas.h"
 
 namespace norvelis {
 
-const TreeVariant kTreeview{true, "Select * FROM Parents where schemaname = ? order by recordname asc"};
-const TreeVariant kTreeviewMax{false, "Select * FROM Parents where schemaname = ?"};
+const TreeVariant kTreeview{true, dictionary::EntryRecordsByName};
+const TreeVariant kTreeviewMax{false, dictionary::EntryRecords};
 
 namespace {
 
@@ -33,8 +35,7 @@ class MemberLists {
 
     MemberLists(Connection& store, RecordTreeBuilder& tree) {
         std::vector<std::string> lists;
-        auto rows =
-            store.Select("Select Recordname, next_step FROM Record_Details where recordtype = 'Record'");
+        auto rows = dictionary::MemberLists(store);
         for (; !rows.Eof(); rows.MoveNext()) {
             const std::string name = rows.Text("Recordname");
             if (!ids_.try_emplace(Folded(name), static_cast<RecordId>(records_.size())).second) continue;
@@ -73,7 +74,7 @@ class TreeLoader {
     RecordTree loadnodesfromaccess() {
         ShowText(Bar::TreeviewText, "Retrieving Records Details..");
         Guarded("loadnodesfromaccess", [this] {
-            auto schemas = store_.Select("Select distinct(schemaname) FROM Parents order by schemaname");
+            auto schemas = dictionary::SchemasByName(store_);
             for (; !schemas.Eof(); schemas.MoveNext()) {
                 const std::string schema = schemas.Text("schemaname");
                 const NodeIndex root = tree_.Add(kNoNode, tree_.Intern(schema));
@@ -88,12 +89,11 @@ class TreeLoader {
         if (variant_.showsProgress) {
             ShowText(Bar::TreeviewText, "Retrieving Records Details..");
             app_.progress.SetVisible(Bar::BackgroundValue, true);
-            const auto count =
-                static_cast<int>(store_.Count("Select count(*) FROM Parents where schemaname = ?", {schema}));
+            const auto count = static_cast<int>(dictionary::CountEntryRecords(store_, schema));
             app_.progress.BResetprogressbar(Bar::BackgroundValue, count);
             app_.progress.BResetprogressbar(Bar::TreeviewValue, count);
         }
-        auto records = store_.Select(variant_.records, {schema});
+        auto records = variant_.entryRecords(store_, schema);
         for (; !records.Eof(); records.MoveNext()) {
             const std::string record = records.Text("recordname");
             if (variant_.showsProgress) {

@@ -13,7 +13,7 @@ namespace norvelis {
 /// How the screens that show the tree differ in filling it.
 struct TreeVariant {
     bool showsProgress;
-    std::string_view records;  ///< The statement for the entry records of one schema.
+    Recordset (*entryRecords)(Connection&, std::string_view schema);
 };
 extern const TreeVariant kTreeview;     ///< Records by name, with progress.
 extern const TreeVariant kTreeviewMax;  ///< Records in the store's own order.

@@ -8,12 +8,13 @@
 
 #include "base/failure.h"
 #include "base/paths.h"
+#include "core/places.h"
 #include "store/connection.h"
 
 namespace norvelis::cli {
 
 void Context::OpenStore() {
-    app->gConnection = Connection::Open(ConnectionString(app->AppPath("\\Database\\records.mdb")));
+    app->gConnection = Connection::Open(ConnectionString(app->AppPath(places::kStore)));
 }
 
 int Refuse(const std::string& reason) {

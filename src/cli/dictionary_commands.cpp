@@ -1,12 +1,10 @@
 #include <chrono>
 #include <cstdio>
 
-#include "base/paths.h"
 #include "cli/command.h"
 #include "cli/dump.h"
 #include "core/settings.h"
 #include "extract/driver.h"
-#include "extract/report.h"
 #include "store/connection.h"
 
 namespace norvelis::cli {
@@ -15,9 +13,11 @@ namespace {
 
 int Validate(const std::string& report) {
     const std::string path = AbsolutePath(report);
-    if (!FileExists(path)) return Refuse("Report File :" + path + "\r\ndoes not exist. Please set it.");
-    if (!ValidateReportFile(path))
+    const ReportCheck check = ValidateReportFile(path).check;
+    if (check == ReportCheck::NoReport)
         return Refuse("Invalid IDMS Report File :" + path + "\r\nAction terminated");
+    if (check != ReportCheck::Valid)
+        return Refuse("Report File :" + path + "\r\ndoes not exist. Please set it.");
     std::printf("%s is a schema report\n", path.c_str());
     return kDone;
 }
@@ -29,7 +29,8 @@ int Extract(Context& context, const std::string& report, bool append) {
     setreportlocation(app, AbsolutePath(report));
     const auto start = std::chrono::steady_clock::now();
     context.host.PrintBoxes(false);
-    const auto counts = process_Classic_Extract_Report(app, InteractiveDriver(app, {}));
+    const auto counts = process_Classic_Extract_Report(app, InteractiveDriver(app, {}),
+                                                       ValidateReportFile(getreportlocation(app)));
     if (!counts) return Refuse(context.host.LastText());
     const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
     std::printf("%s\n", WithNewlines(context.host.LastText()).c_str());

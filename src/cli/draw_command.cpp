@@ -4,9 +4,12 @@
 #include "base/paths.h"
 #include "base/text.h"
 #include "cli/drawing_commands.h"
+#include "core/places.h"
 #include "core/settings.h"
 #include "diagram/draw_commands.h"
 #include "diagram/page_layout.h"
+#include "dictionary/records.h"
+#include "dictionary/schemas.h"
 #include "drawing/automation/create_engine.h"
 
 namespace norvelis::cli {
@@ -41,19 +44,13 @@ DrawOptions OptionsOf(const DrawRequest& request) {
     return options;
 }
 
-/// The name as the dictionary writes it; nothing when there is none in any letter case.
-std::optional<std::string> StoredName(AppState& app, std::string_view statement,
-                                      std::initializer_list<std::string_view> values) {
-    const auto row = app.gConnection->Select(statement, values);
-    return row.Eof() ? std::nullopt : std::optional(std::string(Trim(row.Text("name"))));
-}
-
 /// One draw: its state, and what it tells. A drawing that lacks something is no success for a script.
 class Draw {
   public:
     Draw(Context& context, const DrawRequest& request)
         : app_(*context.app),
-          engine_(drawing::MakeDrawingEngine({app_.AppPath("\\Stencils"), app_.AppPath("\\Temp"), nullptr})),
+          engine_(drawing::MakeDrawingEngine(
+              {app_.AppPath(places::kStencils), app_.AppPath(places::kSnapshots), nullptr})),
           drawing_(app_, *app_.gConnection, *engine_, noScreen_) {
         drawing_.options = OptionsOf(request);
         drawing_.tell = [this](const std::string& text) { told_.push_back(text); };
@@ -105,20 +102,17 @@ class Draw {
 int RunDraw(Context& context, const DrawRequest& request) {
     context.OpenStore();
     AppState& app = *context.app;
-    const auto schema = StoredName(app, "Select schemaname as name FROM Record_Details where schemaname = ?",
-                                   {request.schema});
+    Connection& store = *app.gConnection;
+    const auto schema = dictionary::StoredSchemaName(store, request.schema);
     if (!schema) return Refuse("there is no schema " + request.schema + " in the dictionary");
     if (request.seed) app.random = Random(*request.seed);
 
     Draw draw(context, request);
     if (request.separate) return draw.Parents(*schema);
     if (request.record.empty()) return draw.Schema(*schema);
-    const auto record = StoredName(app,
-                                   "Select Recordname as name FROM Record_Details where recordtype = "
-                                   "'Record' and schemaname = ? and recordname = ?",
-                                   {*schema, request.record});
-    if (!record) return Refuse("there is no record " + request.record + " in schema " + *schema);
-    return draw.Record(*schema, *record);
+    const Recordset record = dictionary::RecordIn(store, *schema, request.record);
+    if (record.Eof()) return Refuse("there is no record " + request.record + " in schema " + *schema);
+    return draw.Record(*schema, std::string(Trim(record.Text("Recordname"))));
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include "base/failure.h"
 #include "base/paths.h"
+#include "core/places.h"
 #include "drawing/export/export.h"
 
 namespace norvelis::cli {
@@ -22,7 +23,7 @@ std::string FindStencil(const AppState& app, const std::string& name) {
     const std::string path = AbsolutePath(name);
     if (FileExists(path)) return path;
     for (const char* ending : {"", ".vss", ".vst"}) {
-        const std::string delivered = app.AppPath("\\Stencils\\" + name + ending);
+        const std::string delivered = app.AppPath(std::string(places::kStencils) + "\\" + name + ending);
         if (FileExists(delivered)) return delivered;
     }
     throw RuntimeFailure(FailureNumber::FileNotFound, name);

@@ -3,7 +3,9 @@
 #include <cstdio>
 #include <nlohmann/json.hpp>
 
+#include "dictionary/table_rows.h"
 #include "store/tables.h"
+#include "store/transaction.h"
 
 namespace norvelis::cli {
 
@@ -15,23 +17,18 @@ std::string Text(const Json& json) {
     return json.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
-Recordset RowsOf(Connection& store, std::string_view table, const std::optional<std::string>& schema) {
-    const std::string statement = "Select * FROM " + std::string(table);
-    return schema ? store.Select(statement + " where schemaname =?", {*schema}) : store.Select(statement);
-}
-
 }  // namespace
 
 void PrintDump(Connection& store, const std::optional<std::string>& schema) {
     // One picture of the store, even while another program extracts into it.
-    store.Execute("BEGIN");
+    const Transaction picture(store, Transaction::Purpose::Read);
     std::printf("{\"tables\":{");
     const char* betweenTables = "";
     for (const auto& table : DictionaryTables()) {
         std::printf("%s\n\"%s\":[", betweenTables, std::string(table.name).c_str());
         betweenTables = ",";
         const char* betweenRows = "";
-        for (Recordset rows = RowsOf(store, table.name, schema); !rows.Eof(); rows.MoveNext()) {
+        for (Recordset rows = dictionary::RowsOf(store, table, schema); !rows.Eof(); rows.MoveNext()) {
             Json row = Json::object();
             for (const auto& column : table.columns) {
                 const auto value = rows.Value(column.name);
@@ -43,7 +40,6 @@ void PrintDump(Connection& store, const std::optional<std::string>& schema) {
         std::printf("]");
     }
     std::printf("}}\n");
-    store.Execute("COMMIT");
 }
 
 std::string SettingJson(const std::string& name, const Setting& setting) {

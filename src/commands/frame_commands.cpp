@@ -1,12 +1,13 @@
 #include "commands/frame_commands.h"
 
+#include <optional>
 #include <string>
+#include <utility>
 
-#include "base/paths.h"
 #include "base/text.h"
 #include "core/settings.h"
 #include "extract/driver.h"
-#include "extract/report.h"
+#include "extract/report_file.h"
 
 namespace norvelis::ui {
 
@@ -20,26 +21,28 @@ const ReportWords kExtracting = {
 const ReportWords kViewing = {"IDMS Schema Report File :", "Invalid IDMS Schema Report File :",
                               "IDMS Schema Report file has not been set."};
 
-/// The report of the settings as gReportFile, or words about what is wrong with it.
-bool TakeReport(AppState& app, const ReportWords& words) {
+/// The report of the settings, which becomes gReportFile; nothing after words about what is wrong with it.
+std::optional<ReportFile> TakeReport(AppState& app, const ReportWords& words) {
     const std::string end(kLineBreak);
-    app.gReportFile = getreportlocation(app);
-    if (app.gReportFile.empty()) {
-        app.host.MessageBox(words.notSet);
-        app.host.OpenScreen(Screen::Settings, false);
-        return false;
+    ReportFile report = ValidateReportFile(getreportlocation(app));
+    app.gReportFile = report.path;
+    switch (report.check) {
+        case ReportCheck::NotNamed:
+            app.host.MessageBox(words.notSet);
+            app.host.OpenScreen(Screen::Settings, false);
+            return std::nullopt;
+        case ReportCheck::Missing:
+            app.host.MessageBox(words.missing + report.path + end + "does not exist. Please set it.");
+            app.host.OpenScreen(Screen::Settings, false);
+            return std::nullopt;
+        case ReportCheck::NoReport:
+            app.host.MessageBox(words.invalid + report.path + end + "Action terminated");
+            app.gReportFile.clear();
+            return std::nullopt;
+        case ReportCheck::Valid:
+            break;
     }
-    if (!FileExists(app.gReportFile)) {
-        app.host.MessageBox(words.missing + app.gReportFile + end + "does not exist. Please set it.");
-        app.host.OpenScreen(Screen::Settings, false);
-        return false;
-    }
-    if (!ValidateReportFile(app.gReportFile)) {
-        app.host.MessageBox(words.invalid + app.gReportFile + end + "Action terminated");
-        app.gReportFile.clear();
-        return false;
-    }
-    return true;
+    return report;
 }
 
 bool Agreed(AppState& app, const std::string& question, const std::string& title) {
@@ -65,11 +68,12 @@ class TreeBars {
 }  // namespace
 
 void mnu_Classic_Extract_Report(AppState& app, const std::function<void()>& refresh) {
-    if (!TakeReport(app, kExtracting)) return;
+    std::optional<ReportFile> report = TakeReport(app, kExtracting);
+    if (!report) return;
     if (!Agreed(app, "Are you sure you want to extract IDMS report?", "Extract Confirmation")) return;
     const TreeBars bars(app);
     app.host.OpenScreen(Screen::Treeview, false);
-    process_Classic_Extract_Report(app, InteractiveDriver(app, refresh));
+    process_Classic_Extract_Report(app, InteractiveDriver(app, refresh), *std::move(report));
 }
 
 void mnu_View_IDMS_Report_File(AppState& app) {

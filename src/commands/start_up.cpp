@@ -8,8 +8,9 @@
 #include "base/paths.h"
 #include "base/text.h"
 #include "core/log.h"
+#include "core/places.h"
 #include "core/settings.h"
-#include "extract/report.h"
+#include "extract/report_file.h"
 #include "store/connection.h"
 
 namespace norvelis::ui {
@@ -33,14 +34,14 @@ void ReadUseSkins(AppState& app) {
     } catch (const RuntimeFailure&) {
         throw RuntimeFailure(
             FailureNumber::TypeMismatch,
-            "UseSkins of section Skins in " + app.AppPath("\\INI\\Local.Ini") + " must be True or False");
+            "UseSkins of section Skins in " + app.AppPath(places::kLocalIni) + " must be True or False");
     }
 }
 
 void ReadSkinScheme(AppState& app) {
     app.gSkinScheme = ReadINIValue("Skins", "SkinScheme", app.gLocalIni);
     const bool named = !Trim(app.gSkinScheme).empty();
-    if (named && FolderExists(app.AppPath("\\Skins\\" + app.gSkinScheme))) return;
+    if (named && FolderExists(app.AppPath(places::Skin(app.gSkinScheme)))) return;
     app.host.MessageBox(
         {"Unable to use the Skin \"" + app.gSkinScheme +
              "\". The skin folder doesn't exist. You can go to the \"Colors Screen\" and specify "
@@ -103,18 +104,21 @@ void LoadMainForm(AppState& app, MainFrame& frame) {
 // True when the drawing folder is to be checked too.
 bool CheckReport(AppState& app, MainFrame& frame) {
     const std::string path = getreportlocation(app);
-    const std::string sample = "Sample found at:" + app.AppPath("\\reportfiles\\empschm.text");
+    const std::string sample = "Sample found at:" + app.AppPath(places::kSampleReport);
     std::string words;
-    if (Trim(path).empty()) {
-        words = "IDMS Report File has not been set. Please set it." + kEnd + " " + sample;
-    } else if (!FileExists(path)) {
-        words = "IDMS Report File :" + path + kEnd + "does not exist. Please set it." + kEnd + sample;
-    } else if (!ValidateReportFile(path)) {
-        app.host.MessageBox("Invalid IDMS Report File :" + path + kEnd + "Action terminated." + kEnd +
-                            sample);
-        return false;
-    } else {
-        return true;
+    switch (ValidateReportFile(path).check) {
+        case ReportCheck::NotNamed:
+            words = "IDMS Report File has not been set. Please set it." + kEnd + " " + sample;
+            break;
+        case ReportCheck::Missing:
+            words = "IDMS Report File :" + path + kEnd + "does not exist. Please set it." + kEnd + sample;
+            break;
+        case ReportCheck::NoReport:
+            app.host.MessageBox("Invalid IDMS Report File :" + path + kEnd + "Action terminated." + kEnd +
+                                sample);
+            return false;
+        case ReportCheck::Valid:
+            return true;
     }
     app.host.MessageBox(words);
     app.host.OpenScreen(Screen::Settings, false);
@@ -143,7 +147,7 @@ void SubMain(AppState& app, MainFrame& frame) {
     Log(app, "*************************BEGIN*************************************");
     Log(app, "Started Running application.....");
     Log(app, "Checking \\INI\\Local.Ini.....");
-    const std::string localIni = app.AppPath("\\INI\\Local.Ini");
+    const std::string localIni = app.AppPath(places::kLocalIni);
     if (FileExists(localIni)) app.gLocalIni = localIni;
     Log(app, "Reading Skins.....");
     ReadUseSkins(app);
@@ -151,7 +155,7 @@ void SubMain(AppState& app, MainFrame& frame) {
     Log(app, "Lading colors.....");
     frame.LoadColors();
     Log(app, "Opening DB.....");
-    app.gConnection = Connection::Open(ConnectionString(app.AppPath("\\Database\\records.mdb")));
+    app.gConnection = Connection::Open(ConnectionString(app.AppPath(places::kStore)));
     Log(app, "Showing main form.....");
     LoadMainForm(app, frame);
     Log(app, "Complete without errors.....");

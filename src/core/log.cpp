@@ -5,6 +5,7 @@
 
 #include "base/paths.h"
 #include "base/text.h"
+#include "core/places.h"
 
 namespace norvelis {
 
@@ -21,7 +22,7 @@ void AppendLine(AppState& app, std::string_view file, const std::string& line) {
 
 void WriteToProcessLog(AppState& app, std::string_view module, std::string_view procedure,
                        std::string_view message) {
-    AppendLine(app, "\\INI\\ProcessLog.Txt",
+    AppendLine(app, places::kProcessLog,
                std::string(module) + std::string(kGap) + std::string(procedure) + std::string(kGap) +
                    std::string(message));
 }
@@ -37,7 +38,7 @@ void WriteToErrorLog(AppState& app, std::string_view module, std::string_view pr
     }
     WriteToProcessLog(app, "GlobalFunctions", "WriteToErrorLog sub", "Details:" + line);
     showMessage = true;
-    AppendLine(app, "\\INI\\ErrorLog.Txt", line);
+    AppendLine(app, places::kErrorLog, line);
     if (icon == Icon::None) icon = Icon::Critical;
 
     std::string shown(message);

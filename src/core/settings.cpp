@@ -16,6 +16,10 @@ constexpr std::string_view kBackground = "visiobackground";
 constexpr std::string_view kDiagramColor = "DiagramColor";
 constexpr std::string_view kStartUpForm = "startupform";
 
+Setting SettingOf(const Recordset& row) {
+    return {std::string(Trim(row.Text("settingvalue"))), std::string(Trim(row.Text("settingvalue2")))};
+}
+
 std::string ValueOr(AppState& app, std::string_view name, std::string_view missing) {
     const auto setting = ReadSetting(app, name);
     return setting ? setting->value : std::string(missing);
@@ -33,7 +37,14 @@ const std::array<std::string_view, 18> kBackgroundNames = {
 std::optional<Setting> ReadSetting(AppState& app, std::string_view name) {
     const Recordset row = app.gConnection->Select(kByName, {name});
     if (row.Eof()) return std::nullopt;
-    return Setting{std::string(Trim(row.Text("settingvalue"))), std::string(Trim(row.Text("settingvalue2")))};
+    return SettingOf(row);
+}
+
+std::vector<std::pair<std::string, Setting>> AllSettings(AppState& app) {
+    std::vector<std::pair<std::string, Setting>> settings;
+    Recordset rows = app.gConnection->Select("Select * FROM ApplicationSetting");
+    for (; !rows.Eof(); rows.MoveNext()) settings.emplace_back(rows.Text("settingname"), SettingOf(rows));
+    return settings;
 }
 
 void WriteSetting(AppState& app, std::string_view name, std::string_view value,

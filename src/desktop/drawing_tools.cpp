@@ -5,6 +5,7 @@
 #include <future>
 
 #include "base/failure.h"
+#include "core/places.h"
 #include "desktop/drawing_pictures.h"
 #include "desktop/print_pages.h"
 #include "drawing/automation/create_engine.h"
@@ -42,7 +43,7 @@ bool Print(ui::mdiMainMenu& frame, const drawing::Document& document, std::optio
 std::unique_ptr<engine::DrawingEngine> GiveDrawingTools(ui::mdiMainMenu& frame) {
     AppState& app = frame.App();
     auto engine =
-        drawing::MakeDrawingEngine({app.AppPath("\\Stencils"), app.AppPath("\\Temp"),
+        drawing::MakeDrawingEngine({app.AppPath(places::kStencils), app.AppPath(places::kSnapshots),
                                     [&frame](const drawing::Document& document, std::optional<int> page) {
                                         return Print(frame, document, page);
                                     },

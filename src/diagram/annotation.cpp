@@ -4,6 +4,7 @@
 #include "diagram/common.h"
 #include "diagram/record_shapes.h"
 #include "diagram/shape_text.h"
+#include "dictionary/sets.h"
 
 namespace norvelis {
 
@@ -78,7 +79,7 @@ bool FillNote(engine::Shape& note, const std::string& text) {
 
 void AnnotateShapes(DrawingState& drawing, const PageRef& page) {
     ShowText(drawing, "Annotating shapes..");
-    auto index = drawing.store.Select("Select * FROM Index_Details");
+    auto index = dictionary::Indexes(drawing.store);
     for (; !index.Eof(); index.MoveNext()) {
         const std::string member(Trim(index.Text("next_step")));
         const ShapeRef shape = ShapeOfRecord(drawing, *page, member);

@@ -5,6 +5,7 @@
 #include "diagram/common.h"
 #include "diagram/record_shapes.h"
 #include "diagram/shape_text.h"
+#include "dictionary/sets.h"
 
 namespace norvelis {
 
@@ -21,9 +22,7 @@ bool Glue(engine::Shape& line, const engine::CellAddress& end, engine::Shape& bo
 void ConnectAllShapes(DrawingState& drawing, engine::Page& page) {
     ShowText(drawing, "Connecting shapes..");
     // One read of the whole table: with a file for each parent it is walked many times.
-    auto row = drawing.store.Select(
-        "Select recordname, next_step, set, connection FROM Connection_Details "
-        "order by recordname asc, next_step asc, rowid");
+    auto row = dictionary::Sets(drawing.store);
     for (; !row.Eof(); row.MoveNext()) {
         const ShapeRef owner = ShapeOfRecord(drawing, page, row.Text("recordname"));
         if (!owner) continue;

@@ -6,9 +6,11 @@
 #include "base/failure.h"
 #include "base/paths.h"
 #include "base/text.h"
+#include "core/places.h"
 #include "core/settings.h"
 #include "diagram/color.h"
 #include "diagram/page_layout.h"
+#include "dictionary/schemas.h"
 
 namespace norvelis {
 
@@ -56,14 +58,13 @@ std::string AskVisioFolder(DrawingState& drawing) {
 
 std::vector<std::string> ParentsOf(DrawingState& drawing, const std::string& schema) {
     std::vector<std::string> names;
-    auto row = drawing.store.Select("Select * FROM Parents where schemaname = ?", {schema});
+    auto row = dictionary::EntryRecords(drawing.store, schema);
     for (; !row.Eof(); row.MoveNext()) names.push_back(row.Text("recordname"));
     return names;
 }
 
-std::vector<std::string> Schemas(DrawingState& drawing, std::string_view statement) {
+std::vector<std::string> TrimmedNames(Recordset row) {
     std::vector<std::string> names;
-    auto row = drawing.store.Select(statement);
     for (; !row.Eof(); row.MoveNext()) names.emplace_back(Trim(row.Text("schemaname")));
     return names;
 }
@@ -119,7 +120,7 @@ std::string ChosenLocation(DrawingState& drawing) {
 }
 
 std::string DefaultLocation(const DrawingState& drawing) {
-    return drawing.app.AppPath("\\visio files\\");
+    return drawing.app.AppPath(places::kDrawings);
 }
 
 }  // namespace
@@ -150,7 +151,7 @@ void DrawVisioDiagram(DrawingState& drawing, const RecordTree* tree) {
     const std::string question =
         std::string("This Process may take some time.").append(kLineBreak).append("Do you want to continue?");
     if (!Confirmed(drawing, question, "Please Confirm")) return;
-    for (const std::string& schema : Schemas(drawing, "Select distinct(schemaname) FROM Parents")) {
+    for (const std::string& schema : TrimmedNames(dictionary::Schemas(drawing.store))) {
         if (Confirmed(drawing, "Draw diagram for dictionary " + schema + "?", schema)) {
             DrawVisioDiagramSingle(drawing, schema, tree);
         }
@@ -185,8 +186,7 @@ void DrawVisioDiagramSeparate(DrawingState& drawing, const RecordTree* tree) {
         drawing.tell(kNoLocation);
         return;
     }
-    for (const auto& schema :
-         Schemas(drawing, "Select distinct(schemaname) FROM Parents order by schemaname")) {
+    for (const auto& schema : TrimmedNames(dictionary::SchemasByName(drawing.store))) {
         drawing.gDrawSchema = schema;
         if (DrawVisioDiagramSeparateParent(drawing, tree, visible).noEngine) return;
     }
@@ -239,7 +239,7 @@ DrawResult DrawParentDrawing(DrawingState& drawing, const std::string& recordNam
 DrawResult DrawScheduledDiagram(DrawingState& drawing, const std::string& schema, const std::string& job) {
     drawing.told.clear();
     DrawOrder order = OrderOfSchema(drawing, schema, nullptr);
-    order.location = drawing.app.AppPath("\\batchjobs");
+    order.location = drawing.app.AppPath(places::kBatchJobs);
     order.subfolder = job;
     return DrawDrawing(drawing, kDrawSingle, order);
 }

@@ -6,12 +6,14 @@
 
 #include "base/paths.h"
 #include "base/text.h"
+#include "core/places.h"
 #include "core/settings.h"
 #include "diagram/annotation.h"
 #include "diagram/connectors.h"
 #include "diagram/page_background.h"
 #include "diagram/record_shapes.h"
 #include "diagram/shape_text.h"
+#include "dictionary/records.h"
 
 namespace norvelis {
 
@@ -107,7 +109,7 @@ class RunningEngine {
     ~RunningEngine() {
         if (!started_) return;
         Quit();
-        const std::string snapshots = drawing_.app.AppPath("\\Temp");
+        const std::string snapshots = drawing_.app.AppPath(places::kSnapshots);
         if (FolderExists(snapshots)) DeleteFolder(snapshots);
     }
     void Quit() {
@@ -134,8 +136,7 @@ engine::Ref<engine::Document> NewDrawing(engine::Application& application) {
 void ResetDrawing(DrawingState& drawing, const DrawKind& kind) {
     drawing.colorsEachBox = kind.colorsEachBox;
     drawing.colored = drawing.options.color.value_or(getdiagramcolor(drawing.app) == "True");
-    drawing.storeHasIndexRows =
-        drawing.store.Count("Select count(*) FROM Record_Details where recordtype = 'index'") > 0;
+    drawing.storeHasIndexRows = dictionary::HasIndexBoxes(drawing.store);
     drawing.gDrawnShapes = {};
     drawing.gShapeIds = {};
     drawing.walked.clear();
@@ -202,7 +203,7 @@ void AddParentToPage(DrawingState& drawing, const DrawKind& kind, const PageRef&
 void SnapshotDrawing(DrawingState& drawing, engine::Page& page) {
     const auto begin = drawing.steadyNow();
     if (begin < drawing.nextSnapshot) return;
-    const std::string folder = drawing.app.AppPath("\\Temp");
+    const std::string folder = drawing.app.AppPath(places::kSnapshots);
     CreateFolder(folder);
     const std::string file = NativePath(fmt::format("{}\\{:.7g}.vsd", folder, drawing.app.random.Rnd() * 10));
     const auto document = page.Document();

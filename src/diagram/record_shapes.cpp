@@ -9,6 +9,7 @@
 #include "diagram/color.h"
 #include "diagram/common.h"
 #include "diagram/shape_text.h"
+#include "dictionary/records.h"
 
 namespace norvelis {
 
@@ -54,9 +55,7 @@ void WriteOptionalColumns(const DrawingState& drawing, engine::Shape& shape, con
 }
 
 std::vector<std::string> MembersOf(DrawingState& drawing, const std::string& recordName) {
-    const auto row = drawing.store.Select(
-        "Select * FROM Record_Details where schemaname = ? and recordtype = 'Record' and recordname = ?",
-        {drawing.gDrawSchema, recordName});
+    const auto row = dictionary::RecordIn(drawing.store, drawing.gDrawSchema, recordName);
     return row.Eof() ? std::vector<std::string>() : SplitNextStep(row.Text("next_step"));
 }
 
@@ -88,9 +87,7 @@ void DrawRecordTree(DrawingState& drawing, const PageRef& page, const std::strin
 bool CreateRecordShape(DrawingState& drawing, const PageRef& page, const std::string& schema,
                        const std::string& recordName) {
     if (drawing.gDrawnShapes.Contains(recordName)) return false;
-    const auto row = drawing.store.Select(
-        "Select * FROM Record_Details where recordtype = 'Record' and schemaname = ? and recordname = ?",
-        {schema, recordName});
+    const auto row = dictionary::RecordIn(drawing.store, schema, recordName);
     if (row.Eof()) return true;
     const std::string name(Trim(row.Text("RecordName")));
     if (drawing.gDrawnShapes.Contains(name)) return false;  // asked for in other letters
@@ -128,8 +125,7 @@ ShapeRef ShapeOfRecord(const DrawingState& drawing, engine::Page& page, std::str
 
 bool CreateIndexShapes(DrawingState& drawing, const PageRef& page, const std::string& recordName) {
     if (!drawing.storeHasIndexRows) return true;
-    auto row = drawing.store.Select(
-        "Select * FROM Record_Details where recordtype = 'index' and next_step = ?", {recordName});
+    auto row = dictionary::IndexBoxesOf(drawing.store, recordName);
     for (; !row.Eof(); row.MoveNext()) {
         const std::string name(Trim(row.Text("RecordName")));
         if (name.empty()) continue;

@@ -1,18 +1,21 @@
 #include "extract/driver.h"
 
+#include <utility>
+
 #include "base/failure.h"
 #include "base/paths.h"
 #include "base/text.h"
 #include "core/log.h"
-#include "core/settings.h"
-#include "extract/passes.h"
+#include "core/places.h"
+#include "dictionary/clearing.h"
+#include "extract/parent_pass.h"
+#include "extract/record_pass.h"
 #include "extract/report.h"
+#include "store/transaction.h"
 
 namespace norvelis {
 
 namespace {
-
-constexpr std::string_view kStore = "\\Database\\records.mdb";
 
 void Say(AppState& app, const ExtractionDriver& driver, const std::string& text) {
     if (driver.attended) {
@@ -41,30 +44,30 @@ class WritingCache {
     Connection& connection_;
 };
 
-// The report that gReportFile names, read once; nothing when it was refused in words.
-std::optional<Report> ReadReport(AppState& app, const ExtractionDriver& driver) {
-    const std::string path = app.gReportFile;
-    if (path.empty()) {
-        Say(app, driver, "IDMS Report file has not been set.");
-        if (driver.attended) app.host.OpenScreen(Screen::Settings, false);
-        return std::nullopt;
+// False when the report was refused in words.
+bool Accept(AppState& app, const ExtractionDriver& driver, const ReportFile& report) {
+    const std::string& path = report.path;
+    switch (report.check) {
+        case ReportCheck::NotNamed:
+            Say(app, driver, "IDMS Report file has not been set.");
+            if (driver.attended) app.host.OpenScreen(Screen::Settings, false);
+            return false;
+        case ReportCheck::Missing:
+            Say(app, driver,
+                "Report File :" + path + std::string(kLineBreak) + "does not exist. Please set it.");
+            if (driver.attended) app.host.OpenScreen(Screen::Settings, true);
+            return false;
+        case ReportCheck::NoReport:
+            Say(app, driver,
+                "Invalid IDMS Report File :" + path + std::string(kLineBreak) + "Action terminated");
+            app.gReportFile.clear();
+            return false;
+        case ReportCheck::Valid:
+            break;
     }
-    if (!FileExists(path)) {
-        Say(app, driver, "Report File :" + path + std::string(kLineBreak) + "does not exist. Please set it.");
-        if (driver.attended) app.host.OpenScreen(Screen::Settings, true);
-        return std::nullopt;
-    }
-    std::string bytes = ReadFile(path);
-    if (!IsSchemaReport(bytes)) {
-        Say(app, driver, "Invalid IDMS Report File :" + path + std::string(kLineBreak) + "Action terminated");
-        app.gReportFile.clear();
-        return std::nullopt;
-    }
-    if (!FileExists(path)) {
-        Say(app, driver, "IDMS Report file is missing");
-        return std::nullopt;
-    }
-    return Report(std::move(bytes));
+    if (FileExists(path)) return true;
+    Say(app, driver, "IDMS Report file is missing");
+    return false;
 }
 
 bool DecideToDelete(AppState& app, const ExtractionDriver& driver) {
@@ -80,15 +83,6 @@ bool DecideToDelete(AppState& app, const ExtractionDriver& driver) {
     return false;
 }
 
-// Leaves schema_details: those rows go when their schema is extracted again.
-void DeleteAllDictionaries(Connection& store) {
-    store.Execute("Delete * FROM Parents");
-    store.Execute("Delete * FROM connection_details");
-    store.Execute("Delete * FROM record_layout");
-    store.Execute("Delete * FROM index_details");
-    store.Execute("Delete * FROM Record_details");
-}
-
 void RunPasses(AppState& app, const ExtractionDriver& driver, ExtractionState& state) {
     ShowStage(app, driver, "Collecting CALC and VIA Records ");
     CollectParentandChildren(state);
@@ -97,53 +91,50 @@ void RunPasses(AppState& app, const ExtractionDriver& driver, ExtractionState& s
     ShowStage(app, driver, "Adding Index and Connections Records ");
 }
 
-// What a failure of the report leaves gathered is kept; after any other failure the store is as it was.
-ExtractionCounts WriteDictionary(AppState& app, const ExtractionDriver& driver, Report report,
-                                 bool deleteAll) {
+// True for what the report itself causes: too many fields or keys, an end in the middle of a record.
+bool IsFailureOfTheReport(const RuntimeFailure& failure) {
+    return failure.Number() == FailureNumber::SubscriptOutOfRange ||
+           failure.Number() == FailureNumber::InputPastEnd;
+}
+
+// A failure of the report keeps what was gathered until then; any other leaves the store as it was.
+dictionary::Counts WriteDictionary(AppState& app, const ExtractionDriver& driver, Report report,
+                                   bool deleteAll) {
     const WritingCache cache(driver.connection);
     Transaction transaction(driver.connection);
+    if (deleteAll) dictionary::ClearAll(driver.connection);
+    ExtractionState state(app, driver.connection, std::move(report), driver.attended);
     try {
-        if (deleteAll) DeleteAllDictionaries(driver.connection);
-        ExtractionState state(app, driver.connection, std::move(report), driver.attended);
-        try {
-            RunPasses(app, driver, state);
-        } catch (const RuntimeFailure& failure) {
-            if (failure.Number() == FailureNumber::StoreFailure) throw;
-            FinishExtraction(state);
-            transaction.Commit();
-            throw;
-        }
-        FinishExtraction(state);
+        RunPasses(app, driver, state);
+    } catch (const RuntimeFailure& failure) {
+        if (!IsFailureOfTheReport(failure)) throw;
+        state.Finish();
         transaction.Commit();
-        return state.writer->Counts();
-    } catch (...) {
-        transaction.Rollback();
         throw;
     }
+    state.Finish();
+    transaction.Commit();
+    return state.writer->CountRows();
 }
 
 }  // namespace
 
 ExtractionDriver InteractiveDriver(AppState& app, std::function<void()> refresh) {
-    return {true, app.AppPath(kStore), *app.gConnection, std::move(refresh)};
-}
-
-ExtractionDriver JobScreenDriver(AppState& app, const std::string& job, std::function<void()> refresh) {
-    return {true, app.AppPath("\\batchjobs\\" + job + "\\" + job + ".mdb"), *app.gConnection,
-            std::move(refresh)};
+    return {true, app.AppPath(places::kStore), *app.gConnection, std::move(refresh)};
 }
 
 ExtractionDriver SchedulerDriver(AppState& app, Connection& batchConnection) {
-    return {false, app.AppPath(kStore), batchConnection, {}};
+    return {false, app.AppPath(places::kStore), batchConnection, {}};
 }
 
-std::optional<ExtractionCounts> process_Classic_Extract_Report(AppState& app,
-                                                               const ExtractionDriver& driver) {
-    app.gReportFile = getreportlocation(app);
-    std::optional<Report> report = ReadReport(app, driver);
-    if (!report) return std::nullopt;
+std::optional<dictionary::Counts> process_Classic_Extract_Report(AppState& app,
+                                                                 const ExtractionDriver& driver,
+                                                                 ReportFile report) {
+    app.gReportFile = report.path;
+    if (!Accept(app, driver, report)) return std::nullopt;
     const bool deleteAll = DecideToDelete(app, driver);
-    const ExtractionCounts counts = WriteDictionary(app, driver, *std::move(report), deleteAll);
+    const dictionary::Counts counts =
+        WriteDictionary(app, driver, Report(std::move(report.bytes)), deleteAll);
 
     if (driver.refresh) driver.refresh();
     Say(app, driver,

@@ -5,12 +5,13 @@
 #include <string>
 
 #include "core/app_state.h"
-#include "extract/dictionary_writer.h"
+#include "dictionary/writer.h"
+#include "extract/report_file.h"
 #include "store/connection.h"
 
 namespace norvelis {
 
-/// What sets the roads to an extraction apart. The steps are the same for all.
+/// How the callers of an extraction differ. The steps are the same for all.
 struct ExtractionDriver {
     bool attended;      ///< Boxes, questions, status line and settings screen; otherwise all words go to the
                         ///< process log and the store is emptied without asking.
@@ -21,13 +22,14 @@ struct ExtractionDriver {
 
 /// From the menu: into the open store.
 ExtractionDriver InteractiveDriver(AppState& app, std::function<void()> refresh);
-/// From the tree screen of a scheduled run: asks like the menu's, names the store of the job.
-ExtractionDriver JobScreenDriver(AppState& app, const std::string& job, std::function<void()> refresh);
 /// From the scheduler: unattended, into the private copy of the store.
 ExtractionDriver SchedulerDriver(AppState& app, Connection& batchConnection);
 
-/// Extracts the report named by the setting ReportLocation. Nothing when it was refused with words to the
-/// person; a RuntimeFailure goes through after what was gathered is in the store.
-std::optional<ExtractionCounts> process_Classic_Extract_Report(AppState& app, const ExtractionDriver& driver);
+/// Extracts a report, which becomes gReportFile. Nothing when it was refused, in words to the person. A
+/// RuntimeFailure that the report itself causes (9, 62) goes through after what was gathered is in the store;
+/// any other leaves the store as it was.
+std::optional<dictionary::Counts> process_Classic_Extract_Report(AppState& app,
+                                                                 const ExtractionDriver& driver,
+                                                                 ReportFile report);
 
 }  // namespace norvelis

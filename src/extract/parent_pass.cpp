@@ -1,7 +1,9 @@
+#include "extract/parent_pass.h"
+
 #include "base/failure.h"
 #include "base/text.h"
+#include "dictionary/clearing.h"
 #include "extract/keywords.h"
-#include "extract/passes.h"
 
 namespace norvelis {
 
@@ -50,23 +52,9 @@ std::size_t ReadHeader(ExtractionState& state) {
 }
 
 void ReplaceSchema(ExtractionState& state) {
-    const std::string name = ToUtf8(state.gSchemaName);
-    Connection& store = state.connection;
-    store.Execute("Delete * FROM schema_details where schemaname =?", {name});
-    Recordset row = store.Select("Select * FROM schema_details where schemaname = ?", {name});
-    if (row.Eof()) {
-        row.AddNew();
-        row.Set("schemaname", name);
-        row.Set("schemarelease", ToUtf8(Trim(state.gSchemaRelease)));
-        row.Set("schemaversion", ToUtf8(Trim(state.gSchemaVersion)));
-        row.Set("schemadate", ToUtf8(Trim(state.gSchemaDate)));
-        row.Update();
-    }
-    store.Execute("Delete * FROM Parents where schemaname =?", {name});
-    store.Execute("Delete * FROM connection_details where schemaname =?", {name});
-    store.Execute("Delete * FROM record_layout where schemaname =?", {name});
-    store.Execute("Delete * FROM index_details where schemaname =?", {name});
-    store.Execute("Delete * FROM Record_details where schemaname =?", {name});
+    dictionary::ClearSchema(state.connection, ToUtf8(state.gSchemaName));
+    state.writer = std::make_unique<dictionary::Writer>(state.connection, state.gSchemaName);
+    state.writer->AddSchema(state.gSchemaRelease, state.gSchemaVersion, state.gSchemaDate);
 }
 
 // True when the line held a location mode and the rows were written.
@@ -84,18 +72,14 @@ bool CheckLocationMode(ExtractionState& state, std::string_view record, std::str
 
 }  // namespace
 
-ExtractionState::ExtractionState(AppState& appState, Connection& store, Report schemaReport, bool tells)
-    : app(appState), connection(store), report(std::move(schemaReport)), tellsRecords(tells) {}
-
 void CollectParentandChildren(ExtractionState& state) {
     std::size_t position = ReadHeader(state);
     state.app.gSchemaName = ToUtf8(state.gSchemaName);
     ReplaceSchema(state);
-    state.writer = std::make_unique<DictionaryWriter>(state.connection, state.gSchemaName);
 
     for (const auto& nameLine : state.report.Lines()) {
         // Lines read in search of a location mode are not looked at again.
-        if (nameLine.Begin() < position || !nameLine.Has(Kind::RecordName)) continue;
+        if (nameLine.Begin() < position || !nameLine.Has(KeywordKind::RecordName)) continue;
         state.app.host.Yield();
         const std::string_view text = state.report.TextOf(nameLine);
         const std::string_view record =

@@ -1,15 +1,18 @@
+#include "extract/record_pass.h"
+
 #include <algorithm>
 
 #include "base/failure.h"
 #include "base/text.h"
 #include "extract/keywords.h"
-#include "extract/passes.h"
 
 namespace norvelis {
 
 namespace {
 
 using namespace keywords;
+using dictionary::IndexRow;
+using dictionary::RecordRow;
 
 constexpr int kMostFields = 600;
 constexpr int kMostSortKeys = 500;
@@ -32,7 +35,7 @@ std::string_view KeyWords(std::string_view line) {
 // ended. Reading begins at the name line and goes on past it as long as no list of fields was met, over other
 // records' lines as well.
 void UpdateRecordLayout(ExtractionState& state, std::string_view record, std::string_view dn) {
-    if (state.tellsRecords) state.app.host.Status("Extracting Record: " + ToUtf8(record));
+    if (state.reportsRecords) state.app.host.Status("Extracting Record: " + ToUtf8(record));
     const auto start = state.index->SectionStart(record);
     if (!start) return;
 
@@ -44,26 +47,27 @@ void UpdateRecordLayout(ExtractionState& state, std::string_view record, std::st
     for (std::size_t i = *start; i < lines.size() && !done; ++i) {
         const ReportLine& line = lines[i];
         const std::string_view text = state.report.TextOf(line);
-        if (line.Has(Kind::RecordName) && line.Has(Kind::RecordLength) && Column(text, nameWords) != 0) {
+        if (line.Has(KeywordKind::RecordName) && line.Has(KeywordKind::RecordLength) &&
+            Column(text, nameWords) != 0) {
             found.length = TextBehind(text, kRecordLength, 10);
         }
         if (found.length.empty()) continue;
-        if (line.Has(Kind::DataLength)) found.length = TextBehind(text, kDataLength, 10);
-        if (line.Has(Kind::RecordId)) found.tableId = TextBehind(text, kRecordId, 15);
-        if (line.Has(Kind::LengthKind)) found.lengthKind = TextBehind(text, kLengthKind, 5);
-        if (line.Has(Kind::LocationMode)) {
+        if (line.Has(KeywordKind::DataLength)) found.length = TextBehind(text, kDataLength, 10);
+        if (line.Has(KeywordKind::RecordId)) found.tableId = TextBehind(text, kRecordId, 15);
+        if (line.Has(KeywordKind::LengthKind)) found.lengthKind = TextBehind(text, kLengthKind, 5);
+        if (line.Has(KeywordKind::LocationMode)) {
             found.modeWord = TextBehind(text, kLocationMode, 4);
             found.key = KeyWords(text);
         }
-        if (line.Has(Kind::Within)) found.area = TextBehind(text, kWithin, 15);
-        if (line.Has(Kind::DataItem)) inFields = true;
-        if (inFields && line.Has(Kind::Field)) {
+        if (line.Has(KeywordKind::Within)) found.area = TextBehind(text, kWithin, 15);
+        if (line.Has(KeywordKind::DataItem)) inFields = true;
+        if (inFields && line.Has(KeywordKind::Field)) {
             if (++fieldCount > kMostFields) throw RuntimeFailure(FailureNumber::SubscriptOutOfRange);
             state.writer->AddField(
                 record, {TextIn(text, kFieldLevel), TextIn(text, kFieldName), TextIn(text, kFieldUsage),
                          TextIn(text, kFieldPicture), TextIn(text, kFieldStart), TextIn(text, kFieldEnd)});
         }
-        done = inFields && (line.Has(Kind::RecordName) || line.Has(Kind::CalcSet));
+        done = inFields && (line.Has(KeywordKind::RecordName) || line.Has(KeywordKind::CalcSet));
     }
     if (!done) return;
 
@@ -129,9 +133,9 @@ void SaveIndexDetails(IndexRow& row, std::size_t slot, std::string_view key, std
 void CollectSortKeys(ExtractionState& state, std::string_view index, std::string_view record) {
     auto& names = state.gIndexNames;
     if (std::find(names.begin(), names.end(), index) != names.end()) return;
-    // A ninth index finds no room in the list and is read all the same.
-    if (const auto room = std::find(names.begin(), names.end(), std::string_view()); room != names.end())
-        *room = index;
+    // A ninth index finds no space in the list and is read all the same.
+    if (const auto free = std::find(names.begin(), names.end(), std::string_view()); free != names.end())
+        *free = index;
 
     const auto& lines = state.report.Lines();
     IndexRow* row = nullptr;
@@ -175,10 +179,11 @@ void CollectIndexes(ExtractionState& state, std::string_view record) {
 void IdmsUpdateRecords(ExtractionState& state) {
     auto& records = state.writer->Records();
     Progress& progress = state.app.progress;
-    if (state.tellsRecords) progress.BResetprogressbar(Bar::TreeviewValue, static_cast<int>(records.size()));
+    if (state.reportsRecords)
+        progress.BResetprogressbar(Bar::TreeviewValue, static_cast<int>(records.size()));
     state.index = std::make_unique<ReportIndex>(state.report);
     for (RecordRow& row : records) {
-        if (state.tellsRecords) progress.BStepprogressbar(Bar::TreeviewValue, 1, ToUtf8(row.name));
+        if (state.reportsRecords) progress.BStepprogressbar(Bar::TreeviewValue, 1, ToUtf8(row.name));
         state.app.host.Yield();
         state.gNextStepList.clear();
         UpdateRecordLayout(state, row.name, row.dn);
@@ -188,10 +193,6 @@ void IdmsUpdateRecords(ExtractionState& state) {
         row.nextStep = state.gNextStepList;
         row.indexes = state.gIndexNames;
     }
-}
-
-void FinishExtraction(ExtractionState& state) {
-    if (state.writer) state.writer->Finish();
 }
 
 }  // namespace norvelis

@@ -4,7 +4,6 @@
 #include <array>
 #include <cstring>
 
-#include "base/paths.h"
 #include "base/text.h"
 #include "extract/keywords.h"
 
@@ -39,31 +38,31 @@ class Occurrences {
     std::size_t next_;
 };
 
-constexpr std::uint16_t Bit(Kind kind) {
+constexpr std::uint16_t Bit(KeywordKind kind) {
     return static_cast<std::uint16_t>(kind);
 }
 
-struct KeywordKind {
+struct DottedKeyword {
     std::string_view keyword;
-    Kind kind;
+    KeywordKind kind;
 };
 // All of these end in dots and a blank.
-constexpr std::array<KeywordKind, 7> kDotted = {{{kRecordName, Kind::RecordName},
-                                                 {kRecordId, Kind::RecordId},
-                                                 {kLengthKind, Kind::LengthKind},
-                                                 {kLocationMode, Kind::LocationMode},
-                                                 {kWithin, Kind::Within},
-                                                 {kCalcSet, Kind::CalcSet},
-                                                 {kMember, Kind::Member}}};
+constexpr std::array<DottedKeyword, 7> kDotted = {{{kRecordName, KeywordKind::RecordName},
+                                                   {kRecordId, KeywordKind::RecordId},
+                                                   {kLengthKind, KeywordKind::LengthKind},
+                                                   {kLocationMode, KeywordKind::LocationMode},
+                                                   {kWithin, KeywordKind::Within},
+                                                   {kCalcSet, KeywordKind::CalcSet},
+                                                   {kMember, KeywordKind::Member}}};
 
 std::uint16_t DottedKinds(std::string_view line) {
     std::uint16_t kinds = 0;
     for (const auto& dotted : kDotted) {
         if (Column(line, dotted.keyword) != 0) kinds |= Bit(dotted.kind);
     }
-    if (line.starts_with(kRecordNameAtStart)) kinds |= Bit(Kind::RecordNameAtStart);
-    if (line.starts_with(kSetAtStart)) kinds |= Bit(Kind::SetAtStart);
-    if (Column(line, kOwner, 2) != 0) kinds |= Bit(Kind::Owner);
+    if (line.starts_with(kRecordNameAtStart)) kinds |= Bit(KeywordKind::RecordNameAtStart);
+    if (line.starts_with(kSetAtStart)) kinds |= Bit(KeywordKind::SetAtStart);
+    if (Column(line, kOwner, 2) != 0) kinds |= Bit(KeywordKind::Owner);
     return kinds;
 }
 
@@ -93,17 +92,17 @@ Report::Report(std::string bytes) : bytes_(std::move(bytes)) {
         std::uint16_t kinds = 0;
         if (dots.IsIn(begin, end)) kinds |= DottedKinds(line);
         if (equals.IsIn(begin, end)) {
-            if (Column(line, kRecordLength) != 0) kinds |= Bit(Kind::RecordLength);
-            if (Column(line, kDataLength) != 0) kinds |= Bit(Kind::DataLength);
+            if (Column(line, kRecordLength) != 0) kinds |= Bit(KeywordKind::RecordLength);
+            if (Column(line, kDataLength) != 0) kinds |= Bit(KeywordKind::DataLength);
         }
-        if (dataItems.IsIn(begin, end)) kinds |= Bit(Kind::DataItem);
+        if (dataItems.IsIn(begin, end)) kinds |= Bit(KeywordKind::DataItem);
         if (Text(line, kIndexMemberColumn, kIndexMember.size()) == kIndexMember &&
             Column(line, kIndexMember) == kIndexMemberColumn) {
-            kinds |= Bit(Kind::IndexMember);
+            kinds |= Bit(KeywordKind::IndexMember);
         }
-        if (IsFieldLine(line)) kinds |= Bit(Kind::Field);
+        if (IsFieldLine(line)) kinds |= Bit(KeywordKind::Field);
         if (controlItems.IsIn(begin, end)) {
-            kinds |= Bit(Kind::ControlItem);
+            kinds |= Bit(KeywordKind::ControlItem);
             if (lastText) above_.push_back({lines_.size(), *lastText});
         }
         if (kinds != 0) lines_.emplace_back(begin, kinds);
@@ -129,10 +128,6 @@ std::optional<std::size_t> Report::TextAbove(std::size_t lineNumber) const {
                          [](const Above& above, std::size_t number) { return above.line < number; });
     if (found == above_.end() || found->line != lineNumber) return std::nullopt;
     return found->begin;
-}
-
-bool ValidateReportFile(const std::string& path) {
-    return FileExists(path) && IsSchemaReport(ReadFile(path));
 }
 
 // The name is cut shorter than in the dictionary, and then looked for from the top again: a name with blanks

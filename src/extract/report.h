@@ -9,7 +9,7 @@
 namespace norvelis {
 
 /// Which keywords a line of a report holds, as bits.
-enum class Kind : std::uint16_t {
+enum class KeywordKind : std::uint16_t {
     RecordName = 1 << 0,
     RecordNameAtStart = 1 << 1,
     RecordLength = 1 << 2,
@@ -35,7 +35,7 @@ class ReportLine {
     ReportLine(std::uint64_t begin, std::uint16_t kinds) : word_(begin << 16 | kinds) {}
 
     std::size_t Begin() const { return word_ >> 16; }
-    bool Has(Kind kind) const { return (word_ & static_cast<std::uint16_t>(kind)) != 0; }
+    bool Has(KeywordKind kind) const { return (word_ & static_cast<std::uint16_t>(kind)) != 0; }
 
   private:
     std::uint64_t word_;
@@ -54,8 +54,8 @@ class Report {
     /// The line that begins at `position`, which moves behind it; nothing at the end of the report.
     std::optional<std::string_view> NextLine(std::size_t& position) const;
 
-    /// For a line with Kind::ControlItem: where the nearest line above it begins that has something in its
-    /// first 20 columns.
+    /// For a line with KeywordKind::ControlItem: where the nearest line above it begins that has something in
+    /// its first 20 columns.
     std::optional<std::size_t> TextAbove(std::size_t lineNumber) const;
 
   private:
@@ -68,11 +68,7 @@ class Report {
     std::vector<Above> above_;
 };
 
-/// True when the file is a schema report: it has a name line with a name behind the keyword. False too for a
-/// file that does not exist; RuntimeFailure when it cannot be read.
-bool ValidateReportFile(const std::string& path);
-
-/// The same test on the bytes of a report.
+/// True when the bytes are a schema report: they have a name line with a name behind the keyword.
 bool IsSchemaReport(std::string_view bytes);
 
 }  // namespace norvelis

@@ -70,14 +70,15 @@ ReportIndex::ReportIndex(const Report& report) : report_(report) {
     const auto& lines = report_.Lines();
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const std::string_view text = report_.TextOf(lines[i]);
-        if (lines[i].Has(Kind::RecordName) && lines[i].Has(Kind::RecordLength)) {
+        if (lines[i].Has(KeywordKind::RecordName) && lines[i].Has(KeywordKind::RecordLength)) {
             ForEachOccurrence(text, kRecordName, i, 1, [&](const Occurrence& o) { sections_.Add(o); });
         }
-        if (lines[i].Has(Kind::SetAtStart)) sets_.Add({text.substr(kSetAtStart.size(), kNameWidth), i, 1});
-        if (lines[i].Has(Kind::Member)) {
+        if (lines[i].Has(KeywordKind::SetAtStart))
+            sets_.Add({text.substr(kSetAtStart.size(), kNameWidth), i, 1});
+        if (lines[i].Has(KeywordKind::Member)) {
             ForEachOccurrence(text, kMember, i, 1, [&](const Occurrence& o) { members_.Add(o); });
         }
-        if (lines[i].Has(Kind::ControlItem)) {
+        if (lines[i].Has(KeywordKind::ControlItem)) {
             ForEachOccurrence(text, kControlItem, i, 1, [&](const Occurrence& o) { controlItems_.Add(o); });
         }
     }
@@ -96,18 +97,18 @@ void ReportIndex::ReadSets() {
     std::vector<Membership>* owned = nullptr;
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const std::string_view text = report_.TextOf(lines[i]);
-        if (lines[i].Has(Kind::SetAtStart)) {
+        if (lines[i].Has(KeywordKind::SetAtStart)) {
             set = NameAt(text, kSetOrOwnerOrMember);
             // The pseudo-set stands before the real ones; behind them its name no longer means anything.
             if (set != "CALC") inSets = true;
             owned = nullptr;
         }
         if (!inSets) continue;
-        if (lines[i].Has(Kind::Owner)) {
+        if (lines[i].Has(KeywordKind::Owner)) {
             const std::string_view owner = NameAt(text, kSetOrOwnerOrMember);
             owned = owner.empty() ? nullptr : &ownerships_[owner];
         }
-        if (owned != nullptr && lines[i].Has(Kind::Member) && Column(text, kMember, 2) != 0) {
+        if (owned != nullptr && lines[i].Has(KeywordKind::Member) && Column(text, kMember, 2) != 0) {
             owned->push_back({NameAt(text, kSetOrOwnerOrMember), set});
         }
     }
@@ -116,7 +117,7 @@ void ReportIndex::ReadSets() {
 void ReportIndex::ReadBlocks() {
     const auto& lines = report_.Lines();
     for (std::size_t i = 0; i < lines.size(); ++i) {
-        if (lines[i].Has(Kind::RecordNameAtStart))
+        if (lines[i].Has(KeywordKind::RecordNameAtStart))
             blocks_.try_emplace(NameAt(report_.TextOf(lines[i]), kIndexName), i);
     }
 }
@@ -125,8 +126,8 @@ ReportIndex::SetRegion ReportIndex::ReadRegion(std::size_t start) const {
     const auto& lines = report_.Lines();
     SetRegion region{start, {}};
     for (std::size_t i = start; i < lines.size(); ++i) {
-        if (i > start && lines[i].Has(Kind::SetAtStart)) break;
-        if (!lines[i].Has(Kind::Member)) continue;
+        if (i > start && lines[i].Has(KeywordKind::SetAtStart)) break;
+        if (!lines[i].Has(KeywordKind::Member)) continue;
         ForEachOccurrence(report_.TextOf(lines[i]), kMember, i, 2,
                           [&](const Occurrence& o) { region.members.Add(o); });
     }
@@ -154,8 +155,8 @@ std::vector<std::string_view> ReportIndex::IndexNames(std::string_view record) c
     const auto& lines = report_.Lines();
     for (std::size_t i = block->second; i < lines.size(); ++i) {
         const std::string_view text = report_.TextOf(lines[i]);
-        if (lines[i].Has(Kind::RecordNameAtStart) && NameAt(text, kIndexName) != record) break;
-        if (lines[i].Has(Kind::IndexMember)) names.push_back(NameAt(text, kIndexName));
+        if (lines[i].Has(KeywordKind::RecordNameAtStart) && NameAt(text, kIndexName) != record) break;
+        if (lines[i].Has(KeywordKind::IndexMember)) names.push_back(NameAt(text, kIndexName));
     }
     return names;
 }

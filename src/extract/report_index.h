@@ -33,7 +33,7 @@ class PrefixIndex {
     std::vector<Occurrence> occurrences_;
 };
 
-/// What the second pass asks of a report, worked out once instead of by reading the report anew for each
+/// What the second pass asks of a report, worked out once instead of by reading the report again for each
 /// record. Each answer is the one that a reading from the top gives. The report must outlive the index.
 class ReportIndex {
   public:

@@ -2,11 +2,14 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <utility>
+#include <vector>
 
 #include "base/failure.h"
 #include "base/text.h"
-#include "store/connection.h"
-#include "store/statements.h"
+#include "store/database.h"
+#include "store/statement_run.h"
 
 namespace norvelis {
 
@@ -20,7 +23,10 @@ using Row = std::vector<std::optional<std::string>>;
 }  // namespace
 
 struct Recordset::State {
-    std::shared_ptr<Connection> connection;
+    State(std::shared_ptr<Database> owner, std::string source)
+        : database(std::move(owner)), table(std::move(source)) {}
+
+    std::shared_ptr<Database> database;
     std::string table;                 // empty for rows that are a fixed copy
     std::vector<std::string> columns;  // in the order of the values of a row
     std::vector<std::int64_t> rowIds;
@@ -35,6 +41,15 @@ struct Recordset::State {
     bool adding = false;
     std::vector<std::pair<std::string, std::string>> pending;  // column as the store spells it, value
 
+    std::string RowStatement() const { return "SELECT * FROM " + table + " WHERE rowid = ?"; }
+
+    Row ReadRow(const StatementRun& run) const {
+        Row values;
+        values.reserve(columns.size());
+        for (std::size_t i = 0; i < columns.size(); ++i) values.push_back(run.Column(static_cast<int>(i)));
+        return values;
+    }
+
     std::size_t Size() const { return table.empty() ? copies.size() : rowIds.size(); }
 
     std::optional<std::size_t> IndexOf(std::string_view column) const {
@@ -45,70 +60,53 @@ struct Recordset::State {
     }
 
     RuntimeFailure NoColumn(std::string_view column) const {
-        return {FailureNumber::StoreFailure, connection->Path() + ": no column " + std::string(column) +
+        return {FailureNumber::StoreFailure, database->Path() + ": no column " + std::string(column) +
                                                  (table.empty() ? "" : " in table " + table)};
     }
 };
 
-Recordset::Recordset(std::unique_ptr<State> state) : state_(std::move(state)) {}
+Recordset::Recordset(std::shared_ptr<Database> database, const StatementText& text,
+                     std::initializer_list<std::string_view> values)
+    : state_(std::make_unique<State>(std::move(database), text.table)) {
+    State& s = *state_;
+    StatementRun run(*s.database, text.sql);
+    run.BindAll(values);
+    if (!s.table.empty()) {
+        s.columns = StatementRun(*s.database, s.RowStatement()).ColumnNames();
+        while (run.Step()) s.rowIds.push_back(run.Integer(0));
+        return;
+    }
+    s.columns = run.ColumnNames();
+    while (run.Step()) s.copies.push_back(s.ReadRow(run));
+}
+
 Recordset::Recordset(Recordset&&) noexcept = default;
 Recordset& Recordset::operator=(Recordset&&) noexcept = default;
 Recordset::~Recordset() = default;
 
-Recordset Connection::Select(std::string_view statement, std::initializer_list<std::string_view> values) {
-    const StatementText& text = Statements::TextOf(*this, statement);
-    sqlite3_stmt* prepared = Statements::Prepare(*this, text.sql);
-    auto state = std::make_unique<Recordset::State>();
-    state->connection = shared_from_this();
-    state->table = text.table;
-    Run run(*this, prepared);
-    run.BindAll(values);
-    if (!text.table.empty()) {
-        state->columns = ColumnsOf(text.table);
-        while (run.Step()) state->rowIds.push_back(run.Integer(0));
-        return Recordset(std::move(state));
-    }
-    const int count = sqlite3_column_count(prepared);
-    for (int i = 0; i < count; ++i) state->columns.emplace_back(sqlite3_column_name(prepared, i));
-    while (run.Step()) {
-        Row row;
-        for (int i = 0; i < count; ++i) row.push_back(run.Column(i));
-        state->copies.push_back(std::move(row));
-    }
-    return Recordset(std::move(state));
-}
-
 bool Recordset::Eof() const {
-    return !state_ || state_->position >= state_->Size();
-}
-void Recordset::MoveFirst() {
-    state_->position = 0;
+    return state_->position >= state_->Size();
 }
 void Recordset::MoveNext() {
     ++state_->position;
 }
 std::size_t Recordset::RecordCount() const {
-    return state_ ? state_->Size() : 0;
+    return state_->Size();
 }
 
 void Recordset::Read() const {
     State& s = *state_;
     if (Eof())
         throw RuntimeFailure(FailureNumber::StoreFailure,
-                             s.connection->Path() + ": read past the last row of " + s.table);
-    const int changes =
-        s.connection->IsOpen() ? sqlite3_total_changes(Connection::Statements::DatabaseOf(*s.connection)) : 0;
+                             s.database->Path() + ": read past the last row of " + s.table);
+    const int changes = s.database->Changes();
     if (s.rowPosition == s.position && s.rowChanges == changes) return;
     if (s.table.empty()) {
         s.row = s.copies[s.position];
     } else {
-        Run run(*s.connection, Connection::Statements::Prepare(
-                                   *s.connection, "SELECT * FROM " + s.table + " WHERE rowid = ?"));
+        StatementRun run(*s.database, s.RowStatement());
         run.Bind(1, s.rowIds[s.position]);
-        s.row.assign(s.columns.size(), std::nullopt);
-        if (run.Step()) {
-            for (std::size_t i = 0; i < s.columns.size(); ++i) s.row[i] = run.Column(static_cast<int>(i));
-        }
+        s.row = run.Step() ? s.ReadRow(run) : Row(s.columns.size());
     }
     s.rowPosition = s.position;
     s.rowChanges = changes;
@@ -165,22 +163,18 @@ void Recordset::Update() {
         sql = "UPDATE " + s.table + " SET " + sql + " WHERE rowid = ?";
     }
     {
-        Run run(*s.connection, Connection::Statements::Prepare(*s.connection, sql));
+        StatementRun run(*s.database, sql);
         int position = 0;
         for (const auto& [name, value] : s.pending) run.Bind(++position, value);
         if (!s.adding) run.Bind(++position, s.rowIds[s.position]);
         run.Step();
     }
     if (s.adding) {
-        s.rowIds.push_back(sqlite3_last_insert_rowid(Connection::Statements::DatabaseOf(*s.connection)));
+        s.rowIds.push_back(s.database->LastRowId());
         s.position = s.rowIds.size() - 1;
     }
     s.adding = false;
     s.pending.clear();
-}
-
-void Recordset::Close() {
-    state_.reset();
 }
 
 }  // namespace norvelis

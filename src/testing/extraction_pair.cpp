@@ -3,7 +3,8 @@
 #include <fmt/format.h>
 
 #include "base/failure.h"
-#include "extract/passes.h"
+#include "extract/parent_pass.h"
+#include "extract/record_pass.h"
 
 namespace norvelis {
 
@@ -62,7 +63,7 @@ int ExtractionPair::ExtractIntoStore(const std::string& report) {
     } catch (const RuntimeFailure& failure) {
         failureNumber = static_cast<int>(failure.Number());
     }
-    FinishExtraction(state);
+    state.Finish();
     return failureNumber;
 }
 

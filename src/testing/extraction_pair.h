@@ -7,6 +7,7 @@
 #include "core/app_state.h"
 #include "store/connection.h"
 #include "store/tables.h"
+#include "store/transaction.h"
 #include "testing/literal_extraction.h"
 #include "testing/scripted_host.h"
 #include "testing/temporary_folder.h"

@@ -4,15 +4,20 @@
 #include <string>
 #include <string_view>
 
-#include "store/connection.h"
+#include "store/inserter.h"
+#include "store/transaction.h"
 
 namespace norvelis {
 
-/// Writes dictionary rows the way an extraction leaves them, for tests and benchmarks.
+/// Writes dictionary rows as an extraction leaves them, for tests and benchmarks; they are in the store when
+/// the scope ends.
 class SchemaRows {
   public:
     explicit SchemaRows(Connection& store, std::string schema = "EMPSCHM")
         : store_(store), transaction_(store), schema_(std::move(schema)) {}
+    ~SchemaRows() { transaction_.Commit(); }
+    SchemaRows(const SchemaRows&) = delete;
+    SchemaRows& operator=(const SchemaRows&) = delete;
 
     /// A record that is found by its key, and so stands at the top of the tree.
     void Entry(std::string_view name, std::optional<std::string_view> members = std::nullopt) {

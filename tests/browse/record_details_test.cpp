@@ -79,11 +79,8 @@ TEST_F(RecordDetailsTest, NothingKnownAndNothingReadableShowEmptyGrids) {
 }
 
 TEST_F(RecordDetailsTest, ToolTips) {
-    {
-        SchemaRows other(*store, "OTHER");
-        other.Record("employee");
-        SchemaRows(*store).Record("Employee");
-    }
+    SchemaRows(*store, "OTHER").Record("employee");
+    SchemaRows(*store).Record("Employee");
     store->Execute("Update Record_Details set areaname = null, tableid = '7' where schemaname = 'EMPSCHM'");
     const auto labels = ReadRecordLabels(*store, "EMPSCHM ", "employee");
     ASSERT_TRUE(labels);

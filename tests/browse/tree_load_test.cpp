@@ -36,8 +36,7 @@ class TreeLoadTest : public ::testing::Test {
 
 TEST_F(TreeLoadTest, SchemasByNameEntryRecordsByNameMembersAsListed) {
     {
-        SchemaRows rows(*store, "SECOND");
-        rows.Entry("OFFICE", "EMPLOYEE");
+        SchemaRows(*store, "SECOND").Entry("OFFICE", "EMPLOYEE");
         SchemaRows first(*store, "FIRST");
         first.Entry("JOB", "STRUCTURE,EMPLOYEE");
         first.Entry("DEPARTMENT", "EMPLOYEE,MISSING,STRUCTURE");
@@ -69,6 +68,8 @@ TEST_F(TreeLoadTest, MembersAreLookedUpByNameAloneAndTheFirstRowCounts) {
         SchemaRows first(*store, "A");
         first.Entry("OWNER", "ONE");
         first.Record("ONE");
+    }
+    {
         SchemaRows second(*store, "B");
         second.Entry("owner", "TWO");
         second.Record("TWO");

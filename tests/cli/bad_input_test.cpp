@@ -5,6 +5,8 @@
 #include <algorithm>
 
 #include "cli/program.h"
+#include "kill_at_write/kill_at_write.h"
+#include "store/transaction.h"
 #include "testing/report_generator.h"
 #include "testing/small_report.h"
 
@@ -21,6 +23,12 @@ std::string SmallReport(const std::string& schema, const std::string& middle = {
 /// A shell's words for a user who is not let in everywhere.
 std::string AsOrdinaryUser() {
     return geteuid() == 0 ? "setpriv --reuid=65534 --regid=65534 --clear-groups " : "";
+}
+
+/// The words that load the library which counts writes, with one of its variables set.
+std::string Loaded(const char* variable, const std::string& value) {
+    return std::string("ASAN_OPTIONS=verify_asan_link_order=0 LD_PRELOAD=" NORVELIS_KILL_AT_WRITE " ") +
+           variable + "=" + value + " ";
 }
 
 class BadInput : public testing::Test {
@@ -117,19 +125,31 @@ TEST_F(BadInput, AFullDiskLeavesTheOldState) {
     EXPECT_EQ(program.Run("dump >/dev/full").status, 1);
 }
 
-TEST_F(BadInput, AKilledExtractionLeavesTheStateBeforeOrAfter) {
+TEST_F(BadInput, AnExtractionKilledAtAnyWriteLeavesTheStateBeforeOrAfter) {
     const std::string extract = "extract --append " + Report(GenerateSchemaReport(150, 300, 30, 1));
+    const std::string whole = ReadFile(program.StorePath());
     const std::string before = Dump();
-    std::vector<std::string> seen;
-    for (const char* seconds : {"0.01", "0.03", "0.04", "0.05", "0.06", "0.08", "0.1", "0.15"}) {
-        program.Run(extract, std::string("timeout -s KILL ") + seconds + " ");
-        const auto store = Connection::Open(ConnectionString(program.StorePath()));
-        EXPECT_EQ(store->Select("PRAGMA integrity_check").Text("integrity_check"), "ok");
-        seen.push_back(Dump());
-    }
-    EXPECT_EQ(program.Run(extract).status, 0);
+    const std::string counted = program.Path("count");
+    ASSERT_EQ(program.Run(extract, Loaded(kCountFileVariable, counted)).status, 0);
+    const long writes = std::stol(ReadFile(counted));
     const std::string after = Dump();
-    for (const std::string& state : seen) EXPECT_TRUE(state == before || state == after);
+    ASSERT_GT(writes, 100);
+
+    // From the first to the last, all of the last ones: the commit is among them.
+    std::vector<long> places;
+    for (long place = 1; place < writes - 8; place += writes / 8) places.push_back(place);
+    for (long place = writes - 8; place <= writes; ++place) places.push_back(place);
+    int unchanged = 0;
+    for (const long place : places) {
+        WriteFile(program.StorePath(), whole);
+        EXPECT_NE(program.Run(extract, Loaded(kKillAtVariable, std::to_string(place))).status, 0) << place;
+        const std::string state = Dump();
+        EXPECT_TRUE(state == before || state == after) << "killed at write " << place << " of " << writes;
+        unchanged += state == before;
+        const auto store = Connection::Open(ConnectionString(program.StorePath()));
+        EXPECT_EQ(store->Select("PRAGMA integrity_check").Text("integrity_check"), "ok") << place;
+    }
+    EXPECT_GE(unchanged, 8) << "the program was killed before its commit";
 }
 
 }  // namespace

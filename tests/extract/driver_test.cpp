@@ -5,6 +5,7 @@
 #include "base/failure.h"
 #include "base/paths.h"
 #include "core/settings.h"
+#include "dictionary/table_rows.h"
 #include "testing/small_report.h"
 #include "testing/test_store.h"
 
@@ -22,7 +23,11 @@ class DriverTest : public ::testing::Test {
         WriteFile(report, content);
         setreportlocation(app, report);
     }
-    bool Extract() { return process_Classic_Extract_Report(app, InteractiveDriver(app, {})).has_value(); }
+    bool Extract(const ExtractionDriver& driver) {
+        const ReportFile file = ValidateReportFile(getreportlocation(app));
+        return process_Classic_Extract_Report(app, driver, file).has_value();
+    }
+    bool Extract() { return Extract(InteractiveDriver(app, {})); }
     long Records(const std::string& schema) {
         return store.Count("Select count(*) FROM Record_Details where schemaname =?", {schema});
     }
@@ -32,7 +37,7 @@ class DriverTest : public ::testing::Test {
     }
 };
 
-TEST_F(DriverTest, RefusalsAreToldInTheirWordsAndLeadToTheSettings) {
+TEST_F(DriverTest, RefusalsAreReportedInTheirWordsAndLeadToTheSettings) {
     EXPECT_FALSE(Extract());
     setreportlocation(app, report);
     EXPECT_FALSE(Extract());
@@ -53,7 +58,7 @@ TEST_F(DriverTest, RefusalsAreToldInTheirWordsAndLeadToTheSettings) {
 TEST_F(DriverTest, StagesQuestionAndFinalTextComeInOrder) {
     SetReport(ReportOf("ONE"));
     bool refreshed = false;
-    EXPECT_TRUE(process_Classic_Extract_Report(app, InteractiveDriver(app, [&] { refreshed = true; })));
+    EXPECT_TRUE(Extract(InteractiveDriver(app, [&] { refreshed = true; })));
     EXPECT_TRUE(refreshed);
     const std::vector<std::string> statuses = {
         "Collecting CALC and VIA Records ", "Adding more information to Records ", "Extracting Record: EMP",
@@ -83,9 +88,9 @@ TEST_F(DriverTest, NoAppendsAndReplacesTheSchemaOfTheReportAlone) {
         << "headers of other schemas stay behind";
 }
 
-TEST_F(DriverTest, TheSchedulerAsksNothingAndTellsItsLog) {
+TEST_F(DriverTest, TheSchedulerAsksNothingAndWritesToItsLog) {
     SetReport(ReportOf("ONE"));
-    EXPECT_TRUE(process_Classic_Extract_Report(app, SchedulerDriver(app, store)));
+    EXPECT_TRUE(Extract(SchedulerDriver(app, store)));
     EXPECT_TRUE(test.host.messages.empty());
     EXPECT_TRUE(test.host.statuses.empty());
     const std::string log = ReadFile(test.folder.Path("INI/ProcessLog.Txt"));
@@ -96,40 +101,73 @@ TEST_F(DriverTest, TheSchedulerAsksNothingAndTellsItsLog) {
               std::string::npos);
 
     setreportlocation(app, "");
-    EXPECT_FALSE(process_Classic_Extract_Report(app, SchedulerDriver(app, store)));
+    EXPECT_FALSE(Extract(SchedulerDriver(app, store)));
     EXPECT_TRUE(test.host.screens.empty());
 }
 
-TEST_F(DriverTest, AFailureLeavesWhatWasGatheredAndOtherSchemas) {
+TEST_F(DriverTest, AReportThatVanishesBehindItsCheckIsMissing) {
+    SetReport(ReportOf("ONE"));
+    ReportFile file = ValidateReportFile(report);
+    DeleteFile(report);
+    EXPECT_FALSE(process_Classic_Extract_Report(app, InteractiveDriver(app, {}), std::move(file)));
+    EXPECT_EQ(test.host.Texts().back(), "IDMS Report file is missing");
+}
+
+/// Every row of the dictionary, to compare states of the store.
+std::string RowsOf(Connection& store) {
+    std::string all;
+    for (const TableDefinition& table : DictionaryTables()) {
+        for (auto rows = dictionary::RowsOf(store, table, std::nullopt); !rows.Eof(); rows.MoveNext())
+            for (const auto& column : table.columns) all += rows.Value(column.name).value_or("null") + '|';
+    }
+    return all;
+}
+
+TEST_F(DriverTest, AFailureOfTheReportKeepsWhatWasGatheredAndOtherSchemas) {
+    std::string tooManyFields = RecordHead("LAST", "DIRECT") + LineOf({{1, "0DATA ITEM"}});
+    for (int i = 0; i < 601; ++i) tooManyFields += FieldLine("02", "F");
+    const struct {
+        std::string schema, end;
+        FailureNumber failure;
+        long records;
+    } cases[] = {
+        {"CUT", LineOf({{2, "RECORD NAME........ LAST"}}) + "one line\n", FailureNumber::InputPastEnd, 1},
+        {"WIDE", tooManyFields + SetLine("CALC"), FailureNumber::SubscriptOutOfRange, 2}};
     SetReport(ReportOf("ONE"));
     Extract();
-    SetReport(HeaderOf("TWO") + RecordHead("EMP", "CALC USING KEY") +
-              LineOf({{2, "RECORD NAME........ LAST"}}) + "one line\n");
-    test.host.answers = {Answer::No};
-    try {
-        Extract();
-        FAIL() << "the look-ahead went past the end of the report";
-    } catch (const RuntimeFailure& failure) {
-        EXPECT_EQ(failure.Number(), FailureNumber::InputPastEnd);
+    for (const auto& c : cases) {
+        SetReport(HeaderOf(c.schema) + RecordHead("EMP", "CALC USING KEY") + c.end);
+        test.host.answers = {Answer::No};
+        try {
+            Extract();
+            ADD_FAILURE() << c.schema;
+        } catch (const RuntimeFailure& failure) {
+            EXPECT_EQ(failure.Number(), c.failure);
+        }
+        const auto again = Connection::Open(ConnectionString(test.StorePath()));
+        EXPECT_EQ(again->Count("Select count(*) FROM Record_Details where schemaname =?", {c.schema}),
+                  c.records);
+        EXPECT_EQ(Records("ONE"), 1);
     }
-    EXPECT_EQ(Records("ONE"), 1);
-    EXPECT_EQ(Records("TWO"), 1);
-    EXPECT_EQ(store.Select("Select * FROM Record_Details where schemaname =?", {"TWO"}).Value("Information"),
+    EXPECT_EQ(store.Select("Select * FROM Record_Details where schemaname =?", {"CUT"}).Value("Information"),
               std::nullopt);
 }
 
 TEST_F(DriverTest, AStoreThatRefusesInTheMiddleKeepsItsOldState) {
     SetReport(ReportOf("ONE"));
     Extract();
+    const std::string before = RowsOf(store);
     SetReport(ReportOf("TWO"));
-    // While the report is read, and when the rows of the records are written at last.
-    for (const std::string place : {"Record_layout BEGIN SELECT RAISE(ROLLBACK, 'full')",
-                                    "Record_Details BEGIN SELECT RAISE(ABORT, 'full')"}) {
+    // At the first row, while the sections are read, when the records are written at last; and the engine
+    // going back by itself, as it does when the disk is full.
+    for (const std::string place :
+         {"Parents BEGIN SELECT RAISE(ABORT, 'full')", "Record_layout BEGIN SELECT RAISE(ABORT, 'full')",
+          "Record_Details BEGIN SELECT RAISE(ABORT, 'full')",
+          "Record_layout BEGIN SELECT RAISE(ROLLBACK, 'full')"}) {
         store.Execute("CREATE TRIGGER full BEFORE INSERT ON " + place + "; END");
-        EXPECT_THROW(Extract(), RuntimeFailure);
+        EXPECT_THROW(Extract(), RuntimeFailure) << place;
         store.Execute("DROP TRIGGER full");
-        EXPECT_EQ(Records("ONE"), 1) << place;
-        EXPECT_EQ(store.Count("Select count(*) FROM Parents where schemaname =?", {"TWO"}), 0) << place;
+        EXPECT_EQ(RowsOf(store), before) << place;
     }
     EXPECT_TRUE(Extract()) << "the store is not left locked";
 }

@@ -1,8 +1,8 @@
-#include "extract/passes.h"
-
 #include <gtest/gtest.h>
 
 #include "base/failure.h"
+#include "extract/parent_pass.h"
+#include "extract/record_pass.h"
 #include "testing/small_report.h"
 #include "testing/test_store.h"
 
@@ -22,7 +22,7 @@ class PassesTest : public ::testing::Test {
         } catch (const RuntimeFailure& failure) {
             failure_ = failure.Number();
         }
-        FinishExtraction(state);
+        state.Finish();
     }
     Recordset Record(const std::string& name) {
         return store.Select("Select * FROM Record_Details where recordname =?", {name});

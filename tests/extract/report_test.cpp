@@ -4,6 +4,7 @@
 
 #include "base/failure.h"
 #include "base/paths.h"
+#include "extract/report_file.h"
 #include "testing/temporary_folder.h"
 
 namespace norvelis {
@@ -37,11 +38,18 @@ TEST(Report, AFileIsAReportWhenItsFirstNameLineHasAName) {
     for (const auto& c : cases) EXPECT_EQ(IsSchemaReport(c.bytes), c.expected) << c.bytes;
 }
 
-TEST(Report, WhatIsNoFileIsNoReport) {
+TEST(Report, APathIsWhatItsFileIs) {
     TemporaryFolder folder;
-    EXPECT_FALSE(ValidateReportFile(folder.Path("none")));
-    EXPECT_FALSE(ValidateReportFile(folder.Path()));
-    EXPECT_FALSE(ValidateReportFile(""));
+    WriteFile(folder.Path("text"), "no report");
+    WriteFile(folder.Path("report"), "RECORD NAME........ EMP");
+    EXPECT_EQ(ValidateReportFile("  ").check, ReportCheck::NotNamed);
+    EXPECT_EQ(ValidateReportFile(folder.Path("none")).check, ReportCheck::Missing);
+    EXPECT_EQ(ValidateReportFile(folder.Path()).check, ReportCheck::Missing) << "a folder is no file";
+    EXPECT_EQ(ValidateReportFile(folder.Path("text")).check, ReportCheck::NoReport);
+    const ReportFile report = ValidateReportFile(folder.Path("report"));
+    EXPECT_EQ(report.check, ReportCheck::Valid);
+    EXPECT_EQ(report.path, folder.Path("report"));
+    EXPECT_EQ(report.bytes, "RECORD NAME........ EMP");
 }
 
 TEST(Report, OneEndlessLineIsReadLikeAnyOther) {

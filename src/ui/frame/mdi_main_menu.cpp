@@ -22,6 +22,7 @@
 #include "base/text.h"
 #include "commands/frame_commands.h"
 #include "core/log.h"
+#include "core/places.h"
 #include "store/connection.h"
 #include "ui/controls/fb_tray_icon.h"
 #include "ui/forms/form.h"
@@ -331,7 +332,7 @@ void mdiMainMenu::mnu_sql() {
 }
 
 void mdiMainMenu::mnu_help() {
-    const std::string page = app_.AppPath("\\help\\index.html");
+    const std::string page = app_.AppPath(places::kHelp);
     if (!FileExists(page)) {
         app_.host.MessageBox("The help pages are missing:" + std::string(kLineBreak) + page);
         return;

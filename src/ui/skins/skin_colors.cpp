@@ -7,6 +7,7 @@
 #include "base/ini.h"
 #include "base/paths.h"
 #include "base/text.h"
+#include "core/places.h"
 
 namespace norvelis::ui {
 
@@ -35,23 +36,23 @@ int WholeNumber(std::string_view text) {
 
 std::vector<std::string> InstalledSkins(const AppState& app) {
     std::vector<std::string> skins;
-    const std::string list = app.AppPath("\\Skins\\Skins.INI");
+    const std::string list = app.AppPath(places::kSkinList);
     if (!FileExists(list)) return skins;
     std::istringstream lines(ReadFile(list));
     for (std::string line; std::getline(lines, line);) {
         if (line.ends_with('\r')) line.pop_back();
         const std::string name(Trim(line));
-        if (!name.empty() && FolderExists(app.AppPath("\\Skins\\" + name))) skins.push_back(name);
+        if (!name.empty() && FolderExists(app.AppPath(places::Skin(name)))) skins.push_back(name);
     }
     return skins;
 }
 
 std::string SkinFolder(const AppState& app) {
-    return app.AppPath("\\Skins\\" + app.gSkinScheme);
+    return app.AppPath(places::Skin(app.gSkinScheme));
 }
 
 std::string SkinIni(const AppState& app) {
-    return app.AppPath("\\Skins\\" + app.gSkinScheme + "\\" + app.gSkinScheme + ".Ini");
+    return app.AppPath(places::Skin(app.gSkinScheme) + "\\" + app.gSkinScheme + ".Ini");
 }
 
 SkinColors LoadColors(const AppState& app) {

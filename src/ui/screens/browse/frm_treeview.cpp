@@ -8,6 +8,7 @@
 #include "browse/tree_load.h"
 #include "commands/frame_commands.h"
 #include "core/log.h"
+#include "core/places.h"
 #include "core/settings.h"
 #include "diagram/draw_commands.h"
 #include "diagram/print_drawing.h"
@@ -119,7 +120,7 @@ void frm_Treeview::Load() {
     DrawingControl2_->SetSrc({});
     log("Done DrawingControl2.....");
     log("DB check.....");
-    if (FileExists(app.AppPath("\\Database\\records.mdb"))) {
+    if (FileExists(app.AppPath(places::kStore))) {
         log("DB Found.....");
     } else {
         app.host.MessageBox("Please locate and extract IDMS Report File.");

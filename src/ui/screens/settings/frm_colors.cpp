@@ -9,6 +9,7 @@
 #include "base/paths.h"
 #include "base/text.h"
 #include "core/log.h"
+#include "core/places.h"
 #include "core/settings.h"
 #include "store/connection.h"
 #include "ui/controls/click_label.h"
@@ -36,7 +37,8 @@ QLabel* Heading(QWidget* parent, const QString& text) {
 }
 
 Picture Bitmap(const AppState& app, const char* file) {
-    return Picture::FromFile(QString::fromStdString(app.AppPath(std::string("\\Bitmaps\\") + file)));
+    return Picture::FromFile(
+        QString::fromStdString(app.AppPath(std::string(places::kBitmaps) + "\\" + file)));
 }
 
 void ShowPath(QLabel* label, const QString& path) {
@@ -213,10 +215,8 @@ void frmColors::LoadAllSkinSchemes() {
 
 void frmColors::LoadApplicationSettings() {
     Guarded("Form_Load", [this] {
-        Recordset rows = Frame().App().gConnection->Select("Select * FROM ApplicationSetting");
-        for (; !rows.Eof(); rows.MoveNext()) {
-            const std::string name = rows.Text("settingname");
-            const QString value = QString::fromStdString(rows.Text("settingvalue")).trimmed();
+        for (const auto& [name, setting] : AllSettings(Frame().App())) {
+            const QString value = QString::fromStdString(setting.value);
             if (SameName(name, "ReportLocation")) {
                 if (!value.isEmpty()) ShowPath(ReportLocation_, value);
             } else if (SameName(name, "visiolocation")) {
@@ -265,7 +265,7 @@ void frmColors::changerptfile() {
     picker.Load();
     const QString present = QString::fromStdString(getreportlocation(app));
     picker.Begin(QFileInfo::exists(present) ? QFileInfo(present).absolutePath()
-                                            : QString::fromStdString(app.AppPath("\\reportfiles")));
+                                            : QString::fromStdString(app.AppPath(places::kReports)));
     connect(&picker, &setDirectory::FileChosen, this, [&](const QString& path) {
         StoreReport(path);
         picker.close();

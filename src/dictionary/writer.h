@@ -10,10 +10,11 @@
 #include <vector>
 
 #include "store/connection.h"
+#include "store/inserter.h"
 
-namespace norvelis {
+namespace norvelis::dictionary {
 
-/// A row of Record_Details on its way. The texts that point into the report are taken as they stand there.
+/// A row of Record_Details on its way. The texts point into the report and are untrimmed.
 struct RecordRow {
     std::string_view name, mode, dn;  ///< The skeleton of the first pass; name trimmed.
 
@@ -39,7 +40,7 @@ struct IndexRow {
 };
 
 /// How much an extraction found: rows of records and fields, different sets and indexes.
-struct ExtractionCounts {
+struct Counts {
     std::size_t records = 0, fields = 0, sets = 0, indexes = 0;
 };
 
@@ -47,9 +48,12 @@ struct ExtractionCounts {
 /// indexes) are held until Finish; the others go to the store at once. Lookups follow the store's rule of
 /// names: case and trailing blanks do not count. Takes report bytes and stores UTF-8, trimmed. Views must
 /// outlive the writer.
-class DictionaryWriter {
+class Writer {
   public:
-    DictionaryWriter(Connection& connection, std::string_view schema);
+    Writer(Connection& connection, std::string_view schema);
+
+    /// The row of schema_details.
+    void AddSchema(std::string_view release, std::string_view version, std::string_view date);
 
     /// Each adds the row unless one of that (untrimmed) name is there; an empty name adds nothing.
     void AddParent(std::string_view record);
@@ -64,16 +68,16 @@ class DictionaryWriter {
     };
     void AddField(std::string_view record, const Field& field);
 
-    /// Adds the row unless it is there, and tells how many sets join owner and member now.
+    /// Adds the row unless it is there, and gives how many sets join owner and member now.
     std::size_t AddConnection(std::string_view owner, std::string_view member, std::string_view set,
                               std::string_view connection);
 
     /// The row of index and record, added when missing. It takes the spelling of the last to ask.
     IndexRow& IndexOf(std::string_view index, std::string_view record);
 
-    /// Writes what is held. To be called once, also when a pass has failed: what it had come to stays.
+    /// Writes what is held. To be called once, also after a failure of the report: what was gathered is kept.
     void Finish();
-    ExtractionCounts Counts();  ///< After Finish.
+    Counts CountRows();  ///< After Finish.
 
   private:
     void WriteRecord(Inserter& rows, const RecordRow& record);
@@ -90,7 +94,4 @@ class DictionaryWriter {
     std::unordered_map<std::string, std::vector<std::string_view>> setsOfPair_;
 };
 
-/// The text of a record's box: name, identity, key and area between rules of underscores.
-std::string RecordInformation(const RecordRow& record);
-
-}  // namespace norvelis
+}  // namespace norvelis::dictionary

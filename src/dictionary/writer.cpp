@@ -1,11 +1,11 @@
-#include "extract/dictionary_writer.h"
+#include "dictionary/writer.h"
 
 #include <algorithm>
 #include <forward_list>
 
 #include "base/text.h"
 
-namespace norvelis {
+namespace norvelis::dictionary {
 
 namespace {
 
@@ -45,74 +45,7 @@ class RowValues {
     std::forward_list<std::string> converted_;
 };
 
-}  // namespace
-
-DictionaryWriter::DictionaryWriter(Connection& connection, std::string_view schema)
-    : connection_(connection),
-      schema_(ToUtf8(Trim(schema))),
-      parents_(connection, "Parents", {"schemaname", "Recordname"}),
-      fields_(connection, "Record_layout",
-              {"schemaname", "Recordname", "Fieldlevel", "fieldname", "fieldusage", "fieldpicture",
-               "fieldstart", "fieldend"}),
-      connections_(connection, "Connection_Details",
-                   {"schemaname", "Recordname", "next_step", "connection", "set"}) {}
-
-void DictionaryWriter::AddParent(std::string_view record) {
-    if (Trim(record).empty() || parentNames_.contains(Folded(record))) return;
-    parentNames_.insert(Folded(Trim(record)));
-    RowValues row;
-    row.AddUtf8(schema_);
-    row.Add(record);
-    parents_.Add(row.All());
-}
-
-void DictionaryWriter::AddRecord(std::string_view record, std::string_view mode, std::string_view dn) {
-    if (Trim(record).empty() || recordsByName_.contains(Folded(record))) return;
-    recordsByName_.try_emplace(Folded(Trim(record)), records_.size());
-    RecordRow row;
-    row.name = Trim(record);
-    row.mode = mode;
-    row.dn = dn;
-    records_.push_back(std::move(row));
-}
-
-RecordRow& DictionaryWriter::RecordNamed(std::string_view name) {
-    return records_[recordsByName_.at(Folded(name))];
-}
-
-void DictionaryWriter::AddField(std::string_view record, const Field& field) {
-    RowValues row;
-    row.AddUtf8(schema_);
-    for (const auto text :
-         {record, field.level, field.name, field.usage, field.picture, field.start, field.end})
-        row.Add(text);
-    fields_.Add(row.All());
-    ++fieldCount_;
-}
-
-std::size_t DictionaryWriter::AddConnection(std::string_view owner, std::string_view member,
-                                            std::string_view set, std::string_view connection) {
-    auto& sets = setsOfPair_[Key({owner, member})];
-    const bool known = std::any_of(sets.begin(), sets.end(), [&](auto s) { return SameName(s, set); });
-    if (!known) {
-        sets.push_back(set);
-        RowValues row;
-        row.AddUtf8(schema_);
-        for (const auto text : {owner, member, connection, set}) row.Add(text);
-        connections_.Add(row.All());
-    }
-    return sets.size();
-}
-
-IndexRow& DictionaryWriter::IndexOf(std::string_view index, std::string_view record) {
-    const auto [entry, fresh] = indexesByKey_.try_emplace(Key({index, record}), indexes_.size());
-    if (fresh) indexes_.emplace_back();
-    IndexRow& row = indexes_[entry->second];
-    row.index = index;
-    row.record = record;
-    return row;
-}
-
+// The text of a record's box: name, identity, key and area between rules of underscores.
 std::string RecordInformation(const RecordRow& record) {
     const std::string rule = std::string(kLineBreak) + std::string(32, '_') + std::string(kLineBreak);
     std::string text(Trim(record.name));
@@ -127,7 +60,83 @@ std::string RecordInformation(const RecordRow& record) {
     return text;
 }
 
-void DictionaryWriter::WriteRecord(Inserter& rows, const RecordRow& record) {
+}  // namespace
+
+Writer::Writer(Connection& connection, std::string_view schema)
+    : connection_(connection),
+      schema_(ToUtf8(Trim(schema))),
+      parents_(connection, "Parents", {"schemaname", "Recordname"}),
+      fields_(connection, "Record_layout",
+              {"schemaname", "Recordname", "Fieldlevel", "fieldname", "fieldusage", "fieldpicture",
+               "fieldstart", "fieldend"}),
+      connections_(connection, "Connection_Details",
+                   {"schemaname", "Recordname", "next_step", "connection", "set"}) {}
+
+void Writer::AddSchema(std::string_view release, std::string_view version, std::string_view date) {
+    RowValues row;
+    row.AddUtf8(schema_);
+    for (const auto text : {release, version, date}) row.Add(text);
+    Inserter(connection_, "schema_details", {"schemaname", "schemarelease", "schemaversion", "schemadate"})
+        .Add(row.All());
+}
+
+void Writer::AddParent(std::string_view record) {
+    if (Trim(record).empty() || parentNames_.contains(Folded(record))) return;
+    parentNames_.insert(Folded(Trim(record)));
+    RowValues row;
+    row.AddUtf8(schema_);
+    row.Add(record);
+    parents_.Add(row.All());
+}
+
+void Writer::AddRecord(std::string_view record, std::string_view mode, std::string_view dn) {
+    if (Trim(record).empty() || recordsByName_.contains(Folded(record))) return;
+    recordsByName_.try_emplace(Folded(Trim(record)), records_.size());
+    RecordRow row;
+    row.name = Trim(record);
+    row.mode = mode;
+    row.dn = dn;
+    records_.push_back(std::move(row));
+}
+
+RecordRow& Writer::RecordNamed(std::string_view name) {
+    return records_[recordsByName_.at(Folded(name))];
+}
+
+void Writer::AddField(std::string_view record, const Field& field) {
+    RowValues row;
+    row.AddUtf8(schema_);
+    for (const auto text :
+         {record, field.level, field.name, field.usage, field.picture, field.start, field.end})
+        row.Add(text);
+    fields_.Add(row.All());
+    ++fieldCount_;
+}
+
+std::size_t Writer::AddConnection(std::string_view owner, std::string_view member, std::string_view set,
+                                  std::string_view connection) {
+    auto& sets = setsOfPair_[Key({owner, member})];
+    const bool known = std::any_of(sets.begin(), sets.end(), [&](auto s) { return SameName(s, set); });
+    if (!known) {
+        sets.push_back(set);
+        RowValues row;
+        row.AddUtf8(schema_);
+        for (const auto text : {owner, member, connection, set}) row.Add(text);
+        connections_.Add(row.All());
+    }
+    return sets.size();
+}
+
+IndexRow& Writer::IndexOf(std::string_view index, std::string_view record) {
+    const auto [entry, fresh] = indexesByKey_.try_emplace(Key({index, record}), indexes_.size());
+    if (fresh) indexes_.emplace_back();
+    IndexRow& row = indexes_[entry->second];
+    row.index = index;
+    row.record = record;
+    return row;
+}
+
+void Writer::WriteRecord(Inserter& rows, const RecordRow& record) {
     const std::string information = record.completed ? RecordInformation(record) : std::string();
     RowValues row;
     row.AddUtf8(schema_);
@@ -153,7 +162,7 @@ void DictionaryWriter::WriteRecord(Inserter& rows, const RecordRow& record) {
     rows.Add(row.All());
 }
 
-void DictionaryWriter::WriteIndex(Inserter& rows, const IndexRow& index) {
+void Writer::WriteIndex(Inserter& rows, const IndexRow& index) {
     RowValues row;
     row.AddUtf8(schema_);
     row.Add(index.index);
@@ -168,7 +177,7 @@ void DictionaryWriter::WriteIndex(Inserter& rows, const IndexRow& index) {
     rows.Add(row.All());
 }
 
-ExtractionCounts DictionaryWriter::Counts() {
+Counts Writer::CountRows() {
     const auto different = [&](const char* statement) {
         return static_cast<std::size_t>(connection_.Count(statement, {schema_}));
     };
@@ -177,7 +186,7 @@ ExtractionCounts DictionaryWriter::Counts() {
             different("Select count(distinct Recordname) FROM Index_Details where schemaname = ?")};
 }
 
-void DictionaryWriter::Finish() {
+void Writer::Finish() {
     Inserter records(
         connection_, "Record_Details",
         {"schemaname", "Recordname", "Recmode", "recordtype", "dn",          "areaname",  "tableid", "reckey",
@@ -197,4 +206,4 @@ void DictionaryWriter::Finish() {
     for (const auto& index : indexes_) WriteIndex(indexes, index);
 }
 
-}  // namespace norvelis
+}  // namespace norvelis::dictionary

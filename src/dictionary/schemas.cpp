@@ -1,0 +1,36 @@
+#include "dictionary/schemas.h"
+
+#include "base/text.h"
+
+namespace norvelis::dictionary {
+
+Recordset Schemas(Connection& store) {
+    return store.Select("Select distinct(schemaname) FROM Parents");
+}
+
+Recordset SchemasByName(Connection& store) {
+    return store.Select("Select distinct(schemaname) FROM Parents order by schemaname");
+}
+
+Recordset SchemaHeader(Connection& store, std::string_view schema) {
+    return store.Select("Select * FROM schema_details where schemaname = ?", {schema});
+}
+
+std::optional<std::string> StoredSchemaName(Connection& store, std::string_view schema) {
+    const auto row = store.Select("Select schemaname FROM Record_Details where schemaname = ?", {schema});
+    return row.Eof() ? std::nullopt : std::optional(std::string(Trim(row.Text("schemaname"))));
+}
+
+Recordset EntryRecords(Connection& store, std::string_view schema) {
+    return store.Select("Select * FROM Parents where schemaname = ?", {schema});
+}
+
+Recordset EntryRecordsByName(Connection& store, std::string_view schema) {
+    return store.Select("Select * FROM Parents where schemaname = ? order by recordname asc", {schema});
+}
+
+long CountEntryRecords(Connection& store, std::string_view schema) {
+    return store.Count("Select count(*) FROM Parents where schemaname = ?", {schema});
+}
+
+}  // namespace norvelis::dictionary

@@ -1,0 +1,19 @@
+#include "dictionary/sets.h"
+
+namespace norvelis::dictionary {
+
+Recordset Sets(Connection& store) {
+    return store.Select(
+        "Select recordname, next_step, set, connection FROM Connection_Details "
+        "order by recordname asc, next_step asc, rowid");
+}
+
+Recordset Indexes(Connection& store) {
+    return store.Select("Select * FROM Index_Details");
+}
+
+Recordset IndexesOf(Connection& store, std::string_view member) {
+    return store.Select("Select * FROM Index_Details where next_step = ?", {member});
+}
+
+}  // namespace norvelis::dictionary

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string_view>
+
+#include "store/connection.h"
+
+// Sets (rows of Connection_Details: owner in Recordname, member in next_step) and indexes (rows of
+// Index_Details: index in Recordname, member in next_step).
+namespace norvelis::dictionary {
+
+/// Columns recordname, next_step, set and connection of every set of every schema, by owner and member.
+Recordset Sets(Connection& store);
+
+Recordset Indexes(Connection& store);
+Recordset IndexesOf(Connection& store, std::string_view member);
+
+}  // namespace norvelis::dictionary

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "extract/extraction_state.h"
+
+namespace norvelis {
+
+/// First pass over a schema report: reads the header, clears what the store holds of the schema, and finds
+/// every record with its location mode: a row of Parents for each entry record, a skeleton for each record.
+/// RuntimeFailure 62 when the report ends where a location mode should be.
+void CollectParentandChildren(ExtractionState& state);
+
+}  // namespace norvelis
