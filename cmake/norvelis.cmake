@@ -28,19 +28,28 @@ function(norvelis_library name)
         set(scope INTERFACE)
     endif()
     add_library(norvelis::${name} ALIAS norvelis_${name})
+    set_property(GLOBAL APPEND PROPERTY NORVELIS_LIBRARIES ${name})
     norvelis_include_root(norvelis_${name} ${scope} ${ARG_FOLDERS})
     target_link_libraries(norvelis_${name} ${scope} ${ARG_LINKS})
 endfunction()
 
-# norvelis_test(core SOURCES text_test.cpp ... LINKS norvelis::core): one test program for one folder.
+# norvelis_test(core SOURCES text_test.cpp ... LINKS norvelis::core): one test program for one folder. It ends by itself
+# when a test hangs; the sanitizers slow a test down to a fifth.
 function(norvelis_test name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
-    add_executable(${name}_test ${ARG_SOURCES})
+    set(test_seconds 60)
+    set(program_seconds 300)
+    if(CMAKE_CXX_FLAGS MATCHES "-fsanitize")
+        set(test_seconds 300)
+        set(program_seconds 1500)
+    endif()
+    add_executable(${name}_test ${ARG_SOURCES} ${PROJECT_SOURCE_DIR}/tests/watchdog.cpp)
     target_include_directories(${name}_test PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     target_link_libraries(${name}_test PRIVATE ${ARG_LINKS} norvelis::testing GTest::gtest GTest::gmock GTest::gtest_main)
-    target_compile_definitions(${name}_test PRIVATE NORVELIS_SOURCE="${PROJECT_SOURCE_DIR}" NORVELIS_APP="${NORVELIS_APP}")
+    target_compile_definitions(${name}_test PRIVATE NORVELIS_SOURCE="${PROJECT_SOURCE_DIR}" NORVELIS_APP="${NORVELIS_APP}"
+        NORVELIS_TEST_SECONDS=${test_seconds})
     add_test(NAME ${name} COMMAND ${name}_test)
-    set_tests_properties(${name} PROPERTIES TIMEOUT 300 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+    set_tests_properties(${name} PROPERTIES TIMEOUT ${program_seconds} ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
 endfunction()
 
 # norvelis_bench(extract LINKS ...): the benchmark program of one folder under bench/.

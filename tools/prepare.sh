@@ -1,11 +1,12 @@
-# Sourced by run and test: the packages, the build, the application folder in build/app.
+# Sourced by run, test and .ci/run: the packages, the build, the application folder in build/app.
 
+# install_packages LIST ...: the Debian packages that the lists name and the machine lacks.
 install_packages() {
     local missing=()
     while read -r package; do
         [[ -z $package || $package == \#* ]] && continue
         [[ $(dpkg-query -W -f='${Status}' "$package" 2>/dev/null) == *" installed" ]] || missing+=("$package")
-    done < packages.txt
+    done < <(cat "$@")
     [[ ${#missing[@]} -eq 0 ]] && return
     echo "Installing: ${missing[*]}" >&2
     local as_root=()
@@ -15,11 +16,11 @@ install_packages() {
     "${as_root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 }
 
-# build [TARGET ...]: everything without a target.
+# build [TARGET ...]: everything without a target. Warnings stop the build when WARNINGS_AS_ERRORS=ON.
 build() {
     local targets=()
     [[ $# -eq 0 ]] || targets=(--target "$@")
-    cmake --preset release >build.log 2>&1 || { cat build.log >&2; return 1; }
+    cmake --preset release -D CMAKE_COMPILE_WARNING_AS_ERROR="${WARNINGS_AS_ERRORS:-OFF}" >build.log 2>&1 || { cat build.log >&2; return 1; }
     cmake --build --preset release "${targets[@]}" >build.log 2>&1 || { tail -n 60 build.log >&2; return 1; }
     rm -f build.log
 }

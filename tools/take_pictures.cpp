@@ -11,12 +11,11 @@
 
 #include "commands/start_up.h"
 #include "desktop/application.h"
-#include "desktop/drawing_tools.h"
+#include "desktop/main_frame.h"
 #include "store/connection.h"
 #include "ui/controls/c_tree_view.h"
 #include "ui/controls/drawing_control.h"
 #include "ui/forms/form.h"
-#include "ui/forms/skins_and_colors.h"
 #include "ui/frame/child_area.h"
 #include "ui/frame/mdi_main_menu.h"
 #include "ui/screens/settings/frm_colors.h"
@@ -50,15 +49,15 @@ class Photographer {
         : frame_(frame), host_(host), folder_(std::move(folder)) {}
 
     void TakeAll() {
-        for (const std::string& skin : InstalledSkins(frame_.App())) {
-            ChangeSkin(frame_, skin);
+        for (const std::string& skin : InstalledSkins(frame_.Context().app)) {
+            frame_.Context().skin.ChangeTo(skin);
             skin_ = QString::fromStdString(skin).toLower();
             TakeBrowsing();
             TakeMenu();
             TakeProgress();
             TakeSettings();
             TakeAbout();
-            TakeWaiting("printer", [&] { frame_.mnuPrinterSetup(); });
+            TakeWaiting("printer", [&] { frame_.Context().printer.SetUp(); });
             TakeBox("question", {"Are you sure you want to extract IDMS report?", "Extract Confirmation",
                                  Buttons::YesNo, Icon::None, Answer::Ok});
             TakeBox("error", {"The following error has occured in your program: \r\n\r\nPath not found: "
@@ -97,7 +96,7 @@ class Photographer {
         });
         act();
     }
-    /// The way through the browsing screens: the tree with the drawing of its first schema, a search, the
+    /// The steps through the browsing screens: the tree with the drawing of its first schema, a search, the
     /// mouse over a record, that record on its own and drawn, its drawing in the larger window, the larger
     /// tree.
     void TakeBrowsing() {
@@ -112,7 +111,7 @@ class Photographer {
         };
         hover(0);
         hover(kNoNode);
-        frame_.OpenScreen(Screen::Treeview, false);
+        host_.OpenScreen(Screen::Treeview, false);
         Take(frame_, "tree");
         screen.findChild<QLineEdit*>("Text1")->setText(QString::fromStdString(tree.Text(record)));
         for (int i = 0; i < 2; ++i) Press(screen, "cmdSearch");
@@ -146,9 +145,9 @@ class Photographer {
         menu->close();
         Save(picture, "frame");
     }
-    /// The bars of an extraction, half way.
+    /// The bars of an extraction, half done.
     void TakeProgress() {
-        Progress& progress = frame_.App().progress;
+        Progress& progress = frame_.Context().app.progress;
         for (const Bar bar : {Bar::TreeviewText, Bar::TreeviewValue}) {
             progress.BResetprogressbar(bar, 100);
             progress.SetVisible(bar, true);
@@ -161,7 +160,7 @@ class Photographer {
         host_.Status({});
     }
     void TakeSettings() {
-        frame_.OpenScreen(Screen::Settings, false);
+        host_.OpenScreen(Screen::Settings, false);
         auto& settings = dynamic_cast<frmColors&>(*frame_.Find(Screen::Settings));
         Take(settings, "settings");
         TakeWaiting("picker", [&] { settings.changerptfile(); });
@@ -169,7 +168,7 @@ class Photographer {
         settings.close();
     }
     void TakeAbout() {
-        frame_.mnu_about();
+        host_.OpenScreen(Screen::About, false);
         Take(*frame_.Area().Active(), "about");
         frame_.Area().Active()->close();
     }
@@ -195,14 +194,15 @@ int main(int argc, char** argv) {
     QuietHost host;
     SystemClock clock;
     AppState app(argv[1], host, clock, Random(1));
-    mdiMainMenu frame(app, [](const std::exception& failure) {
+    desktop::DrawingTools drawingTools(app);
+    const auto made = desktop::MakeMainFrame(app, drawingTools, [](const std::exception& failure) {
         std::fprintf(stderr, "take_pictures: %s\n", failure.what());
         std::exit(1);
     });
-    const auto engine = desktop::GiveDrawingTools(frame);
+    mdiMainMenu& frame = *made;
     host.SetDisplay(&frame);
     const auto work = [&] {
-        SubMain(app, frame);
+        commands::SubMain(app, frame);
         frame.resize(1100, 720);
         if (app.gConnection->Count("Select count(*) FROM Parents") == 0)
             throw std::runtime_error("the dictionary is empty: extract a report first");

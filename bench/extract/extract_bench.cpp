@@ -61,7 +61,7 @@ Cost Median(std::vector<Cost> costs) {
     return *middle;
 }
 
-/// What the shell must be told before it can read the store.
+/// What the shell needs before it can read the store.
 constexpr const char* kOpenScript =
     "PRAGMA key = '2468024680';\n"
     ".mode csv\n";

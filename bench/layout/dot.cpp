@@ -13,7 +13,7 @@ namespace norvelis::layout {
 
 namespace {
 
-constexpr double pointsPerInch = 72;
+constexpr double kPointsPerInch = 72;
 
 void WriteGraph(const std::filesystem::path& path, const Graph& graph, bool leftToRight) {
     std::ofstream out(path);
@@ -27,19 +27,19 @@ void WriteGraph(const std::filesystem::path& path, const Graph& graph, bool left
             "n{} -> n{} [arrowhead=none label=<<table border=\"0\" cellborder=\"0\" cellspacing=\"0\" "
             "cellpadding=\"0\" "
             "fixedsize=\"true\" width=\"{:.0f}\" height=\"{:.0f}\"><tr><td></td></tr></table>>];\n",
-            line.from, line.to, line.labelWidth * pointsPerInch, line.labelHeight * pointsPerInch);
+            line.from, line.to, line.labelWidth * kPointsPerInch, line.labelHeight * kPointsPerInch);
     }
     out << "}\n";
 }
 
-/// The control points of a chain of cubic Bézier curves as a line of straight pieces.
+/// The control points of a chain of cubic Bézier curves as a line of straight segments.
 std::vector<Point> Flatten(const std::vector<Point>& control) {
-    constexpr int steps = 8;
+    constexpr int kSteps = 8;
     std::vector<Point> points;
     if (!control.empty()) points.push_back(control.front());
     for (std::size_t i = 0; i + 3 < control.size(); i += 3) {
-        for (int step = 1; step <= steps; ++step) {
-            const double t = static_cast<double>(step) / steps, u = 1 - t;
+        for (int step = 1; step <= kSteps; ++step) {
+            const double t = static_cast<double>(step) / kSteps, u = 1 - t;
             const double weight[] = {u * u * u, 3 * u * u * t, 3 * u * t * t, t * t * t};
             Point point;
             for (std::size_t c = 0; c < 4; ++c) {

@@ -7,7 +7,7 @@
 namespace norvelis::layout {
 
 struct DotDrawing {
-    Placement placement;  ///< Splines as straight pieces.
+    Placement placement;  ///< Splines as straight segments.
     double seconds = 0;
 };
 

@@ -8,10 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "layout/place_and_route.h"
 #include "layout/dot.h"
 #include "layout/graph/graph.h"
 #include "layout/metrics.h"
+#include "layout/place_and_route.h"
 #include "layout/schema_graphs.h"
 #include "layout/svg.h"
 
@@ -21,27 +21,16 @@ namespace norvelis::layout {
 
 namespace {
 
-constexpr int leftToRight = 2;
-
 struct Choice {
     const char* name;
     Style style;
 };
 
-Style MakeStyle(int place, int depth, int route, int extension) {
-    Style style;
-    style.placeStyle = place;
-    style.placeDepth = depth;
-    style.routeStyle = route;
-    style.lineRouteExt = extension;
-    return style;
-}
-
 const Choice choices[] = {
-    {"Default", MakeStyle(1, 0, 5, 0)},           {"RadialDefault", MakeStyle(3, 2, 2, 2)},
-    {"RadialRightAngle", MakeStyle(3, 3, 1, 1)},  {"RadialSimpleVH", MakeStyle(3, 3, 22, 2)},
-    {"TopToBottom", MakeStyle(1, 1, 3, 1)},       {"LeftToRight", MakeStyle(2, 1, 1, 2)},
-    {"CircularSimpleHV", MakeStyle(6, 2, 21, 2)}, {"CircularDeep", MakeStyle(6, 2, 0, 0)},
+    {"Default", StyleOfCells(1, 0, 5, 0)},           {"RadialDefault", StyleOfCells(3, 2, 2, 2)},
+    {"RadialRightAngle", StyleOfCells(3, 3, 1, 1)},  {"RadialSimpleVH", StyleOfCells(3, 3, 22, 2)},
+    {"TopToBottom", StyleOfCells(1, 1, 3, 1)},       {"LeftToRight", StyleOfCells(2, 1, 1, 2)},
+    {"CircularSimpleHV", StyleOfCells(6, 2, 21, 2)}, {"CircularDeep", StyleOfCells(6, 2, 0, 0)},
 };
 
 struct Options {
@@ -106,8 +95,8 @@ void PrintRow(const std::string& graph, const char* choice, const Drawing& drawi
         "| {} | {} | {} | {} | {} | {} | {} | {} | {} | {} | {} | {:.0f} | {:.0f} x {:.0f} | {:.0f} | {} | "
         "{:.2f} | {} |\n",
         graph, choice, q.boxOverlaps, q.boxesCrossed, q.labelCollisions, q.labelsCrossed, q.labelsAstray,
-        q.sharedPieces, q.crossings, dotCrossings, q.bends, q.length, q.width, q.height, q.Area(), areaRatio,
-        drawing.seconds, dotSeconds);
+        q.sharedSegments, q.crossings, dotCrossings, q.bends, q.length, q.width, q.height, q.Area(),
+        areaRatio, drawing.seconds, dotSeconds);
     std::fflush(stdout);
 }
 
@@ -123,11 +112,11 @@ void Compare(const Options& options) {
         for (const Choice& choice : choices) {
             if (!IsWanted(choice, options)) continue;
             const Drawing drawing = Draw(named, choice, options);
-            const bool isLayered = choice.style.placeStyle <= leftToRight;
-            PrintRow(named.name, choice.name, drawing,
-                     options.withDot && isLayered
-                         ? DrawByDot(named.graph, choice.style.placeStyle == leftToRight, options)
-                         : std::nullopt);
+            const bool leftToRight = choice.style.placeStyle == PlaceStyle::LeftToRight;
+            const bool isLayered = leftToRight || choice.style.placeStyle == PlaceStyle::TopToBottom;
+            PrintRow(
+                named.name, choice.name, drawing,
+                options.withDot && isLayered ? DrawByDot(named.graph, leftToRight, options) : std::nullopt);
         }
     }
 }

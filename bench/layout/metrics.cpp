@@ -9,7 +9,7 @@ namespace norvelis::layout {
 
 namespace {
 
-constexpr double slack = 1e-6;  // what touches only is no fault
+constexpr double kSlack = 1e-6;  // what touches only is no fault
 
 struct Area {
     double x0, y0, x1, y1;
@@ -20,10 +20,10 @@ Area Around(const Point& center, double width, double height) {
 }
 
 bool Overlap(const Area& a, const Area& b) {
-    return a.x0 + slack < b.x1 && b.x0 + slack < a.x1 && a.y0 + slack < b.y1 && b.y0 + slack < a.y1;
+    return a.x0 + kSlack < b.x1 && b.x0 + kSlack < a.x1 && a.y0 + kSlack < b.y1 && b.y0 + kSlack < a.y1;
 }
 
-struct Piece {
+struct Segment {
     Point a, b;
     int line;
     Area Bounds() const {
@@ -31,14 +31,14 @@ struct Piece {
     }
 };
 
-struct Pieces {
-    std::vector<Piece> pieces;
+struct Segments {
+    std::vector<Segment> segments;
     std::vector<Area> bounds;
 
-    void Add(const std::vector<Point>& way, int line) {
-        for (std::size_t i = 1; i < way.size(); ++i) {
-            pieces.push_back({way[i - 1], way[i], line});
-            bounds.push_back(pieces.back().Bounds());
+    void Add(const std::vector<Point>& path, int line) {
+        for (std::size_t i = 1; i < path.size(); ++i) {
+            segments.push_back({path[i - 1], path[i], line});
+            bounds.push_back(segments.back().Bounds());
         }
     }
 };
@@ -47,14 +47,14 @@ double Turn(const Point& a, const Point& b, const Point& c) {
     return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
 }
 
-/// The points where the line turns, and its ends: a crossing in the middle of a straight piece shall not fall
-/// between two.
+/// The points where the line turns, and its ends: a crossing in the middle of a straight segment shall not
+/// fall between two.
 std::vector<Point> Corners(const std::vector<Point>& points) {
     std::vector<Point> corners;
     for (const Point& point : points) {
         if (!corners.empty() && corners.back() == point) continue;
         const std::size_t n = corners.size();
-        if (n > 1 && std::abs(Turn(corners[n - 2], corners[n - 1], point)) < slack) corners.pop_back();
+        if (n > 1 && std::abs(Turn(corners[n - 2], corners[n - 1], point)) < kSlack) corners.pop_back();
         corners.push_back(point);
     }
     return corners;
@@ -64,15 +64,15 @@ std::vector<Point> Corners(const std::vector<Point>& points) {
 std::vector<Point> Drawn(const Route& route) {
     const auto& points = route.points;
     if (!route.curved || points.size() < 3) return Corners(points);
-    constexpr int steps = 8;
+    constexpr int kSteps = 8;
     const auto middle = [](const Point& a, const Point& b) {
         return Point{(a.x + b.x) / 2, (a.y + b.y) / 2};
     };
     std::vector<Point> drawn{points.front()};
     for (std::size_t i = 1; i + 1 < points.size(); ++i) {
         const Point from = middle(points[i - 1], points[i]), to = middle(points[i], points[i + 1]);
-        for (int step = 0; step <= steps; ++step) {
-            const double t = static_cast<double>(step) / steps, u = 1 - t;
+        for (int step = 0; step <= kSteps; ++step) {
+            const double t = static_cast<double>(step) / kSteps, u = 1 - t;
             drawn.push_back({u * u * from.x + 2 * u * t * points[i].x + t * t * to.x,
                              u * u * from.y + 2 * u * t * points[i].y + t * t * to.y});
         }
@@ -81,36 +81,36 @@ std::vector<Point> Drawn(const Route& route) {
     return Corners(drawn);
 }
 
-bool Cross(const Piece& p, const Piece& q) {
+bool Cross(const Segment& p, const Segment& q) {
     const auto opposite = [](double a, double b) {
-        return (a > slack && b < -slack) || (a < -slack && b > slack);
+        return (a > kSlack && b < -kSlack) || (a < -kSlack && b > kSlack);
     };
     return opposite(Turn(p.a, p.b, q.a), Turn(p.a, p.b, q.b)) &&
            opposite(Turn(q.a, q.b, p.a), Turn(q.a, q.b, p.b));
 }
 
-/// Whether two pieces lie on one another for more than a hair.
-bool Share(const Piece& p, const Piece& q) {
-    constexpr double hair = 1e-3;
+/// Whether two segments lie on one another for more than a hair.
+bool Share(const Segment& p, const Segment& q) {
+    constexpr double kHair = 1e-3;
     const double length = std::hypot(p.b.x - p.a.x, p.b.y - p.a.y);
-    if (length < hair) return false;
-    if (std::abs(Turn(p.a, p.b, q.a)) / length > hair || std::abs(Turn(p.a, p.b, q.b)) / length > hair)
+    if (length < kHair) return false;
+    if (std::abs(Turn(p.a, p.b, q.a)) / length > kHair || std::abs(Turn(p.a, p.b, q.b)) / length > kHair)
         return false;
     const auto along = [&](const Point& c) {
         return ((c.x - p.a.x) * (p.b.x - p.a.x) + (c.y - p.a.y) * (p.b.y - p.a.y)) / length;
     };
     const double from = std::max(0.0, std::min(along(q.a), along(q.b)));
     const double to = std::min(length, std::max(along(q.a), along(q.b)));
-    return to - from > hair;
+    return to - from > kHair;
 }
 
-/// Whether the piece has a part inside the area (Liang, Barsky).
-bool RunsThrough(const Piece& piece, const Area& area) {
+/// Whether the segment has a part inside the area (Liang, Barsky).
+bool RunsThrough(const Segment& segment, const Area& area) {
     double enter = 0, leave = 1;
-    const double dx = piece.b.x - piece.a.x, dy = piece.b.y - piece.a.y;
+    const double dx = segment.b.x - segment.a.x, dy = segment.b.y - segment.a.y;
     const double p[] = {-dx, dx, -dy, dy};
-    const double q[] = {piece.a.x - area.x0 - slack, area.x1 - slack - piece.a.x, piece.a.y - area.y0 - slack,
-                        area.y1 - slack - piece.a.y};
+    const double q[] = {segment.a.x - area.x0 - kSlack, area.x1 - kSlack - segment.a.x,
+                        segment.a.y - area.y0 - kSlack, area.y1 - kSlack - segment.a.y};
     for (int i = 0; i < 4; ++i) {
         if (p[i] == 0) {
             if (q[i] <= 0) return false;
@@ -164,18 +164,18 @@ Quality Measure(const Graph& graph, const Placement& placement) {
     Quality quality;
     std::vector<Area> boxes, labels;
     std::vector<int> labelLine;
-    Pieces drawn, straight;  // lines cross where they would without their roundings
+    Segments drawn, straight;  // lines cross where they would without their roundings
     for (std::size_t i = 0; i < graph.boxes.size(); ++i)
         boxes.push_back(Around(placement.centers[i], graph.boxes[i].width, graph.boxes[i].height));
     for (std::size_t k = 0; k < graph.lines.size(); ++k) {
         const Line& line = graph.lines[k];
         const Route& route = placement.routes[k];
-        const std::vector<Point> corners = Corners(route.points), way = Drawn(route);
-        drawn.Add(way, static_cast<int>(k));
+        const std::vector<Point> corners = Corners(route.points), path = Drawn(route);
+        drawn.Add(path, static_cast<int>(k));
         straight.Add(corners, static_cast<int>(k));
         quality.bends += std::max(0, static_cast<int>(corners.size()) - 2);
-        for (std::size_t i = 1; i < way.size(); ++i)
-            quality.length += std::hypot(way[i].x - way[i - 1].x, way[i].y - way[i - 1].y);
+        for (std::size_t i = 1; i < path.size(); ++i)
+            quality.length += std::hypot(path[i].x - path[i - 1].x, path[i].y - path[i - 1].y);
         if (line.labelWidth > 0 && line.labelHeight > 0) {
             labels.push_back(Around(route.label, line.labelWidth, line.labelHeight));
             labelLine.push_back(static_cast<int>(k));
@@ -189,15 +189,15 @@ Quality Measure(const Graph& graph, const Placement& placement) {
     ForPairs(labels, boxes, [&](int i, int k) { quality.labelCollisions += Overlap(labels[i], boxes[k]); });
     std::set<std::pair<int, int>> boxesCrossed, labelsCrossed, shared, labelsTouched;
     ForPairs(drawn.bounds, boxes, [&](int i, int k) {
-        if (RunsThrough(drawn.pieces[i], boxes[k])) boxesCrossed.emplace(drawn.pieces[i].line, k);
+        if (RunsThrough(drawn.segments[i], boxes[k])) boxesCrossed.emplace(drawn.segments[i].line, k);
     });
     ForPairs(drawn.bounds, labels, [&](int i, int k) {
-        const Piece& piece = drawn.pieces[i];
-        if (!RunsThrough(piece, labels[k])) return;
-        (piece.line == labelLine[k] ? labelsTouched : labelsCrossed).emplace(piece.line, k);
+        const Segment& segment = drawn.segments[i];
+        if (!RunsThrough(segment, labels[k])) return;
+        (segment.line == labelLine[k] ? labelsTouched : labelsCrossed).emplace(segment.line, k);
     });
     ForPairs(straight.bounds, straight.bounds, [&](int i, int k) {
-        const Piece &p = straight.pieces[i], &q = straight.pieces[k];
+        const Segment &p = straight.segments[i], &q = straight.segments[k];
         if (i >= k || p.line == q.line) return;
         quality.crossings += Cross(p, q);
         if (Share(p, q)) shared.emplace(std::min(p.line, q.line), std::max(p.line, q.line));
@@ -205,10 +205,10 @@ Quality Measure(const Graph& graph, const Placement& placement) {
     quality.boxesCrossed = static_cast<int>(boxesCrossed.size());
     quality.labelsCrossed = static_cast<int>(labelsCrossed.size());
     quality.labelsAstray = static_cast<int>(labels.size() - labelsTouched.size());
-    quality.sharedPieces = static_cast<int>(shared.size());
+    quality.sharedSegments = static_cast<int>(shared.size());
 
-    constexpr double infinite = std::numeric_limits<double>::infinity();
-    Area all{infinite, infinite, -infinite, -infinite};
+    constexpr double kInfinite = std::numeric_limits<double>::infinity();
+    Area all{kInfinite, kInfinite, -kInfinite, -kInfinite};
     for (const auto* areas : {&boxes, &labels, &drawn.bounds}) {
         for (const Area& area : *areas) {
             all.x0 = std::min(all.x0, area.x0);

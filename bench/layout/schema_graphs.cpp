@@ -9,11 +9,11 @@ namespace norvelis::layout {
 
 namespace {
 
-constexpr int hubMembers = 40;
+constexpr int kHubMembers = 40;
 
 class Maker {
   public:
-    explicit Maker(const SchemaShape& shape) : shape_(shape), chance_(shape.seed) {}
+    explicit Maker(const SchemaShape& shape) : shape_(shape), random_(shape.seed) {}
 
     Graph Make() {
         for (int i = 0; i < shape_.records; ++i) graph_.boxes.push_back(RecordBox());
@@ -26,7 +26,7 @@ class Maker {
     }
 
   private:
-    int Below(int limit) { return static_cast<int>(chance_() % static_cast<unsigned>(limit)); }
+    int Below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
 
     /// Seven lines of small text; the rule between them sets the width unless a name is longer.
     Box RecordBox() {
@@ -48,7 +48,7 @@ class Maker {
     void MakePart(int first, int last, int hubs) {
         std::vector<int> hubLeft;
         int hub = first;
-        for (int i = 0; i < hubs; ++i) hubLeft.push_back(hubMembers);
+        for (int i = 0; i < hubs; ++i) hubLeft.push_back(kHubMembers);
         for (int record = first + 1; record < last; ++record) {
             const int at = record - first - 1;
             if (!hubLeft.empty() && at % 2 == 0) {
@@ -74,14 +74,14 @@ class Maker {
     }
 
     const SchemaShape& shape_;
-    std::mt19937 chance_;
+    std::mt19937 random_;
     Graph graph_;
 };
 
 /// Graphs that nobody draws, and that must come out all the same.
 std::vector<NamedGraph> UnusualGraphs(std::uint32_t seed) {
-    std::mt19937 chance(seed);
-    const auto below = [&](int limit) { return static_cast<int>(chance() % static_cast<unsigned>(limit)); };
+    std::mt19937 random(seed);
+    const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
     const auto boxes = [](int count) {
         return std::vector<Box>(static_cast<std::size_t>(count), Box{2.05, 1.1});
     };
@@ -147,17 +147,17 @@ std::vector<NamedGraph> BenchmarkGraphs() {
 
 std::vector<NamedGraph> GraphsOfSeed(std::uint32_t seed) {
     using enum Shape;
-    std::mt19937 chance(seed);
+    std::mt19937 random(seed);
     std::vector<NamedGraph> graphs;
     for (const int records : {2, 5, 12, 30, 60, 120, 200, 400}) {
         for (const Shape shape : {Tree, Dag, Network}) {
-            const double setsPerRecord = 1.1 + 0.1 * static_cast<double>(chance() % 10);
-            const int hubs = static_cast<int>(chance() % static_cast<unsigned>(1 + records / 50));
-            const int parts = chance() % 3 == 0 ? 1 + records / 40 : 1;
+            const double setsPerRecord = 1.1 + 0.1 * static_cast<double>(random() % 10);
+            const int hubs = static_cast<int>(random() % static_cast<unsigned>(1 + records / 50));
+            const int parts = random() % 3 == 0 ? 1 + records / 40 : 1;
             const char* name = shape == Tree ? "tree" : shape == Dag ? "dag" : "network";
             graphs.push_back({fmt::format("{} {}, seed {}", name, records, seed),
                               SchemaGraph({shape, records, setsPerRecord, hubs, parts,
-                                           static_cast<std::uint32_t>(chance())})});
+                                           static_cast<std::uint32_t>(random())})});
         }
     }
     for (NamedGraph& unusual : UnusualGraphs(seed)) graphs.push_back(std::move(unusual));

@@ -18,7 +18,7 @@
 #include "testing/temporary_folder.h"
 
 // How long the desktop program takes from its call to the last step of its start, when its first screen
-// stands filled, next to the command line program that opens the same store and reads one setting. On a
+// is filled, next to the command line program that opens the same store and reads one setting. On a
 // machine with other work to do the time of the processor says more: all that the program uses until it
 // rests, its first painting too.
 namespace norvelis {

@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 
 #include <CLI/CLI.hpp>
+#include <QAction>
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QPushButton>
@@ -11,11 +12,12 @@
 
 #include "base/paths.h"
 #include "core/settings.h"
-#include "desktop/drawing_tools.h"
+#include "desktop/main_frame.h"
 #include "extract/driver.h"
 #include "testing/layered_schema.h"
 #include "testing/report_generator.h"
 #include "testing/resident_memory.h"
+#include "testing/ui_folder.h"
 #include "ui/controls/c_tree_view.h"
 #include "ui/controls/drawing_control.h"
 #include "ui/forms/form.h"
@@ -23,7 +25,6 @@
 #include "ui/frame/qt_host.h"
 #include "ui/screens/browse/frm_treeview.h"
 #include "ui/skins/skin_style.h"
-#include "testing/ui_folder.h"
 
 // What a person feels at the windows with very large schemas: how long a command takes, and for how long at
 // most the window does not answer meanwhile. The windows are the real ones, painted off screen.
@@ -45,7 +46,7 @@ struct Windows {
     AgreeingHost host;
     SystemClock clock;
     AppState app{folder.Path(), host, clock, Random(1)};
-    std::unique_ptr<engine::DrawingEngine> engine;
+    std::unique_ptr<desktop::DrawingTools> tools;
     std::unique_ptr<mdiMainMenu> frame;
 
     Windows() {
@@ -55,12 +56,12 @@ struct Windows {
     ~Windows() { host.SetDisplay(nullptr); }
 
     void Open() {
-        frame = std::make_unique<mdiMainMenu>(app, [](const std::exception& failure) { throw failure; });
-        engine = desktop::GiveDrawingTools(*frame);
+        tools = std::make_unique<desktop::DrawingTools>(app);
+        frame = desktop::MakeMainFrame(app, *tools, [](const std::exception& failure) { throw failure; });
         host.SetDisplay(frame.get());
         frame->ApplySkinAndShow();
         frame->LoadProgressForm();
-        frame->OpenScreen(Screen::Treeview, false);
+        host.OpenScreen(Screen::Treeview, false);
         QTest::qWait(100);
     }
     Form& TreeScreen() const { return *frame->Find(Screen::Treeview); }
@@ -158,7 +159,8 @@ void LargeDrawing() {
     windows.frame->loadtreeform();
     QTest::qWait(200);
     auto& control = *windows.TreeScreen().findChild<DrawingControl2*>("DrawingControl2");
-    Measure("1,000 records drawn on one page", [&] { windows.frame->mnu_Draw_Fancy_Single(); });
+    Measure("1,000 records drawn on one page",
+            [&] { windows.frame->findChild<QAction*>("mnu_Draw_Fancy_Single")->trigger(); });
     control.SetSrc({});
     Measure("the mouse over its schema shows the drawing", [&] {
         emit windows.Tview().NodeHovered(0, QPoint(40, 10));

@@ -4,35 +4,35 @@
 
 namespace norvelis {
 
-double LengthOf(const std::vector<Point>& way) {
+double LengthOf(const std::vector<Point>& path) {
     double length = 0;
-    for (std::size_t i = 1; i < way.size(); ++i) length += Length(way[i] - way[i - 1]);
+    for (std::size_t i = 1; i < path.size(); ++i) length += Length(path[i] - path[i - 1]);
     return length;
 }
 
-bool ClipPiece(Point a, Point b, const Rect& rect, double& enters, double& leaves) {
+bool ClipSegment(Point a, Point b, const Rect& rect, double& enters, double& leaves) {
     enters = 0;
     leaves = 1;
-    const Point way = b - a;
+    const Point path = b - a;
     const struct {
-        double step, room;
+        double step, space;
     } borders[] = {
-        {-way.x, a.x - rect.x0}, {way.x, rect.x1 - a.x}, {-way.y, a.y - rect.y0}, {way.y, rect.y1 - a.y}};
+        {-path.x, a.x - rect.x0}, {path.x, rect.x1 - a.x}, {-path.y, a.y - rect.y0}, {path.y, rect.y1 - a.y}};
     for (const auto& border : borders) {
         if (border.step == 0) {
-            if (border.room <= 0) return false;
+            if (border.space <= 0) return false;
         } else if (border.step < 0) {
-            enters = std::max(enters, border.room / border.step);
+            enters = std::max(enters, border.space / border.step);
         } else {
-            leaves = std::min(leaves, border.room / border.step);
+            leaves = std::min(leaves, border.space / border.step);
         }
     }
     return enters < leaves;
 }
 
-bool PieceHits(Point a, Point b, const Rect& rect) {
+bool SegmentHits(Point a, Point b, const Rect& rect) {
     double enters, leaves;
-    return ClipPiece(a, b, rect, enters, leaves);
+    return ClipSegment(a, b, rect, enters, leaves);
 }
 
 bool TriangleHits(Point a, Point b, Point c, const Rect& rect) {
@@ -40,7 +40,7 @@ bool TriangleHits(Point a, Point b, Point c, const Rect& rect) {
                       std::max({a.y, b.y, c.y})};
     if (!Overlap(bounds, rect)) return false;
     if (Cross(b - a, c - a) == 0)
-        return PieceHits(a, b, rect) || PieceHits(b, c, rect) || PieceHits(a, c, rect);
+        return SegmentHits(a, b, rect) || SegmentHits(b, c, rect) || SegmentHits(a, c, rect);
     // The axes' directions do not separate the two; a side of the triangle may.
     const Point corners[] = {{rect.x0, rect.y0}, {rect.x1, rect.y0}, {rect.x1, rect.y1}, {rect.x0, rect.y1}};
     const Point triangle[] = {a, b, c};
@@ -63,9 +63,9 @@ std::vector<Point> AroundRect(Point a, Point b, const Rect& rect, double side) {
     for (const Point corner :
          {Point{rect.x0, rect.y0}, Point{rect.x1, rect.y0}, Point{rect.x1, rect.y1}, Point{rect.x0, rect.y1}})
         if (Cross(b - a, corner - a) * side > 0) corners.push_back(corner);
-    const Point way = b - a;
+    const Point path = b - a;
     std::sort(corners.begin(), corners.end(), [&](Point p, Point q) {
-        return (p.x - a.x) * way.x + (p.y - a.y) * way.y < (q.x - a.x) * way.x + (q.y - a.y) * way.y;
+        return (p.x - a.x) * path.x + (p.y - a.y) * path.y < (q.x - a.x) * path.x + (q.y - a.y) * path.y;
     });
     corners.push_back(b);
     std::vector<Point> chain{a};
@@ -78,7 +78,7 @@ std::vector<Point> AroundRect(Point a, Point b, const Rect& rect, double side) {
     return chain;
 }
 
-bool PiecesCross(Point a, Point b, Point c, Point d) {
+bool SegmentsCross(Point a, Point b, Point c, Point d) {
     const double c1 = Cross(b - a, c - a), c2 = Cross(b - a, d - a);
     const double a1 = Cross(d - c, a - c), a2 = Cross(d - c, b - c);
     return ((c1 > 0 && c2 < 0) || (c1 < 0 && c2 > 0)) && ((a1 > 0 && a2 < 0) || (a1 < 0 && a2 > 0));

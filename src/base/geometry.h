@@ -54,23 +54,23 @@ inline Point Between(Point a, Point b, double part) {
     return a + (b - a) * part;
 }
 
-double LengthOf(const std::vector<Point>& way);
+double LengthOf(const std::vector<Point>& path);
 
-/// The part of the piece a-b that lies in the rectangle, as shares of the way from a; false when there is
+/// The part of the segment a-b that lies in the rectangle, as shares of the path from a; false when there is
 /// none.
-bool ClipPiece(Point a, Point b, const Rect& rect, double& enters, double& leaves);
+bool ClipSegment(Point a, Point b, const Rect& rect, double& enters, double& leaves);
 
-/// Whether the piece a-b runs through the inside of the rectangle; touching the border is not enough.
-bool PieceHits(Point a, Point b, const Rect& rect);
+/// Whether the segment a-b runs through the inside of the rectangle; touching the border is not enough.
+bool SegmentHits(Point a, Point b, const Rect& rect);
 
 /// Whether the triangle and the inside of the rectangle share a point.
 bool TriangleHits(Point a, Point b, Point c, const Rect& rect);
 
-/// The taut string from a to b around the rectangle on one side of the straight way, 1 left and -1 right;
+/// The taut string from a to b around the rectangle on one side of the straight path, 1 left and -1 right;
 /// nothing when an end lies in the rectangle.
 std::vector<Point> AroundRect(Point a, Point b, const Rect& rect, double side);
 
-/// Whether two pieces cross in a point inside both.
-bool PiecesCross(Point a, Point b, Point c, Point d);
+/// Whether two segments cross in a point inside both.
+bool SegmentsCross(Point a, Point b, Point c, Point d);
 
 }  // namespace norvelis

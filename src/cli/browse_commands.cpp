@@ -44,12 +44,12 @@ class NodeList {
     bool first_ = true;
 };
 
-RecordTree LoadTree(Context& context) {
+RecordTree LoadTree(CommandContext& context) {
     context.OpenStore();
     return loadnodesfromaccess(*context.app, *context.app->gConnection, kTreeview);
 }
 
-int PrintTree(Context& context, const std::string& schema, int depth, bool json) {
+int PrintTree(CommandContext& context, const std::string& schema, int depth, bool json) {
     const RecordTree tree = LoadTree(context);
     NodeIndex begin = 0, end = tree.Size();
     if (!schema.empty()) {
@@ -80,7 +80,7 @@ std::string PathOf(const RecordTree& tree, NodeIndex node) {
     return path;
 }
 
-int Find(Context& context, const std::string& text, bool json) {
+int Find(CommandContext& context, const std::string& text, bool json) {
     const std::string wanted = UpperCase(Trim(text));
     if (wanted.empty()) return Refuse("Please type the record to locate");
     const RecordTree tree = LoadTree(context);
@@ -99,7 +99,7 @@ int Find(Context& context, const std::string& text, bool json) {
 
 }  // namespace
 
-void AddBrowseCommands(CLI::App& program, Context& context) {
+void AddBrowseCommands(CLI::App& program, CommandContext& context) {
     auto* tree = program.add_subcommand("tree", "Print the record tree: schemas, entry records, members");
     auto* find = program.add_subcommand("find", "Print every place in the tree whose name holds a text");
 

@@ -13,7 +13,7 @@
 
 namespace norvelis::cli {
 
-void Context::OpenStore() {
+void CommandContext::OpenStore() {
     app->gConnection = Connection::Open(ConnectionString(app->AppPath(places::kStore)));
 }
 
@@ -57,7 +57,7 @@ int Run(int argc, char** argv, std::initializer_list<AddCommands> commands, cons
     program.require_subcommand(1);
     std::string folder;
     program.add_option("--app", folder, "Application folder (default: the folder of this program)");
-    Context context;
+    CommandContext context;
     for (const auto add : commands) add(program, context);
     try {
         program.parse(argc, argv);

@@ -15,7 +15,7 @@ namespace norvelis::cli {
 
 enum ExitStatus { kDone = 0, kRefused = 1, kWrongUsage = 2 };
 
-struct Context {
+struct CommandContext {
     ConsoleHost host;
     SystemClock clock;
     std::unique_ptr<AppState> app;  ///< There when a command runs.
@@ -35,10 +35,11 @@ std::string WithNewlines(const std::string& text);
 
 std::string AbsolutePath(const std::string& path);
 
-void AddDictionaryCommands(CLI::App& program, Context& context);  ///< validate, extract, dump, setting.
-void AddBrowseCommands(CLI::App& program, Context& context);      ///< tree, find.
+void AddDictionaryCommands(CLI::App& program,
+                           CommandContext& context);                 ///< validate, extract, dump, setting.
+void AddBrowseCommands(CLI::App& program, CommandContext& context);  ///< tree, find.
 
-using AddCommands = void (*)(CLI::App& program, Context& context);
+using AddCommands = void (*)(CLI::App& program, CommandContext& context);
 
 /// A program of these commands, from its arguments to its exit status. What they do not understand goes to
 /// the program of the name `fuller` beside this one, which knows more of them, where there is one.

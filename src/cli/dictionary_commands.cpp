@@ -22,7 +22,7 @@ int Validate(const std::string& report) {
     return kDone;
 }
 
-int Extract(Context& context, const std::string& report, bool append) {
+int Extract(CommandContext& context, const std::string& report, bool append) {
     context.OpenStore();
     AppState& app = *context.app;
     context.host.AnswerTo("Delete all dictionaries and extract report?", append ? Answer::No : Answer::Yes);
@@ -40,7 +40,7 @@ int Extract(Context& context, const std::string& report, bool append) {
     return kDone;
 }
 
-int ShowSetting(Context& context, const std::string& name, bool json) {
+int ShowSetting(CommandContext& context, const std::string& name, bool json) {
     const auto setting = ReadSetting(*context.app, name);
     if (!setting) return Refuse("there is no setting " + name);
     if (json) {
@@ -54,8 +54,8 @@ int ShowSetting(Context& context, const std::string& name, bool json) {
 
 }  // namespace
 
-void AddDictionaryCommands(CLI::App& program, Context& context) {
-    auto* validate = program.add_subcommand("validate", "Tell whether a file is a schema report");
+void AddDictionaryCommands(CLI::App& program, CommandContext& context) {
+    auto* validate = program.add_subcommand("validate", "Check whether a file is a schema report");
     auto* extract = program.add_subcommand("extract", "Read a schema report into the dictionary");
     auto* dump = program.add_subcommand("dump", "Print the dictionary as one JSON object");
     auto* setting = program.add_subcommand("setting", "Show a setting, or set it");

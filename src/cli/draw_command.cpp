@@ -47,7 +47,7 @@ DrawOptions OptionsOf(const DrawRequest& request) {
 /// One draw: its state, and what it tells. A drawing that lacks something is no success for a script.
 class Draw {
   public:
-    Draw(Context& context, const DrawRequest& request)
+    Draw(CommandContext& context, const DrawRequest& request)
         : app_(*context.app),
           engine_(drawing::MakeDrawingEngine(
               {app_.AppPath(places::kStencils), app_.AppPath(places::kSnapshots), nullptr})),
@@ -99,7 +99,7 @@ class Draw {
     std::vector<std::string> told_;
 };
 
-int RunDraw(Context& context, const DrawRequest& request) {
+int RunDraw(CommandContext& context, const DrawRequest& request) {
     context.OpenStore();
     AppState& app = *context.app;
     Connection& store = *app.gConnection;
@@ -117,7 +117,7 @@ int RunDraw(Context& context, const DrawRequest& request) {
 
 }  // namespace
 
-void AddDraw(CLI::App& program, Context& context) {
+void AddDraw(CLI::App& program, CommandContext& context) {
     struct Words {
         std::string layout, color, background, seed;
     };
@@ -140,7 +140,7 @@ void AddDraw(CLI::App& program, Context& context) {
             request->layout = index.value_or(0);
             return index ? std::string() : "there is no layout " + name;
         });
-    command->add_option("--color", words->color, "Boxes in colours (default: the setting DiagramColor)")
+    command->add_option("--color", words->color, "Boxes in colors (default: the setting DiagramColor)")
         ->check(CLI::IsMember({"on", "off"}));
     command->add_option("--background", words->background, "Name of a page background (default: the setting)")
         ->check([request](const std::string& name) {

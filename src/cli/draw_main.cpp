@@ -2,8 +2,10 @@
 // itself.
 #include "cli/command.h"
 #include "cli/drawing_commands.h"
+#include "cli/schedule_commands.h"
 
 int main(int argc, char** argv) {
     using namespace norvelis::cli;
-    return RunProgram(argc, argv, {AddDictionaryCommands, AddBrowseCommands, AddDrawingCommands});
+    return RunProgram(argc, argv,
+                      {AddDictionaryCommands, AddBrowseCommands, AddScheduleCommands, AddDrawingCommands});
 }

@@ -29,14 +29,14 @@ std::string FindStencil(const AppState& app, const std::string& name) {
     throw RuntimeFailure(FailureNumber::FileNotFound, name);
 }
 
-int DrawContactSheet(Context& context, const std::string& name, const std::string& out) {
+int DrawContactSheet(CommandContext& context, const std::string& name, const std::string& out) {
     const std::string to = AbsolutePath(out);
     drawing::render::ExportContactSheet(FindStencil(*context.app, name), to);
     std::printf("%s\n", to.c_str());
     return kDone;
 }
 
-void AddExport(CLI::App& program, Context& context) {
+void AddExport(CLI::App& program, CommandContext& context) {
     struct Options {
         std::string drawing, out;
         int page = 1;
@@ -52,7 +52,7 @@ void AddExport(CLI::App& program, Context& context) {
     });
 }
 
-void AddStencil(CLI::App& program, Context& context) {
+void AddStencil(CLI::App& program, CommandContext& context) {
     struct Options {
         std::string name, out;
     };
@@ -67,7 +67,7 @@ void AddStencil(CLI::App& program, Context& context) {
 
 }  // namespace
 
-void AddDrawingCommands(CLI::App& program, Context& context) {
+void AddDrawingCommands(CLI::App& program, CommandContext& context) {
     AddDraw(program, context);
     AddExport(program, context);
     AddStencil(program, context);

@@ -4,7 +4,7 @@
 
 namespace norvelis::cli {
 
-void AddDrawingCommands(CLI::App& program, Context& context);  ///< draw, export, stencil.
-void AddDraw(CLI::App& program, Context& context);
+void AddDrawingCommands(CLI::App& program, CommandContext& context);  ///< draw, export, stencil.
+void AddDraw(CLI::App& program, CommandContext& context);
 
 }  // namespace norvelis::cli

@@ -9,7 +9,7 @@
 #include "extract/driver.h"
 #include "extract/report_file.h"
 
-namespace norvelis::ui {
+namespace norvelis::commands {
 
 namespace {
 
@@ -103,4 +103,4 @@ bool AskToExit(AppState& app) {
     return Agreed(app, "Are you sure you want to exit the system?", "Exit System...");
 }
 
-}  // namespace norvelis::ui
+}  // namespace norvelis::commands

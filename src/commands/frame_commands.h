@@ -5,8 +5,8 @@
 #include "core/app_state.h"
 
 // The commands of the main frame's menu that do more than open a screen, free of screens themselves: each
-// checks what it needs, says in words what is missing, and calls into the room that does the work.
-namespace norvelis::ui {
+// checks what it needs, says in words what is missing, and calls the module that does the work.
+namespace norvelis::commands {
 
 /// Draws what the dictionary holds: all on one page, or a file for each parent.
 using DrawAll = std::function<void(bool singlePage)>;
@@ -23,4 +23,4 @@ void mnu_Draw_Fancy_Separate(AppState& app, const DrawAll& draw);
 /// True when the person wants to leave.
 bool AskToExit(AppState& app);
 
-}  // namespace norvelis::ui
+}  // namespace norvelis::commands

@@ -13,7 +13,7 @@
 #include "extract/report_file.h"
 #include "store/connection.h"
 
-namespace norvelis::ui {
+namespace norvelis::commands {
 
 namespace {
 
@@ -163,4 +163,4 @@ void SubMain(AppState& app, MainFrame& frame) {
     if (CheckReport(app, frame)) CheckDrawingFolder(app, frame);
 }
 
-}  // namespace norvelis::ui
+}  // namespace norvelis::commands

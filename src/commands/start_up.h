@@ -4,7 +4,7 @@
 
 // The start of the program, free of screens: in which order things are read, shown and checked, and what is
 // said when one of them is missing.
-namespace norvelis::ui {
+namespace norvelis::commands {
 
 /// What the start needs of the main frame and its screens.
 class MainFrame {
@@ -26,4 +26,4 @@ class MainFrame {
 /// a RuntimeFailure; the frame is then not shown.
 void SubMain(AppState& app, MainFrame& frame);
 
-}  // namespace norvelis::ui
+}  // namespace norvelis::commands

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <functional>
 #include <optional>
+#include <stop_token>
 #include <string>
 
 // The Host: everything that the logic says to a person or asks of one. Screens, the command line and tests
@@ -31,7 +33,8 @@ enum class Screen {
     ConvertSql,
     Scheduler,
     ReportViewer,
-    DrawingViewer
+    DrawingViewer,
+    About
 };
 
 /// The bars that show progress: a pair (a line of text, a value) on the tree screen and one on the progress
@@ -46,6 +49,10 @@ struct ProgressBar {
     bool Visible = false;
     double Percent() const { return Max > Min ? 100.0 * (Value - Min) / (Max - Min) : 0; }
 };
+
+/// Work that may run in another thread. It asks the token where it may stop early, calls nothing of the Host,
+/// and nobody else touches what it works on meanwhile.
+using BackgroundWork = std::function<void(std::stop_token canceled)>;
 
 class Host {
   public:
@@ -73,6 +80,19 @@ class Host {
 
     /// Shows a screen; modal waits until the person closes it.
     virtual void OpenScreen(Screen screen, bool modal) = 0;
+
+    /// Runs the work and returns when it has ended; what it throws goes through. A host with an event loop
+    /// gives it turns meanwhile; one without simply does the work.
+    virtual void RunInBackground(const BackgroundWork& work) { work(Cancellation()); }
+
+    // The person's wish that the running command ends early, stated in the Host's own thread. A command asks
+    // for it where it may stop; work in the background is handed the token.
+    std::stop_token Cancellation() const { return cancellation_.get_token(); }
+    void Cancel() { cancellation_.request_stop(); }
+    void ForgetCancellation() { cancellation_ = {}; }  ///< Before a command starts.
+
+  private:
+    std::stop_source cancellation_;
 };
 
 /// The wait cursor for the length of a command, whichever way it is left.

@@ -40,13 +40,6 @@ std::optional<Setting> ReadSetting(AppState& app, std::string_view name) {
     return SettingOf(row);
 }
 
-std::vector<std::pair<std::string, Setting>> AllSettings(AppState& app) {
-    std::vector<std::pair<std::string, Setting>> settings;
-    Recordset rows = app.gConnection->Select("Select * FROM ApplicationSetting");
-    for (; !rows.Eof(); rows.MoveNext()) settings.emplace_back(rows.Text("settingname"), SettingOf(rows));
-    return settings;
-}
-
 void WriteSetting(AppState& app, std::string_view name, std::string_view value,
                   std::optional<std::string_view> value2) {
     Recordset row = app.gConnection->Select(kByName, {name});

@@ -40,8 +40,6 @@ struct Setting {
     std::string value, value2;
 };
 std::optional<Setting> ReadSetting(AppState& app, std::string_view name);
-/// Every row, in order of insertion.
-std::vector<std::pair<std::string, Setting>> AllSettings(AppState& app);
 /// Adds the row when it is missing. Without value2 that column stays as it is.
 void WriteSetting(AppState& app, std::string_view name, std::string_view value,
                   std::optional<std::string_view> value2 = std::nullopt);

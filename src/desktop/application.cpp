@@ -4,10 +4,10 @@
 
 #include "base/failure.h"
 #include "commands/start_up.h"
-#include "desktop/drawing_tools.h"
+#include "desktop/main_frame.h"
 #include "store/connection.h"
 #include "ui/frame/mdi_main_menu.h"
-#include "ui/frame/program_icon.h"
+#include "ui/skins/program_icon.h"
 #include "ui/skins/skin_style.h"
 
 namespace norvelis::desktop {
@@ -39,12 +39,11 @@ Application::~Application() = default;
 int Application::Run(const std::string& applicationFolder) {
     failed_ = false;
     app_ = std::make_unique<AppState>(applicationFolder, host_, clock_, Random::FromDevice());
-    frame_ =
-        std::make_unique<ui::mdiMainMenu>(*app_, [this](const std::exception& failure) { Fail(failure); });
-    engine_ = GiveDrawingTools(*frame_);
+    tools_ = std::make_unique<DrawingTools>(*app_);
+    frame_ = MakeMainFrame(*app_, *tools_, [this](const std::exception& failure) { Fail(failure); });
     host_.SetDisplay(frame_.get());
     connect(frame_.get(), &ui::mdiMainMenu::Unloaded, this, [] { quit(); });
-    QTimer::singleShot(0, this, [this] { frame_->Run([this] { ui::SubMain(*app_, *frame_); }); });
+    QTimer::singleShot(0, this, [this] { frame_->Run([this] { commands::SubMain(*app_, *frame_); }); });
     const int status = exec();
     host_.SetDisplay(nullptr);
     frame_.reset();

@@ -4,12 +4,8 @@
 #include <memory>
 
 #include "core/app_state.h"
-#include "engine/drawing_engine.h"
+#include "desktop/main_frame.h"
 #include "ui/frame/qt_host.h"
-
-namespace norvelis::ui {
-class mdiMainMenu;
-}
 
 namespace norvelis::desktop {
 
@@ -32,7 +28,7 @@ class Application : public QApplication {
     ui::QtHost host_;
     SystemClock clock_;
     std::unique_ptr<AppState> app_;
-    std::unique_ptr<engine::DrawingEngine> engine_;
+    std::unique_ptr<DrawingTools> tools_;
     std::unique_ptr<ui::mdiMainMenu> frame_;
     bool failed_ = false;
 };

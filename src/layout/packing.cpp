@@ -153,13 +153,13 @@ Packed PackWithin(int pageWidth, const std::vector<Part>& parts, const std::vect
 }  // namespace
 
 std::vector<Point> PackParts(const std::vector<std::vector<Rect>>& parts, double gap) {
-    constexpr double finest = 0.25, mostCells = 300;
+    constexpr double kFinest = 0.25, kMostCells = 300;
     double area = 0;
     for (const auto& rects : parts) {
         const Rect bounds = BoundsOf(rects);
         area += (bounds.Width() + gap) * (bounds.Height() + gap);
     }
-    const double cell = std::max(finest, std::sqrt(area) / mostCells);
+    const double cell = std::max(kFinest, std::sqrt(area) / kMostCells);
     std::vector<Part> shapes;
     int widest = 0;
     for (const auto& rects : parts) {
@@ -174,17 +174,17 @@ std::vector<Point> PackParts(const std::vector<std::vector<Rect>>& parts, double
     };
     std::stable_sort(order.begin(), order.end(), [&](int a, int b) { return sizeOf(a) > sizeOf(b); });
 
-    constexpr int trials = 12;
-    constexpr double mostWide = 2.5, mostHigh = 1.25;
+    constexpr int kTrials = 12;
+    constexpr double kMostWide = 2.5, kMostHigh = 1.25;
     Packed best;
     double bestCost = std::numeric_limits<double>::infinity();
-    for (int trial = 0; trial < trials; ++trial) {
+    for (int trial = 0; trial < kTrials; ++trial) {
         const int pageWidth =
             std::max(widest, static_cast<int>(std::sqrt(area) / cell * (0.7 + 0.1 * trial)));
         Packed packed = PackWithin(pageWidth, shapes, order);
         const double width = packed.width, height = packed.height;
         const double cost =
-            width * height * std::max({1.0, width / (mostWide * height), height / (mostHigh * width)});
+            width * height * std::max({1.0, width / (kMostWide * height), height / (kMostHigh * width)});
         if (cost >= bestCost) continue;
         bestCost = cost;
         best = std::move(packed);

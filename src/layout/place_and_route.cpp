@@ -3,32 +3,31 @@
 #include "base/geometry.h"
 #include "layout/circular/circular.h"
 #include "layout/graph/components.h"
-#include "layout/graph/graph.h"
+#include "layout/graph/route_rule.h"
 #include "layout/layered/layered.h"
 #include "layout/packing.h"
 #include "layout/place_and_route.h"
 #include "layout/radial/radial.h"
-#include "layout/routing/route_style.h"
 #include "layout/routing/router.h"
 
 namespace norvelis::layout {
 
 namespace {
 
-constexpr int radialStyle = 3, circularStyle = 6;
-
 Placement PlaceComponent(const Graph& graph, const Style& style) {
-    if (style.placeStyle == radialStyle) return RouteMakingRoom(graph, PlaceRadial(graph, style), style);
-    if (style.placeStyle == circularStyle) return RouteMakingRoom(graph, PlaceCircular(graph, style), style);
+    if (style.placeStyle == PlaceStyle::Radial)
+        return RouteMakingSpace(graph, PlaceRadial(graph, style), style);
+    if (style.placeStyle == PlaceStyle::Circular)
+        return RouteMakingSpace(graph, PlaceCircular(graph, style), style);
     Placement placement = PlaceLayered(graph, style);
     if (RuleOf(style.routeStyle).family == RouteFamily::Straight)
-        return RouteMakingRoom(graph, std::move(placement.centers), style);
+        return RouteMakingSpace(graph, std::move(placement.centers), style);
     return placement;
 }
 
-/// All that is drawn, slanting lines as short pieces.
+/// All that is drawn, slanting lines as short segments.
 std::vector<Rect> AreasOf(const Graph& graph, const Placement& placement) {
-    constexpr double piece = 0.5;
+    constexpr double kSegment = 0.5;
     std::vector<Rect> areas;
     for (std::size_t i = 0; i < graph.boxes.size(); ++i)
         areas.push_back(RectAround(placement.centers[i], graph.boxes[i].width, graph.boxes[i].height));
@@ -36,7 +35,7 @@ std::vector<Rect> AreasOf(const Graph& graph, const Placement& placement) {
         const Route& route = placement.routes[k];
         for (std::size_t p = 1; p < route.points.size(); ++p) {
             const Point a = route.points[p - 1], b = route.points[p];
-            const int parts = a.x == b.x || a.y == b.y ? 1 : 1 + static_cast<int>(Length(b - a) / piece);
+            const int parts = a.x == b.x || a.y == b.y ? 1 : 1 + static_cast<int>(Length(b - a) / kSegment);
             for (int i = 0; i < parts; ++i)
                 areas.push_back(RectOf(Between(a, b, static_cast<double>(i) / parts),
                                        Between(a, b, static_cast<double>(i + 1) / parts)));

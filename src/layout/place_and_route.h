@@ -1,7 +1,7 @@
 #pragma once
 
-#include "layout/place_and_route.h"
 #include "layout/graph/graph.h"
+#include "layout/graph/style.h"
 
 namespace norvelis::layout {
 

@@ -21,11 +21,11 @@ Database::Database(std::string path, const std::string& password, bool mayCreate
     sqlite3* opened = nullptr;
     const int result = sqlite3_open_v2(path_.c_str(), &opened, flags, nullptr);
     // The engine gives a handle for a failed opening too, which has the reason.
-    const std::unique_ptr<sqlite3, decltype(&sqlite3_close_v2)> owner(opened, sqlite3_close_v2);
+    std::unique_ptr<sqlite3, decltype(&sqlite3_close_v2)> owner(opened, sqlite3_close_v2);
     if (result != SQLITE_OK) ThrowStoreFailure(opened, path_);
     sqlite3_busy_timeout(opened, kBusyMilliseconds);
     sqlite3_key(opened, password.data(), static_cast<int>(password.size()));
-    engine_ = opened;
+    engine_ = owner.release();
     KeepFileForm();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <deque>
+#include <future>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,7 @@ class ScriptedHost : public Host {
     std::vector<OpenedScreen> screens;
     int waitCursor = 0;  ///< Times switched on less times switched off.
     long yields = 0;
+    long cancelAtYield = 0;  ///< The turn at which the person cancels; 0 is never.
 
     Answer MessageBox(const Message& message) override {
         messages.push_back(message);
@@ -47,8 +49,15 @@ class ScriptedHost : public Host {
     void Status(const std::string& text) override { statuses.push_back(text); }
     void ProgressChanged(Bar bar, const ProgressBar& state) override { progress.emplace_back(bar, state); }
     void WaitCursor(bool on) override { waitCursor += on ? 1 : -1; }
-    void Yield() override { ++yields; }
+    void Yield() override {
+        if (++yields == cancelAtYield) Cancel();
+    }
     void OpenScreen(Screen screen, bool modal) override { screens.push_back({screen, modal}); }
+    /// In a thread of its own, as on the desktop, after the one turn that tests can count on.
+    void RunInBackground(const BackgroundWork& work) override {
+        Yield();
+        std::async(std::launch::async, work, Cancellation()).get();
+    }
 
     std::vector<std::string> Texts() const {
         std::vector<std::string> texts;

@@ -147,10 +147,24 @@ TEST_F(TreeLoadTest, NodesAreFoundByNameAndPlace) {
     const RecordTree b = tree.Subtree(3).Subtree(0);
     EXPECT_EQ(b.Size(), 2u);
     EXPECT_EQ(b.FirstOf("M"), 1u);
-    EXPECT_EQ(b.FirstOf("A"), kNoNode) << "stands outside";
+    EXPECT_EQ(b.FirstOf("A"), kNoNode) << "before its begin";
+    EXPECT_EQ(tree.Subtree(1).FirstOf("C"), kNoNode) << "right behind its end";
     EXPECT_EQ(b.Parent(0), kNoNode);
     EXPECT_EQ(b.Parent(1), 0u);
     EXPECT_THAT(b.Roots(), ElementsAre(0));
+}
+
+TEST_F(TreeLoadTest, ASchemaIsSearchedUpToItsEnd) {
+    {
+        SchemaRows rows(*store, "FIRST");
+        rows.Entry("A");
+        SchemaRows second(*store, "SECOND");
+        second.Entry("B");
+    }
+    const RecordTree tree = Load();  // 0 FIRST, 1 A, 2 SECOND, 3 B
+    EXPECT_EQ(tree.FirstOf("B", "FIRST"), kNoNode);
+    EXPECT_EQ(tree.FirstOf("SECOND", "FIRST"), kNoNode) << "right behind the end";
+    EXPECT_EQ(tree.FirstOf("B", "SECOND"), 3u);
 }
 
 TEST_F(TreeLoadTest, AnEmptyStoreGivesAnEmptyTreeWithoutAWord) {

@@ -12,12 +12,12 @@ class BrowseCommandsTest : public ::testing::Test {
   protected:
     BrowseCommandsTest() {
         const auto store = Connection::Open(ConnectionString(program.App() + "/Database/records.mdb"));
+        SchemaRows(*store, "OTHER").Entry("JOB");
         SchemaRows rows(*store);
         rows.Entry("OFFICE", "EMPLOYEE");
         rows.Entry("DEPARTMENT", "EMPLOYEE");
         rows.Record("EMPLOYEE", "COVERAGE");
         rows.Record("COVERAGE");
-        SchemaRows(*store, "OTHER").Entry("JOB");
     }
 
     const Program program;

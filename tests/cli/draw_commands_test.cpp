@@ -37,7 +37,7 @@ TEST_F(DrawCommandTest, ASchemaARecordOrEachParentInAFile) {
     const auto record = Draw("EMPSCHM --record instrument");
     EXPECT_EQ(record.status, 0);
     EXPECT_EQ(record.out, "Done Drawing. File saved as:" + Out("EMPSCHM/INSTRUMENT.vsd") + "\n");
-    EXPECT_EQ(FilesIn(Out("EMPSCHM")).size(), 4u) << "two drawings and their twins";
+    EXPECT_EQ(FilesIn(Out("EMPSCHM")).size(), 4u) << "two drawings and their .vsdx copies";
 
     const auto separate = Draw("EMPSCHM --separate");
     EXPECT_EQ(separate.status, 0);

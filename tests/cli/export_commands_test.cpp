@@ -12,6 +12,13 @@ namespace {
 using testing::EndsWith;
 using testing::HasSubstr;
 
+// The sanitizer reserves more addresses than any limit leaves.
+#ifdef __SANITIZE_ADDRESS__
+constexpr char kLimits[] = "timeout 120 ";
+#else
+constexpr char kLimits[] = "ulimit -v 4000000; timeout 120 ";
+#endif
+
 class ExportCommands : public testing::Test {
   protected:
     std::string Save(const std::string& name, const std::string& bytes) const {
@@ -22,8 +29,7 @@ class ExportCommands : public testing::Test {
     void ExpectRefusal(const std::string& drawing, const std::string& reason) const {
         for (const char* ending : {"png", "svg", "pdf", "vsdx"}) {
             const std::string out = program.Path(std::string("out.") + ending);
-            const auto result =
-                program.Run("export " + drawing + " " + out, "ulimit -v 4000000; timeout 120 ");
+            const auto result = program.Run("export " + drawing + " " + out, kLimits);
             EXPECT_EQ(result.status, 1) << reason;
             EXPECT_EQ(result.out, "");
             EXPECT_THAT(result.error, HasSubstr(reason));

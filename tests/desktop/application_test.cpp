@@ -36,7 +36,8 @@ ui::mdiMainMenu* Frame() {
 /// Once the main frame stands and its start, which turns the event loop too, is over.
 void WhenStarted(std::function<void(ui::mdiMainMenu&)> act) {
     QTimer::singleShot(20, [act = std::move(act)] {
-        if (auto* frame = Frame(); frame && frame->Find(Screen::Treeview) && !frame->Busy()) {
+        if (auto* frame = Frame();
+            frame && frame->Find(Screen::Treeview) && !frame->Context().commands.Busy()) {
             act(*frame);
         } else {
             WhenStarted(act);

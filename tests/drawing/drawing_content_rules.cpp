@@ -43,7 +43,7 @@ class DrawingChecker {
         for (const auto& node : root.children()) {
             const auto found = std::find(next, std::end(order), std::string_view(node.name()));
             if (found == std::end(order))
-                package_.Fault("{} stands in the wrong place", node.name());
+                package_.Fault("{} is in the wrong place", node.name());
             else
                 next = found + 1;
         }
@@ -118,7 +118,7 @@ class DrawingChecker {
         for (const auto& cell : node.children("Cell")) {
             const std::string name = AttributeOf(cell, "N"), formula = AttributeOf(cell, "F");
             if (name.empty() || !names.insert(name).second)
-                package_.Fault("{}: the cell {} stands twice", where, name);
+                package_.Fault("{}: the cell {} is there twice", where, name);
             if (!cell.attribute("V")) package_.Fault("{}: the cell {} has no value", where, name);
             if (formula.starts_with('=') || (cell.attribute("F") && formula.empty()))
                 package_.Fault("{}: the formula {} of {}", where, formula, name);
@@ -313,7 +313,7 @@ class DrawingChecker {
                 package_.Fault("{}: a shape is not there", where);
                 continue;
             }
-            if (!ends.emplace(from, cell).second) package_.Fault("{} stands twice", where);
+            if (!ends.emplace(from, cell).second) package_.Fault("{} is there twice", where);
             const bool begin = cell == "BeginX";
             if (!begin && cell != "EndX") package_.Fault("{} is no end of a line", where);
             if (node.attribute("FromPart").as_int() != (begin ? 9 : 12))

@@ -56,7 +56,7 @@ class PartsChecker {
             if (&part == &all.front() && part.name != "[Content_Types].xml")
                 package_.Fault("the archive begins with {}", part.name);
             if (!package_.parts.emplace(part.name, part.bytes).second)
-                package_.Fault("{} stands twice", part.name);
+                package_.Fault("{} is there twice", part.name);
             if (!part.name.ends_with(".xml") && !part.name.ends_with(".rels")) continue;
             const auto result = package_.trees[part.name].load_buffer(
                 part.bytes.data(), part.bytes.size(), pugi::parse_default | pugi::parse_ws_pcdata);
@@ -112,7 +112,7 @@ class PartsChecker {
                 const std::string target = Absolute(source, AttributeOf(node, "Target"));
                 const std::string type = AttributeOf(node, "Type");
                 if (!relations.emplace(AttributeOf(node, "Id"), OpenedPackage::Relation{type, target}).second)
-                    package_.Fault("{}: {} stands twice", name, AttributeOf(node, "Id"));
+                    package_.Fault("{}: {} is there twice", name, AttributeOf(node, "Id"));
                 if (!package_.parts.contains(target))
                     package_.Fault("{} leads to {}, which is not there", name, target);
                 reached.insert(target);
@@ -153,7 +153,11 @@ std::vector<Part> PartsOf(std::string_view bytes) {
     zip_error_init(&error);
     zip_source_t* source = zip_source_buffer_create(bytes.data(), bytes.size(), 0, &error);
     zip_t* archive = source ? zip_open_from_source(source, ZIP_RDONLY | ZIP_CHECKCONS, &error) : nullptr;
-    if (!archive) return {};
+    zip_error_fini(&error);
+    if (!archive) {
+        zip_source_free(source);
+        return {};
+    }
     std::vector<Part> parts;
     for (zip_int64_t i = 0; i < zip_get_num_entries(archive, 0); ++i) {
         const auto index = static_cast<zip_uint64_t>(i);

@@ -160,7 +160,7 @@ class SchemaChecker {
         CheckAttributes(node, kind->attributes);
         CheckChildren(node, kind->children);
         if (std::string_view(kind->name) == "Section") CheckSection(node);
-        if (std::string_view(kind->name) == "Text") CheckPieces(node);
+        if (std::string_view(kind->name) == "Text") CheckRuns(node);
         if (std::string_view(kind->name) == "Cell") CheckCell(node);
         for (const auto& child : node.children()) {
             if (child.type() == pugi::node_element) Check(child);
@@ -203,7 +203,7 @@ class SchemaChecker {
             if (child.type() != pugi::node_element) continue;
             const auto found = std::find(inOrder ? at : order.begin(), order.end(), child.name());
             if (found == order.end())
-                package_.Fault("{}: {} stands in the wrong place in {}", part_, child.name(), node.name());
+                package_.Fault("{}: {} is in the wrong place in {}", part_, child.name(), node.name());
             else
                 at = found;
         }
@@ -225,12 +225,12 @@ class SchemaChecker {
         }
     }
 
-    /// Every piece of a text has the row behind that of the piece in front.
-    void CheckPieces(const xml_node& text) {
+    /// Every run of a text has the row behind that of the run in front.
+    void CheckRuns(const xml_node& text) {
         int next = 0;
         for (const auto& mark : text.children("cp")) {
             if (mark.attribute("IX").as_int(-1) != next++)
-                package_.Fault("{}: the pieces of a text skip to cp {}", part_, AttributeOf(mark, "IX"));
+                package_.Fault("{}: the runs of a text skip to cp {}", part_, AttributeOf(mark, "IX"));
         }
     }
 

@@ -37,12 +37,12 @@ bool AreApart(const std::vector<Part>& parts, double gap) {
 }
 
 TEST(Packing, KeepsPartsApartOnAPageOfGoodShape) {
-    std::mt19937 chance(1);
+    std::mt19937 random(1);
     const auto below = [&](int limit) {
-        return static_cast<double>(chance() % static_cast<unsigned>(limit));
+        return static_cast<double>(random() % static_cast<unsigned>(limit));
     };
     for (int round = 0; round < 40; ++round) {
-        std::vector<Part> parts(1 + chance() % 60);
+        std::vector<Part> parts(1 + random() % 60);
         double area = 0;
         for (Part& part : parts) {
             const double x = below(50) - 25, y = below(50) - 25, width = 0.5 + 0.1 * below(100),
@@ -63,7 +63,7 @@ TEST(Packing, KeepsPartsApartOnAPageOfGoodShape) {
 }
 
 TEST(Packing, FillsTheCornersOfGreatPartsButNotTheirInside) {
-    // A tree with a wide top, and a frame around an empty room.
+    // A tree with a wide top, and an empty frame.
     const Part tree{{0, 8, 20, 10}, {0, 0, 4, 8}},
         frame{{0, 0, 20, 1}, {0, 9, 20, 10}, {0, 1, 1, 9}, {19, 1, 20, 9}};
     const Part box{{0, 0, 3, 2}};
@@ -74,7 +74,7 @@ TEST(Packing, FillsTheCornersOfGreatPartsButNotTheirInside) {
     EXPECT_FALSE(Overlap(BoundsOf(framed[0]), framed[1].front()));
 }
 
-TEST(Packing, ManyPartsOfOneSizeStandInRows) {
+TEST(Packing, ManyPartsOfOneSizeFormRows) {
     const std::vector<Part> packed = Pack(std::vector<Part>(1000, Part{{0, 0, 2.1, 1.1}}), 0.5);
     EXPECT_TRUE(AreApart(packed, 0.5));
     const Rect page = PageOf(packed);

@@ -11,8 +11,8 @@
 #include "ui/controls/c_tree_view.h"
 #include "ui/controls/drawing_control.h"
 #include "ui/controls/picture_controls.h"
-#include "ui_app.h"
-#include "until_shown.h"
+#include "ui/ui_app.h"
+#include "ui/until_shown.h"
 
 namespace norvelis::ui {
 namespace {
@@ -195,7 +195,7 @@ TEST_F(SessionTest, WhileItDrawsNoSecondCommandStartsAndBrowsingGoesOn) {
         if (message.text != "Want to View While Norvelis is drawing") return;
         looked = true;
         QApplication::processEvents();
-        EXPECT_TRUE(ui.frame->Busy());
+        EXPECT_TRUE(ui.frame->Context().commands.Busy());
         for (const char* button : {"cmdDraw", "cmdPrint", "cmdRefresh", "LayoutTypes", "Max"})
             EXPECT_FALSE(OnTreeScreen<QWidget>(button)->isEnabled()) << button;
         EXPECT_FALSE(ui.Find<QAction>("mnu_Draw_Fancy_Separate")->isEnabled());
@@ -218,7 +218,7 @@ TEST_F(SessionTest, AStoreThatFailsInTheMiddleOfADrawIsSaidAndTheProgramGoesOn) 
     Press("cmdDraw");
     EXPECT_THAT(ui.host.messages.back().title, HasSubstr("Error"));
     EXPECT_THAT(ui.failures, IsEmpty());
-    EXPECT_FALSE(ui.frame->Busy());
+    EXPECT_FALSE(ui.frame->Context().commands.Busy());
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 

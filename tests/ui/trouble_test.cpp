@@ -3,7 +3,7 @@
 
 #include <map>
 
-#include "ui_app.h"
+#include "ui/ui_app.h"
 
 // What is missing, locked or write-protected around the program: said in words, and nothing is lost.
 namespace norvelis::ui {
@@ -91,7 +91,7 @@ TEST_F(TroubleTest, AStoreThatASecondProgramWritesIsRefusedInWords) {
     second->Execute("BEGIN IMMEDIATE");
     ui.Choose("mnu_Classic_Extract_Report");
     EXPECT_THAT(ui.failures, ElementsAre(HasSubstr(Store() + ": locked by another program")));
-    EXPECT_FALSE(ui.frame->Busy());
+    EXPECT_FALSE(ui.frame->Context().commands.Busy());
     EXPECT_EQ(RecordsInStore(), 14);
 }
 

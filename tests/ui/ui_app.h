@@ -13,13 +13,13 @@
 #include "base/ini.h"
 #include "base/paths.h"
 #include "core/settings.h"
-#include "desktop/drawing_tools.h"
+#include "desktop/main_frame.h"
 #include "testing/test_store.h"
+#include "testing/ui_folder.h"
 #include "ui/forms/form.h"
 #include "ui/frame/child_area.h"
 #include "ui/frame/mdi_main_menu.h"
 #include "ui/frame/qt_host.h"
-#include "testing/ui_folder.h"
 
 namespace norvelis::ui {
 
@@ -65,7 +65,7 @@ struct UiApp {
     StillClock clock;
     AppState app{folder.Path(), host, clock, Random(1)};
     std::vector<std::string> failures;  ///< That no handler took.
-    std::unique_ptr<engine::DrawingEngine> engine;
+    std::unique_ptr<desktop::DrawingTools> tools;
     std::unique_ptr<mdiMainMenu> frame;
 
     UiApp() { SetGoodSettings(); }
@@ -78,13 +78,14 @@ struct UiApp {
     }
     void Start() {
         MakeFrame();
-        frame->Run([this] { SubMain(app, *frame); });
+        frame->Run([this] { commands::SubMain(app, *frame); });
         Settle();
     }
     void MakeFrame() {
-        frame = std::make_unique<mdiMainMenu>(
-            app, [this](const std::exception& failure) { failures.push_back(failure.what()); });
-        engine = desktop::GiveDrawingTools(*frame);
+        frame.reset();
+        tools = std::make_unique<desktop::DrawingTools>(app);
+        frame = desktop::MakeMainFrame(
+            app, *tools, [this](const std::exception& failure) { failures.push_back(failure.what()); });
         host.SetDisplay(frame.get());
     }
 

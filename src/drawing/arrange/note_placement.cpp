@@ -4,15 +4,14 @@
 #include <optional>
 
 #include "drawing/arrange/page_arrangement.h"
-#include "drawing/automation/connectors.h"
 #include "drawing/formula/glue_points.h"
+#include "drawing/session/connectors.h"
 #include "layout/geometry/spatial_index.h"
 #include "layout/graph/graph.h"
 
 namespace norvelis::drawing {
 
 namespace {
-
 
 constexpr double kStep = 0.1;        // Inches between the places that are tried.
 constexpr double kClearance = 0.06;  // Kept free around a note.
@@ -31,7 +30,7 @@ class Ground {
         for (const auto& shape : page.shapes) {
             switch (RoleOf(page, *shape)) {
                 case Role::Line:
-                    AddWay(RouteOf(document, page, *shape));
+                    AddPath(RouteOf(document, page, *shape));
                     if (!TextOf(*shape).empty()) Take(LabelOf(document, page, *shape));
                     break;
                 case Role::Box:
@@ -60,7 +59,7 @@ class Ground {
         bool free = true;
         blocks_.Near(RectOf(a, b), [&](int id) {
             const Rect& taken = taken_[static_cast<std::size_t>(id)];
-            free = Overlap(taken, own) || !PieceHits(a, b, taken);
+            free = Overlap(taken, own) || !SegmentHits(a, b, taken);
             return free;
         });
         return free;
@@ -68,8 +67,8 @@ class Ground {
     bool CoversLine(const Rect& rect) const {
         bool covers = false;
         lines_.Near(rect, [&](int id) {
-            const auto& [a, b] = pieces_[static_cast<std::size_t>(id)];
-            covers = PieceHits(a, b, rect);
+            const auto& [a, b] = segments_[static_cast<std::size_t>(id)];
+            covers = SegmentHits(a, b, rect);
             return !covers;
         });
         return covers;
@@ -78,8 +77,8 @@ class Ground {
     bool CrossesLine(Point a, Point b) const {
         bool crosses = false;
         lines_.Near(RectOf(a, b), [&](int id) {
-            const auto& [from, to] = pieces_[static_cast<std::size_t>(id)];
-            crosses = PiecesCross(a, b, from, to);
+            const auto& [from, to] = segments_[static_cast<std::size_t>(id)];
+            crosses = SegmentsCross(a, b, from, to);
             return !crosses;
         });
         return crosses;
@@ -92,16 +91,16 @@ class Ground {
         const auto size = [&](Name name) { return document.recalculation.Number(page, page.sheet, name); };
         return {0, 0, size(Name::PageWidth), size(Name::PageHeight)};
     }
-    void AddWay(const std::vector<Point>& points) {
+    void AddPath(const std::vector<Point>& points) {
         for (std::size_t i = 1; i < points.size(); ++i) {
-            lines_.AddPiece(points[i - 1], points[i], static_cast<int>(pieces_.size()));
-            pieces_.emplace_back(points[i - 1], points[i]);
+            lines_.AddSegment(points[i - 1], points[i], static_cast<int>(segments_.size()));
+            segments_.emplace_back(points[i - 1], points[i]);
         }
     }
 
     layout::SpatialIndex blocks_, lines_;
     std::vector<Rect> taken_;
-    std::vector<std::pair<Point, Point>> pieces_;
+    std::vector<std::pair<Point, Point>> segments_;
 };
 
 /// Shifts to try, the shortest first; of equal ones that up and to the right, away from the box.
@@ -123,8 +122,7 @@ std::vector<Point> Shifts() {
 
 /// Where the leader of a note meets the block that it explains.
 Point LeaderEnd(const Rect& box, Point from) {
-    const Point end =
-        glue::Box{box.x0, box.y0, box.Width(), box.Height()}.BorderTowards({from.x, from.y});
+    const Point end = glue::Block{box.x0, box.y0, box.Width(), box.Height()}.BorderTowards({from.x, from.y});
     return {end.x, end.y};
 }
 
@@ -177,7 +175,7 @@ bool LeavesPage(OpenDocument& document, Page& page, const Rect& rect) {
 
 }  // namespace
 
-void FindRoomForNotes(OpenDocument& document, Page& page) {
+void FindSpaceForNotes(OpenDocument& document, Page& page) {
     document.recalculation.Settle();
     std::vector<Shape*> notes;
     for (const auto& shape : page.shapes) {

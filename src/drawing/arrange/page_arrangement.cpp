@@ -6,15 +6,15 @@
 #include <unordered_map>
 
 #include "base/text.h"
-#include "drawing/automation/connectors.h"
+#include "drawing/session/connectors.h"
 #include "drawing/text/text_layout.h"
 #include "layout/graph/graph.h"
+#include "layout/graph/style.h"
 #include "layout/place_and_route.h"
 
 namespace norvelis::drawing {
 
 namespace {
-
 
 // Published numbers of ObjType: what the layout makes of a shape.
 constexpr int kUndecided = 0, kPlaceable = 1, kRoutable = 2;
@@ -109,14 +109,9 @@ void Translate(Page& page, double dx, double dy) {
 }
 
 layout::Style StyleOf(OpenDocument& document, Page& page) {
-    const auto cell = [&](Name name) { return Number(document, page, page.sheet, name); };
-    const auto whole = [&](Name name) { return static_cast<int>(cell(name)); };
-    layout::Style style;
-    style.placeStyle = whole(Name::PlaceStyle);
-    style.routeStyle = whole(Name::RouteStyle);
-    style.placeDepth = whole(Name::PlaceDepth);
-    style.lineRouteExt = whole(Name::LineRouteExt);
-    return style;
+    const auto cell = [&](Name name) { return static_cast<int>(Number(document, page, page.sheet, name)); };
+    return layout::StyleOfCells(cell(Name::PlaceStyle), cell(Name::PlaceDepth), cell(Name::RouteStyle),
+                                cell(Name::LineRouteExt));
 }
 
 /// A page as the layout sees it, with the shapes that its boxes and lines are.
@@ -173,7 +168,7 @@ void MoveTo(OpenDocument& document, Page& page, Shape& shape, Point center) {
                    Value::Of(cells.Number(page, shape, Name::PinY) + center.y - middle.y));
 }
 
-/// Where a note stands from the pin of its box.
+/// How far a note is from the pin of its box.
 struct NoteDistance {
     Shape* note;
     Shape* box;

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "base/geometry.h"
-#include "drawing/automation/session.h"
+#include "drawing/session/session.h"
 #include "layout/graph/graph.h"
 
 // What the engine does with a page as a whole: placing and routing, the page's size, notes. Boxes are shapes
 // that lines may be glued to and that the layout moves; lines are connectors with a box at each end; notes
-// are shapes of the annotation master; decorations (backgrounds, titles) stand where the page is and count
+// are shapes of the annotation master; decorations (backgrounds, titles) belong to the page and count
 // for nothing.
 namespace norvelis::drawing {
 
@@ -31,6 +31,6 @@ void CenterContents(OpenDocument& document, Page& page);
 
 /// Moves each note that covers a box, a label, or another note to the nearest free place; one that also
 /// leaves the lines free is preferred when it is not much farther. The page grows where it must.
-void FindRoomForNotes(OpenDocument& document, Page& page);
+void FindSpaceForNotes(OpenDocument& document, Page& page);
 
 }  // namespace norvelis::drawing

@@ -122,7 +122,7 @@ class FontsHandle : public engine::Fonts {
     Context context_;
 };
 
-/// Gives what stands in one sheet to another of the same form.
+/// Gives what is in one sheet to another of the same form.
 void TakeOver(const Shape& from, Shape& to) {
     to.cells = from.cells;
     to.sections = from.sections;

@@ -3,14 +3,14 @@
 #include <optional>
 #include <string>
 
-#include "drawing/automation/session.h"
+#include "drawing/session/session.h"
 #include "engine/drawing_engine.h"
 
 // The objects that callers hold: thin, each a place in a document of a running engine. A handle whose engine
 // has quit or whose document is closed fails every call. Nothing here throws.
 namespace norvelis::drawing {
 
-/// Where a handle stands.
+/// The engine and the document that a handle belongs to.
 struct Context {
     SessionRef session;
     OpenDocumentRef document;
@@ -127,7 +127,7 @@ class CellHandle : public engine::Cell {
     bool GlueTo(const engine::Ref<engine::Cell>& cell) override;
 
   private:
-    /// Lines that were routed to this shape start anew once its place or size is another.
+    /// Lines that were routed to this shape are routed again once its place or size is another.
     void Moved();
 
     Context context_;

@@ -123,7 +123,7 @@ Ref<engine::Shape> PageHandle::Drop(const Ref<engine::Master>& master, double x,
 
 bool PageHandle::Layout() {
     if (!context_.Writable()) return false;
-    context_.document->Shop().RunAside([this] { LayOutPage(*context_.document, page_); });
+    context_.document->Shop().RunInBackground([this] { LayOutPage(*context_.document, page_); });
     return true;
 }
 
@@ -141,7 +141,7 @@ bool PageHandle::CenterDrawing() {
 
 bool PageHandle::PlaceNotes() {
     if (!context_.Writable()) return false;
-    context_.document->Shop().RunAside([this] { FindRoomForNotes(*context_.document, page_); });
+    context_.document->Shop().RunInBackground([this] { FindSpaceForNotes(*context_.document, page_); });
     return true;
 }
 

@@ -1,8 +1,8 @@
 #include <algorithm>
 
 #include "drawing/automation/cell_addresses.h"
-#include "drawing/automation/connectors.h"
 #include "drawing/automation/handles.h"
+#include "drawing/session/connectors.h"
 
 // Shapes, Shape, Cell, Hyperlink.
 namespace norvelis::drawing {

@@ -78,7 +78,7 @@ class FormatRows {
         : shape_(shape),
           section_(section),
           member_(section == Name::Character ? &TextRun::character : &TextRun::paragraph) {
-        // Rows that the text brought from its master become the shape's own, for they are counted anew.
+        // Rows that the text brought from its master become the shape's own, for they are counted again.
         for (const auto& run : TextOf(shape)) {
             const RowKey key = RowKey::Number(run.*member_);
             const Section* own = shape.Find(section);

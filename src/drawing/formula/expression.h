@@ -47,7 +47,7 @@ class Expression {
     bool IsConstant() const;
     /// Unit of a constant number; None when it has none.
     Name ConstantUnit() const;
-    /// How many steps its evaluation stands inside one another at most.
+    /// How deep the steps of its evaluation are nested at most.
     int Depth() const;
     /// Nothing for an opaque expression, a missing cell, a division by zero or a number beyond all measure.
     std::optional<Value> Evaluate(FormulaSource& source) const;

@@ -33,7 +33,7 @@ class FormulaTables {
     /// `names` must outlive the tables; it may grow.
     explicit FormulaTables(const NamePool& names) : names_(names) {}
 
-    /// Parsed once however often it stands in the document; null when it is no formula.
+    /// Parsed once however often it is in the document; null when it is no formula.
     ExpressionPtr Parsed(const std::string& formula);
     /// `base` is a shape inside a master.
     const FormulaTable& Of(const Shape& base);
@@ -46,7 +46,7 @@ class FormulaTables {
     std::unordered_map<const Shape*, std::unique_ptr<FormulaTable>> tables_;
 };
 
-/// Visits a sheet's own cells wherever they stand.
+/// Visits a sheet's own cells wherever they are.
 template <class Visit>
 void EachCell(const Sheet& sheet, Visit visit) {
     const auto list = [&visit](const CellList& cells, Name section, int index, RowKey row) {

@@ -8,13 +8,13 @@
 // Where a line that is glued to a whole box meets its border before anyone has routed it.
 namespace norvelis::drawing::glue {
 
-struct Box {
+struct Block {
     double left = 0, bottom = 0, width = 0, height = 0;
-    bool operator==(const Box&) const = default;
+    bool operator==(const Block&) const = default;
 
     Point Middle() const { return {left + width / 2, bottom + height / 2}; }
 
-    /// The border point on the straight way from the middle to `target`; the middle of the upper border when
+    /// The border point on the straight line from the middle to `target`; the middle of the upper border when
     /// the target is the middle itself.
     Point BorderTowards(Point target) const {
         const Point middle = Middle();

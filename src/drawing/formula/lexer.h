@@ -10,8 +10,8 @@ namespace norvelis::drawing {
 
 struct Token {
     enum class Kind { Number, String, Word, Symbol, End } kind = Kind::End;
-    std::string text;        ///< A word, a symbol, or what stands between a string's quotes.
-    std::string spelling;    ///< As it stands in a formula's universal form.
+    std::string text;        ///< A word, a symbol, or what is between a string's quotes.
+    std::string spelling;    ///< Its spelling in a formula's universal form.
     double number = 0;       ///< In internal units.
     Name unit = Name::None;  ///< Of a number.
 };

@@ -435,19 +435,20 @@ void Recalculation::Settle() {
     stale_.clear();
 }
 
-std::optional<glue::Box> Recalculation::GluedBox(Canvas& canvas, Shape& line, Name trigger) {
+std::optional<glue::Block> Recalculation::GluedBlock(Canvas& canvas, Shape& line, Name trigger) {
     const Expression* expression = FormulaInForce(line, trigger);
     if (!expression || expression->References().empty()) return std::nullopt;
     Shape* box = canvas.ById(expression->References()[0].sheet);
     if (!box) return std::nullopt;
     const auto number = [&](Name name) { return Number(canvas, *box, name); };
-    return glue::Box{number(Name::PinX) - number(Name::LocPinX), number(Name::PinY) - number(Name::LocPinY),
-                     number(Name::Width), number(Name::Height)};
+    return glue::Block{number(Name::PinX) - number(Name::LocPinX), number(Name::PinY) - number(Name::LocPinY),
+                       number(Name::Width), number(Name::Height)};
 }
 
 std::optional<double> Recalculation::WalkGlue(Canvas& canvas, Shape& line, Name cell) {
     const bool begin = cell == Name::BeginX || cell == Name::BeginY;
-    const auto from = GluedBox(canvas, line, Name::BegTrigger), to = GluedBox(canvas, line, Name::EndTrigger);
+    const auto from = GluedBlock(canvas, line, Name::BegTrigger),
+               to = GluedBlock(canvas, line, Name::EndTrigger);
     const auto& mine = begin ? from : to;
     const auto& other = begin ? to : from;
     if (!mine) return std::nullopt;

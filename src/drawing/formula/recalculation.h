@@ -33,7 +33,7 @@ class Recalculation {
     /// Cells of the shape were removed directly: it goes by its master's formulas where it has none of its
     /// own.
     void Renewed(Canvas& canvas, Shape& shape);
-    /// Cells of a master were written directly: its instances look at it anew.
+    /// Cells of a master were written directly: its instances look at it again.
     void MasterChanged(Master& master);
 
     /// Sets a formula, with or without "=" in front. False, and nothing changed, when it is no formula, names
@@ -85,7 +85,7 @@ class Recalculation {
     /// The text is measured by its formats as they are.
     void SettleFormats(Canvas& canvas, Shape& shape);
     /// The place of the box that a trigger of a line names.
-    std::optional<glue::Box> GluedBox(Canvas& canvas, Shape& line, Name trigger);
+    std::optional<glue::Block> GluedBlock(Canvas& canvas, Shape& line, Name trigger);
     std::optional<double> WalkGlue(Canvas& canvas, Shape& line, Name cell);
 
     Document& document_;
@@ -95,7 +95,7 @@ class Recalculation {
     std::map<std::pair<Canvas*, int>, std::vector<Watch>>
         watches_;  // By the watched sheet's ID, the page's is 0.
     std::vector<Place> stale_;
-    int depth_ = 0;  // Steps of the evaluations under way.
+    int depth_ = 0;  // Steps of the evaluations in progress.
     long evaluations_ = 0;
 };
 

@@ -104,7 +104,7 @@ struct Row {
     CellList cells;
 };
 
-/// A section of rows. Geometry may stand several times, told apart by `index`; other sections have index 0.
+/// A section of rows. There may be several of Geometry, each with its `index`; other sections have index 0.
 struct Section {
     Name name = Name::None;
     int index = 0;
@@ -140,7 +140,7 @@ struct Section {
     }
 };
 
-/// Where in a shape a cell stands. Section None: a cell of the shape itself; row kSectionCell: of the section
+/// Where in a shape a cell is. Section None: a cell of the shape itself; row kSectionCell: of the section
 /// itself.
 struct CellRef {
     static constexpr RowKey kSectionCell{0x7FFF};

@@ -62,7 +62,7 @@ constexpr CellDefault kSheet[] = {
     {"PageLeftMargin", 0.25}, {"PageRightMargin", 0.25}, {"PageTopMargin", 0.25}, {"PageBottomMargin", 0.25},
     {"ScaleX", 1}, {"ScaleY", 1}, {"PagesX", 1}, {"PagesY", 1}, {"CenterX"}, {"CenterY"}, {"OnPage"},
     {"PrintGrid"}, {"PrintPageOrientation", 1}, {"PaperKind", 1}, {"PaperSource", 7},
-    // Themes: 100 stands for none.
+    // Themes: 100 means none.
     {"QuickStyleLineColor", 100}, {"QuickStyleFillColor", 100}, {"QuickStyleShadowColor", 100},
     {"QuickStyleFontColor", 100}, {"QuickStyleLineMatrix", 100}, {"QuickStyleFillMatrix", 100},
     {"QuickStyleEffectsMatrix", 100}, {"QuickStyleFontMatrix", 100}, {"QuickStyleType"},

@@ -7,7 +7,7 @@
 #include <unordered_map>
 
 // Names of cells, sections, row types and units, each held as a small number. Those that the program works
-// with stand in the list below; what else a file brings is added to its document's own pool.
+// with are in the list below; what else a file brings is added to its document's own pool.
 namespace norvelis::drawing {
 
 // clang-format off

@@ -28,7 +28,7 @@ StyleMember StyleFor(const CellRef& ref) {
     return nullptr;
 }
 
-/// In styles the formats of text stand in row 0.
+/// In styles the formats of text are in row 0.
 CellRef InStyle(CellRef ref) {
     if (ref.section != Name::None && ref.row != CellRef::kSectionCell) ref.row = RowKey::Number(0);
     return ref;

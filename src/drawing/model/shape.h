@@ -12,7 +12,7 @@ namespace norvelis::drawing {
 struct Master;
 struct StyleSheet;
 
-/// A piece of text with one format: the rows of the sections Character, Paragraph and Tabs that it goes by.
+/// A run of text with one format: the rows of the sections Character, Paragraph and Tabs that it goes by.
 struct TextRun {
     std::string text;  ///< UTF-8; lines end with LF, or CR LF as they were written.
     int character = 0;

@@ -70,11 +70,11 @@ class PackageReader {
         if (const auto masters = TargetOf(relations, parts::kMasters); !masters.empty()) ReadMasters(masters);
         if (const auto pages = TargetOf(relations, parts::kPages); !pages.empty()) ReadPages(pages);
         sheets_.TieToMasters();
-        const std::string madeAnew[] = {TargetOf(package, parts::kAppProperties),
-                                        TargetOf(relations, parts::kWindows)};
+        const std::string writtenByUs[] = {TargetOf(package, parts::kAppProperties),
+                                           TargetOf(relations, parts::kWindows)};
         for (const std::string& part : archive_.Unread()) {
             const bool known =
-                part.ends_with(".rels") || std::count(std::begin(madeAnew), std::end(madeAnew), part);
+                part.ends_with(".rels") || std::count(std::begin(writtenByUs), std::end(writtenByUs), part);
             document_->leftPartsOut |= !known;
         }
         return std::move(document_);

@@ -134,8 +134,8 @@ class PackageWriter {
 
     void WriteCanvas(const std::string& folder, const std::string& file, const Canvas& canvas,
                      std::string_view rootElement, std::string_view visioType, Relationships relations) {
-        constexpr std::size_t bytesOfAShape = 4000;  // A box with its text has 3,000 to 4,000, a line fewer.
-        XmlWriter xml(canvas.shapes.size() * bytesOfAShape);
+        constexpr std::size_t kBytesOfAShape = 4000;  // A box with its text has 3,000 to 4,000, a line fewer.
+        XmlWriter xml(canvas.shapes.size() * kBytesOfAShape);
         Root(xml, rootElement).Text("");
         SheetWriter sheets(document_, xml, [&](const ForeignPicture& picture) {
             const std::string name = fmt::format("image{}.{}", ++pictures_, picture.extension);

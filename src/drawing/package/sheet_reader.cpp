@@ -43,7 +43,7 @@ void SheetReader::Cells(const pugi::xml_node& element, CellList& cells, Name sec
         const Name name = document_.names.Intern(node.attribute("N").value());
         const std::string_view value = node.attribute("V").value(), formula = node.attribute("F").value();
         if (name == Name::None || value == kThemed) continue;
-        // Whether a cell stands there already is known without looking through what may be many.
+        // Whether a cell is there already is known without looking through what may be many.
         auto& seen = seenIn_[static_cast<std::size_t>(name)];
         Cell& cell = isNew && seen != list_ ? cells.Append(name) : cells.At(name);
         seen = list_;
@@ -149,7 +149,7 @@ TextRuns SheetReader::ReadText(const pugi::xml_node& element) const {
 std::unique_ptr<Shape> SheetReader::ReadShape(const pugi::xml_node& element, Canvas& canvas,
                                               const FindPicture& findPicture, int depth) {
     if (++shapes_ > limits::kShapes) Refuse("more shapes than any drawing has");
-    if (depth > limits::kGroupDepth) Refuse("groups stand in groups beyond every measure");
+    if (depth > limits::kGroupDepth) Refuse("groups are nested beyond every measure");
     auto shape = std::make_unique<Shape>();
     shape->id = element.attribute("ID").as_int();
     if (shape->id <= 0) Refuse("a shape has no ID");

@@ -12,7 +12,7 @@
 
 namespace norvelis::drawing {
 
-/// Reads what SheetWriter writes: cells, sections, texts and shapes, wherever they stand. More of anything
+/// Reads what SheetWriter writes: cells, sections, texts and shapes, wherever they are. More of anything
 /// than limits.h allows ends the reading with a refusal.
 class SheetReader {
   public:

@@ -26,7 +26,7 @@ CellList Complete(const Shape& shape, Name section, int row) {
     return cells;
 }
 
-void CountAnew(const Shape& shape, const RunSection& kind, Section& section, TextRuns& runs) {
+void Renumber(const Shape& shape, const RunSection& kind, Section& section, TextRuns& runs) {
     const Section own = section;
     section.rows.clear();
     int filed = -1, previous = -1;
@@ -46,7 +46,7 @@ void CountAnew(const Shape& shape, const RunSection& kind, Section& section, Tex
     if (base && filed >= 0 && !baseIsFirst) section.At(RowKey::Number(filed + 1)).cells = base->cells;
 }
 
-/// Whether the pieces use all rows but the last, one after the other.
+/// Whether the runs use all rows but the last, one after the other.
 bool LeavesLastRow(const TextRuns& runs, int TextRun::*row, int rows) {
     int next = 0;
     for (const auto& run : runs) {
@@ -67,8 +67,7 @@ FiledText ToFile(const Shape& shape) {
     for (const auto& kind : kRunSections) {
         const auto section = std::find_if(filed.sections.begin(), filed.sections.end(),
                                           [&](const Section& each) { return each.name == kind.section; });
-        if (section != filed.sections.end() && !section->deleted)
-            CountAnew(shape, kind, *section, filed.runs);
+        if (section != filed.sections.end() && !section->deleted) Renumber(shape, kind, *section, filed.runs);
     }
     return filed;
 }

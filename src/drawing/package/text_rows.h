@@ -4,11 +4,11 @@
 
 #include "drawing/model/shape.h"
 
-// How a text's formats stand in files. Readers take the rows of the sections Character and Paragraph for the
-// formats of the text's pieces one after the other: row 0 is the first piece's, and no row serves two pieces.
-// In the model row 0 is the shape's base format, which pieces with formats of their own leave unused. So the
-// rows are counted anew on the way out, with an unused base format behind those of the pieces, and back on
-// the way in.
+// How a text's formats are kept in files. Readers take the rows of the sections Character and Paragraph for
+// the formats of the text's runs one after the other: row 0 is the first run's, and no row serves two runs.
+// In the model row 0 is the shape's base format, which runs with formats of their own leave unused. So the
+// rows are counted again when written, with an unused base format behind those of the runs, and back when
+// read.
 namespace norvelis::drawing {
 
 /// A shape's own text and sections as a file holds them.
@@ -18,7 +18,7 @@ struct FiledText {
 };
 FiledText ToFile(const Shape& shape);
 
-/// The other way, for a shape whose text and sections were just read.
+/// The reverse, for a shape whose text and sections were just read.
 void FromFile(Shape& shape);
 
 }  // namespace norvelis::drawing

@@ -30,7 +30,7 @@ std::size_t Character(std::string_view text) {
     return 0;
 }
 
-/// Length of the start of `text` that every place takes as it stands.
+/// Length of the start of `text` that every place takes as it is.
 std::size_t PlainLength(std::string_view text) {
     const auto special = [](char c) {
         return c < ' ' || c > '~' || c == '&' || c == '<' || c == '>' || c == '"';
@@ -49,8 +49,8 @@ std::string NumberText(double value) {
     return {digits, end};
 }
 
-XmlWriter::XmlWriter(std::size_t room) {
-    xml_.reserve(room);
+XmlWriter::XmlWriter(std::size_t space) {
+    xml_.reserve(space);
     xml_ = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n";
 }
 

@@ -11,8 +11,8 @@ namespace norvelis::drawing {
 /// formed: characters that XML does not know become blanks, broken UTF-8 becomes U+FFFD.
 class XmlWriter {
   public:
-    /// With room for so many bytes, where growing to them would cost more than writing them.
-    explicit XmlWriter(std::size_t room = 0);
+    /// With space for so many bytes, where growing to them would cost more than writing them.
+    explicit XmlWriter(std::size_t space = 0);
     XmlWriter& Open(std::string_view element);
     XmlWriter& Attribute(std::string_view name, std::string_view value);
     XmlWriter& Attribute(std::string_view name, const char* value) {

@@ -58,8 +58,8 @@ constexpr std::size_t kWorkOfAFragment = 20;  ///< Of a line of text.
 
 class SceneBuilder {
   public:
-    SceneBuilder(FontLibrary& fonts, const Document& document, Scene& scene, Effort& effort)
-        : fonts_(fonts), document_(document), scene_(scene), effort_(effort) {}
+    SceneBuilder(FontLibrary& fonts, const Document& document, Scene& scene, SceneCost& cost)
+        : fonts_(fonts), document_(document), scene_(scene), cost_(cost) {}
 
     void Add(const Canvas& canvas, const Placement& page) {
         FindLayers(canvas.sheet);
@@ -80,8 +80,8 @@ class SceneBuilder {
     }
 
     void Spend(std::size_t work) {
-        effort_.work += work;
-        if (effort_.work > kMostWork)
+        cost_.work += work;
+        if (cost_.work > kMostWork)
             throw RuntimeFailure(FailureNumber::DeviceIoError, "the page holds more than can be shown");
     }
 
@@ -177,7 +177,7 @@ class SceneBuilder {
         return path;
     }
 
-    /// Knots and points of a free curve, which stand in one cell as a formula's text.
+    /// Knots and points of a free curve, which are in one cell as a formula's text.
     std::string CurveData(const Row& row) {
         const Cell* cell = row.cells.Find(Name::E);
         if (!cell) return {};
@@ -267,7 +267,7 @@ class SceneBuilder {
 
     void AddPicture(const Shape& shape, const Placement& place, Figure& figure) {
         if (!shape.picture) return;
-        figure.picture = ReadBitmap(*shape.picture, effort_.pixels);
+        figure.picture = ReadBitmap(*shape.picture, cost_.pixels);
         const double x = Value(shape, Name::ImgOffsetX), y = Value(shape, Name::ImgOffsetY);
         const double width = Value(shape, Name::ImgWidth), height = Value(shape, Name::ImgHeight);
         figure.picturePlace = QTransform(width, 0, 0, -height, x, y + height) * place.toScene;
@@ -329,7 +329,7 @@ class SceneBuilder {
     const Document& document_;
     Scene& scene_;
     std::set<int> hidden_, locked_;  ///< Layers.
-    Effort& effort_;
+    SceneCost& cost_;
 };
 
 /// Of a page whose drawing scale is not its page scale: paper inches to the drawing's inch.
@@ -353,11 +353,11 @@ Scene EmptyScene(const Shape& sheet) {
 
 }  // namespace
 
-Scene BuildScene(FontLibrary& fonts, const Document& document, const Page& page, Effort& effort) {
+Scene BuildScene(FontLibrary& fonts, const Document& document, const Page& page, SceneCost& cost) {
     Scene scene = EmptyScene(page.sheet);
     scene.title = QString::fromStdString(document.title.empty() ? page.name : document.title);
     scene.name = QString::fromStdString(page.name);
-    SceneBuilder builder(fonts, document, scene, effort);
+    SceneBuilder builder(fonts, document, scene, cost);
     std::vector<const Page*> pages = {&page};
     for (const Page* back = document.PageById(page.backPage);
          back && std::find(pages.begin(), pages.end(), back) == pages.end();
@@ -368,14 +368,14 @@ Scene BuildScene(FontLibrary& fonts, const Document& document, const Page& page,
 }
 
 Scene BuildScene(FontLibrary& fonts, const Document& document, const Page& page) {
-    Effort effort;
-    return BuildScene(fonts, document, page, effort);
+    SceneCost cost;
+    return BuildScene(fonts, document, page, cost);
 }
 
-Scene BuildScene(FontLibrary& fonts, const Document& document, const Master& master, Effort& effort) {
+Scene BuildScene(FontLibrary& fonts, const Document& document, const Master& master, SceneCost& cost) {
     Scene scene = EmptyScene(master.sheet);
     scene.title = scene.name = QString::fromStdString(master.name);
-    SceneBuilder(fonts, document, scene, effort).Add(master, PagePlacement(master.sheet));
+    SceneBuilder(fonts, document, scene, cost).Add(master, PagePlacement(master.sheet));
     return scene;
 }
 

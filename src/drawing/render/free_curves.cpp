@@ -14,7 +14,7 @@ namespace norvelis::drawing::render {
 namespace {
 
 constexpr int kHighestDegree = 25;  // As the file format has it.
-constexpr int kPiecesOfASpan = 4;   // Cubic curves that stand for one span between knots.
+constexpr int kCurvesOfASpan = 4;   // Cubic curves in place of one span between knots.
 
 /// A point with its weight; the coordinates are multiplied by it.
 struct Weighted {
@@ -39,7 +39,7 @@ struct Curve {
                std::all_of(points.begin(), points.end(), [](const Weighted& each) { return each.w > 0; });
     }
 
-    /// Knots of a file that leave no room for the curve are replaced by evenly spaced ones between its ends.
+    /// Knots of a file that leave no space for the curve are replaced by evenly spaced ones between its ends.
     void MendKnots() {
         const auto p = static_cast<std::size_t>(degree);
         if (!IsSound() || knots[p] < knots[points.size()]) return;
@@ -88,10 +88,10 @@ void AddCurve(QPainterPath& path, const Curve& curve) {
             const Weighted at = curve.At(span, u), by = slope.At(span - 1, u);
             return (QPointF(by.x, by.y) - point(at) * by.w) / at.w;
         };
-        const int pieces = p == 1 ? 1 : kPiecesOfASpan;
-        const double step = length / pieces;
-        for (int piece = 0; piece < pieces; ++piece) {
-            const double u = from + piece * step, v = piece + 1 == pieces ? from + length : u + step;
+        const int curves = p == 1 ? 1 : kCurvesOfASpan;
+        const double step = length / curves;
+        for (int part = 0; part < curves; ++part) {
+            const double u = from + part * step, v = part + 1 == curves ? from + length : u + step;
             const QPointF start = point(curve.At(span, u)), end = point(curve.At(span, v));
             if (p == 1)
                 path.lineTo(end);

@@ -3,7 +3,7 @@
 #include <QPainterPath>
 #include <vector>
 
-#include "drawing/render/outline.h"
+#include "drawing/render/outline_row.h"
 
 // The geometry rows of free curves. All go on from the path's current position; numbers that make no curve
 // give a straight line to the row's point.

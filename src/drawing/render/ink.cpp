@@ -205,8 +205,8 @@ std::optional<LineEnd> MakeLineEnd(int arrow, int size, double weight, QPointF f
     const QPointF way = tip - from;
     const double distance = std::hypot(way.x(), way.y());
     if (arrow < 1 || arrow > static_cast<int>(std::size(kEnds)) || distance <= 0) return std::nullopt;
-    constexpr std::array factors = {0.6, 0.8, 1.0, 1.25, 1.6, 2.2, 3.0};
-    const double factor = factors[static_cast<std::size_t>(std::clamp(size, 0, 6))];
+    constexpr std::array kFactors = {0.6, 0.8, 1.0, 1.25, 1.6, 2.2, 3.0};
+    const double factor = kFactors[static_cast<std::size_t>(std::clamp(size, 0, 6))];
     const double length = (3 * weight + 3 * kUnitsPerPoint) * factor, half = length * 0.42;
     const QPointF along = way / distance, across(-along.y(), along.x());
     const auto at = [&](double back, double side) { return tip - along * back + across * side; };

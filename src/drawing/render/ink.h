@@ -36,7 +36,7 @@ struct LineStyle {
 QPen LinePen(const LineStyle& style);
 
 struct LineEnd {
-    QPainterPath path;   ///< Where it stands on the line.
+    QPainterPath path;   ///< Where it is on the line.
     bool filled = true;  ///< With the line's colour; otherwise drawn with it.
     double cut = 0;      ///< What the line is to be shortened by, so that it does not show beside the tip.
 };

@@ -46,11 +46,11 @@ std::vector<Scene> OpenPages(const std::string& path) {
     NeedFonts();
     const auto ours = [](Document& document) {
         FontLibrary fonts;
-        Effort effort;
+        SceneCost cost;
         std::vector<Scene> scenes;
         for (const auto& page : document.pages) {
             if (!page->background || document.pages.size() == 1)
-                scenes.push_back(BuildScene(fonts, document, *page, effort));
+                scenes.push_back(BuildScene(fonts, document, *page, cost));
         }
         return scenes;
     };
@@ -61,13 +61,13 @@ std::vector<Scene> OpenMasters(const std::string& path) {
     NeedFonts();
     const auto ours = [](Document& document) {
         FontLibrary fonts;
-        Effort effort;
+        SceneCost cost;
         std::vector<Scene> scenes;
         Recalculation recalculation(document, fonts);
         for (const auto& master : document.masters) AddSampleText(recalculation, *master);
         recalculation.Settle();
         for (const auto& master : document.masters)
-            scenes.push_back(BuildScene(fonts, document, *master, effort));
+            scenes.push_back(BuildScene(fonts, document, *master, cost));
         return scenes;
     };
     return Open(path, ours, &ForeignMasters);

@@ -17,9 +17,9 @@ constexpr double kPi = std::numbers::pi;
 /// An arc of the unit circle's image under `toCircle` inverted, from one angle over `sweep`, as cubic curves.
 void AddArc(QPainterPath& path, QPointF center, double radius, double from, double sweep,
             const QTransform& back) {
-    const int pieces = std::max(1, static_cast<int>(std::ceil(std::abs(sweep) / (kPi / 2))));
-    const double step = sweep / pieces, reach = 4.0 / 3 * std::tan(step / 4) * radius;
-    for (int i = 0; i < pieces; ++i) {
+    const int curves = std::max(1, static_cast<int>(std::ceil(std::abs(sweep) / (kPi / 2))));
+    const double step = sweep / curves, reach = 4.0 / 3 * std::tan(step / 4) * radius;
+    for (int i = 0; i < curves; ++i) {
         const double start = from + i * step, end = start + step;
         const QPointF a = center + radius * QPointF(std::cos(start), std::sin(start));
         const QPointF b = center + radius * QPointF(std::cos(end), std::sin(end));
@@ -32,7 +32,7 @@ void AddArc(QPainterPath& path, QPointF center, double radius, double from, doub
 /// other; a line when they do not lie on one.
 void EllipticalArcTo(QPainterPath& path, QPointF to, QPointF through, double angle, double ratio) {
     if (!(std::abs(ratio) > 1e-9)) return path.lineTo(to);
-    QTransform toCircle;  // Turns the axes level and squeezes the ellipse to a circle.
+    QTransform toCircle;  // Turns the long axis horizontal and squeezes the ellipse to a circle.
     toCircle.scale(1 / ratio, 1);
     toCircle.rotateRadians(-angle);
     const QPointF p = toCircle.map(path.currentPosition()), q = toCircle.map(through), r = toCircle.map(to);
@@ -54,7 +54,7 @@ void EllipticalArcTo(QPainterPath& path, QPointF to, QPointF through, double ang
     AddArc(path, center, radius, from, middle <= end ? end : end - 2 * kPi, toCircle.inverted());
 }
 
-/// `bow` is the distance of the arc's middle from the middle of its chord, to the right of the way when
+/// `bow` is the distance of the arc's middle from the middle of its chord, to the right when
 /// positive.
 void ArcTo(QPainterPath& path, QPointF to, double bow) {
     const QPointF from = path.currentPosition(), way = to - from;

@@ -1,20 +1,12 @@
 #pragma once
 
 #include <QPainterPath>
-#include <string>
 #include <vector>
 
-#include "drawing/model/names.h"
+#include "drawing/render/outline_row.h"
 
 // Geometry rows as outlines. Local coordinates of the shape: inches, y upwards.
 namespace norvelis::drawing::render {
-
-/// A geometry row's values, in the published meaning of its type.
-struct OutlineRow {
-    Name type = Name::None;
-    double x = 0, y = 0, a = 0, b = 0, c = 0, d = 0;
-    std::string data;  ///< Of a row that holds many points: "NURBS(...)" or "POLYLINE(...)".
-};
 
 /// `width` and `height` are the shape's, which the Rel... rows count in.
 QPainterPath Outline(const std::vector<OutlineRow>& rows, double width, double height);

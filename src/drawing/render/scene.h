@@ -30,7 +30,7 @@ struct Mark {
     bool clipped = false;  ///< Shows only inside the figure's mark before it (the strokes of a hatch).
 };
 
-/// A piece of one line of text in one style.
+/// A run of one line of text in one style.
 struct Fragment {
     QPointF start;  ///< Left end on the base line.
     double width = 0;
@@ -73,7 +73,8 @@ struct Scene {
     std::optional<ForeignPage> foreign;
     std::vector<Figure> figures;  ///< Back first.
 
-    /// The frontmost figure at a point or within `slack` of it, locked ones aside; null when there is none.
+    /// The frontmost figure at a point or within `slack` of it, locked ones left out; null when there is
+    /// none.
     const Figure* At(QPointF point, double slack = 0) const;
 };
 

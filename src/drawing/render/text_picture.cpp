@@ -27,7 +27,8 @@ Letters LettersOf(const Document& document, const Shape& shape, int row) {
     };
     Letters letters;
     const std::string& family = document.FontName(static_cast<int>(cell(Name::Font)));
-    letters.font.setFamilies({QString::fromStdString(family), QString::fromStdString(StandInFamily(family))});
+    letters.font.setFamilies(
+        {QString::fromStdString(family), QString::fromStdString(SubstituteFamily(family))});
     const int position = static_cast<int>(cell(Name::Pos)), style = static_cast<int>(cell(Name::Style));
     const double size = std::clamp(cell(Name::Size) * kUnitsPerInch, 1.0, 50000.0);
     letters.font.setPixelSize(std::max(1, static_cast<int>(std::lround(position == 0 ? size : size * 0.6))));
@@ -62,8 +63,8 @@ TextPicture PictureOfText(FontLibrary& fonts, const Document& document, const Sh
     const auto margin = [&shape](Name cell) { return Number(shape, cell); };
     const double left = margin(Name::LeftMargin), right = margin(Name::RightMargin);
     const double top = margin(Name::TopMargin), bottom = margin(Name::BottomMargin);
-    const double room = width - left - right;
-    const TextLayout layout = LayOutText(fonts, document, shape, room + kGrace);
+    const double space = width - left - right;
+    const TextLayout layout = LayOutText(fonts, document, shape, space + kGrace);
     const double slack = height - top - bottom - layout.height;
     const int align = static_cast<int>(Number(shape, Name::VerticalAlign));
     const double down = top + (align == 0 ? 0 : align == 1 ? slack / 2 : slack);

@@ -1,14 +1,6 @@
 #include "drawing/stencils/background.h"
 
-#include "drawing/stencils/background_motifs.h"
-
 namespace norvelis::drawing::stencils {
-
-std::vector<Background> Backgrounds() {
-    return {Steel(),     HighTech(), Stripes(),   Web(),     Rain(),       Leaf(),
-            Orbit(),     Horizon(),  World(),     Compass(), Clouds(),     City(),
-            Mountains(), None(),     Geometric(), Cosmic(),  Expedition(), Tranquil()};
-}
 
 Layer Filled(Frame frame, Path outline, std::string color, Fill fill, std::string color2) {
     Layer layer;

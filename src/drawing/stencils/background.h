@@ -51,7 +51,11 @@ struct Background {
     std::vector<Layer> layers;
 };
 
-/// The eighteen, in the order in which the settings screen offers them.
-std::vector<Background> Backgrounds();
+/// A layer that fills its outline.
+Layer Filled(Frame frame, Path outline, std::string color, Fill fill = Fill::Solid, std::string color2 = {});
+/// A layer of lines alone.
+Layer Drawn(Frame frame, Path outline, std::string color, double weight = 0.8, int dash = 1);
+/// The whole page in one colour, or running from one at the top to one at the bottom.
+Layer Wash(std::string top, std::string bottom = {});
 
 }  // namespace norvelis::drawing::stencils

@@ -4,7 +4,7 @@
 #include <tuple>
 #include <utility>
 
-#include "drawing/stencils/background_motifs.h"
+#include "drawing/stencils/backgrounds.h"
 
 // Backgrounds made by rule: patterns, networks, instruments and the sky.
 namespace norvelis::drawing::stencils {

@@ -4,7 +4,7 @@
 #include <tuple>
 #include <utility>
 
-#include "drawing/stencils/background_motifs.h"
+#include "drawing/stencils/backgrounds.h"
 
 // Backgrounds drawn by hand: weather, land and water, mostly along the foot of the page, where they carry the
 // drawing rather than stand behind it.
@@ -221,7 +221,7 @@ Background Mountains() {
 }
 
 Background Expedition() {
-    // A survey map: height lines around two tops, the way across, its end marked.
+    // A survey map: height lines around two tops, the track across, its end marked.
     Path heights, summits, way, cross, flags;
     const auto hill = [&](Point top, double radius, int rings, double phase) {
         for (int ring = 1; ring <= rings; ++ring) {

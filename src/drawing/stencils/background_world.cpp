@@ -2,7 +2,7 @@
 #include <numbers>
 #include <utility>
 
-#include "drawing/stencils/background_motifs.h"
+#include "drawing/stencils/backgrounds.h"
 
 // The globe, seen from above the Sahara.
 namespace norvelis::drawing::stencils {
@@ -37,7 +37,7 @@ void AddGlobeLine(Path& path, const std::vector<Point>& line, Point middle) {
     if (visible.size() > 1) path.Smooth(visible);
 }
 
-/// Land on the globe. Points behind are drawn in to the rim, so that a coast may run around it.
+/// Land on the globe. Points behind are drawn in to the edge, so that a coast may run around it.
 void AddLand(Path& path, const std::vector<Point>& coast, Point middle) {
     std::vector<Point> outline;
     bool any = false;

@@ -15,7 +15,7 @@ constexpr double kLetterWidth = 11, kLetterHeight = 8.5;
 constexpr int kFirstShapeId =
     5;  // As programs of this format count in masters; "Sheet.5" in the definitions.
 
-/// The same name always has the same ID, so that stencils made anew are the same files.
+/// The same name always has the same ID, so that stencils made again are the same files.
 std::string IdOf(const std::string& name) {
     std::uint64_t half[2];
     for (std::uint64_t& hash : half) {
@@ -91,13 +91,13 @@ class MasterBuilder {
     Recalculation& recalculation_;
 };
 
-/// A master that does not depend on its page gets a page of its own size, on which it stands whole.
+/// A master that does not depend on its page gets a page of its own size, which shows it whole.
 void FitPage(Recalculation& recalculation, Master& master) {
     Shape& shape = *master.shapes.front();
     if (FormulaOf(shape, Name::Width).find("ThePage") != std::string_view::npos) return;
     master.sheet.cells.Set(Name::PageWidth, std::abs(Number(shape, Name::Width)));
     master.sheet.cells.Set(Name::PageHeight, std::abs(Number(shape, Name::Height)));
-    // A line stands by its ends; a guarded pin stays where they put it.
+    // A line is placed by its ends; a guarded pin stays where they put it.
     recalculation.SetValue(master, shape, Name::PinX, Value::Of(Number(shape, Name::LocPinX)));
     recalculation.SetValue(master, shape, Name::PinY, Value::Of(Number(shape, Name::LocPinY)));
 }

@@ -38,7 +38,7 @@ struct ShapeDefinition {
 
 struct MasterDefinition {
     std::string name;
-    std::string prompt;  ///< What the master is for, as the stencil window tells it.
+    std::string prompt;  ///< What the master is for, as the stencil window shows it.
     ShapeDefinition shape;
 };
 

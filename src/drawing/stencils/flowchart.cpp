@@ -60,7 +60,7 @@ MasterDefinition Terminator() {
     return {"Terminator", "A beginning or an end.", shape};
 }
 
-/// A note stands up and to the right of its pin, at the foot of its block and only as large as its text, so
+/// A note is above and to the right of its pin, at the foot of its block and only as large as its text, so
 /// that it covers nothing of the box whose pin it is dropped beside. The leader runs to the begin point from
 /// the foot of the note's bar, which is the pin, or from its head when the begin point is above the note;
 /// gluing the begin point to a box ties the note to it. It is one-dimensional (it has end points), but

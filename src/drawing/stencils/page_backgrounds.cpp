@@ -1,6 +1,6 @@
 #include <fmt/format.h>
 
-#include "drawing/stencils/background.h"
+#include "drawing/stencils/backgrounds.h"
 #include "drawing/stencils/definition.h"
 
 // Backgrounds as masters: a group over the whole page, one part a layer, everything tied to the page's size

@@ -30,7 +30,7 @@ class Path {
     Path& Polyline(const std::vector<Point>& points);
 
     /// A smooth line through the points (Catmull-Rom, as cubic curves). `join` goes on from the present point
-    /// with a straight line instead of starting anew.
+    /// with a straight line instead of starting a new one.
     Path& Smooth(const std::vector<Point>& points, bool join = false);
     Path& SmoothClosed(const std::vector<Point>& points);
 

@@ -17,10 +17,10 @@ namespace norvelis::drawing {
 namespace {
 
 struct Replaced {
-    std::string_view name, standIn;
+    std::string_view name, substitute;
 };
 // Liberation was drawn to the widths of these.
-constexpr std::array<Replaced, 6> kStandIns = {{
+constexpr std::array<Replaced, 6> kSubstitutes = {{
     {"Times New Roman", "Liberation Serif"},
     {"Times", "Liberation Serif"},
     {"Arial", "Liberation Sans"},
@@ -93,9 +93,9 @@ std::string FontFile(FcConfig* config, const std::string& family, bool bold, boo
 
 }  // namespace
 
-std::string StandInFamily(const std::string& name) {
-    for (const auto& each : kStandIns) {
-        if (EqualIgnoringCase(each.name, name)) return std::string(each.standIn);
+std::string SubstituteFamily(const std::string& name) {
+    for (const auto& each : kSubstitutes) {
+        if (EqualIgnoringCase(each.name, name)) return std::string(each.substitute);
     }
     return name;
 }
@@ -123,7 +123,7 @@ FontFace& FontLibrary::Face(const std::string& family, bool bold, bool italic) {
     FT_Face loaded = nullptr;
     if (state_->config && state_->library) {
         int index = 0;
-        const std::string file = FontFile(state_->config, StandInFamily(family), bold, italic, index);
+        const std::string file = FontFile(state_->config, SubstituteFamily(family), bold, italic, index);
         if (!file.empty() && FT_New_Face(state_->library, file.c_str(), index, &loaded) != 0)
             loaded = nullptr;
     }

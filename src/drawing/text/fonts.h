@@ -17,8 +17,9 @@ class FontFace {
     double ascent_ = 0.9, descent_ = 0.2;
 };
 
-/// The family that stands in for a name: for the three classic families those with exactly their widths.
-std::string StandInFamily(const std::string& name);
+/// The family that is used in place of a name: for the three classic families those with exactly their
+/// widths.
+std::string SubstituteFamily(const std::string& name);
 
 /// The fonts of the machine, loaded when first asked for. A font that is not there is replaced by the nearest
 /// that is; on a machine without fonts every character is half as wide as its size. Not for use by several

@@ -172,7 +172,7 @@ class LineBreaker {
         breakWidth_ = line_.width;
     }
 
-    /// Moves what stands behind the last place for a break to a new line; the whole line stays when there is
+    /// Moves what is behind the last place for a break to a new line; the whole line stays when there is
     /// none.
     void Wrap() {
         std::vector<TextFragment> carried;
@@ -207,7 +207,7 @@ class LineBreaker {
         tab_ = {};
         if (firstLine_ && !layout_.lines.empty()) y_ += paragraph_.before;
         line_.top = y_;
-        // The surplus of the line's height stands above the characters, as word processors have it.
+        // The surplus of the line's height is above the characters, as word processors have it.
         line_.baseline = y_ + (line_.height - (ascent_ + descent_)) / 2 + ascent_;
         y_ += line_.height;
         if (paragraphEnds) y_ += paragraph_.after;
@@ -226,8 +226,8 @@ class LineBreaker {
         const double whole = std::isinf(width_) ? layout_.width : width_;
         for (std::size_t i = 0; i < layout_.lines.size(); ++i) {
             auto& line = layout_.lines[i];
-            const double room = whole - aligns_[i].right - line.width;
-            const double shift = aligns_[i].align == 1 ? room / 2 : aligns_[i].align == 2 ? room : 0;
+            const double space = whole - aligns_[i].right - line.width;
+            const double shift = aligns_[i].align == 1 ? space / 2 : aligns_[i].align == 2 ? space : 0;
             for (auto& fragment : line.fragments) fragment.x += shift;
             line.width -= aligns_[i].left;
         }

@@ -118,7 +118,7 @@ class Sifter {
                 bestSteps = steps;
             }
         }
-        // After n-1 steps the vertex stands behind its start on the circle; go on (back) to the best place.
+        // After n-1 steps the vertex is behind its start on the circle; go on (back) to the best place.
         std::rotate(order_.begin(), order_.begin() + static_cast<std::ptrdiff_t>(at), order_.end());
         std::rotate(order_.begin(), order_.begin() + 1,
                     order_.begin() + static_cast<std::ptrdiff_t>(bestSteps) + 1);
@@ -160,9 +160,9 @@ void ShortenChords(std::vector<int>& order, const Neighbours& neighbours) {
         }
         return length;
     };
-    constexpr int mostRounds = 4;
+    constexpr int kMostRounds = 4;
     bool changed = true;
-    for (int round = 0; round < mostRounds && changed; ++round) {
+    for (int round = 0; round < kMostRounds && changed; ++round) {
         changed = false;
         for (std::size_t i = 1; i < count; ++i) {
             for (std::size_t j = 0; j < i; ++j) {
@@ -203,10 +203,10 @@ std::vector<int> CircleOrder(int count, const std::vector<std::pair<int, int>>& 
         neighbours[At(a)].push_back(b);
         neighbours[At(b)].push_back(a);
     }
-    constexpr int manyVertices = 400;  // with them, fewer rounds and the better start of the two must do
-    const int rounds = count < manyVertices ? 6 : 3;
+    constexpr int kManyVertices = 400;  // with them, fewer rounds and the better start of the two must do
+    const int rounds = count < kManyVertices ? 6 : 3;
     std::vector<std::vector<int>> starts{SpectralOrder(neighbours)};
-    if (count < manyVertices) starts.push_back(Insert(count, neighbours));
+    if (count < kManyVertices) starts.push_back(Insert(count, neighbours));
     std::vector<int> best;
     long fewest = -1;
     for (std::vector<int>& start : starts) {

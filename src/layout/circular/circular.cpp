@@ -19,13 +19,13 @@ std::size_t At(int i) {
     return static_cast<std::size_t>(i);
 }
 
-constexpr int boxesOfALane = 72;      // a circle with more boxes gets a second lane, and so on
-constexpr double circleAspect = 1.6;  // pages are wider than high
+constexpr int kBoxesOfALane = 72;      // a circle with more boxes gets a second lane, and so on
+constexpr double kCircleAspect = 1.6;  // pages are wider than high
 
-/// The way in which a part of the drawing grows away from the circle it hangs on.
+/// The direction in which a part of the drawing grows away from the circle it hangs on.
 enum class Outward { Right, Up, Left, Down };
 
-bool IsLevel(Outward outward) {
+bool IsHorizontal(Outward outward) {
     return outward == Outward::Right || outward == Outward::Left;
 }
 
@@ -59,7 +59,7 @@ class BlockTree {
     std::vector<Point> Place() const;
 
   private:
-    /// What stands at one place of a circle: a box and what hangs on it outwards.
+    /// What is at one place of a circle: a box and what hangs on it outwards.
     struct Hanging {
         int box;
         int under;  ///< The block that it is reached from.
@@ -126,10 +126,10 @@ void BlockTree::PutBeyond(Part& part, Part next, Outward outward) const {
     part.Add(next);
 }
 
-/// Parts side by side on shelves across the way outwards, small ones nearest.
+/// Parts side by side on shelves across the direction outwards, small ones nearest.
 Part BlockTree::Shelves(std::vector<Part> parts, Outward outward) const {
     const auto along = [&](const Part& part) {
-        return IsLevel(outward) ? part.bounds.Height() + gaps_.y : part.bounds.Width() + gaps_.x;
+        return IsHorizontal(outward) ? part.bounds.Height() + gaps_.y : part.bounds.Width() + gaps_.x;
     };
     std::stable_sort(parts.begin(), parts.end(), [](const Part& a, const Part& b) {
         return a.bounds.Width() * a.bounds.Height() < b.bounds.Width() * b.bounds.Height();
@@ -203,7 +203,7 @@ Part BlockTree::Hang(int box, Outward outward, int under) const {
         PutBeyond(part, Shelves(std::move(parts), outward), outward);
         return part;
     }
-    // What does not fit on the box's circle stands beside it, on the near side, where the box is.
+    // What does not fit on the box's circle is beside it, on the near side, where the box is.
     Part shelves = Shelves(std::move(parts), static_cast<Outward>((static_cast<int>(outward) + 1) % 4));
     const Rect &a = part.bounds, &b = shelves.bounds;
     switch (outward) {
@@ -225,7 +225,7 @@ Part BlockTree::Hang(int box, Outward outward, int under) const {
 }
 
 /// A block's boxes on an ellipse, each with what hangs on it outwards. The owner, through which the block is
-/// reached, has its place on the near side; when it stands on another circle already, the place stays open.
+/// reached, has its place on the near side; when it is on another circle already, the place stays open.
 Part BlockTree::Circle(int block, int owner, bool ownerIsOnIt, Outward outward) const {
     std::vector<int> boxes = blocks_[At(block)];
     const auto first = std::find(boxes.begin(), boxes.end(), owner);
@@ -252,10 +252,10 @@ Part BlockTree::Around(const std::vector<Hanging>& hangings, int middle) const {
         step.width += size.width / static_cast<double>(count);
         step.height += size.height / static_cast<double>(count);
     }
-    RingShape hole{0.5 * circleAspect, 0.5, 2};
+    RingShape hole{0.5 * kCircleAspect, 0.5, 2};
     if (middle >= 0) hole = {graph_.boxes[At(middle)].width / 2, graph_.boxes[At(middle)].height / 2, 2};
     const Box gaps{gaps_.x, gaps_.y};
-    const int lanes = 1 + static_cast<int>(count) / boxesOfALane;
+    const int lanes = 1 + static_cast<int>(count) / kBoxesOfALane;
     const Ring plain(hole, largest, gaps, step, static_cast<double>(count), lanes);
 
     // A part needs as much of the ring as it is wide (above and below) or high (at the sides).
@@ -265,16 +265,17 @@ Part BlockTree::Around(const std::vector<Hanging>& hangings, int middle) const {
     double steps = 0;
     for (const Hanging& hanging : hangings) {
         const double turn = hanging.turn - std::floor(hanging.turn);
-        const bool runsLevel = plain.RunsLevel(turn);
-        const Outward outward = runsLevel ? (turn < 0.5 ? Outward::Up : Outward::Down)
-                                          : (turn < 0.25 || turn > 0.75 ? Outward::Right : Outward::Left);
+        const bool runsHorizontally = plain.RunsHorizontally(turn);
+        const Outward outward = runsHorizontally
+                                    ? (turn < 0.5 ? Outward::Up : Outward::Down)
+                                    : (turn < 0.25 || turn > 0.75 ? Outward::Right : Outward::Left);
         parts.push_back(hanging.under < 0 ? BoxOf(hanging.box) : Hang(hanging.box, outward, hanging.under));
         const Part& part = parts.back();
         const Point anchor = part.Anchor();
-        double one = runsLevel ? (part.bounds.x1 - anchor.x + gaps_.x / 2) / step.width
-                               : (part.bounds.y1 - anchor.y + gaps_.y / 2) / step.height;
-        double other = runsLevel ? (anchor.x - part.bounds.x0 + gaps_.x / 2) / step.width
-                                 : (anchor.y - part.bounds.y0 + gaps_.y / 2) / step.height;
+        double one = runsHorizontally ? (part.bounds.x1 - anchor.x + gaps_.x / 2) / step.width
+                                      : (part.bounds.y1 - anchor.y + gaps_.y / 2) / step.height;
+        double other = runsHorizontally ? (anchor.x - part.bounds.x0 + gaps_.x / 2) / step.width
+                                        : (anchor.y - part.bounds.y0 + gaps_.y / 2) / step.height;
         // Anticlockwise it goes leftwards above, rightwards below, downwards on the left, upwards on the
         // right.
         if (outward == Outward::Down || outward == Outward::Right) std::swap(one, other);

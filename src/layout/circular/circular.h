@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "layout/graph/graph.h"
+#include "layout/graph/style.h"
 
 namespace norvelis::layout {
 

@@ -7,12 +7,12 @@ namespace norvelis::layout {
 std::vector<Point> ShortestThrough(Point start, const std::vector<Door>& doors, Point end) {
     std::vector<Door> all = doors;
     all.push_back({end, end});
-    std::vector<Point> way{start};
+    std::vector<Point> path{start};
     Point apex = start, left = all.front().left, right = all.front().right;
     std::size_t leftDoor = 0, rightDoor = 0;
     const auto turns = [&](Point a, Point b) { return Cross(a - apex, b - apex); };  // > 0: b lies left of a
     const auto restart = [&](Point corner, std::size_t door) {
-        if (!(corner == way.back())) way.push_back(corner);
+        if (!(corner == path.back())) path.push_back(corner);
         apex = left = right = corner;
         leftDoor = rightDoor = door;
     };
@@ -42,8 +42,8 @@ std::vector<Point> ShortestThrough(Point start, const std::vector<Door>& doors, 
             }
         }
     }
-    if (!(way.back() == end)) way.push_back(end);
-    return way;
+    if (!(path.back() == end)) path.push_back(end);
+    return path;
 }
 
 }  // namespace norvelis::layout

@@ -6,13 +6,13 @@
 
 namespace norvelis::layout {
 
-/// A door on the way through free space, as seen by one who passes it.
+/// A door in free space, as seen by one who passes it.
 struct Door {
     Point left, right;
 };
 
-/// The shortest way from start to end through all doors in turn, where from door to door nothing is in the
-/// way. Lee, Preparata (1984).
+/// The shortest path from start to end through all doors in turn, where nothing bars the
+/// path from door to door. Lee, Preparata (1984).
 std::vector<Point> ShortestThrough(Point start, const std::vector<Door>& doors, Point end);
 
 }  // namespace norvelis::layout

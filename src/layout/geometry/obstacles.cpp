@@ -33,13 +33,13 @@ bool Obstacles::Cover(Point a, Point b, Point c) const {
 
 bool Obstacles::Bar(Point a, Point b, double clearance, int but, int orBut) const {
     const int parts = 1 + static_cast<int>(Length(b - a) / 8);
-    for (int k = 0; k < parts; ++k) {  // a slanting piece passes few of the squares of its bounds
+    for (int k = 0; k < parts; ++k) {  // a slanting segment passes few of the squares of its bounds
         const Point from = Between(a, b, static_cast<double>(k) / parts);
         const Point to = Between(a, b, static_cast<double>(k + 1) / parts);
         bool barred = false;
         near_.Near(RectOf(from, to).Grown(clearance), [&](int i) {
             if (i == but || i == orBut) return true;
-            return !(barred = PieceHits(from, to, boxes_[static_cast<std::size_t>(i)].Grown(clearance)));
+            return !(barred = SegmentHits(from, to, boxes_[static_cast<std::size_t>(i)].Grown(clearance)));
         });
         if (barred) return true;
     }

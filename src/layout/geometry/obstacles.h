@@ -9,14 +9,14 @@ namespace norvelis::layout {
 /// The smallest rectangle around all.
 Rect BoundsOf(const std::vector<Rect>& rects);
 
-/// The boxes of the page, for the question what is in the way. The boxes must outlive it.
+/// The boxes of the page, for the question what bars a line. The boxes must outlive it.
 class Obstacles {
   public:
     explicit Obstacles(const std::vector<Rect>& boxes);
 
     bool Cover(const Rect& area) const;
     bool Cover(Point a, Point b, Point c) const;
-    /// Whether the piece a-b passes a box but the two at less than the clearance.
+    /// Whether the segment a-b passes a box but the two at less than the clearance.
     bool Bar(Point a, Point b, double clearance, int but, int orBut) const;
 
     /// Calls visit(box) for the boxes near the area, some more than once, until it returns false.

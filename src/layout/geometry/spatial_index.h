@@ -8,7 +8,7 @@
 namespace norvelis::layout {
 
 /// Things with bounds on the page, kept in the squares of a uniform grid. What lies outside the page the
-/// index was made for counts for the nearest squares of its rim, so that nothing is lost.
+/// index was made for counts for the nearest squares at its margin, so that nothing is lost.
 class SpatialIndex {
   public:
     SpatialIndex(const Rect& page, double square)
@@ -25,10 +25,10 @@ class SpatialIndex {
         });
     }
 
-    /// A straight piece, only in the squares that it passes.
-    void AddPiece(Point a, Point b, int id) {
-        const double way = Length(b - a);
-        const int parts = 1 + static_cast<int>(way / (square_ * 4));
+    /// A straight segment, only in the squares that it passes.
+    void AddSegment(Point a, Point b, int id) {
+        const double path = Length(b - a);
+        const int parts = 1 + static_cast<int>(path / (square_ * 4));
         for (int i = 0; i < parts; ++i) {
             const Rect bounds = RectOf(Between(a, b, static_cast<double>(i) / parts),
                                        Between(a, b, static_cast<double>(i + 1) / parts));

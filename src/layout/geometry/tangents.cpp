@@ -6,15 +6,15 @@ namespace norvelis::layout {
 
 namespace {
 
-using Way = std::vector<Point>;
+using Path = std::vector<Point>;
 
-constexpr int mostDepth = 3;
-constexpr std::size_t mostWays = 4;
+constexpr int kMostDepth = 3;
+constexpr std::size_t kMostPaths = 4;
 
-void KeepShortest(std::vector<Way>& ways) {
-    std::stable_sort(ways.begin(), ways.end(),
-                     [](const Way& a, const Way& b) { return LengthOf(a) < LengthOf(b); });
-    if (ways.size() > mostWays) ways.resize(mostWays);
+void KeepShortest(std::vector<Path>& paths) {
+    std::stable_sort(paths.begin(), paths.end(),
+                     [](const Path& a, const Path& b) { return LengthOf(a) < LengthOf(b); });
+    if (paths.size() > kMostPaths) paths.resize(kMostPaths);
 }
 
 class TautSearch {
@@ -22,36 +22,36 @@ class TautSearch {
     TautSearch(const std::vector<Rect>& boxes, const Obstacles& obstacles, int from, int to, double clearance)
         : boxes_(boxes), obstacles_(obstacles), from_(from), to_(to), clearance_(clearance) {}
 
-    std::vector<Way> Connect(Point a, Point b, int depth) const {
+    std::vector<Path> Connect(Point a, Point b, int depth) const {
         const int blocker = FirstBlocker(a, b);
         if (blocker < 0) return {{a, b}};
-        std::vector<Way> ways;
-        if (depth == 0) return ways;
+        std::vector<Path> paths;
+        if (depth == 0) return paths;
         for (const double side : {1.0, -1.0}) {
-            const Way chain =
+            const Path chain =
                 AroundRect(a, b, boxes_[static_cast<std::size_t>(blocker)].Grown(clearance_), side);
-            if (!chain.empty()) Follow(chain, depth - 1, ways);
+            if (!chain.empty()) Follow(chain, depth - 1, paths);
         }
-        KeepShortest(ways);
-        return ways;
+        KeepShortest(paths);
+        return paths;
     }
 
   private:
-    /// All ways along the chain, its pieces connected in turn.
-    void Follow(const Way& chain, int depth, std::vector<Way>& ways) const {
-        std::vector<Way> partial{{chain.front()}};
+    /// All paths along the chain, its segments connected in turn.
+    void Follow(const Path& chain, int depth, std::vector<Path>& paths) const {
+        std::vector<Path> partial{{chain.front()}};
         for (std::size_t i = 1; i < chain.size() && !partial.empty(); ++i) {
-            std::vector<Way> longer;
-            for (const Way& next : Connect(chain[i - 1], chain[i], depth)) {
-                for (const Way& way : partial) {
-                    longer.push_back(way);
+            std::vector<Path> longer;
+            for (const Path& next : Connect(chain[i - 1], chain[i], depth)) {
+                for (const Path& path : partial) {
+                    longer.push_back(path);
                     longer.back().insert(longer.back().end(), next.begin() + 1, next.end());
                 }
             }
             KeepShortest(longer);
             partial = std::move(longer);
         }
-        ways.insert(ways.end(), partial.begin(), partial.end());
+        paths.insert(paths.end(), partial.begin(), partial.end());
     }
 
     int FirstBlocker(Point a, Point b) const {
@@ -64,8 +64,8 @@ class TautSearch {
             obstacles_.Near(RectOf(from, to).Grown(clearance_), [&](int i) {
                 double enters, leaves;
                 if (i == from_ || i == to_) return true;
-                if (!ClipPiece(from, to, boxes_[static_cast<std::size_t>(i)].Grown(clearance_ * 0.5), enters,
-                               leaves))
+                if (!ClipSegment(from, to, boxes_[static_cast<std::size_t>(i)].Grown(clearance_ * 0.5),
+                                 enters, leaves))
                     return true;
                 if (enters < nearest || (enters == nearest && i < first)) {
                     nearest = enters;
@@ -85,11 +85,11 @@ class TautSearch {
 
 }  // namespace
 
-std::vector<std::vector<Point>> TautWays(const std::vector<Rect>& boxes, const Obstacles& obstacles, int from,
-                                         int to, double clearance) {
+std::vector<std::vector<Point>> TautPaths(const std::vector<Rect>& boxes, const Obstacles& obstacles,
+                                          int from, int to, double clearance) {
     return TautSearch(boxes, obstacles, from, to, clearance)
         .Connect(boxes[static_cast<std::size_t>(from)].Center(), boxes[static_cast<std::size_t>(to)].Center(),
-                 mostDepth);
+                 kMostDepth);
 }
 
 }  // namespace norvelis::layout

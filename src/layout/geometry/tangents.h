@@ -6,9 +6,9 @@
 
 namespace norvelis::layout {
 
-/// Taut ways from the middle of one box to that of another past each box that stands between them on either
-/// side, the shortest few, with `clearance` at the corners. None where boxes stand too densely for that.
-std::vector<std::vector<Point>> TautWays(const std::vector<Rect>& boxes, const Obstacles& obstacles, int from,
-                                         int to, double clearance);
+/// Taut paths from the middle of one box to that of another past each box that is between them on either
+/// side, the shortest few, with `clearance` at the corners. None where boxes are too densely for that.
+std::vector<std::vector<Point>> TautPaths(const std::vector<Rect>& boxes, const Obstacles& obstacles,
+                                          int from, int to, double clearance);
 
 }  // namespace norvelis::layout

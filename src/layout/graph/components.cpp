@@ -6,7 +6,7 @@ namespace norvelis::layout {
 
 namespace {
 
-/// Disjoint sets with path halving; the least member stands for its set.
+/// Disjoint sets with path halving; the least member represents its set.
 class Sets {
   public:
     explicit Sets(std::size_t count) : parent_(count) { std::iota(parent_.begin(), parent_.end(), 0); }

@@ -8,7 +8,7 @@ namespace norvelis::layout {
 
 namespace {
 
-constexpr int iterations = 300;
+constexpr int kIterations = 300;
 
 using Vector = std::vector<double>;
 
@@ -27,7 +27,7 @@ class PowerIteration {
         return vector;
     }
 
-    /// Each vertex goes half the way to the mean of its neighbours.
+    /// Each vertex goes halfway to the mean of its neighbours.
     void Step(Vector& vector) const {
         Vector next(vector.size());
         for (std::size_t i = 0; i < vector.size(); ++i) {
@@ -65,7 +65,7 @@ std::vector<Point> SpectralPlaces(const std::vector<std::vector<int>>& neighbour
     const PowerIteration power(neighbours);
     const Vector same(neighbours.size(), 1.0);
     Vector x = power.Start(12.9898), y = power.Start(78.233);
-    for (int i = 0; i < iterations; ++i) {
+    for (int i = 0; i < kIterations; ++i) {
         power.Step(x);
         power.RemovePart(x, same);
         power.Normalize(x);

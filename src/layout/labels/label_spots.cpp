@@ -9,16 +9,16 @@ namespace norvelis::layout {
 
 namespace {
 
-constexpr double rim = 0.1;
-constexpr double edge = 0.02;   // of a label beside its line that the line still runs through
-constexpr double touch = 1e-6;  // what touches only does not cover
+constexpr double kMargin = 0.1;
+constexpr double kEdge = 0.02;   // of a label beside its line that the line still runs through
+constexpr double kTouch = 1e-6;  // what touches only does not cover
 
-// What it costs, in inches, to make room for a label.
-constexpr double overUpright = 0.6;   // it is wide, and lies across its line
-constexpr double offCenter = 0.1;     // it lies to one side of it
-constexpr double pushLevel = 0.04;    // a level line, or a box, aside
-constexpr double pushUpright = 0.35;  // an upright line, or a box, aside
-constexpr double pushNeighbour = 2;   // a line that leaves the same side of the same box, and cannot move far
+// What it costs, in inches, to make space for a label.
+constexpr double kOverVertical = 0.6;     // it is wide, and lies across its line
+constexpr double kOffCenter = 0.1;        // it lies to one side of it
+constexpr double kPushHorizontal = 0.04;  // to move a horizontal line, or a box
+constexpr double kPushVertical = 0.35;    // to move a vertical line, or a box
+constexpr double kPushNeighbour = 2;  // a line that leaves the same side of the same box, and cannot move far
 
 std::size_t At(int i) {
     return static_cast<std::size_t>(i);
@@ -27,76 +27,76 @@ std::size_t At(int i) {
 class SpotChooser {
   public:
     explicit SpotChooser(Sketch& sketch);
-    /// False when all pieces are barred.
-    bool Choose(std::size_t line, const std::vector<char>& barredPieces);
+    /// False when all segments are barred.
+    bool Choose(std::size_t line, const std::vector<char>& barredSegments);
     void Keep(std::size_t line);
 
   private:
-    struct Piece {
+    struct Segment {
         Rect area;
         std::size_t line;
-        bool upright;
+        bool vertical;
         int boxes[2];  ///< At its ends, -1 where it goes on.
     };
     struct Offer {
         double at, cost;
-        double aside = 0;
+        double offset = 0;
     };
     struct Stretch {
         double lo, hi, cost;
     };
-    Offer OnPiece(const Piece& piece, double side) const;
-    void LookAround(const Piece& piece, const Rect& band, std::vector<Stretch>& crossed,
+    Offer OnSegment(const Segment& segment, double side) const;
+    void LookAround(const Segment& segment, const Rect& band, std::vector<Stretch>& crossed,
                     std::vector<Stretch>& beside) const;
 
     Sketch& sketch_;
-    SpatialIndex piecesNear_, labelsNear_;
+    SpatialIndex segmentsNear_, labelsNear_;
     Obstacles boxes_;
-    std::vector<Piece> pieces_;
-    std::vector<std::size_t> firstPiece_;  ///< Of each line.
+    std::vector<Segment> segments_;
+    std::vector<std::size_t> firstSegment_;  ///< Of each line.
     std::vector<Rect> labels_;
 };
 
 SpotChooser::SpotChooser(Sketch& sketch)
     : sketch_(sketch),
-      piecesNear_(PageOf(sketch), 1.5),
+      segmentsNear_(PageOf(sketch), 1.5),
       labelsNear_(PageOf(sketch), 1.5),
       boxes_(sketch.boxes) {
-    for (std::size_t line = 0; line < sketch.ways.size(); ++line) {
-        const auto& way = sketch.ways[line];
-        firstPiece_.push_back(pieces_.size());
-        for (std::size_t piece = 0; piece + 1 < way.size(); ++piece) {
-            piecesNear_.AddPiece(way[piece], way[piece + 1], static_cast<int>(pieces_.size()));
-            pieces_.push_back({RectOf(way[piece], way[piece + 1]),
-                               line,
-                               IsUpright(sketch, line, piece),
-                               {piece == 0 ? sketch.lines[line].from : -1,
-                                piece + 2 == way.size() ? sketch.lines[line].to : -1}});
+    for (std::size_t line = 0; line < sketch.paths.size(); ++line) {
+        const auto& path = sketch.paths[line];
+        firstSegment_.push_back(segments_.size());
+        for (std::size_t segment = 0; segment + 1 < path.size(); ++segment) {
+            segmentsNear_.AddSegment(path[segment], path[segment + 1], static_cast<int>(segments_.size()));
+            segments_.push_back({RectOf(path[segment], path[segment + 1]),
+                                 line,
+                                 IsVertical(sketch, line, segment),
+                                 {segment == 0 ? sketch.lines[line].from : -1,
+                                  segment + 2 == path.size() ? sketch.lines[line].to : -1}});
         }
     }
-    firstPiece_.push_back(pieces_.size());
+    firstSegment_.push_back(segments_.size());
 }
 
-/// What crosses the band along the piece, and what runs beside it there.
-void SpotChooser::LookAround(const Piece& piece, const Rect& band, std::vector<Stretch>& crossed,
+/// What crosses the band along the segment, and what runs beside it there.
+void SpotChooser::LookAround(const Segment& segment, const Rect& band, std::vector<Stretch>& crossed,
                              std::vector<Stretch>& beside) const {
     const auto stretch = [&](const Rect& area, double cost) {
-        return piece.upright ? Stretch{area.y0, area.y1, cost} : Stretch{area.x0, area.x1, cost};
+        return segment.vertical ? Stretch{area.y0, area.y1, cost} : Stretch{area.x0, area.x1, cost};
     };
-    const auto isAtOneBox = [&](const Piece& other) {
-        for (const int a : piece.boxes)
+    const auto isAtOneBox = [&](const Segment& other) {
+        for (const int a : segment.boxes)
             for (const int b : other.boxes)
                 if (a >= 0 && a == b) return true;
         return false;
     };
-    const double push = piece.upright ? pushUpright : pushLevel;
-    piecesNear_.Near(band, [&](int i) {
-        const Piece& other = pieces_[At(i)];
-        if (other.line == piece.line || !Overlap(other.area.Grown(1e-9), band)) return true;
-        if (other.upright != piece.upright) {
+    const double push = segment.vertical ? kPushVertical : kPushHorizontal;
+    segmentsNear_.Near(band, [&](int i) {
+        const Segment& other = segments_[At(i)];
+        if (other.line == segment.line || !Overlap(other.area.Grown(1e-9), band)) return true;
+        if (other.vertical != segment.vertical) {
             crossed.push_back(stretch(other.area, 0));
         } else {
-            beside.push_back(stretch(other.area, isAtOneBox(other) ? pushNeighbour : push));
+            beside.push_back(stretch(other.area, isAtOneBox(other) ? kPushNeighbour : push));
         }
         return true;
     });
@@ -121,30 +121,31 @@ void SpotChooser::LookAround(const Piece& piece, const Rect& band, std::vector<S
     }
 }
 
-/// `side`: 0 across the line, -1 and 1 left and right of an upright one, which runs along the label's edge.
-SpotChooser::Offer SpotChooser::OnPiece(const Piece& piece, double side) const {
-    const Line& sizes = sketch_.lines[piece.line];
-    const double need = (piece.upright ? sizes.labelHeight : sizes.labelWidth) + 2 * rim;
-    const double half = (piece.upright ? sizes.labelWidth : sizes.labelHeight) / 2;
-    const double aside = side * (half - edge);
-    const Rect& area = piece.area;
-    const Rect band = piece.upright
-                          ? Rect{area.x0 + aside - half - rim, area.y0, area.x1 + aside + half + rim, area.y1}
-                          : Rect{area.x0, area.y0 - half - rim, area.x1, area.y1 + half + rim};
-    const double first = piece.upright ? area.y0 : area.x0, last = piece.upright ? area.y1 : area.x1;
+/// `side`: 0 across the line, -1 and 1 left and right of a vertical one, which runs along the label's edge.
+SpotChooser::Offer SpotChooser::OnSegment(const Segment& segment, double side) const {
+    const Line& sizes = sketch_.lines[segment.line];
+    const double need = (segment.vertical ? sizes.labelHeight : sizes.labelWidth) + 2 * kMargin;
+    const double half = (segment.vertical ? sizes.labelWidth : sizes.labelHeight) / 2;
+    const double offset = side * (half - kEdge);
+    const Rect& area = segment.area;
+    const Rect band =
+        segment.vertical
+            ? Rect{area.x0 + offset - half - kMargin, area.y0, area.x1 + offset + half + kMargin, area.y1}
+            : Rect{area.x0, area.y0 - half - kMargin, area.x1, area.y1 + half + kMargin};
+    const double first = segment.vertical ? area.y0 : area.x0, last = segment.vertical ? area.y1 : area.x1;
     std::vector<Stretch> crossed, beside;
-    LookAround(piece, band, crossed, beside);
+    LookAround(segment, band, crossed, beside);
 
     const double middle = (first + last) / 2, length = std::max(last - first, 1e-6);
-    Offer best{middle, 1e9, aside};
+    Offer best{middle, 1e9, offset};
     const auto offer = [&](double at, double lacking) {
-        double cost = lacking * (piece.upright ? 1 : 1.5) + 0.3 * std::abs(at - middle) / length;
+        double cost = lacking * (segment.vertical ? 1 : 1.5) + 0.3 * std::abs(at - middle) / length;
         const double reach = (need - lacking) / 2;
         for (const Stretch& other : beside) {
             if (other.lo >= at + reach || cost >= best.cost) break;
             if (other.hi > at - reach) cost += other.cost;
         }
-        if (cost < best.cost) best = {at, cost, aside};
+        if (cost < best.cost) best = {at, cost, offset};
     };
     const auto offerIn = [&](double lo, double hi) {
         const double spare = hi - lo - need;
@@ -163,40 +164,41 @@ SpotChooser::Offer SpotChooser::OnPiece(const Piece& piece, double side) const {
         if (from < last) offerIn(from, last);
     };
     offerBetween(crossed);
-    // Where neighbours have turned off, room can be made that they would not leave.
+    // Where neighbours have bent away, there is space that they would not have left.
     std::vector<Stretch> barred = crossed;
     for (const Stretch& other : beside)
-        if (other.cost == pushNeighbour) barred.push_back(other);
+        if (other.cost == kPushNeighbour) barred.push_back(other);
     if (barred.size() > crossed.size()) {
         std::sort(barred.begin(), barred.end(),
                   [](const Stretch& a, const Stretch& b) { return a.lo < b.lo; });
         offerBetween(barred);
     }
-    if (piece.upright) best.cost += overUpright + (side != 0 ? offCenter : 0);
+    if (segment.vertical) best.cost += kOverVertical + (side != 0 ? kOffCenter : 0);
     return best;
 }
 
-bool SpotChooser::Choose(std::size_t line, const std::vector<char>& barredPieces) {
+bool SpotChooser::Choose(std::size_t line, const std::vector<char>& barredSegments) {
     const Line& sizes = sketch_.lines[line];
     if (sizes.labelWidth <= 0 || sizes.labelHeight <= 0) return false;
-    if (sketch_.firstPieces[line] == FirstPiece::Slanting) return false;
+    if (sketch_.firstSegments[line] == FirstSegment::Slanting) return false;
     Offer best{0, 1e300};
-    for (std::size_t piece = firstPiece_[line]; piece < firstPiece_[line + 1]; ++piece) {
-        const std::size_t inLine = piece - firstPiece_[line];
-        if (inLine < barredPieces.size() && barredPieces[inLine]) continue;
+    for (std::size_t segment = firstSegment_[line]; segment < firstSegment_[line + 1]; ++segment) {
+        const std::size_t inLine = segment - firstSegment_[line];
+        if (inLine < barredSegments.size() && barredSegments[inLine]) continue;
         for (const double side : {0.0, 1.0, -1.0}) {
-            if (side != 0 && (!pieces_[piece].upright || best.cost <= overUpright + offCenter)) continue;
-            const Offer offer = OnPiece(pieces_[piece], side);
+            if (side != 0 && (!segments_[segment].vertical || best.cost <= kOverVertical + kOffCenter))
+                continue;
+            const Offer offer = OnSegment(segments_[segment], side);
             if (offer.cost >= best.cost) continue;
             best = offer;
-            sketch_.labels[line] = {static_cast<int>(inLine), offer.at, offer.aside};
+            sketch_.labels[line] = {static_cast<int>(inLine), offer.at, offer.offset};
         }
     }
     return best.cost < 1e300;
 }
 
 void SpotChooser::Keep(std::size_t line) {
-    if (sketch_.labels[line].piece < 0) return;
+    if (sketch_.labels[line].segment < 0) return;
     const Rect label = LabelArea(sketch_, line);
     labelsNear_.Add(label, static_cast<int>(labels_.size()));
     labels_.push_back(label);
@@ -206,7 +208,7 @@ void SpotChooser::Keep(std::size_t line) {
 
 void ChooseLabelSpots(Sketch& sketch) {
     std::vector<double> lengths;
-    for (const auto& way : sketch.ways) lengths.push_back(LengthOf(way));
+    for (const auto& path : sketch.paths) lengths.push_back(LengthOf(path));
     std::vector<std::size_t> order(sketch.lines.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     std::stable_sort(order.begin(), order.end(),
@@ -225,8 +227,8 @@ std::vector<std::size_t> CoveredLabels(const Sketch& sketch) {
     std::vector<char> isCovered(sketch.lines.size());
     std::vector<Rect> areas(sketch.lines.size());
     for (std::size_t line = 0; line < sketch.lines.size(); ++line) {
-        if (sketch.labels[line].piece < 0) continue;
-        const Rect area = areas[line] = LabelArea(sketch, line).Grown(-touch);
+        if (sketch.labels[line].segment < 0) continue;
+        const Rect area = areas[line] = LabelArea(sketch, line).Grown(-kTouch);
         isCovered[line] = boxes.Cover(area);
         labelsNear.Near(area, [&](int other) {
             if (Overlap(area, areas[At(other)])) isCovered[line] = 1;
@@ -234,12 +236,12 @@ std::vector<std::size_t> CoveredLabels(const Sketch& sketch) {
         });
         labelsNear.Add(area, static_cast<int>(line));
     }
-    for (std::size_t line = 0; line < sketch.ways.size(); ++line) {
-        const auto& way = sketch.ways[line];
-        for (std::size_t piece = 0; piece + 1 < way.size(); ++piece) {
-            labelsNear.Near(RectOf(way[piece], way[piece + 1]), [&](int other) {
+    for (std::size_t line = 0; line < sketch.paths.size(); ++line) {
+        const auto& path = sketch.paths[line];
+        for (std::size_t segment = 0; segment + 1 < path.size(); ++segment) {
+            labelsNear.Near(RectOf(path[segment], path[segment + 1]), [&](int other) {
                 if (At(other) != line && !isCovered[At(other)] &&
-                    PieceHits(way[piece], way[piece + 1], areas[At(other)]))
+                    SegmentHits(path[segment], path[segment + 1], areas[At(other)]))
                     isCovered[At(other)] = 1;
                 return true;
             });
@@ -261,8 +263,8 @@ bool MoveLabels(Sketch& sketch, const std::vector<std::size_t>& covered,
     tried.resize(sketch.lines.size());
     bool moved = false;
     for (const std::size_t line : covered) {
-        tried[line].resize(sketch.ways[line].size());
-        tried[line][At(sketch.labels[line].piece)] = 1;
+        tried[line].resize(sketch.paths[line].size());
+        tried[line][At(sketch.labels[line].segment)] = 1;
         moved = chooser.Choose(line, tried[line]) || moved;
         chooser.Keep(line);
     }

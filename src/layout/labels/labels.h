@@ -9,16 +9,16 @@ namespace norvelis::layout {
 
 /// Places labels: each on its own line where that is free of boxes and other labels and fewest foreign lines
 /// pass, lines with the least choice first; beside it when the line itself has no such place, and then as
-/// near as there is room. Labels never cover boxes or one another. After Kakoulis, Tollis: On the edge label
+/// near as there is space. Labels never cover boxes or one another. After Kakoulis, Tollis: On the edge label
 /// placement problem (1996).
 ///
 /// `which`: the lines whose labels are to be placed; those of others stay at their `middles`.
 void PlaceLabels(const std::vector<Rect>& boxes, const std::vector<Line>& lines,
-                 const std::vector<std::vector<Point>>& ways, const std::vector<std::size_t>& which,
+                 const std::vector<std::vector<Point>>& paths, const std::vector<std::size_t>& which,
                  std::vector<Point>& middles);
 
 /// Labels that no piece of their own line comes near or that another line runs through.
-int DoubtfulLabels(const std::vector<Line>& lines, const std::vector<std::vector<Point>>& ways,
+int DoubtfulLabels(const std::vector<Line>& lines, const std::vector<std::vector<Point>>& paths,
                    const std::vector<Point>& middles);
 
 }  // namespace norvelis::layout

@@ -30,7 +30,7 @@ class Router {
             placement.centers.push_back({grid_.places[i].x, heights_.middle[grid_.places[i].row]});
         placement.routes.resize(graph_.lines.size());
         for (std::size_t k = 0; k < graph_.lines.size(); ++k)
-            if (!grid_.ways[k].empty()) placement.routes[k] = WayOf(static_cast<int>(k));
+            if (!grid_.paths[k].empty()) placement.routes[k] = PathOf(static_cast<int>(k));
         return placement;
     }
 
@@ -41,34 +41,34 @@ class Router {
     };
 
     double XAt(int line, std::size_t step) const {
-        const auto& way = grid_.ways[line];
+        const auto& path = grid_.paths[line];
         if (step == 0) return ports_[line].upper;
-        if (step + 1 == way.size()) return ports_[line].lower;
-        return grid_.places[way[step]].x;
+        if (step + 1 == path.size()) return ports_[line].lower;
+        return grid_.places[path[step]].x;
     }
 
     void AssignChannels() {
         channels_.resize(grid_.rows.size());
-        slot_.resize(grid_.ways.size());
-        for (std::size_t k = 0; k < grid_.ways.size(); ++k) {
-            const auto& way = grid_.ways[k];
+        slot_.resize(grid_.paths.size());
+        for (std::size_t k = 0; k < grid_.paths.size(); ++k) {
+            const auto& path = grid_.paths[k];
             const int line = static_cast<int>(k);
-            for (std::size_t step = 0; step + 1 < way.size(); ++step) {
-                Channel& channel = channels_[grid_.places[way[step]].row];
-                const bool fromTrunk = trunks_ && step == 0 && graph_.lines[k].from == way.front();
+            for (std::size_t step = 0; step + 1 < path.size(); ++step) {
+                Channel& channel = channels_[grid_.places[path[step]].row];
+                const bool fromTrunk = trunks_ && step == 0 && graph_.lines[k].from == path.front();
                 slot_[k].push_back(static_cast<int>(channel.jogs.size()));
-                channel.jogs.push_back({XAt(line, step), XAt(line, step + 1), fromTrunk ? way.front() : -1});
+                channel.jogs.push_back({XAt(line, step), XAt(line, step + 1), fromTrunk ? path.front() : -1});
             }
         }
         for (Channel& channel : channels_) channel.tracks = AssignTracks(channel.jogs, style_.lineGap);
     }
 
-    /// Lines stand closer in crowded channels, down to half their gap, and to a quarter where one box has
+    /// Lines are closer in crowded channels, down to half their gap, and to a quarter where one box has
     /// more lines than anybody follows.
     double SpacingOf(int tracks) const {
-        constexpr double crowd = 8, throng = 32;
-        if (tracks <= throng) return style_.lineGap * std::clamp(crowd / std::max(1, tracks), 0.5, 1.0);
-        return style_.lineGap * std::max(0.25, 0.5 * throng / tracks);
+        constexpr double kCrowd = 8, kThrong = 32;
+        if (tracks <= kThrong) return style_.lineGap * std::clamp(kCrowd / std::max(1, tracks), 0.5, 1.0);
+        return style_.lineGap * std::max(0.25, 0.5 * kThrong / tracks);
     }
 
     void StackRows() {
@@ -97,8 +97,8 @@ class Router {
         return at != detours.end() && at->jog == jog ? &*at : nullptr;
     }
 
-    layout::Route WayOf(int line) const {
-        const auto& way = grid_.ways[line];
+    layout::Route PathOf(int line) const {
+        const auto& path = grid_.paths[line];
         layout::Route route;
         const auto add = [&](Point point) {
             auto& points = route.points;
@@ -113,9 +113,9 @@ class Router {
         const auto border = [&](int box, double side) {
             return heights_.middle[grid_.places[box].row] + side * graph_.boxes[box].height / 2;
         };
-        add({ports_[line].upper, border(way.front(), 1)});
-        for (std::size_t step = 0; step + 1 < way.size(); ++step) {
-            const int row = grid_.places[way[step]].row;
+        add({ports_[line].upper, border(path.front(), 1)});
+        for (std::size_t step = 0; step + 1 < path.size(); ++step) {
+            const int row = grid_.places[path[step]].row;
             const int track = channels_[row].tracks.track[slot_[line][step]];
             if (track < 0) continue;
             const auto yOf = [&](int t) { return heights_.firstTrack[row] + heights_.spacing[row] * t; };
@@ -128,13 +128,13 @@ class Router {
                 add({XAt(line, step + 1), yOf(track)});
             }
         }
-        add({ports_[line].lower, border(way.back(), -1)});
+        add({ports_[line].lower, border(path.back(), -1)});
         route.label = {(route.points[0].x + route.points[1].x) / 2,
                        (route.points[0].y + route.points[1].y) / 2};
-        for (const int place : way)
+        for (const int place : path)
             if (grid_.places[place].label)
                 route.label = {grid_.places[place].x, heights_.middle[grid_.places[place].row]};
-        if (graph_.lines[line].from != way.front()) std::reverse(route.points.begin(), route.points.end());
+        if (graph_.lines[line].from != path.front()) std::reverse(route.points.begin(), route.points.end());
         return route;
     }
 

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "layout/graph/graph.h"
+#include "layout/graph/style.h"
 #include "layout/layered/coordinates.h"
 #include "layout/layered/grid.h"
 

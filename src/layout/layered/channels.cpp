@@ -13,36 +13,37 @@ namespace norvelis::layout {
 
 namespace {
 
-/// Jogs that share a track for sure: one line, or the lines of one trunk, or those of them that go one way.
-struct Piece {
+/// Jogs that share a track for sure: one line, or the lines of one trunk, or those of them that go in one
+/// direction.
+struct Segment {
     double left, right;
     int trunk;
     std::vector<int> jogs;
-    std::vector<int> below;  ///< Pieces that must lie lower.
+    std::vector<int> below;  ///< Segments that must lie lower.
     int highestTrack = 0;
 };
 
-std::vector<Piece> PiecesOf(const std::vector<Jog>& jogs, const std::set<int>& halvedTrunks) {
-    std::vector<Piece> pieces;
+std::vector<Segment> SegmentsOf(const std::vector<Jog>& jogs, const std::set<int>& halvedTrunks) {
+    std::vector<Segment> segments;
     std::map<std::pair<int, bool>, std::size_t> trunks;
     for (std::size_t i = 0; i < jogs.size(); ++i) {
         const Jog& jog = jogs[i];
         if (jog.from == jog.to) continue;
-        std::size_t at = pieces.size();
+        std::size_t at = segments.size();
         const bool isRightHalf = halvedTrunks.count(jog.trunk) > 0 && jog.to > jog.from;
         if (jog.trunk >= 0) at = trunks.try_emplace({jog.trunk, isRightHalf}, at).first->second;
-        if (at == pieces.size()) pieces.push_back({jog.from, jog.from, jog.trunk, {}, {}});
-        pieces[at].jogs.push_back(static_cast<int>(i));
-        pieces[at].left = std::min({pieces[at].left, jog.from, jog.to});
-        pieces[at].right = std::max({pieces[at].right, jog.from, jog.to});
+        if (at == segments.size()) segments.push_back({jog.from, jog.from, jog.trunk, {}, {}});
+        segments[at].jogs.push_back(static_cast<int>(i));
+        segments[at].left = std::min({segments[at].left, jog.from, jog.to});
+        segments[at].right = std::max({segments[at].right, jog.from, jog.to});
     }
-    return pieces;
+    return segments;
 }
 
-/// Whether piece a must lie above piece b: for two lines that need not cross, the one that stands farther the
-/// way they both go; and where a's line comes down right over the place where b's goes on, so that they do
-/// not run together.
-bool MustLieAbove(const Piece& a, const Piece& b, const std::vector<Jog>& jogs, double gap) {
+/// Whether segment a must lie above segment b: for two lines that need not cross, the one that is farther in
+/// the direction that both go; and where a's line comes down right over the place where b's goes on, so that
+/// they do not run together.
+bool MustLieAbove(const Segment& a, const Segment& b, const std::vector<Jog>& jogs, double gap) {
     for (const int i : a.jogs) {
         for (const int k : b.jogs) {
             const Jog &x = jogs[i], &y = jogs[k];
@@ -55,54 +56,55 @@ bool MustLieAbove(const Piece& a, const Piece& b, const std::vector<Jog>& jogs, 
 }
 
 /// Returns the trunks that would have to lie both above and below another piece.
-std::set<int> Constrain(std::vector<Piece>& pieces, const std::vector<Jog>& jogs, double gap) {
+std::set<int> Constrain(std::vector<Segment>& segments, const std::vector<Jog>& jogs, double gap) {
     std::set<int> torn;
-    std::vector<int> byLeft(pieces.size());
-    for (std::size_t i = 0; i < pieces.size(); ++i) byLeft[i] = static_cast<int>(i);
-    std::sort(byLeft.begin(), byLeft.end(), [&](int a, int b) { return pieces[a].left < pieces[b].left; });
+    std::vector<int> byLeft(segments.size());
+    for (std::size_t i = 0; i < segments.size(); ++i) byLeft[i] = static_cast<int>(i);
+    std::sort(byLeft.begin(), byLeft.end(),
+              [&](int a, int b) { return segments[a].left < segments[b].left; });
     for (std::size_t i = 0; i < byLeft.size(); ++i) {
         const int a = byLeft[i];
         for (std::size_t k = i + 1; k < byLeft.size(); ++k) {
             const int b = byLeft[k];
-            if (pieces[b].left >= pieces[a].right + gap) break;
-            const bool aAbove = MustLieAbove(pieces[a], pieces[b], jogs, gap);
-            const bool bAbove = MustLieAbove(pieces[b], pieces[a], jogs, gap);
-            if (aAbove && bAbove) torn.insert({pieces[a].trunk, pieces[b].trunk});
+            if (segments[b].left >= segments[a].right + gap) break;
+            const bool aAbove = MustLieAbove(segments[a], segments[b], jogs, gap);
+            const bool bAbove = MustLieAbove(segments[b], segments[a], jogs, gap);
+            if (aAbove && bAbove) torn.insert({segments[a].trunk, segments[b].trunk});
             if (aAbove == bAbove) continue;
-            pieces[aAbove ? a : b].below.push_back(aAbove ? b : a);
+            segments[aAbove ? a : b].below.push_back(aAbove ? b : a);
         }
     }
     torn.erase(-1);
     return torn;
 }
 
-/// The pieces so that each comes before those that must lie lower, those with the longest chain under them
+/// The segments so that each comes before those that must lie lower, those with the longest chain under them
 /// first. Where demands run in a ring, the one that closes it is dropped.
-std::vector<int> FromAbove(const std::vector<Piece>& pieces) {
+std::vector<int> FromAbove(const std::vector<Segment>& segments) {
     enum : std::int8_t { Unseen, Open, Done };
-    std::vector<std::int8_t> state(pieces.size(), Unseen);
-    std::vector<int> chain(pieces.size()), order(pieces.size());
-    std::vector<std::pair<int, std::size_t>> walk;  // piece, and how many of those below it are done
-    for (std::size_t start = 0; start < pieces.size(); ++start) {
+    std::vector<std::int8_t> state(segments.size(), Unseen);
+    std::vector<int> chain(segments.size()), order(segments.size());
+    std::vector<std::pair<int, std::size_t>> walk;  // segment, and how many of those below it are done
+    for (std::size_t start = 0; start < segments.size(); ++start) {
         if (state[start] == Unseen) walk.emplace_back(static_cast<int>(start), 0);
         while (!walk.empty()) {
             const int at = walk.back().first;
             state[at] = Open;
-            if (walk.back().second == pieces[at].below.size()) {
+            if (walk.back().second == segments[at].below.size()) {
                 state[at] = Done;
                 walk.pop_back();
                 if (!walk.empty())
                     chain[walk.back().first] = std::max(chain[walk.back().first], chain[at] + 1);
                 continue;
             }
-            const int next = pieces[at].below[walk.back().second++];
+            const int next = segments[at].below[walk.back().second++];
             if (state[next] == Unseen) walk.emplace_back(next, 0);
             if (state[next] == Done) chain[at] = std::max(chain[at], chain[next] + 1);
         }
     }
     std::iota(order.begin(), order.end(), 0);
     std::sort(order.begin(), order.end(), [&](int a, int b) {
-        return std::tuple(-chain[a], pieces[a].left, a) < std::tuple(-chain[b], pieces[b].left, b);
+        return std::tuple(-chain[a], segments[a].left, a) < std::tuple(-chain[b], segments[b].left, b);
     });
     return order;
 }
@@ -170,14 +172,14 @@ class DetourFinder {
     }
 
     double FreestNear(double x) const {
-        double best = x, room = 0;
+        double best = x, space = 0;
         for (const int step : {1, -1, 2, -2, 3, -3, 4, -4}) {
             const double column = x + step * gap_ / 4;
             const auto next = columns_.lower_bound(column);
             const double after = next == columns_.end() ? gap_ : *next - column;
             const double before = next == columns_.begin() ? gap_ : column - *std::prev(next);
-            if (std::min(before, after) <= room) continue;
-            room = std::min(before, after);
+            if (std::min(before, after) <= space) continue;
+            space = std::min(before, after);
             best = column;
         }
         return best;
@@ -192,21 +194,21 @@ class DetourFinder {
 }  // namespace
 
 Tracks AssignTracks(const std::vector<Jog>& jogs, double gap) {
-    std::vector<Piece> pieces = PiecesOf(jogs, {});
-    if (const std::set<int> torn = Constrain(pieces, jogs, gap); !torn.empty()) {
-        pieces = PiecesOf(jogs, torn);
-        Constrain(pieces, jogs, gap);
+    std::vector<Segment> segments = SegmentsOf(jogs, {});
+    if (const std::set<int> torn = Constrain(segments, jogs, gap); !torn.empty()) {
+        segments = SegmentsOf(jogs, torn);
+        Constrain(segments, jogs, gap);
     }
 
     Tracks tracks;
     tracks.track.assign(jogs.size(), -1);
     TrackUse use(gap);
-    for (const int at : FromAbove(pieces)) {
-        const Piece& piece = pieces[at];
-        const int track = use.Take(piece.highestTrack, piece.left, piece.right);
-        for (const int jog : piece.jogs) tracks.track[jog] = track;
-        for (const int other : piece.below)
-            pieces[other].highestTrack = std::max(pieces[other].highestTrack, track + 1);
+    for (const int at : FromAbove(segments)) {
+        const Segment& segment = segments[at];
+        const int track = use.Take(segment.highestTrack, segment.left, segment.right);
+        for (const int jog : segment.jogs) tracks.track[jog] = track;
+        for (const int other : segment.below)
+            segments[other].highestTrack = std::max(segments[other].highestTrack, track + 1);
     }
     DetourFinder(jogs, gap).AddDetours(use, tracks);
     tracks.count = use.Count();

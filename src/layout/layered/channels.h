@@ -23,11 +23,11 @@ struct Tracks {
     int count = 0;
 };
 
-/// Gives the level pieces of a channel's lines tracks, so that lines cross only when their order above and
-/// below the channel differs, and then once, wherever that can be had; no two of them share a piece; and
-/// there are few tracks. Pieces on one track stay `gap` apart. Hashimoto, Stevens: Wire routing by optimizing
-/// channel assignment within large apertures (1971), the left-edge algorithm; Deutsch: A dogleg channel
-/// router (1976), for demands that run in a ring.
+/// Gives the horizontal segments of a channel's lines tracks, so that lines cross only when their order above
+/// and below the channel differs, and then once, wherever that can be had; no two of them share a segment;
+/// and there are few tracks. Segments on one track stay `gap` apart. Hashimoto, Stevens: Wire routing by
+/// optimizing channel assignment within large apertures (1971), the left-edge algorithm; Deutsch: A dogleg
+/// channel router (1976), for demands that run in a ring.
 Tracks AssignTracks(const std::vector<Jog>& jogs, double gap);
 
 }  // namespace norvelis::layout

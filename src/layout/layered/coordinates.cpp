@@ -11,18 +11,18 @@ namespace norvelis::layout {
 
 namespace {
 
-constexpr double unitsPerInch = 1000;
+constexpr double kUnitsPerInch = 1000;
 
 /// No less than the distance.
 std::int64_t UnitsFor(double distance) {
-    return static_cast<std::int64_t>(std::ceil(distance * unitsPerInch - 1e-6));
+    return static_cast<std::int64_t>(std::ceil(distance * kUnitsPerInch - 1e-6));
 }
 
 std::int64_t Units(double inches) {
-    return std::llround(inches * unitsPerInch);
+    return std::llround(inches * kUnitsPerInch);
 }
 
-/// A line's meeting with a box: the box, the place next to it on the line's way, and which port it is.
+/// A line's meeting with a box: the box, the place next to it on the line's path, and which port it is.
 struct Meeting {
     int line, next;
     bool atUpper;
@@ -52,8 +52,8 @@ class Coordinates {
     void JoinStrands();
     /// Whether more lines meet the line's box here than at its other end.
     bool IsCrowded(const Meeting& meeting) const {
-        const auto& way = grid_.ways[meeting.line];
-        const std::size_t below = sides_[2 * way.front() + 1].size(), above = sides_[2 * way.back()].size();
+        const auto& path = grid_.paths[meeting.line];
+        const std::size_t below = sides_[2 * path.front() + 1].size(), above = sides_[2 * path.back()].size();
         return meeting.atUpper ? below >= above : above > below;
     }
     void Solve();
@@ -61,15 +61,15 @@ class Coordinates {
     std::vector<Ports> FitPorts() const;
     bool IsTrunk(const Meeting& meeting) const {
         return trunks_ && meeting.atUpper &&
-               graph_.lines[meeting.line].from == grid_.ways[meeting.line].front();
+               graph_.lines[meeting.line].from == grid_.paths[meeting.line].front();
     }
     bool AreOne(const Meeting& a, const Meeting& b) const { return IsTrunk(a) && IsTrunk(b); }
     /// The part of the box's side that lines may meet, `gap` from its corners.
-    double RoomOf(std::size_t side, double gap) const {
+    double SpaceOf(std::size_t side, double gap) const {
         const double width = graph_.boxes[side / 2].width;
         return width - 2 * std::min(gap, width / 8);
     }
-    std::vector<double> LeastSteps(const std::vector<Meeting>& side, double room, double gap) const;
+    std::vector<double> LeastSteps(const std::vector<Meeting>& side, double space, double gap) const;
     std::vector<double> FitSide(std::size_t side, double gap) const;
     int InLine(const std::vector<Meeting>& side, const std::vector<double>& ports) const;
 
@@ -86,36 +86,36 @@ void Coordinates::CollectMeetings() {
     for (const auto& row : grid_.rows)
         for (std::size_t i = 0; i < row.size(); ++i) index[row[i]] = static_cast<int>(i);
     sides_.resize(2 * graph_.boxes.size());
-    for (std::size_t k = 0; k < grid_.ways.size(); ++k) {
-        const auto& way = grid_.ways[k];
-        if (way.empty()) continue;
+    for (std::size_t k = 0; k < grid_.paths.size(); ++k) {
+        const auto& path = grid_.paths[k];
+        if (path.empty()) continue;
         const int line = static_cast<int>(k);
-        sides_[2 * way.front() + 1].push_back({line, way[1], true});
-        sides_[2 * way.back()].push_back({line, way[way.size() - 2], false});
+        sides_[2 * path.front() + 1].push_back({line, path[1], true});
+        sides_[2 * path.back()].push_back({line, path[path.size() - 2], false});
     }
     for (auto& side : sides_)
         std::sort(side.begin(), side.end(),
                   [&](const Meeting& a, const Meeting& b) { return index[a.next] < index[b.next]; });
 }
 
-/// Ports stand as far apart as the places they lead to, where the box is wide enough.
+/// Ports are as far apart as the places they lead to, where the box is wide enough.
 void Coordinates::SpreadPorts() {
     for (std::size_t s = 0; s < sides_.size(); ++s) {
         auto& side = sides_[s];
         if (side.empty()) continue;
-        const double room = RoomOf(s, style_.lineGap);
+        const double space = SpaceOf(s, style_.lineGap);
         double span = 0;
         for (std::size_t i = 0; i < side.size(); ++i) {
             if (i > 0 && !AreOne(side[i - 1], side[i]))
                 span += LeastDistance(grid_.places[side[i - 1].next], grid_.places[side[i].next], style_);
             side[i].offset = span;
         }
-        const double factor = span > room ? room / span : 1;
+        const double factor = span > space ? space / span : 1;
         for (Meeting& meeting : side) meeting.offset = (meeting.offset - span / 2) * factor;
-        const std::vector<double> steps = LeastSteps(side, room, style_.lineGap / 2);
+        const std::vector<double> steps = LeastSteps(side, space, style_.lineGap / 2);
         for (std::size_t i = 0; i < side.size(); ++i) {
-            side[i].least = IsTrunk(side[i]) ? side[i].offset : steps[i] - room / 2;
-            side[i].most = IsTrunk(side[i]) ? side[i].offset : room / 2 - (steps.back() - steps[i]);
+            side[i].least = IsTrunk(side[i]) ? side[i].offset : steps[i] - space / 2;
+            side[i].most = IsTrunk(side[i]) ? side[i].offset : space / 2 - (steps.back() - steps[i]);
         }
     }
 }
@@ -124,16 +124,16 @@ void Coordinates::SpreadPorts() {
 /// one, so that there are not too many variables. The order of such lines is the same in all rows
 /// (block_order.h).
 void Coordinates::JoinStrands() {
-    constexpr std::size_t mostVariables = 12000;
-    const std::size_t length = 1 + grid_.places.size() / mostVariables;
-    for (const auto& way : grid_.ways)
-        for (std::size_t i = 2; i + 2 < way.size(); ++i)
-            if ((i - 1) % length != 0) strand_[way[i]] = strand_[way[i - 1]];
+    constexpr std::size_t kMostVariables = 12000;
+    const std::size_t length = 1 + grid_.places.size() / kMostVariables;
+    for (const auto& path : grid_.paths)
+        for (std::size_t i = 2; i + 2 < path.size(); ++i)
+            if ((i - 1) % length != 0) strand_[path[i]] = strand_[path[i - 1]];
 }
 
 void Coordinates::Solve() {
     // Where fewer lines meet a box, they run straight and to its middle; at their other end they bend.
-    constexpr std::int64_t bent = 20, offPort[] = {8, 4}, offMiddle[] = {6, 1};
+    constexpr std::int64_t kBent = 20, kOffPort[] = {8, 4}, kOffMiddle[] = {6, 1};
     const int left = static_cast<int>(grid_.places.size()), right = left + 1;
     DifferenceProgram program(right + 1);
     for (const auto& row : grid_.rows) {
@@ -149,23 +149,23 @@ void Coordinates::Solve() {
         for (const Meeting& meeting : sides_[s]) {
             const std::int64_t middle = Units(meeting.offset);
             const std::size_t isCrowded = IsCrowded(meeting) ? 1 : 0;
-            program.Pull(box, strand_[meeting.next], middle, middle, offMiddle[isCrowded]);
+            program.Pull(box, strand_[meeting.next], middle, middle, kOffMiddle[isCrowded]);
             program.Pull(box, strand_[meeting.next], Units(meeting.least), Units(meeting.most),
-                         offPort[isCrowded]);
+                         kOffPort[isCrowded]);
         }
     }
-    for (const auto& way : grid_.ways)
-        for (std::size_t i = 2; i + 1 < way.size(); ++i)
-            program.Pull(strand_[way[i - 1]], strand_[way[i]], 0, 0, bent);
+    for (const auto& path : grid_.paths)
+        for (std::size_t i = 2; i + 1 < path.size(); ++i)
+            program.Pull(strand_[path[i - 1]], strand_[path[i]], 0, 0, kBent);
     program.Shorten(left, right, 1 + static_cast<std::int64_t>(graph_.lines.size() / 50));
 
     const std::vector<std::int64_t> solution = program.Solve();
     for (std::size_t i = 0; i < grid_.places.size(); ++i)
-        grid_.places[i].x = static_cast<double>(solution[strand_[i]]) / unitsPerInch;
+        grid_.places[i].x = static_cast<double>(solution[strand_[i]]) / kUnitsPerInch;
 }
 
 std::vector<Reach> Coordinates::Reaches() const {
-    std::vector<Reach> reaches(grid_.ways.size());
+    std::vector<Reach> reaches(grid_.paths.size());
     for (std::size_t s = 0; s < sides_.size(); ++s) {
         const double x = grid_.places[s / 2].x;
         for (const Meeting& meeting : sides_[s]) {
@@ -200,20 +200,21 @@ std::vector<double> NearestRising(const std::vector<double>& values) {
     return result;
 }
 
-/// How far each port stands from the first at least.
-std::vector<double> Coordinates::LeastSteps(const std::vector<Meeting>& side, double room, double gap) const {
+/// How far each port is from the first at least.
+std::vector<double> Coordinates::LeastSteps(const std::vector<Meeting>& side, double space,
+                                            double gap) const {
     std::vector<double> steps(side.size());
     for (std::size_t i = 1; i < side.size(); ++i)
         steps[i] = steps[i - 1] + (AreOne(side[i - 1], side[i]) ? 0 : 1);
-    const double step = steps.back() > 0 ? std::min(gap, room / steps.back()) : 0;
+    const double step = steps.back() > 0 ? std::min(gap, space / steps.back()) : 0;
     for (double& s : steps) s *= step;
     return steps;
 }
 
-/// Ports slide along their box to stand right under or over the places they lead to. Where that puts more of
-/// them in line, they stand closer to each other and to its corners.
+/// Ports slide along their box to be right under or over the places they lead to. Where that puts more of
+/// them in line, they are closer to each other and to its corners.
 std::vector<Ports> Coordinates::FitPorts() const {
-    std::vector<Ports> ports(grid_.ways.size());
+    std::vector<Ports> ports(grid_.paths.size());
     for (std::size_t s = 0; s < sides_.size(); ++s) {
         const auto& side = sides_[s];
         if (side.empty()) continue;
@@ -227,19 +228,19 @@ std::vector<Ports> Coordinates::FitPorts() const {
 }
 
 std::vector<double> Coordinates::FitSide(std::size_t s, double gap) const {
-    constexpr double hair = 1 / unitsPerInch;
+    constexpr double kHair = 1 / kUnitsPerInch;
     const auto& side = sides_[s];
-    const double x = grid_.places[s / 2].x, room = RoomOf(s, gap);
-    const std::vector<double> steps = LeastSteps(side, room, gap);
+    const double x = grid_.places[s / 2].x, space = SpaceOf(s, gap);
+    const std::vector<double> steps = LeastSteps(side, space, gap);
     std::vector<double> wished(side.size());
     for (std::size_t i = 0; i < side.size(); ++i)
         wished[i] = (IsTrunk(side[i]) ? x + side[i].offset : grid_.places[side[i].next].x) - steps[i];
     std::vector<double> fitted = NearestRising(wished);
     for (std::size_t i = 0; i < side.size(); ++i) {
-        const double first = x - room / 2 + steps[i], last = x + room / 2 - (steps.back() - steps[i]);
+        const double first = x - space / 2 + steps[i], last = x + space / 2 - (steps.back() - steps[i]);
         fitted[i] = std::clamp(fitted[i] + steps[i], first, std::max(first, last));
         const double next = grid_.places[side[i].next].x;
-        if (std::abs(fitted[i] - next) < hair) fitted[i] = next;
+        if (std::abs(fitted[i] - next) < kHair) fitted[i] = next;
     }
     return fitted;
 }

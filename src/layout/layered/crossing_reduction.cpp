@@ -39,35 +39,35 @@ class Reducer {
                     (effort == Effort::Trial ? 4 : 1)) {}
 
     void Run() {
-        constexpr int starts = 12, untilSettled = 30, shakeRounds = 2, patience = 300;
+        constexpr int kStarts = 12, kUntilSettled = 30, kShakeRounds = 2, kPatience = 300;
         blocks_.SetOrder(DepthFirstOrder(blocks_, 0));
         KeepIfBest();
-        for (int start = 1; start < starts && fewest_ > 0 && blocks_.Work() < mostWork_ / 2; ++start) {
+        for (int start = 1; start < kStarts && fewest_ > 0 && blocks_.Work() < mostWork_ / 2; ++start) {
             blocks_.SetOrder(StartOrder(start));
-            blocks_.Sift(untilSettled, mostWork_);
+            blocks_.Sift(kUntilSettled, mostWork_);
             KeepIfBest();
         }
-        for (int idle = 0; idle < patience && fewest_ > 0 && blocks_.Work() < mostWork_; ++idle) {
-            blocks_.SetOrder(Below(2) == 0 ? WithPartTurned() : WithNeighbourhoodMoved());
-            blocks_.Sift(shakeRounds, mostWork_);
+        for (int idle = 0; idle < kPatience && fewest_ > 0 && blocks_.Work() < mostWork_; ++idle) {
+            blocks_.SetOrder(Below(2) == 0 ? WithPartReversed() : WithNeighbourhoodMoved());
+            blocks_.Sift(kShakeRounds, mostWork_);
             if (KeepIfBest()) idle = 0;
         }
         blocks_.SetOrder(best_);
-        blocks_.Sift(untilSettled, mostWork_ + mostWork_ / 4);
+        blocks_.Sift(kUntilSettled, mostWork_ + mostWork_ / 4);
         blocks_.ApplyTo(layers_);
     }
 
   private:
-    int Below(int limit) { return static_cast<int>(chance_() % static_cast<std::uint32_t>(limit)); }
+    int Below(int limit) { return static_cast<int>(random_() % static_cast<std::uint32_t>(limit)); }
 
     std::vector<int> StartOrder(int start) {
         if (start % 3 == 0) return BreadthFirstOrder(blocks_, Below(blocks_.Size()));
-        return SpectralOrder(blocks_, start % 3 == 1 ? 200 + 100 * start : 30 + 10 * start, chance_);
+        return SpectralOrder(blocks_, start % 3 == 1 ? 200 + 100 * start : 30 + 10 * start, random_);
     }
 
     int SizeOfShake() { return std::min(blocks_.Size(), 1 + Below(std::max(1, blocks_.Size() / 8))); }
 
-    std::vector<int> WithPartTurned() {
+    std::vector<int> WithPartReversed() {
         std::vector<int> order = best_;
         const int size = SizeOfShake();
         const auto first = order.begin() + Below(blocks_.Size() - size + 1);
@@ -103,7 +103,7 @@ class Reducer {
     std::int64_t mostWork_;
     std::vector<int> best_;
     std::int64_t fewest_ = std::numeric_limits<std::int64_t>::max();
-    std::mt19937 chance_{20};
+    std::mt19937 random_{20};
 };
 
 }  // namespace

@@ -14,7 +14,7 @@ std::int64_t CountCrossings(const Layers& layers);
 enum class Effort { Trial, Full };
 
 /// Orders the nodes of all layers for few crossings, by global sifting (block_order.h) from several starts
-/// (start_orders.h); then parts of the best order are turned around or moved and sifted again, as long as a
+/// (start_orders.h); then parts of the best order are reversed or moved and sifted again, as long as a
 /// fixed amount of work lasts (iterated local search: Lourenço, Martin, Stützle 2003).
 void ReduceCrossings(Layers& layers, Effort effort);
 

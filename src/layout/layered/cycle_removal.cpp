@@ -63,11 +63,11 @@ std::vector<int> GreedyOrder(const Neighbours& neighbours) {
 
 /// Moves each box to the place in the order where the fewest of its lines run backwards.
 void Sift(const Neighbours& neighbours, std::vector<int>& place) {
-    constexpr int rounds = 4;
+    constexpr int kRounds = 4;
     const int count = static_cast<int>(place.size());
     std::vector<int> order(count);
     for (int i = 0; i < count; ++i) order[place[i]] = i;
-    for (int round = 0; round < rounds; ++round) {
+    for (int round = 0; round < kRounds; ++round) {
         bool changed = false;
         for (int box = 0; box < count; ++box) {
             // Passing an owner costs a line, passing a member saves one; only they matter.
@@ -127,22 +127,25 @@ std::vector<int> DepthFirstOrder(const Neighbours& neighbours) {
 
 }  // namespace
 
-std::vector<Turned> WaysToBreakCycles(const Graph& graph) {
+std::vector<Reversed> CycleBreaks(const Graph& graph) {
     const Neighbours neighbours(graph);
-    std::vector<Turned> ways;
+    std::vector<Reversed> breaks;
     for (const std::vector<int>& order : {GreedyOrder(neighbours), DepthFirstOrder(neighbours)}) {
         std::vector<int> place(order.size());
         for (std::size_t i = 0; i < order.size(); ++i) place[order[i]] = static_cast<int>(i);
         const auto isBackward = [&](const Line& line) { return place[line.from] > place[line.to]; };
         if (std::any_of(graph.lines.begin(), graph.lines.end(), isBackward)) Sift(neighbours, place);
-        Turned turned;
-        for (const Line& line : graph.lines) turned.push_back(isBackward(line));
-        ways.push_back(std::move(turned));
+        Reversed reversed;
+        for (const Line& line : graph.lines) reversed.push_back(isBackward(line));
+        breaks.push_back(std::move(reversed));
     }
-    const auto countOf = [](const Turned& way) { return std::count(way.begin(), way.end(), true); };
-    if (countOf(ways[1]) < countOf(ways[0])) ways.erase(ways.begin());
-    if (ways.size() == 2 && (countOf(ways[1]) > countOf(ways[0]) || ways[1] == ways[0])) ways.pop_back();
-    return ways;
+    const auto countOf = [](const Reversed& choice) {
+        return std::count(choice.begin(), choice.end(), true);
+    };
+    if (countOf(breaks[1]) < countOf(breaks[0])) breaks.erase(breaks.begin());
+    if (breaks.size() == 2 && (countOf(breaks[1]) > countOf(breaks[0]) || breaks[1] == breaks[0]))
+        breaks.pop_back();
+    return breaks;
 }
 
 }  // namespace norvelis::layout

@@ -8,14 +8,14 @@ namespace norvelis::layout {
 
 namespace {
 
-constexpr std::int64_t unlimited = std::numeric_limits<std::int64_t>::max() / 4;
+constexpr std::int64_t kUnlimited = std::numeric_limits<std::int64_t>::max() / 4;
 
 }  // namespace
 
 // The dual: a distance to keep is an arc without limit against its direction, a wished distance a pair of
 // arcs of capacity `weight`; the potentials of the cheapest flow are the numbers sought.
 void DifferenceProgram::Keep(int from, int to, std::int64_t least) {
-    if (from != to) arcs_.push_back({to, from, -least, unlimited});
+    if (from != to) arcs_.push_back({to, from, -least, kUnlimited});
 }
 
 void DifferenceProgram::Pull(int from, int to, std::int64_t least, std::int64_t most, std::int64_t weight) {
@@ -79,9 +79,9 @@ NetworkSimplex::NetworkSimplex(const DifferenceProgram& program)
     for (int i = 0; i < root; ++i) {
         const std::int64_t excess = program.excess_[i];
         if (excess >= 0) {
-            arcs_.push_back({i, root, 0, unlimited, excess, InTree});
+            arcs_.push_back({i, root, 0, kUnlimited, excess, InTree});
         } else {
-            arcs_.push_back({root, i, artificial, unlimited, -excess, InTree});
+            arcs_.push_back({root, i, artificial, kUnlimited, -excess, InTree});
             nodes_[i].potential = artificial;
         }
         nodes_[i].depth = 1;
@@ -130,7 +130,7 @@ void NetworkSimplex::PushFlow(int join, std::int64_t amount) {
         arcs_[nodes_[u].arc].flow += nodes_[u].up ? amount : -amount;
 }
 
-// The leaving arc is the last that blocks on the way around the cycle from its join: that keeps the tree
+// The leaving arc is the last that blocks around the cycle from its join: that keeps the tree
 // strongly feasible, so that pivots without a push of flow cannot go round for ever.
 void NetworkSimplex::Pivot() {
     Arc& entering = arcs_[entering_];
@@ -142,21 +142,21 @@ void NetworkSimplex::Pivot() {
     std::int64_t push = entering.capacity;
     int leaving = -1;
     bool onFirst = false;
-    const auto room = [&](int u, bool against) {
+    const auto space = [&](int u, bool against) {
         const Arc& arc = arcs_[nodes_[u].arc];
-        return nodes_[u].up == against     ? arc.flow
-               : arc.capacity >= unlimited ? unlimited
-                                           : arc.capacity - arc.flow;
+        return nodes_[u].up == against      ? arc.flow
+               : arc.capacity >= kUnlimited ? kUnlimited
+                                            : arc.capacity - arc.flow;
     };
     for (int u = first; u != join; u = nodes_[u].parent) {
-        if (const auto r = room(u, true); r < push) {
+        if (const auto r = space(u, true); r < push) {
             push = r;
             leaving = u;
             onFirst = true;
         }
     }
     for (int u = second; u != join; u = nodes_[u].parent) {
-        if (const auto r = room(u, false); r <= push) {
+        if (const auto r = space(u, false); r <= push) {
             push = r;
             leaving = u;
             onFirst = false;
@@ -224,7 +224,7 @@ std::vector<std::int64_t> DifferenceProgram::Solve() const {
     if (count_ == 0) return solution;
     NetworkSimplex simplex(*this);
     simplex.Run();
-    std::int64_t least = unlimited;
+    std::int64_t least = kUnlimited;
     for (int i = 0; i < count_; ++i) least = std::min(least, solution[i] = simplex.Potential(i));
     for (auto& value : solution) value -= least;
     return solution;

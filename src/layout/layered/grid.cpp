@@ -22,21 +22,21 @@ class GridMaker {
             for (int row = 0; layer > 0 && row < between[layer]; ++row) AddRowBetween(layer);
             AddLayer(layer);
         }
-        ThreadWays();
+        ThreadPaths();
         AddLabels();
         return std::move(grid_);
     }
 
   private:
     void AddBoxes() {
-        grid_.ways.resize(graph_.lines.size());
+        grid_.paths.resize(graph_.lines.size());
         const std::vector<std::vector<int>> loops = LoopsOf(graph_);
         for (std::size_t i = 0; i < graph_.boxes.size(); ++i) {
             const Box& box = graph_.boxes[i];
             double height = box.height;
             for (const int loop : loops[i]) height = std::max(height, graph_.lines[loop].labelHeight);
             grid_.places.push_back({0, static_cast<int>(i), -1, false, box.width / 2,
-                                    box.width / 2 + LoopRoom(graph_, loops[i], style_), height, 0});
+                                    box.width / 2 + LoopSpace(graph_, loops[i], style_), height, 0});
         }
     }
 
@@ -72,7 +72,7 @@ class GridMaker {
         for (auto& bundles : bundlesInto_) std::sort(bundles.begin(), bundles.end());
     }
 
-    /// How many rows stand above each layer for the labels of short lines: one, but more where they would be
+    /// How many rows are above each layer for the labels of short lines: one, but more where they would be
     /// wider than all boxes and lines.
     std::vector<int> RowsBetween() const {
         std::vector<double> labels(layers_.order.size());
@@ -113,14 +113,14 @@ class GridMaker {
         }
     }
 
-    void ThreadWays() {
+    void ThreadPaths() {
         for (const Bundle& bundle : layers_.bundles)
-            for (const int line : bundle.lines) grid_.ways[line].push_back(bundle.upper);
+            for (const int line : bundle.lines) grid_.paths[line].push_back(bundle.upper);
         for (const auto& row : grid_.rows)
             for (const int place : row)
-                if (grid_.places[place].line >= 0) grid_.ways[grid_.places[place].line].push_back(place);
+                if (grid_.places[place].line >= 0) grid_.paths[grid_.places[place].line].push_back(place);
         for (const Bundle& bundle : layers_.bundles)
-            for (const int line : bundle.lines) grid_.ways[line].push_back(bundle.lower);
+            for (const int line : bundle.lines) grid_.paths[line].push_back(bundle.lower);
     }
 
     /// Short lines first, as they have the least choice; each label goes to the row that is least wide by
@@ -133,13 +133,13 @@ class GridMaker {
                                              grid_.places[grid_.rows[row][i]], style_);
         std::vector<int> lines;
         for (std::size_t k = 0; k < graph_.lines.size(); ++k)
-            if (graph_.lines[k].labelWidth > 0 && !grid_.ways[k].empty())
+            if (graph_.lines[k].labelWidth > 0 && !grid_.paths[k].empty())
                 lines.push_back(static_cast<int>(k));
         std::stable_sort(lines.begin(), lines.end(),
-                         [&](int a, int b) { return grid_.ways[a].size() < grid_.ways[b].size(); });
+                         [&](int a, int b) { return grid_.paths[a].size() < grid_.paths[b].size(); });
         for (const int line : lines) {
-            const auto& way = grid_.ways[line];
-            const int place = *std::min_element(way.begin() + 1, way.end() - 1, [&](int a, int b) {
+            const auto& path = grid_.paths[line];
+            const int place = *std::min_element(path.begin() + 1, path.end() - 1, [&](int a, int b) {
                 return widths[grid_.places[a].row] < widths[grid_.places[b].row];
             });
             Place& at = grid_.places[place];

@@ -3,22 +3,20 @@
 #include <algorithm>
 #include <cmath>
 
+#include "layout/graph/route_rule.h"
 #include "layout/layered/channel_routing.h"
 #include "layout/layered/coordinates.h"
 #include "layout/layered/grid.h"
 #include "layout/layered/layering.h"
 #include "layout/layered/loops.h"
-#include "layout/routing/route_style.h"
 
 namespace norvelis::layout {
 
 namespace {
 
-constexpr int leftToRight = 2;
-
 /// The phases work with layers from top to bottom, y growing downwards; for layers from left to right the
-/// graph is turned over its diagonal before and back after.
-Graph Turned(Graph graph) {
+/// graph is transposed before and back after.
+Graph Transposed(Graph graph) {
     for (Box& box : graph.boxes) std::swap(box.width, box.height);
     for (Line& line : graph.lines) std::swap(line.labelWidth, line.labelHeight);
     return graph;
@@ -58,18 +56,19 @@ Placement PlaceTopDown(const Graph& graph, const Style& style) {
 }  // namespace
 
 Placement PlaceLayered(const Graph& graph, const Style& style) {
-    const bool turned = style.placeStyle == leftToRight;
-    Style turnedStyle = style;
-    if (turned) std::swap(turnedStyle.boxGapX, turnedStyle.boxGapY);
-    Placement placement = turned ? PlaceTopDown(Turned(graph), turnedStyle) : PlaceTopDown(graph, style);
+    const bool transposed = style.placeStyle == PlaceStyle::LeftToRight;
+    Style transposedStyle = style;
+    if (transposed) std::swap(transposedStyle.boxGapX, transposedStyle.boxGapY);
+    Placement placement =
+        transposed ? PlaceTopDown(Transposed(graph), transposedStyle) : PlaceTopDown(graph, style);
     const auto toPage = [&](Point& point) {
-        point = turned ? Point{point.y, -point.x} : Point{point.x, -point.y};
+        point = transposed ? Point{point.y, -point.x} : Point{point.x, -point.y};
     };
     for (Point& center : placement.centers) toPage(center);
     for (Route& route : placement.routes) {
         for (Point& point : route.points) toPage(point);
         toPage(route.label);
-        if (style.lineRouteExt == 2 && route.points.size() > 2) Round(route, style.lineGap);
+        if (style.IsCurved() && route.points.size() > 2) Round(route, style.lineGap);
     }
     return placement;
 }

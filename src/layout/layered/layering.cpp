@@ -12,21 +12,22 @@ namespace norvelis::layout {
 
 namespace {
 
-/// The shortest rankings for each way to break cycles, then some where chance lines count more than others.
+/// The shortest rankings for each choice of reversed lines, then some where random lines count more than
+/// others.
 std::vector<std::vector<int>> Rankings(const Graph& graph) {
-    constexpr int chanceRankings = 4, mostWeight = 3;
-    const std::vector<Turned> ways = WaysToBreakCycles(graph);
+    constexpr int kRandomRankings = 4, kMostWeight = 3;
+    const std::vector<Reversed> breaks = CycleBreaks(graph);
     std::set<std::vector<int>> known;
     std::vector<std::vector<int>> rankings;
     const auto add = [&](const std::vector<Span>& spans) {
         std::vector<int> ranks = RanksOf(graph, spans);
         if (known.insert(ranks).second) rankings.push_back(std::move(ranks));
     };
-    for (const Turned& way : ways) add(SpansOf(graph, way));
-    std::mt19937 chance(7);
-    for (int i = 0; i < chanceRankings; ++i) {
-        std::vector<Span> spans = SpansOf(graph, ways[static_cast<std::size_t>(i) % ways.size()]);
-        for (Span& span : spans) span.weight = 1 + static_cast<int>(chance() % mostWeight);
+    for (const Reversed& choice : breaks) add(SpansOf(graph, choice));
+    std::mt19937 random(7);
+    for (int i = 0; i < kRandomRankings; ++i) {
+        std::vector<Span> spans = SpansOf(graph, breaks[static_cast<std::size_t>(i) % breaks.size()]);
+        for (Span& span : spans) span.weight = 1 + static_cast<int>(random() % kMostWeight);
         add(spans);
     }
     return rankings;

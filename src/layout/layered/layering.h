@@ -6,7 +6,7 @@
 namespace norvelis::layout {
 
 /// Layers with few crossings. How boxes are ranked decides how few there can be, so several rankings are
-/// tried, all with the fewest lines turned around and lines about as short as can be (cycle_removal.h,
+/// tried, all with the fewest lines reversed and lines about as short as can be (cycle_removal.h,
 /// ranking.h), and the one whose crossings come out fewest is taken (crossing_reduction.h).
 Layers LayersWithFewCrossings(const Graph& graph);
 

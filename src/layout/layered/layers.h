@@ -20,7 +20,7 @@ struct LayerNode {
     bool operator==(const LayerNode&) const = default;
 };
 
-/// A bundle's way from one layer to the next.
+/// A bundle's segment from one layer to the next.
 struct LayerEdge {
     int upper = 0, lower = 0;  ///< Nodes.
     int weight = 1;            ///< Lines of the bundle.

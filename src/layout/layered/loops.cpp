@@ -6,7 +6,7 @@ namespace norvelis::layout {
 
 namespace {
 
-double RoomOf(const Line& loop, const Style& style) {
+double SpaceOf(const Line& loop, const Style& style) {
     return style.lineGap + std::max(style.lineGap, loop.labelWidth);
 }
 
@@ -20,10 +20,10 @@ std::vector<std::vector<int>> LoopsOf(const Graph& graph) {
     return loops;
 }
 
-double LoopRoom(const Graph& graph, const std::vector<int>& loops, const Style& style) {
-    double room = 0;
-    for (const int loop : loops) room += RoomOf(graph.lines[loop], style);
-    return room;
+double LoopSpace(const Graph& graph, const std::vector<int>& loops, const Style& style) {
+    double space = 0;
+    for (const int loop : loops) space += SpaceOf(graph.lines[loop], style);
+    return space;
 }
 
 void RouteLoops(const Graph& graph, const Style& style, Placement& placement) {
@@ -38,9 +38,9 @@ void RouteLoops(const Graph& graph, const Style& style, Placement& placement) {
         double x = right, reach = std::min(half / 2, label / 2);
         const double step = (half - reach) / static_cast<double>(loops[box].size() + 1);
         for (const int loop : loops[box]) {
-            const double room = RoomOf(graph.lines[loop], style);
-            const double middle = x + (room + style.lineGap) / 2;
-            x += room;
+            const double space = SpaceOf(graph.lines[loop], style);
+            const double middle = x + (space + style.lineGap) / 2;
+            x += space;
             reach += step;
             placement.routes[loop] = {{{right, center.y - reach},
                                        {middle, center.y - reach},

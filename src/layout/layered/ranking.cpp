@@ -36,12 +36,12 @@ void Balance(const Graph& graph, const std::vector<Span>& spans, std::vector<int
 
 }  // namespace
 
-std::vector<Span> SpansOf(const Graph& graph, const std::vector<bool>& turned) {
+std::vector<Span> SpansOf(const Graph& graph, const std::vector<bool>& reversed) {
     std::vector<Span> spans;
     for (std::size_t k = 0; k < graph.lines.size(); ++k) {
         const Line& line = graph.lines[k];
         if (line.from == line.to) continue;
-        spans.push_back(turned[k] ? Span{line.to, line.from} : Span{line.from, line.to});
+        spans.push_back(reversed[k] ? Span{line.to, line.from} : Span{line.from, line.to});
     }
     return spans;
 }

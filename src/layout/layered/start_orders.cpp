@@ -43,12 +43,12 @@ std::vector<int> DepthFirstOrder(const BlockOrder& blocks, int first) {
     return order;
 }
 
-std::vector<int> SpectralOrder(const BlockOrder& blocks, int steps, std::mt19937& chance) {
+std::vector<int> SpectralOrder(const BlockOrder& blocks, int steps, std::mt19937& random) {
     const int count = blocks.Size();
     std::vector<double> value(count), next(count), degree(count);
     double lines = 0;
     for (int i = 0; i < count; ++i) {
-        value[i] = static_cast<double>(chance()) / std::mt19937::max() - 0.5;
+        value[i] = static_cast<double>(random()) / std::mt19937::max() - 0.5;
         for (const auto* ends : {&blocks.Above(i), &blocks.Below(i)})
             for (const auto& end : *ends) degree[i] += end.weight;
         lines += degree[i];

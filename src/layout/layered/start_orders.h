@@ -15,8 +15,8 @@ std::vector<int> BreadthFirstOrder(const BlockOrder& blocks, int first);
 std::vector<int> DepthFirstOrder(const BlockOrder& blocks, int first);
 
 /// The blocks by their values in the slowest mode of the graph's random walk, found by so many steps from
-/// chance values: blocks that hang together stand together. Few steps show near neighbourhoods, many the
+/// random values: blocks that hang together stay together. Few steps show near neighbourhoods, many the
 /// whole. Koren: Drawing graphs by eigenvectors (2005).
-std::vector<int> SpectralOrder(const BlockOrder& blocks, int steps, std::mt19937& chance);
+std::vector<int> SpectralOrder(const BlockOrder& blocks, int steps, std::mt19937& random);
 
 }  // namespace norvelis::layout

@@ -18,8 +18,8 @@ std::size_t At(int i) {
     return static_cast<std::size_t>(i);
 }
 
-/// From one turn to another the shorter way round, -0.5 to 0.5.
-double Way(double from, double to) {
+/// From one turn to another whichever direction is shorter, -0.5 to 0.5.
+double Path(double from, double to) {
     return std::remainder(to - from, 1.0);
 }
 
@@ -138,8 +138,9 @@ void RadialPlacer::MakeRings() {
         steps_.push_back({std::max(step.width, 1e-3), std::max(step.height, 1e-3)});
         double steps = 0;
         for (const int box : rings_[k]) steps += StepsBetween(k, box, box);
-        constexpr int asManyLanesAsNeeded = 1000;
-        shapes_.emplace_back(hole, largest, Box{gaps_.x, gaps_.y}, steps_.back(), steps, asManyLanesAsNeeded);
+        constexpr int kAsManyLanesAsNeeded = 1000;
+        shapes_.emplace_back(hole, largest, Box{gaps_.x, gaps_.y}, steps_.back(), steps,
+                             kAsManyLanesAsNeeded);
         hole = shapes_.back().Cover();
     }
 }
@@ -159,7 +160,7 @@ void RadialPlacer::SettleRing(std::size_t ring, bool mayReorder) {
         double sum = 0, count = 0;
         for (const int other : neighbours_[At(box)]) {
             if (ringOf_[At(other)] == 0) continue;  // the middle is in no direction
-            sum += Way(turn_[At(box)], turn_[At(other)]);
+            sum += Path(turn_[At(box)], turn_[At(other)]);
             ++count;
         }
         wish[At(box)] = turn_[At(box)] + (count > 0 ? sum / count : 0);
@@ -227,7 +228,7 @@ void RadialPlacer::Swap() {
     }
 }
 
-/// Boxes turn as they stand around the middle in a spectral drawing.
+/// Boxes turn as they are around the middle in a spectral drawing.
 void RadialPlacer::TurnAsInSpectralDrawing() {
     const std::vector<Point> places = SpectralPlaces(neighbours_);
     const Point middle = places[At(rings_.front().front())];

@@ -8,9 +8,9 @@ namespace norvelis::layout {
 
 namespace {
 
-/// Deep stands tighter than medium, shallow wider.
-double DepthFactor(int placeDepth) {
-    return placeDepth == 2 ? 0.9 : placeDepth == 3 ? 1.1 : 1.0;
+/// Deep is tighter than medium, shallow wider.
+double DepthFactor(PlaceDepth depth) {
+    return depth == PlaceDepth::Deep ? 0.9 : depth == PlaceDepth::Shallow ? 1.1 : 1.0;
 }
 
 }  // namespace

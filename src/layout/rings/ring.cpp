@@ -11,10 +11,10 @@ namespace norvelis::layout {
 
 namespace {
 
-constexpr int arcs = 360;  // pieces in which a lane is measured
+constexpr int kArcs = 360;  // segments in which a lane is measured
 
 double AngleAt(double arc) {
-    return 2 * M_PI * arc / arcs;
+    return 2 * M_PI * arc / kArcs;
 }
 
 }  // namespace
@@ -29,18 +29,18 @@ Point RingShape::At(double angle) const {
 Ring::Ring(const RingShape& hole, const Box& largest, const Box& gaps, const Box& step, double steps,
            int mostLanes)
     : hole_(hole), largest_(largest), gaps_(gaps), step_(step) {
-    constexpr double shareUsed = 0.94, growth = 1.05;
-    constexpr int growthsBeforeAnotherLane = 5;
+    constexpr double kShareUsed = 0.94, kGrowth = 1.05;
+    constexpr int kGrowthsBeforeAnotherLane = 5;
     double grown = 1;
     for (int lanes = 1, growths = 0;; ++growths) {
         MakeLanes(lanes, grown);
-        if (steps <= capacity_ * shareUsed) break;
-        if (lanes < mostLanes && growths >= growthsBeforeAnotherLane) {
+        if (steps <= capacity_ * kShareUsed) break;
+        if (lanes < mostLanes && growths >= kGrowthsBeforeAnotherLane) {
             ++lanes;
             growths = -1;
             grown = 1;
         } else {
-            grown *= growth;
+            grown *= kGrowth;
         }
     }
 }
@@ -62,7 +62,7 @@ void Ring::MakeLanes(int count, double grown) {
 Ring::Lane Ring::MakeLane(const RingShape& shape) const {
     Lane lane{shape, {0}};
     Point from = shape.At(0);
-    for (int arc = 1; arc <= arcs; ++arc) {
+    for (int arc = 1; arc <= kArcs; ++arc) {
         const Point to = shape.At(AngleAt(arc));
         lane.passed.push_back(lane.passed.back() + std::max(std::abs(to.x - from.x) / step_.width,
                                                             std::abs(to.y - from.y) / step_.height));
@@ -79,7 +79,7 @@ double Ring::Lane::Angle(double turn) const {
                    (length > 0 ? (place - *(next - 1)) / length : 0));
 }
 
-bool Ring::RunsLevel(double turn) const {
+bool Ring::RunsHorizontally(double turn) const {
     const double angle = lanes_.front().Angle(turn);
     const Point a = lanes_.front().shape.At(angle - 0.01), b = lanes_.front().shape.At(angle + 0.01);
     return std::abs(b.x - a.x) / step_.width > std::abs(b.y - a.y) / step_.height;

@@ -7,7 +7,7 @@
 namespace norvelis::layout {
 
 /// A closed curve |x/a|^power + |y/b|^power = 1: power 2 is an ellipse, greater powers are rounder
-/// rectangles, on which wide boxes waste less room (Piet Hein's superellipse).
+/// rectangles, on which wide boxes waste less space (Piet Hein's superellipse).
 struct RingShape {
     double a = 0, b = 0;
     double power = 2;
@@ -15,15 +15,15 @@ struct RingShape {
     Point At(double angle) const;
 };
 
-/// Room for boxes around a hole: one lane, or several where one would be much longer than the hole asks for.
+/// Space for boxes around a hole: one lane, or several where one would be much longer than the hole asks for.
 ///
-/// Places on a ring are told in turns, from 0 to 1 anticlockwise from the right, that grow by equal steps
+/// Places on a ring are given in turns, from 0 to 1 anticlockwise from the right, that grow by equal steps
 /// from box to box wherever it is: along the top and bottom, where widths keep boxes apart, more slowly than
 /// along the sides, where heights do. A turn points in nearly the same direction on all rings of one middle.
 class Ring {
   public:
     /// `largest` box on it, `step` from one box to the next along the top (its width) and the sides (its
-    /// height), and how many steps are to have room.
+    /// height), and how many steps are to have space.
     Ring(const RingShape& hole, const Box& largest, const Box& gaps, const Box& step, double steps,
          int mostLanes);
 
@@ -36,10 +36,10 @@ class Ring {
     /// What the ring covers, as a hole for the next one.
     RingShape Cover() const;
     /// Whether the ring runs along the top or bottom at the turn.
-    bool RunsLevel(double turn) const;
+    bool RunsHorizontally(double turn) const;
 
   private:
-    /// The way along a lane, measured in steps.
+    /// The path along a lane, measured in steps.
     struct Lane {
         RingShape shape;
         std::vector<double> passed;  ///< From angle 0 to each of equal angles; the last is the whole.
@@ -55,7 +55,7 @@ class Ring {
 };
 
 /// Moves turns, ascending and within one turn, as little as possible to keep their distances, distance[i]
-/// from the one before (for the first, from the last); when all are taken, all stand at their distances.
+/// from the one before (for the first, from the last); when all are taken, all are at their distances.
 std::vector<double> SeparateAround(const std::vector<double>& turns, const std::vector<double>& distance);
 
 }  // namespace norvelis::layout

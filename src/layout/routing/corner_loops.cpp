@@ -19,8 +19,8 @@ std::vector<Point> Around(const Rect& box, const Corner& corner, const Line& lin
     const double inX = box.Width() / 2 * (1 - std::min(first, 0.9)),
                  inY = box.Height() / 2 * (1 - std::min(first, 0.9));
     const double reach = corner.reach + lineGap + line.labelHeight;
-    const double level = line.labelWidth + 2 * lineGap;  // the label stands on this piece
-    const double ahead = std::max(corner.ahead + lineGap, level - (box.Width() / 2 - inX));
+    const double labelRun = line.labelWidth + 2 * lineGap;  // the label is on this segment
+    const double ahead = std::max(corner.ahead + lineGap, labelRun - (box.Width() / 2 - inX));
     const auto at = [&](double x, double y) { return middle + Point{corner.right * x, corner.up * y}; };
     const double outX = box.Width() / 2 + ahead, outY = box.Height() / 2 + reach;
     return {at(inX, box.Height() / 2), at(inX, outY), at(outX, outY), at(outX, inY),
@@ -38,17 +38,17 @@ std::vector<std::vector<Point>> LoopsAroundCorners(const Rect& box, const std::v
                          [](const Corner& a, const Corner& b) { return a.count < b.count; });
         std::vector<Point> loop;
         for (Corner& corner : corners) {
-            std::vector<Point> way = Around(box, corner, line, lineGap);
+            std::vector<Point> path = Around(box, corner, line, lineGap);
             bool free = true;
-            for (std::size_t i = 1; i < way.size() && free; ++i)
-                free = !obstacles.Bar(way[i - 1], way[i], -1e-6, -1, -1);
-            for (std::size_t i = 2; i + 1 < way.size() && free; ++i)
-                free = !obstacles.Bar(way[i - 1], way[i], lineGap / 2, -1, -1);
+            for (std::size_t i = 1; i < path.size() && free; ++i)
+                free = !obstacles.Bar(path[i - 1], path[i], -1e-6, -1, -1);
+            for (std::size_t i = 2; i + 1 < path.size() && free; ++i)
+                free = !obstacles.Bar(path[i - 1], path[i], lineGap / 2, -1, -1);
             if (!free) continue;
             ++corner.count;
-            corner.reach = std::abs(way[1].y - way[0].y);
-            corner.ahead = std::abs(way[3].x - way[4].x);
-            loop = std::move(way);
+            corner.reach = std::abs(path[1].y - path[0].y);
+            corner.ahead = std::abs(path[3].x - path[4].x);
+            loop = std::move(path);
             break;
         }
         loops.push_back(std::move(loop));

@@ -7,7 +7,7 @@
 
 namespace norvelis::layout {
 
-/// Lines from a box to itself, each around a corner where nothing is in the way, several around one corner
+/// Lines from a box to itself, each around a corner that nothing bars, several around one corner
 /// outside each other, long enough for their labels. Empty where no corner is free. `lines`: those of one
 /// box.
 std::vector<std::vector<Point>> LoopsAroundCorners(const Rect& box, const std::vector<Line>& lines,

@@ -7,9 +7,9 @@ namespace norvelis::layout {
 
 namespace {
 
-constexpr double bendCost = 1.0;       // inches that a line goes out of its way to save a bend
-constexpr double crossingCost = 0.3;   // inches to save a crossing
-constexpr double wrongSideCost = 4.0;  // inches to keep the side that the style asks for
+constexpr double kBendCost = 1.0;       // inches that a line goes out of its way to save a bend
+constexpr double kCrossingCost = 0.3;   // inches to save a crossing
+constexpr double kWrongSideCost = 4.0;  // inches to keep the side that the style asks for
 
 std::size_t At(int i) {
     return static_cast<std::size_t>(i);
@@ -19,7 +19,7 @@ double Distance(double lo, double hi, double from, double to) {
     return std::max({0.0, from - hi, lo - to});
 }
 
-bool IsLevel(Side side) {
+bool IsHorizontal(Side side) {
     return side == Side::Left || side == Side::Right;
 }
 
@@ -40,7 +40,7 @@ CorridorSearch::CorridorSearch(const FreeSpace& space, const std::vector<Rect>& 
       lineGap_(std::max(lineGap, 1e-6)),
       portalUse_(At(space.PortalCount())),
       exitUse_(At(space.ExitCount())),
-      levelUse_(space.Cells().size()),
+      horizontalUse_(space.Cells().size()),
       passed_(space.Cells().size()),
       states_(At(space.ExitCount() + 2 * space.PortalCount())) {}
 
@@ -52,63 +52,65 @@ double CorridorSearch::PortalToll(int portal, double width) const {
 double CorridorSearch::ExitToll(const Exit& exit, bool leaves) const {
     const double share = (exitUse_[At(exit.id)] + 1) * lineGap_ / std::max(exit.hi - exit.lo, 1e-6);
     double toll = share <= 0.7 ? share * 0.3 : share <= 1 ? 0.2 + (share - 0.7) * 6 : 2 + (share - 1) * 10;
-    if (rule_.hasSides && exit.side != (leaves ? rule_.leave : rule_.arrive)) toll += wrongSideCost;
-    if (rule_.levelFirst && IsLevel(exit.side) != leaves) toll += wrongSideCost;
-    if (rule_.uprightFirst && IsLevel(exit.side) == leaves) toll += wrongSideCost;
+    if (rule_.hasSides && exit.side != (leaves ? rule_.leave : rule_.arrive)) toll += kWrongSideCost;
+    if (rule_.horizontalFirst && IsHorizontal(exit.side) != leaves) toll += kWrongSideCost;
+    if (rule_.verticalFirst && IsHorizontal(exit.side) == leaves) toll += kWrongSideCost;
     return toll;
 }
 
-/// Of a level piece: its length, more in a crowd, and the uprights that it may be expected to cross.
-double CorridorSearch::LevelCost(int cell, double length) const {
+/// Of a horizontal segment: its length, more in a crowd, and the verticals that it may be expected to cross.
+double CorridorSearch::HorizontalCost(int cell, double length) const {
     const Rect& area = space_.Cells()[At(cell)].area;
     const double width = std::max(area.Width(), 1e-6);
-    const double share = levelUse_[At(cell)] * lineGap_ / std::max(width * area.Height(), 1e-6);
-    return length * (1 + std::min(4.0, 2 * share * share) + crossingCost * passed_[At(cell)] / width);
+    const double share = horizontalUse_[At(cell)] * lineGap_ / std::max(width * area.Height(), 1e-6);
+    return length * (1 + std::min(4.0, 2 * share * share) + kCrossingCost * passed_[At(cell)] / width);
 }
 
-/// Of an upright piece: the level ones that it may be expected to cross.
+/// Of a vertical segment: the horizontal ones that it may be expected to cross.
 double CorridorSearch::PassCost(int cell) const {
-    return crossingCost * levelUse_[At(cell)] / std::max(space_.Cells()[At(cell)].area.Width(), 1e-6);
+    return kCrossingCost * horizontalUse_[At(cell)] / std::max(space_.Cells()[At(cell)].area.Width(), 1e-6);
 }
 
-/// The state with its upright piece, or the next one after a level piece in the cell, between lo and hi.
+/// The state with its vertical segment, or the next one after a horizontal segment in the cell, between lo
+/// and hi.
 CorridorSearch::State CorridorSearch::Narrow(State state, int cell, double lo, double hi) const {
-    if (!state.level && std::max(state.lo, lo) < std::min(state.hi, hi)) {
+    if (!state.horizontal && std::max(state.lo, lo) < std::min(state.hi, hi)) {
         const double paid = Distance(state.fromLo, state.fromHi, state.lo, state.hi);
         state.lo = std::max(state.lo, lo);
         state.hi = std::min(state.hi, hi);
         const double more = Distance(state.fromLo, state.fromHi, state.lo, state.hi) - paid;
-        if (more > 0) state.cost += LevelCost(state.levelCell, more);
+        if (more > 0) state.cost += HorizontalCost(state.horizontalCell, more);
         return state;
     }
-    // The upright piece stands as near to where it must go on as it can.
+    // The vertical segment is as near to where it must go on as it can.
     const double edge = lo >= state.hi ? state.hi : hi <= state.lo ? state.lo : std::clamp(state.lo, lo, hi);
     const double paid = Distance(state.fromLo, state.fromHi, state.lo, state.hi);
     const double more = Distance(state.fromLo, state.fromHi, edge, edge) - paid;
-    if (more > 0) state.cost += LevelCost(state.levelCell, more);
-    state.cost += LevelCost(cell, Distance(edge, edge, lo, hi)) + (state.level ? bendCost : 2 * bendCost);
+    if (more > 0) state.cost += HorizontalCost(state.horizontalCell, more);
+    state.cost +=
+        HorizontalCost(cell, Distance(edge, edge, lo, hi)) + (state.horizontal ? kBendCost : 2 * kBendCost);
     state.fromLo = state.fromHi = edge;
-    state.levelCell = cell;
+    state.horizontalCell = cell;
     state.lo = lo;
     state.hi = hi;
-    state.level = false;
+    state.horizontal = false;
     return state;
 }
 
 double CorridorSearch::GoalCost(const State& state, int cell, const Exit& goal, const Rect& target) const {
     const double toll = ExitToll(goal, false);
-    if (IsLevel(goal.side)) {
+    if (IsHorizontal(goal.side)) {
         const double x = SideX(goal, target);
-        if (state.level) {
+        if (state.horizontal) {
             const double apart = Distance(state.start->lo, state.start->hi, goal.lo, goal.hi);
             return state.cost + toll + std::abs(x - state.lo) + apart +
-                   (apart > 0 || goal.hi < state.start->lo ? 2 * bendCost : 0);
+                   (apart > 0 || goal.hi < state.start->lo ? 2 * kBendCost : 0);
         }
-        // The way from the last level piece to the side, by the upright piece's nearest place.
+        // The path from the last horizontal segment to the side, by the vertical segment's nearest place.
         const double from = std::clamp(x, state.fromLo, state.fromHi);
         const double detour = Distance(state.lo, state.hi, std::min(from, x), std::max(from, x));
         const double paid = Distance(state.fromLo, state.fromHi, state.lo, state.hi);
-        return state.cost + toll + LevelCost(cell, std::abs(x - from) + 2 * detour - paid) + bendCost;
+        return state.cost + toll + HorizontalCost(cell, std::abs(x - from) + 2 * detour - paid) + kBendCost;
     }
     return Narrow(state, cell, goal.lo, goal.hi).cost + toll + std::abs(SideY(goal, target) - state.y);
 }
@@ -117,10 +119,10 @@ CorridorSearch::State CorridorSearch::StartAt(const Exit& exit, const Rect& sour
     State state;
     state.start = &exit;
     state.cell = exit.cell;
-    state.level = IsLevel(exit.side);
-    state.lo = state.level ? SideX(exit, source) : exit.lo;
-    state.hi = state.level ? state.lo : exit.hi;
-    state.y = state.level ? (exit.lo + exit.hi) / 2 : SideY(exit, source);
+    state.horizontal = IsHorizontal(exit.side);
+    state.lo = state.horizontal ? SideX(exit, source) : exit.lo;
+    state.hi = state.horizontal ? state.lo : exit.hi;
+    state.y = state.horizontal ? (exit.lo + exit.hi) / 2 : SideY(exit, source);
     state.fromLo = state.lo;
     state.fromHi = state.hi;
     return state;
@@ -146,9 +148,9 @@ std::optional<Corridor> CorridorSearch::Find(int from, int to) {
         std::push_heap(queue_.begin(), queue_.end());
     };
     for (const Exit& exit : space_.ExitsOf(from)) {
-        if (loop && IsLevel(exit.side)) continue;
+        if (loop && IsHorizontal(exit.side)) continue;
         State state = StartAt(exit, source);
-        if (state.level) state.y = std::clamp((target.y0 + target.y1) / 2, exit.lo, exit.hi);
+        if (state.horizontal) state.y = std::clamp((target.y0 + target.y1) / 2, exit.lo, exit.hi);
         state.cost = ExitToll(exit, true);
         push(exit.id, state);
     }
@@ -165,7 +167,7 @@ std::optional<Corridor> CorridorSearch::Find(int from, int to) {
         state.done = search_;
         const int cell = state.cell;
         for (const Exit& goal : space_.ExitsOf(to)) {
-            if (goal.cell != cell || (loop && !IsLevel(goal.side))) continue;
+            if (goal.cell != cell || (loop && !IsHorizontal(goal.side))) continue;
             const double cost = GoalCost(state, cell, goal, target);
             if (cost < best) {
                 best = cost;
@@ -210,10 +212,11 @@ void CorridorSearch::Take(const Corridor& corridor, int from) {
     State state = StartAt(corridor.from, boxes_[At(from)]);
     const auto use = [&](double lo, double hi, std::size_t i) {
         const State next = Narrow(state, corridor.cells[i], lo, hi);
-        if (next.levelCell >= 0) {
-            const bool isNew = next.fromLo != state.fromLo || next.levelCell != state.levelCell;
+        if (next.horizontalCell >= 0) {
+            const bool isNew = next.fromLo != state.fromLo || next.horizontalCell != state.horizontalCell;
             const double paid = isNew ? 0 : Distance(state.fromLo, state.fromHi, state.lo, state.hi);
-            levelUse_[At(next.levelCell)] += Distance(next.fromLo, next.fromHi, next.lo, next.hi) - paid;
+            horizontalUse_[At(next.horizontalCell)] +=
+                Distance(next.fromLo, next.fromHi, next.lo, next.hi) - paid;
         }
         state = next;
     };
@@ -223,7 +226,7 @@ void CorridorSearch::Take(const Corridor& corridor, int from) {
         ++passed_[At(corridor.cells[i])];
         use(portal.lo, portal.hi, i);
     }
-    if (!IsLevel(corridor.to.side)) use(corridor.to.lo, corridor.to.hi, corridor.portals.size());
+    if (!IsHorizontal(corridor.to.side)) use(corridor.to.lo, corridor.to.hi, corridor.portals.size());
 }
 
 }  // namespace norvelis::layout

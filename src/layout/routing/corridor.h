@@ -5,7 +5,7 @@
 
 #include "layout/routing/free_space.h"
 
-// The coarse way of each line: from cell to cell of the free space, by A* over a length that also counts
+// The coarse path of each line: from cell to cell of the free space, by A* over a length that also counts
 // bends and the crowd of the lines before (global routing, as it is done for circuits: Lee 1961; Hart,
 // Nilsson, Raphael 1968).
 namespace norvelis::layout {
@@ -30,12 +30,12 @@ class CorridorSearch {
   private:
     struct State {
         double cost = 0;        ///< So far.
-        double lo = 0, hi = 0;  ///< Where the upright piece that arrives may stand.
+        double lo = 0, hi = 0;  ///< Where the vertical segment that arrives may be.
         double fromLo = 0,
-               fromHi = 0;   ///< Where the level piece before it comes from; `cost` pays up to here.
-        int levelCell = -1;  ///< The cell of that piece.
+               fromHi = 0;  ///< Where the horizontal segment before it comes from; `cost` pays up to here.
+        int horizontalCell = -1;  ///< The cell of that segment.
         double y = 0;
-        bool level = false;  ///< Still on the level piece that left a box's side.
+        bool horizontal = false;  ///< Still on the horizontal segment that left a box's side.
         int cell = -1;
         int parent = -1;  ///< State.
         int portal = -1;  ///< Of the parent's cell's portals.
@@ -51,7 +51,7 @@ class CorridorSearch {
     };
     double PortalToll(int portal, double width) const;
     double ExitToll(const Exit& exit, bool leaves) const;
-    double LevelCost(int cell, double length) const;
+    double HorizontalCost(int cell, double length) const;
     double PassCost(int cell) const;
     static State StartAt(const Exit& exit, const Rect& source);
     State Narrow(State state, int cell, double lo, double hi) const;
@@ -62,8 +62,8 @@ class CorridorSearch {
     RouteRule rule_;
     double lineGap_;
     std::vector<int> portalUse_, exitUse_;
-    std::vector<double> levelUse_;  ///< Inches of level pieces in each cell.
-    std::vector<int> passed_;       ///< Upright pieces through each cell.
+    std::vector<double> horizontalUse_;  ///< Inches of horizontal segments in each cell.
+    std::vector<int> passed_;            ///< Vertical segments through each cell.
     std::vector<State> states_;
     std::vector<Entry> queue_;
     int search_ = -1;

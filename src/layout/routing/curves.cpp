@@ -15,16 +15,16 @@ class Fitter {
         for (std::size_t i = 0; i < labels.size(); ++i) labelsNear_.Add(labels[i], static_cast<int>(i));
     }
 
-    std::vector<Point> Fit(const std::vector<Point>& way, int line) const {
-        if (way.size() < 3) return way;
-        std::vector<Point> fitted{way.front()};
-        for (std::size_t i = 1; i + 1 < way.size(); ++i) {
-            const Point corner = way[i];
-            const Point in = way[i - 1] - corner, out = way[i + 1] - corner;
+    std::vector<Point> Fit(const std::vector<Point>& path, int line) const {
+        if (path.size() < 3) return path;
+        std::vector<Point> fitted{path.front()};
+        for (std::size_t i = 1; i + 1 < path.size(); ++i) {
+            const Point corner = path[i];
+            const Point in = path[i - 1] - corner, out = path[i + 1] - corner;
             const double inLength = Length(in), outLength = Length(out);
             if (inLength <= 0 || outLength <= 0) continue;
-            // The curve spans the middles of the corner's pieces, so the pieces are twice as long as it
-            // reaches; two corners share the piece between them.
+            // The curve spans the middles of the corner's segments, so the segments are twice as long as it
+            // reaches; two corners share the segment between them.
             double size = 2 * radius_;
             const auto before = [&] { return corner + in * (std::min(size, inLength / 2) / inLength); };
             const auto after = [&] { return corner + out * (std::min(size, outLength / 2) / outLength); };
@@ -35,7 +35,7 @@ class Fitter {
             fitted.push_back(corner);
             fitted.push_back(after());
         }
-        fitted.push_back(way.back());
+        fitted.push_back(path.back());
         return fitted;
     }
 
@@ -60,10 +60,10 @@ class Fitter {
 
 }  // namespace
 
-void FitCurves(std::vector<std::vector<Point>>& ways, const std::vector<Rect>& boxes,
+void FitCurves(std::vector<std::vector<Point>>& paths, const std::vector<Rect>& boxes,
                const std::vector<Rect>& labels, double radius) {
     const Fitter fitter(boxes, labels, radius);
-    for (std::size_t i = 0; i < ways.size(); ++i) ways[i] = fitter.Fit(ways[i], static_cast<int>(i));
+    for (std::size_t i = 0; i < paths.size(); ++i) paths[i] = fitter.Fit(paths[i], static_cast<int>(i));
 }
 
 }  // namespace norvelis::layout

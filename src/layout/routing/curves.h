@@ -6,10 +6,10 @@
 
 namespace norvelis::layout {
 
-/// Prepares ways for being drawn with rounded corners. A corner is drawn as a curve between the middles of
-/// its two pieces: extra points on long pieces keep the curve short, and off all boxes and the labels of
-/// other lines. `labels`: one for each way.
-void FitCurves(std::vector<std::vector<Point>>& ways, const std::vector<Rect>& boxes,
+/// Prepares paths for being drawn with rounded corners. A corner is drawn as a curve between the middles of
+/// its two segments: extra points on long segments keep the curve short, and off all boxes and the labels of
+/// other lines. `labels`: one for each path.
+void FitCurves(std::vector<std::vector<Point>>& paths, const std::vector<Rect>& boxes,
                const std::vector<Rect>& labels, double radius);
 
 }  // namespace norvelis::layout

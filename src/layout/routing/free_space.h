@@ -2,10 +2,11 @@
 
 #include <vector>
 
-#include "layout/routing/route_style.h"
+#include "base/geometry.h"
+#include "layout/graph/route_rule.h"
 
-// The page between the boxes as level cells, as wide as the boxes let them be (the vertical decomposition of
-// computational geometry, turned by a quarter). Lines find their way from cell to cell; there are at most
+// The page between the boxes as flat cells, as wide as the boxes let them be (the vertical decomposition of
+// computational geometry, turned by a quarter). Lines find their path from cell to cell; there are at most
 // three cells a box, so that the search stays small on the largest page.
 namespace norvelis::layout {
 
@@ -33,7 +34,7 @@ struct Exit {
 
 class FreeSpace {
   public:
-    /// Cells keep `clearance` off every box; `margin` is the free rim around all of them.
+    /// Cells keep `clearance` off every box; `margin` is kept free around all of them.
     FreeSpace(const std::vector<Rect>& boxes, double clearance, double margin);
 
     const std::vector<FreeCell>& Cells() const { return cells_; }
@@ -44,7 +45,7 @@ class FreeSpace {
   private:
     struct Gap {
         double lo, hi;
-        int left, right;  ///< The boxes at its ends, -1 at the page's rim.
+        int left, right;  ///< The boxes at its ends, -1 at the edge of the page.
         int cell;
     };
     std::vector<Gap> GapsAt(const std::vector<int>& standing, const std::vector<Rect>& grown,

@@ -15,19 +15,19 @@ struct Bend {
     double reach;  ///< How far outwards the line comes from and goes to.
 };
 
-Point UnitOf(Point way) {
-    const double length = Length(way);
-    return length > 0 ? way * (1 / length) : way;
+Point UnitOf(Point path) {
+    const double length = Length(path);
+    return length > 0 ? path * (1 / length) : path;
 }
 
-void Nest(std::vector<Bend>& bends, std::vector<std::vector<Point>>& ways, const Obstacles& obstacles,
+void Nest(std::vector<Bend>& bends, std::vector<std::vector<Point>>& paths, const Obstacles& obstacles,
           double gap) {
     std::stable_sort(bends.begin(), bends.end(),
                      [](const Bend& a, const Bend& b) { return a.reach < b.reach; });
     double offset = 0;
     for (const Bend& bend : bends) {
-        Point& corner = ways[bend.line][bend.point];
-        const Point before = ways[bend.line][bend.point - 1], after = ways[bend.line][bend.point + 1],
+        Point& corner = paths[bend.line][bend.point];
+        const Point before = paths[bend.line][bend.point - 1], after = paths[bend.line][bend.point + 1],
                     from = corner;
         for (double by = offset; by > gap / 8; by /= 2) {
             const Point moved = from + bend.outward * by;
@@ -42,14 +42,14 @@ void Nest(std::vector<Bend>& bends, std::vector<std::vector<Point>>& ways, const
 
 }  // namespace
 
-void NestBends(std::vector<std::vector<Point>>& ways, const std::vector<Rect>& boxes, double gap) {
+void NestBends(std::vector<std::vector<Point>>& paths, const std::vector<Rect>& boxes, double gap) {
     std::map<std::pair<double, double>, std::vector<Bend>> corners;
-    for (std::size_t line = 0; line < ways.size(); ++line) {
-        const std::vector<Point>& way = ways[line];
-        for (std::size_t i = 1; i + 1 < way.size(); ++i) {
-            const Point in = UnitOf(way[i - 1] - way[i]), out = UnitOf(way[i + 1] - way[i]);
+    for (std::size_t line = 0; line < paths.size(); ++line) {
+        const std::vector<Point>& path = paths[line];
+        for (std::size_t i = 1; i + 1 < path.size(); ++i) {
+            const Point in = UnitOf(path[i - 1] - path[i]), out = UnitOf(path[i + 1] - path[i]);
             const Point outward = UnitOf((in + out) * -1);
-            corners[{way[i].x, way[i].y}].push_back({line, i, outward, 0});
+            corners[{path[i].x, path[i].y}].push_back({line, i, outward, 0});
         }
     }
     const Obstacles obstacles(boxes);
@@ -59,13 +59,13 @@ void NestBends(std::vector<std::vector<Point>>& ways, const std::vector<Rect>& b
         for (const Bend& bend : bends) outward = outward + bend.outward;
         outward = UnitOf(outward);
         for (Bend& bend : bends) {
-            const std::vector<Point>& way = ways[bend.line];
-            const Point in = UnitOf(way[bend.point - 1] - way[bend.point]);
-            const Point out = UnitOf(way[bend.point + 1] - way[bend.point]);
+            const std::vector<Point>& path = paths[bend.line];
+            const Point in = UnitOf(path[bend.point - 1] - path[bend.point]);
+            const Point out = UnitOf(path[bend.point + 1] - path[bend.point]);
             bend.outward = outward;
             bend.reach = (in.x + out.x) * outward.x + (in.y + out.y) * outward.y;
         }
-        Nest(bends, ways, obstacles, gap);
+        Nest(bends, paths, obstacles, gap);
     }
 }
 

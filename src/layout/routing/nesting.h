@@ -6,8 +6,8 @@
 
 namespace norvelis::layout {
 
-/// Lines that bend at one corner are moved apart, one outside the other, as far as what stands in the way
+/// Lines that bend at one corner are moved apart, one outside the other, as far as what is in the way
 /// allows.
-void NestBends(std::vector<std::vector<Point>>& ways, const std::vector<Rect>& boxes, double gap);
+void NestBends(std::vector<std::vector<Point>>& paths, const std::vector<Rect>& boxes, double gap);
 
 }  // namespace norvelis::layout

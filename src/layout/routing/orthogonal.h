@@ -3,15 +3,15 @@
 #include <vector>
 
 #include "layout/graph/graph.h"
-#include "layout/routing/candidate_paths.h"
-#include "layout/routing/route_style.h"
+#include "layout/graph/route_rule.h"
+#include "layout/routing/line_paths.h"
 
 namespace norvelis::layout {
 
-/// Level and upright pieces. A corridor is searched for each line, short lines first; its pieces then take
-/// the free tracks nearest to where they would stand alone. Wybrow, Marriott, Stuckey: Orthogonal connector
-/// routing (2009).
-Ways RouteOrthogonally(const std::vector<Rect>& boxes, const std::vector<Line>& lines, const RouteRule& rule,
-                       double lineGap);
+/// Horizontal and vertical segments. A corridor is searched for each line, short lines first; its segments
+/// then take the free tracks nearest to where they would be alone. Wybrow, Marriott, Stuckey: Orthogonal
+/// connector routing (2009).
+LinePaths RouteOrthogonally(const std::vector<Rect>& boxes, const std::vector<Line>& lines,
+                            const RouteRule& rule, double lineGap);
 
 }  // namespace norvelis::layout

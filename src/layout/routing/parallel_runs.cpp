@@ -5,16 +5,16 @@
 namespace norvelis::layout {
 
 namespace {
-constexpr double shelfHeight = 0.5;
+constexpr double kShelfHeight = 0.5;
 }
 
 ParallelRuns::ParallelRuns(double spacing, double first, double last)
     : spacing_(spacing),
       first_(first),
-      shelves_(1 + static_cast<std::size_t>(std::clamp((last - first) / shelfHeight, 0.0, 20000.0))) {}
+      shelves_(1 + static_cast<std::size_t>(std::clamp((last - first) / kShelfHeight, 0.0, 20000.0))) {}
 
 std::size_t ParallelRuns::Shelf(double at) const {
-    const double place = (at - first_) / shelfHeight;
+    const double place = (at - first_) / kShelfHeight;
     return place > 0 ? std::min(shelves_.size() - 1, static_cast<std::size_t>(place)) : 0;
 }
 
@@ -30,8 +30,8 @@ void ParallelRuns::Remove(const Run& run) {
     if (found != shelf.end()) shelf.erase(found);
 }
 
-ParallelRuns::Room ParallelRuns::Nearest(double wish, double from, double to, double lo, double hi,
-                                         int net) const {
+ParallelRuns::Space ParallelRuns::Nearest(double wish, double from, double to, double lo, double hi,
+                                          int net) const {
     wish = std::clamp(wish, from, std::max(from, to));
     // Most wishes come true nearby; only a crowded channel is looked at in its whole width.
     for (double reach = 1;; reach *= 6) {

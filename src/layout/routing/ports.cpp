@@ -28,25 +28,25 @@ SideIndex SideOf(Point p, const Rect& box) {
 
 }  // namespace
 
-void SpreadPorts(std::vector<std::vector<Point>>& ways, const std::vector<Line>& lines,
+void SpreadPorts(std::vector<std::vector<Point>>& paths, const std::vector<Line>& lines,
                  const std::vector<Rect>& boxes, double lineGap) {
     const Obstacles obstacles(boxes);
     std::vector<std::array<std::vector<Port>, 4>> ports(boxes.size());
     for (std::size_t i = 0; i < lines.size(); ++i) {
-        const std::vector<Point>& way = ways[i];
-        if (way.size() < 2) continue;
+        const std::vector<Point>& path = paths[i];
+        if (path.size() < 2) continue;
         const auto add = [&](int box, Point end, Point next, bool isFirst) {
             const SideIndex side = SideOf(end, boxes[static_cast<std::size_t>(box)]);
-            const bool level = side == bottom || side == top;
+            const bool horizontal = side == bottom || side == top;
             // Where the line is at a distance of two inches from the box: steep lines keep their place.
-            const double off = std::abs(level ? next.y - end.y : next.x - end.x);
-            const double slope = (level ? next.x - end.x : next.y - end.y) / std::max(off, 1e-6);
-            const double at = level ? end.x : end.y;
+            const double off = std::abs(horizontal ? next.y - end.y : next.x - end.x);
+            const double slope = (horizontal ? next.x - end.x : next.y - end.y) / std::max(off, 1e-6);
+            const double at = horizontal ? end.x : end.y;
             ports[static_cast<std::size_t>(box)][side].push_back(
                 {static_cast<int>(i), isFirst, at, at + slope * std::min(off, 2.0)});
         };
-        add(lines[i].from, way.front(), way[1], true);
-        add(lines[i].to, way.back(), way[way.size() - 2], false);
+        add(lines[i].from, path.front(), path[1], true);
+        add(lines[i].to, path.back(), path[path.size() - 2], false);
     }
     for (std::size_t box = 0; box < boxes.size(); ++box) {
         for (const SideIndex side : {left, right, bottom, top}) {
@@ -55,20 +55,21 @@ void SpreadPorts(std::vector<std::vector<Point>>& ways, const std::vector<Line>&
             std::stable_sort(here.begin(), here.end(), [](const Port& a, const Port& b) {
                 return std::abs(a.at - b.at) > 1e-6 ? a.at < b.at : a.ahead < b.ahead;
             });
-            const bool level = side == bottom || side == top;
-            const double lo = level ? boxes[box].x0 : boxes[box].y0,
-                         hi = level ? boxes[box].x1 : boxes[box].y1;
+            const bool horizontal = side == bottom || side == top;
+            const double lo = horizontal ? boxes[box].x0 : boxes[box].y0,
+                         hi = horizontal ? boxes[box].x1 : boxes[box].y1;
             const double corner = (hi - lo) * 0.03;
             std::vector<double> wishes;
             for (const Port& port : here) wishes.push_back(port.at);
             const std::vector<double> places = SeparateWithin(wishes, lineGap, lo + corner, hi - corner);
             for (std::size_t i = 0; i < here.size(); ++i) {
-                std::vector<Point>& way = ways[static_cast<std::size_t>(here[i].line)];
-                Point& end = here[i].isFirst ? way.front() : way.back();
-                const Point next = here[i].isFirst ? way[1] : way[way.size() - 2];
+                std::vector<Point>& path = paths[static_cast<std::size_t>(here[i].line)];
+                Point& end = here[i].isFirst ? path.front() : path.back();
+                const Point next = here[i].isFirst ? path[1] : path[path.size() - 2];
                 double shift = places[i] - here[i].at;
                 for (int attempt = 0; attempt < 5; ++attempt, shift /= 2) {
-                    const Point moved = level ? Point{end.x + shift, end.y} : Point{end.x, end.y + shift};
+                    const Point moved =
+                        horizontal ? Point{end.x + shift, end.y} : Point{end.x, end.y + shift};
                     if (obstacles.Bar(moved, next, -1e-6, -1, -1)) continue;
                     end = moved;
                     break;

@@ -8,8 +8,8 @@
 namespace norvelis::layout {
 
 /// Moves the points where lines meet a side of a box apart from each other, in their order, as far as the
-/// side and what stands in the way allow.
-void SpreadPorts(std::vector<std::vector<Point>>& ways, const std::vector<Line>& lines,
+/// side and what is in the way allow.
+void SpreadPorts(std::vector<std::vector<Point>>& paths, const std::vector<Line>& lines,
                  const std::vector<Rect>& boxes, double lineGap);
 
 }  // namespace norvelis::layout

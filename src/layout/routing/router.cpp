@@ -20,9 +20,9 @@ namespace {
 
 using Points = std::vector<std::vector<Point>>;
 
-// How far a curve reaches from its corner, in inches, where there is room.
-constexpr double cornerRadius = 0.3;  // lines with right angles
-constexpr double bendRadius = 2.0;    // straight lines around boxes
+// How far a curve reaches from its corner, in inches, where there is space.
+constexpr double kCornerRadius = 0.3;  // lines with right angles
+constexpr double kBendRadius = 2.0;    // straight lines around boxes
 
 std::vector<Rect> BoxesAt(const Graph& graph, const std::vector<Point>& centers) {
     std::vector<Rect> boxes;
@@ -31,16 +31,17 @@ std::vector<Rect> BoxesAt(const Graph& graph, const std::vector<Point>& centers)
     return boxes;
 }
 
-std::vector<Route> Finish(const Graph& graph, const std::vector<Rect>& boxes, Points ways,
+std::vector<Route> Finish(const Graph& graph, const std::vector<Rect>& boxes, Points paths,
                           std::vector<Point> middles, bool curved, double radius) {
     if (curved) {
         std::vector<Rect> labels;
         for (std::size_t i = 0; i < graph.lines.size(); ++i)
             labels.push_back(RectAround(middles[i], graph.lines[i].labelWidth, graph.lines[i].labelHeight));
-        FitCurves(ways, boxes, labels, radius);
+        FitCurves(paths, boxes, labels, radius);
     }
     std::vector<Route> routes;
-    for (std::size_t i = 0; i < ways.size(); ++i) routes.push_back({std::move(ways[i]), curved, middles[i]});
+    for (std::size_t i = 0; i < paths.size(); ++i)
+        routes.push_back({std::move(paths[i]), curved, middles[i]});
     return routes;
 }
 
@@ -52,47 +53,47 @@ std::vector<std::size_t> AllLines(const Graph& graph) {
 
 /// Lines that run straight or around boxes, with their labels.
 struct StraightLines {
-    Points ways;
+    Points paths;
     std::vector<Point> labels;
-    int doubtful = 0;  ///< Lines and labels that found no room.
+    int doubtful = 0;  ///< Lines and labels that found no space.
 };
 
 StraightLines RouteStraightLines(const Graph& graph, const std::vector<Rect>& boxes, double lineGap) {
-    Ways ways = RouteStraight(boxes, graph.lines, lineGap);
-    StraightLines lines{std::move(ways.points), std::vector<Point>(graph.lines.size()), 0};
-    NestBends(lines.ways, boxes, lineGap);
-    SpreadPorts(lines.ways, graph.lines, boxes, lineGap);
-    PlaceLabels(boxes, graph.lines, lines.ways, AllLines(graph), lines.labels);
-    LeadAroundLabels(lines.ways, graph.lines, boxes, lines.labels);
-    lines.doubtful = ways.crowded + DoubtfulLabels(graph.lines, lines.ways, lines.labels);
+    LinePaths paths = RouteStraight(boxes, graph.lines, lineGap);
+    StraightLines lines{std::move(paths.points), std::vector<Point>(graph.lines.size()), 0};
+    NestBends(lines.paths, boxes, lineGap);
+    SpreadPorts(lines.paths, graph.lines, boxes, lineGap);
+    PlaceLabels(boxes, graph.lines, lines.paths, AllLines(graph), lines.labels);
+    LeadAroundLabels(lines.paths, graph.lines, boxes, lines.labels);
+    lines.doubtful = paths.crowded + DoubtfulLabels(graph.lines, lines.paths, lines.labels);
     return lines;
 }
 
-/// Spreads the boxes until lines and labels have room, or as far as it helps.
+/// Spreads the boxes until lines and labels have space, or as far as it helps.
 Placement DrawStraight(const Graph& graph, std::vector<Point> centers, const Style& style) {
-    constexpr int mostAttempts = 5;
-    constexpr double spread = 1.15;
+    constexpr int kMostAttempts = 5;
+    constexpr double kSpread = 1.15;
     const int tolerated = static_cast<int>(graph.lines.size()) / 100;
     StraightLines best;
     std::vector<Point> bestCenters;
-    for (int attempt = 0; attempt < mostAttempts; ++attempt) {
+    for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
         StraightLines lines = RouteStraightLines(graph, BoxesAt(graph, centers), style.lineGap);
         if (attempt == 0 || lines.doubtful < best.doubtful) {
             best = std::move(lines);
             bestCenters = centers;
         }
         if (best.doubtful <= tolerated) break;
-        for (Point& center : centers) center = center * spread;
+        for (Point& center : centers) center = center * kSpread;
     }
-    std::vector<Route> routes = Finish(graph, BoxesAt(graph, bestCenters), std::move(best.ways),
-                                       std::move(best.labels), style.lineRouteExt == 2, bendRadius);
+    std::vector<Route> routes = Finish(graph, BoxesAt(graph, bestCenters), std::move(best.paths),
+                                       std::move(best.labels), style.IsCurved(), kBendRadius);
     return {std::move(bestCenters), std::move(routes)};
 }
 
-/// Drops points on the way between their neighbours.
-std::vector<Point> Corners(const std::vector<Point>& way) {
+/// Drops points on the straight line between their neighbours.
+std::vector<Point> Corners(const std::vector<Point>& path) {
     std::vector<Point> corners;
-    for (const Point& point : way) {
+    for (const Point& point : path) {
         if (!corners.empty() && corners.back() == point) continue;
         const std::size_t n = corners.size();
         if (n > 1 && ((corners[n - 2].x == corners[n - 1].x && corners[n - 1].x == point.x) ||
@@ -100,45 +101,50 @@ std::vector<Point> Corners(const std::vector<Point>& way) {
             corners.pop_back();
         corners.push_back(point);
     }
-    if (corners.size() < 2) return way;
+    if (corners.size() < 2) return path;
     return corners;
 }
 
-FirstPiece FirstPieceOf(const std::vector<Point>& way) {
-    if (LengthOf(way) == 0) return FirstPiece::Slanting;
-    for (std::size_t i = 1; i < way.size(); ++i)
-        if (way[i].x != way[i - 1].x && way[i].y != way[i - 1].y) return FirstPiece::Slanting;
-    return way[0].x == way[1].x ? FirstPiece::Upright : FirstPiece::Level;
+FirstSegment FirstSegmentOf(const std::vector<Point>& path) {
+    if (LengthOf(path) == 0) return FirstSegment::Slanting;
+    for (std::size_t i = 1; i < path.size(); ++i)
+        if (path[i].x != path[i - 1].x && path[i].y != path[i - 1].y) return FirstSegment::Slanting;
+    return path[0].x == path[1].x ? FirstSegment::Vertical : FirstSegment::Horizontal;
 }
 
 Sketch SketchWithRightAngles(const Graph& graph, std::vector<Rect> boxes, const Style& style) {
     const RouteRule rule = RuleOf(style.routeStyle);
     Sketch sketch{std::move(boxes), graph.lines, {}, {}, {}, rule.family == RouteFamily::Tree};
-    for (const auto& way : RouteOrthogonally(sketch.boxes, graph.lines, rule, style.lineGap).points) {
-        sketch.ways.push_back(Corners(way));
-        sketch.firstPieces.push_back(FirstPieceOf(sketch.ways.back()));
+    for (const auto& path : RouteOrthogonally(sketch.boxes, graph.lines, rule, style.lineGap).points) {
+        sketch.paths.push_back(Corners(path));
+        sketch.firstSegments.push_back(FirstSegmentOf(sketch.paths.back()));
     }
     sketch.labels.resize(graph.lines.size());
     return sketch;
 }
 
+/// How far a drawing shrinks towards its middle, as far as distances allow.
+double SqueezeAt(PlaceDepth depth) {
+    return depth == PlaceDepth::Deep ? 0.8 : depth == PlaceDepth::Shallow ? 0.88 : 0.85;
+}
+
 Placement DrawWithRightAngles(const Graph& graph, const std::vector<Point>& centers, const Style& style) {
-    const double squeeze = style.placeDepth == 2 ? 0.8 : style.placeDepth == 3 ? 0.88 : 0.85;
-    const auto makeRoom = [&](Sketch& sketch, double by) {
-        MakeRoom(sketch, style.boxGapX, style.boxGapY, style.lineGap, by);
+    const double squeeze = SqueezeAt(style.placeDepth);
+    const auto makeSpace = [&](Sketch& sketch, double by) {
+        MakeSpace(sketch, style.boxGapX, style.boxGapY, style.lineGap, by);
     };
-    // A first routing says where boxes must give way; with room, the second one has fewer bends.
+    // A first routing says where boxes must move apart; then a second one has fewer bends.
     Sketch first = SketchWithRightAngles(graph, BoxesAt(graph, centers), style);
-    makeRoom(first, squeeze);
+    makeSpace(first, squeeze);
     Sketch sketch = SketchWithRightAngles(graph, std::move(first.boxes), style);
     Untangle(sketch);
     ChooseLabelSpots(sketch);
-    makeRoom(sketch, squeeze);
+    makeSpace(sketch, squeeze);
     std::vector<std::vector<char>> tried;
     std::vector<std::size_t> covered = CoveredLabels(sketch);
-    constexpr int mostMoves = 4;
-    for (int move = 0; move < mostMoves && !covered.empty() && MoveLabels(sketch, covered, tried); ++move) {
-        makeRoom(sketch, 1);
+    constexpr int kMostMoves = 4;
+    for (int move = 0; move < kMostMoves && !covered.empty() && MoveLabels(sketch, covered, tried); ++move) {
+        makeSpace(sketch, 1);
         covered = CoveredLabels(sketch);
     }
 
@@ -146,38 +152,22 @@ Placement DrawWithRightAngles(const Graph& graph, const std::vector<Point>& cent
     for (const Rect& box : sketch.boxes) placement.centers.push_back(box.Center());
     std::vector<Point> labels;
     for (std::size_t i = 0; i < graph.lines.size(); ++i) {
-        labels.push_back(sketch.labels[i].piece >= 0 ? LabelMiddle(sketch, i) : Point{});
-        if (sketch.labels[i].piece < 0) covered.push_back(i);
+        labels.push_back(sketch.labels[i].segment >= 0 ? LabelMiddle(sketch, i) : Point{});
+        if (sketch.labels[i].segment < 0) covered.push_back(i);
     }
-    for (auto& way : sketch.ways) way = Corners(way);
-    if (!covered.empty()) PlaceLabels(sketch.boxes, graph.lines, sketch.ways, covered, labels);
-    placement.routes = Finish(graph, sketch.boxes, std::move(sketch.ways), std::move(labels),
-                              style.lineRouteExt == 2, cornerRadius);
+    for (auto& path : sketch.paths) path = Corners(path);
+    if (!covered.empty()) PlaceLabels(sketch.boxes, graph.lines, sketch.paths, covered, labels);
+    placement.routes = Finish(graph, sketch.boxes, std::move(sketch.paths), std::move(labels),
+                              style.IsCurved(), kCornerRadius);
     return placement;
-}
-
-bool IsStraight(const Style& style) {
-    return RuleOf(style.routeStyle).family == RouteFamily::Straight;
 }
 
 }  // namespace
 
-std::vector<Route> RouteLines(const Graph& graph, const std::vector<Point>& centers, const Style& style) {
-    const std::vector<Rect> boxes = BoxesAt(graph, centers);
-    const bool curved = style.lineRouteExt == 2;
-    if (IsStraight(style)) {
-        StraightLines lines = RouteStraightLines(graph, boxes, style.lineGap);
-        return Finish(graph, boxes, std::move(lines.ways), std::move(lines.labels), curved, bendRadius);
-    }
-    Ways ways = RouteOrthogonally(boxes, graph.lines, RuleOf(style.routeStyle), style.lineGap);
-    std::vector<Point> labels(graph.lines.size());
-    PlaceLabels(boxes, graph.lines, ways.points, AllLines(graph), labels);
-    return Finish(graph, boxes, std::move(ways.points), std::move(labels), curved, cornerRadius);
-}
-
-Placement RouteMakingRoom(const Graph& graph, std::vector<Point> centers, const Style& style) {
-    return IsStraight(style) ? DrawStraight(graph, std::move(centers), style)
-                             : DrawWithRightAngles(graph, centers, style);
+Placement RouteMakingSpace(const Graph& graph, std::vector<Point> centers, const Style& style) {
+    const bool straight = RuleOf(style.routeStyle).family == RouteFamily::Straight;
+    return straight ? DrawStraight(graph, std::move(centers), style)
+                    : DrawWithRightAngles(graph, centers, style);
 }
 
 }  // namespace norvelis::layout

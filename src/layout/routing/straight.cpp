@@ -20,11 +20,11 @@ std::size_t At(int i) {
     return static_cast<std::size_t>(i);
 }
 
-constexpr double touch = 1e-6;  // ends stand on borders, to within rounding
+constexpr double kTouch = 1e-6;  // ends are on borders, to within rounding
 
 // Inches that a line goes out of its way.
-constexpr double bendCost = 0.5;
-constexpr double crossingCost = 1.5;
+constexpr double kBendCost = 0.5;
+constexpr double kCrossingCost = 1.5;
 
 class StraightRouter {
   public:
@@ -51,10 +51,10 @@ class StraightRouter {
     }
 
     std::optional<std::vector<Point>> Direct(int line) const;
-    /// The way of a line that cannot go directly; empty when it is barred altogether.
+    /// The path of a line that cannot go directly; empty when it is barred altogether.
     std::vector<Point> Route(int line);
     /// Lines that are kept are crossed by later ones as little as possible.
-    void Keep(const std::vector<Point>& way);
+    void Keep(const std::vector<Point>& path);
 
   private:
     struct InBundle {
@@ -63,9 +63,9 @@ class StraightRouter {
     };
     std::optional<std::vector<Point>> Around(int line) const;
     std::optional<std::vector<Point>> Through(int line);
-    bool IsClear(const std::vector<Point>& way) const;
-    bool IsFree(const std::vector<Point>& way, int from, int to) const;
-    double CostOf(const std::vector<Point>& way) const;
+    bool IsClear(const std::vector<Point>& path) const;
+    bool IsFree(const std::vector<Point>& path, int from, int to) const;
+    double CostOf(const std::vector<Point>& path) const;
     std::vector<Door> DoorsOf(const Corridor& corridor, int line);
     Door DoorAt(const Exit& exit, const Rect& box, bool leaves) const;
 
@@ -81,20 +81,20 @@ class StraightRouter {
     std::map<std::pair<int, int>, Box> widest_;  ///< Label of the lines between two boxes.
 };
 
-/// Cuts off what lies inside the two boxes; nothing when the way does not leave them properly.
-bool ClipToBorders(std::vector<Point>& way, const Rect& source, const Rect& target) {
+/// Cuts off what lies inside the two boxes; nothing when the path does not leave them properly.
+bool ClipToBorders(std::vector<Point>& path, const Rect& source, const Rect& target) {
     double enters, leaves;
     std::size_t first = 0;
-    while (first + 1 < way.size() && source.Holds(way[first + 1])) ++first;
-    if (first + 1 >= way.size() || !ClipPiece(way[first], way[first + 1], source, enters, leaves))
+    while (first + 1 < path.size() && source.Holds(path[first + 1])) ++first;
+    if (first + 1 >= path.size() || !ClipSegment(path[first], path[first + 1], source, enters, leaves))
         return false;
-    way[first] = Between(way[first], way[first + 1], leaves);
-    way.erase(way.begin(), way.begin() + static_cast<std::ptrdiff_t>(first));
-    std::size_t last = way.size() - 1;
-    while (last > 0 && target.Holds(way[last - 1])) --last;
-    if (last == 0 || !ClipPiece(way[last - 1], way[last], target, enters, leaves)) return false;
-    way[last] = Between(way[last - 1], way[last], enters);
-    way.resize(last + 1);
+    path[first] = Between(path[first], path[first + 1], leaves);
+    path.erase(path.begin(), path.begin() + static_cast<std::ptrdiff_t>(first));
+    std::size_t last = path.size() - 1;
+    while (last > 0 && target.Holds(path[last - 1])) --last;
+    if (last == 0 || !ClipSegment(path[last - 1], path[last], target, enters, leaves)) return false;
+    path[last] = Between(path[last - 1], path[last], enters);
+    path.resize(last + 1);
     return true;
 }
 
@@ -102,10 +102,10 @@ std::optional<std::vector<Point>> StraightRouter::Direct(int line) const {
     const int from = lines_[At(line)].from, to = lines_[At(line)].to;
     if (from == to) return std::nullopt;
     const Rect &source = boxes_[At(from)], &target = boxes_[At(to)];
-    const Point way = target.Center() - source.Center();
-    const double length = Length(way);
+    const Point path = target.Center() - source.Center();
+    const double length = Length(path);
     if (length <= 0) return std::nullopt;
-    const Point normal{-way.y / length, way.x / length};
+    const Point normal{-path.y / length, path.x / length};
     const InBundle& bundle = bundle_[At(line)];
     // The bundle is as wide as the smaller box shows itself from the other, at most.
     const auto shows = [&](const Rect& box) {
@@ -114,23 +114,23 @@ std::optional<std::vector<Point>> StraightRouter::Direct(int line) const {
     // Lines of a bundle are far enough from each other for their labels.
     const Box& label = widest_.at(std::minmax(from, to));
     const double wanted = lineGap_ + std::abs(normal.x) * label.width + std::abs(normal.y) * label.height;
-    const double room = 0.8 * std::min(shows(source), shows(target)) / bundle.count;
-    const Point inner = normal * (bundle.step * std::min(wanted, room)),
+    const double space = 0.8 * std::min(shows(source), shows(target)) / bundle.count;
+    const Point inner = normal * (bundle.step * std::min(wanted, space)),
                 outer = normal * (bundle.step * wanted);
     const Point a = source.Center(), b = target.Center();
-    std::vector<std::vector<Point>> ways;
-    if (wanted > room && bundle.step != 0)  // the lines bow
-        ways.push_back({a + inner, Between(a, b, 0.25) + outer, Between(a, b, 0.75) + outer, b + inner});
-    ways.push_back({a + inner, b + inner});
-    for (auto& points : ways)
+    std::vector<std::vector<Point>> paths;
+    if (wanted > space && bundle.step != 0)  // the lines bow
+        paths.push_back({a + inner, Between(a, b, 0.25) + outer, Between(a, b, 0.75) + outer, b + inner});
+    paths.push_back({a + inner, b + inner});
+    for (auto& points : paths)
         if (ClipToBorders(points, source, target) && IsFree(points, from, to)) return points;
     return std::nullopt;
 }
 
-bool StraightRouter::IsFree(const std::vector<Point>& way, int from, int to) const {
-    for (std::size_t i = 1; i < way.size(); ++i)
-        if (obstacles_.Bar(way[i - 1], way[i], clearance_ * 0.5, from, to)) return false;
-    return IsClear(way);
+bool StraightRouter::IsFree(const std::vector<Point>& path, int from, int to) const {
+    for (std::size_t i = 1; i < path.size(); ++i)
+        if (obstacles_.Bar(path[i - 1], path[i], clearance_ * 0.5, from, to)) return false;
+    return IsClear(path);
 }
 
 Door StraightRouter::DoorAt(const Exit& exit, const Rect& box, bool leaves) const {
@@ -168,9 +168,9 @@ std::vector<Door> StraightRouter::DoorsOf(const Corridor& corridor, int line) {
     return doors;
 }
 
-bool StraightRouter::IsClear(const std::vector<Point>& way) const {
-    for (std::size_t i = 1; i < way.size(); ++i)
-        if (obstacles_.Bar(way[i - 1], way[i], -touch, -1, -1)) return false;
+bool StraightRouter::IsClear(const std::vector<Point>& path) const {
+    for (std::size_t i = 1; i < path.size(); ++i)
+        if (obstacles_.Bar(path[i - 1], path[i], -kTouch, -1, -1)) return false;
     return true;
 }
 
@@ -180,71 +180,71 @@ std::optional<std::vector<Point>> StraightRouter::Around(int line) const {
     if (from == to) return std::nullopt;
     std::optional<std::vector<Point>> best;
     double bestCost = 0;
-    for (auto& way : TautWays(boxes_, obstacles_, from, to, clearance_)) {
-        if (!ClipToBorders(way, boxes_[At(from)], boxes_[At(to)]) || !IsClear(way)) continue;
-        const double cost = CostOf(way);
+    for (auto& path : TautPaths(boxes_, obstacles_, from, to, clearance_)) {
+        if (!ClipToBorders(path, boxes_[At(from)], boxes_[At(to)]) || !IsClear(path)) continue;
+        const double cost = CostOf(path);
         if (best && cost >= bestCost) continue;
-        best = std::move(way);
+        best = std::move(path);
         bestCost = cost;
     }
     return best;
 }
 
-double StraightRouter::CostOf(const std::vector<Point>& way) const {
+double StraightRouter::CostOf(const std::vector<Point>& path) const {
     double cost = 0;
     std::vector<int> crossed;
-    for (std::size_t i = 1; i < way.size(); ++i) {
-        const Point a = way[i - 1], b = way[i];
-        cost += Length(b - a) + bendCost;
+    for (std::size_t i = 1; i < path.size(); ++i) {
+        const Point a = path[i - 1], b = path[i];
+        cost += Length(b - a) + kBendCost;
         const int parts = 1 + static_cast<int>(Length(b - a) / 8);
         for (int k = 0; k < parts; ++k) {
             const Point from = Between(a, b, static_cast<double>(k) / parts);
             const Point to = Between(a, b, static_cast<double>(k + 1) / parts);
-            routedNear_.Near(RectOf(from, to), [&](int piece) {
-                if (PiecesCross(a, b, routed_[At(piece)].first, routed_[At(piece)].second))
-                    crossed.push_back(piece);
+            routedNear_.Near(RectOf(from, to), [&](int segment) {
+                if (SegmentsCross(a, b, routed_[At(segment)].first, routed_[At(segment)].second))
+                    crossed.push_back(segment);
                 return true;
             });
         }
     }
     std::sort(crossed.begin(), crossed.end());
     crossed.erase(std::unique(crossed.begin(), crossed.end()), crossed.end());
-    return cost + crossingCost * static_cast<double>(crossed.size());
+    return cost + kCrossingCost * static_cast<double>(crossed.size());
 }
 
-/// Through a corridor of the free space, where boxes stand too densely for anything else.
+/// Through a corridor of the free space, where boxes are too densely for anything else.
 std::optional<std::vector<Point>> StraightRouter::Through(int line) {
     const int from = lines_[At(line)].from, to = lines_[At(line)].to;
     const auto corridor = search_.Find(from, to);
     if (!corridor) return std::nullopt;
     search_.Take(*corridor, from);
     const Rect &source = boxes_[At(from)], &target = boxes_[At(to)];
-    std::vector<Point> way = ShortestThrough(source.Center(), DoorsOf(*corridor, line), target.Center());
-    if (!ClipToBorders(way, source, target) || !IsClear(way)) return std::nullopt;
-    return way;
+    std::vector<Point> path = ShortestThrough(source.Center(), DoorsOf(*corridor, line), target.Center());
+    if (!ClipToBorders(path, source, target) || !IsClear(path)) return std::nullopt;
+    return path;
 }
 
 std::vector<Point> StraightRouter::Route(int line) {
-    auto way = Around(line);
-    if (!way) way = Through(line);
-    if (!way) return {};
-    Keep(*way);
-    return *way;
+    auto path = Around(line);
+    if (!path) path = Through(line);
+    if (!path) return {};
+    Keep(*path);
+    return *path;
 }
 
-void StraightRouter::Keep(const std::vector<Point>& way) {
-    for (std::size_t i = 1; i < way.size(); ++i) {
-        routedNear_.AddPiece(way[i - 1], way[i], static_cast<int>(routed_.size()));
-        routed_.emplace_back(way[i - 1], way[i]);
+void StraightRouter::Keep(const std::vector<Point>& path) {
+    for (std::size_t i = 1; i < path.size(); ++i) {
+        routedNear_.AddSegment(path[i - 1], path[i], static_cast<int>(routed_.size()));
+        routed_.emplace_back(path[i - 1], path[i]);
     }
 }
 
 }  // namespace
 
-Ways RouteStraight(const std::vector<Rect>& boxes, const std::vector<Line>& lines, double lineGap) {
+LinePaths RouteStraight(const std::vector<Rect>& boxes, const std::vector<Line>& lines, double lineGap) {
     StraightRouter router(boxes, lines, lineGap);
-    Ways ways;
-    ways.points.resize(lines.size());
+    LinePaths paths;
+    paths.points.resize(lines.size());
     const Obstacles obstacles(boxes);
     std::vector<int> barred;
     std::map<int, std::vector<int>> loops;
@@ -254,30 +254,31 @@ Ways RouteStraight(const std::vector<Rect>& boxes, const std::vector<Line>& line
         std::vector<Line> ofBox;
         for (const int i : here) ofBox.push_back(lines[At(i)]);
         auto around = LoopsAroundCorners(boxes[At(box)], ofBox, obstacles, lineGap);
-        for (std::size_t k = 0; k < here.size(); ++k) ways.points[At(here[k])] = std::move(around[k]);
+        for (std::size_t k = 0; k < here.size(); ++k) paths.points[At(here[k])] = std::move(around[k]);
     }
     std::vector<int> bent;
     for (const int i : ShortLinesFirst(boxes, lines)) {
-        if (!ways.points[At(i)].empty()) {
-            router.Keep(ways.points[At(i)]);
-        } else if (auto way = router.Direct(i)) {
-            router.Keep(*way);
-            ways.points[At(i)] = std::move(*way);
+        if (!paths.points[At(i)].empty()) {
+            router.Keep(paths.points[At(i)]);
+        } else if (auto path = router.Direct(i)) {
+            router.Keep(*path);
+            paths.points[At(i)] = std::move(*path);
         } else {
             bent.push_back(i);
         }
     }
     for (const int i : bent) {
-        ways.points[At(i)] = router.Route(i);
-        if (ways.points[At(i)].empty()) barred.push_back(i);
+        paths.points[At(i)] = router.Route(i);
+        if (paths.points[At(i)].empty()) barred.push_back(i);
     }
-    if (barred.empty()) return ways;
+    if (barred.empty()) return paths;
     std::vector<Line> rest;
     for (const int i : barred) rest.push_back(lines[At(i)]);
-    Ways turned = RouteOrthogonally(boxes, rest, RouteRule{}, lineGap);
-    for (std::size_t k = 0; k < barred.size(); ++k) ways.points[At(barred[k])] = std::move(turned.points[k]);
-    ways.crowded = turned.crowded;
-    return ways;
+    LinePaths rightAngled = RouteOrthogonally(boxes, rest, RouteRule{}, lineGap);
+    for (std::size_t k = 0; k < barred.size(); ++k)
+        paths.points[At(barred[k])] = std::move(rightAngled.points[k]);
+    paths.crowded = rightAngled.crowded;
+    return paths;
 }
 
 }  // namespace norvelis::layout

@@ -4,7 +4,7 @@
 
 namespace norvelis::layout {
 
-/// Neighbouring parallel pieces of lines change places where that saves crossings and no box is in the way:
+/// Neighbouring parallel segments of lines change places where that saves crossings and no box bars it:
 /// the order of nudging in Wybrow, Marriott, Stuckey: Orthogonal connector routing (2009), found by
 /// exchanges. Labels must not have been placed yet.
 void Untangle(Sketch& sketch);

@@ -9,9 +9,9 @@ namespace norvelis::layout {
 
 namespace {
 
-constexpr double rounding = 1e-9;
-constexpr int mostRounds = 1000;
-constexpr int roundsToSuspicion = 12;
+constexpr double kRounding = 1e-9;
+constexpr int kMostRounds = 1000;
+constexpr int kRoundsToSuspicion = 12;
 
 std::size_t At(int i) {
     return static_cast<std::size_t>(i);
@@ -75,7 +75,7 @@ std::vector<double> ConstraintGraph::Push(const Walk& walk, bool upwards, double
     std::vector<int> cause(places_.size(), -1);
     std::vector<char> isDirty(places_.size(), 1);
     bool changed = true;
-    for (int round = 1; changed && round <= mostRounds; ++round) {
+    for (int round = 1; changed && round <= kMostRounds; ++round) {
         changed = false;
         for (std::size_t i = 0; i < walk.order.size(); ++i) {
             const std::size_t from = At(walk.order[i]);
@@ -86,14 +86,14 @@ std::vector<double> ConstraintGraph::Push(const Walk& walk, bool upwards, double
                 const Arc& arc = arcs_[At(arcNumber)];
                 const std::size_t to = At(upwards ? arc.to : arc.from);
                 const double least = value[from] + arc.distance;
-                if (value[to] >= least - rounding) continue;
+                if (value[to] >= least - kRounding) continue;
                 value[to] = least;
                 cause[to] = arcNumber;
                 isDirty[to] = 1;
                 changed = true;
             }
         }
-        if (upwards && round % roundsToSuspicion == 0 && ShrinkContradictions(cause)) {
+        if (upwards && round % kRoundsToSuspicion == 0 && ShrinkContradictions(cause)) {
             contradiction = true;
             break;
         }
@@ -134,8 +134,8 @@ bool ConstraintGraph::ShrinkContradictions(const std::vector<int>& cause) {
     return found;
 }
 
-std::pair<double, double> ConstraintGraph::RoomOf(int variable, int other,
-                                                  const std::vector<double>& places) const {
+std::pair<double, double> ConstraintGraph::SpaceOf(int variable, int other,
+                                                   const std::vector<double>& places) const {
     double lo = -std::numeric_limits<double>::infinity(), hi = -lo;
     for (const int i : arcsAt_[At(variable)]) {
         const Arc& arc = arcs_[At(i)];
@@ -154,8 +154,8 @@ bool ConstraintGraph::Join(int a, int b, std::vector<double>& places) {
             arcsAt_[At(arcs_[i].to)].push_back(static_cast<int>(i));
         }
     }
-    const auto [loA, hiA] = RoomOf(a, b, places);
-    const auto [loB, hiB] = RoomOf(b, a, places);
+    const auto [loA, hiA] = SpaceOf(a, b, places);
+    const auto [loB, hiB] = SpaceOf(b, a, places);
     const double lo = std::max(loA, loB), hi = std::min(hiA, hiB);
     if (lo > hi) return false;
     places[At(a)] = places[At(b)] = std::clamp((places[At(a)] + places[At(b)]) / 2, lo, hi);

@@ -10,21 +10,21 @@ namespace norvelis::layout {
 /// to compact a VLSI symbolic layout with mixed constraints (1983).
 class ConstraintGraph {
   public:
-    /// Where all stand now.
+    /// Where all are now.
     explicit ConstraintGraph(std::vector<double> places) : places_(std::move(places)) {}
 
-    /// The upper one, which must not stand below the lower one now, keeps at least `distance` from it.
+    /// The upper one, which must not be below the lower one now, keeps at least `distance` from it.
     void KeepApart(int lower, int upper, double distance);
-    /// The two stand at most `reach` from each other.
+    /// The two are at most `reach` from each other.
     void KeepWithin(int a, int b, double reach);
 
     /// New places: the middle between moving what is too near only upwards and moving it only downwards, so
-    /// that all spreads to both sides. All want to stand at `squeeze` times where they are: less than 1 draws
+    /// that all spreads to both sides. All want to be at `squeeze` times their place: less than 1 draws
     /// them together around 0. Where distances and reaches contradict each other, distances shrink to what
     /// they are now.
     std::vector<double> Solve(double squeeze);
 
-    /// Moves two to one place, if all distances leave room for that; `places` as solved.
+    /// Moves two to one place, if all distances leave space for that; `places` as solved.
     bool Join(int a, int b, std::vector<double>& places);
 
   private:
@@ -35,7 +35,7 @@ class ConstraintGraph {
     };
     /// The arcs by where they start, seen in one direction.
     struct Walk {
-        std::vector<int> order;  ///< Variables as they stand.
+        std::vector<int> order;  ///< Variables as they are.
         std::vector<int> first;  ///< For each place in the order, its first one in arcs; one more at the end.
         std::vector<int> arcs;
     };
@@ -43,8 +43,8 @@ class ConstraintGraph {
     Walk WalkOf(bool upwards) const;
     std::vector<double> Push(const Walk& walk, bool upwards, double squeeze, bool& contradiction);
     bool ShrinkContradictions(const std::vector<int>& cause);
-    /// Where one of them may stand while all but the other stay.
-    std::pair<double, double> RoomOf(int variable, int other, const std::vector<double>& places) const;
+    /// Where one of them may be while all but the other stay.
+    std::pair<double, double> SpaceOf(int variable, int other, const std::vector<double>& places) const;
 
     std::vector<double> places_;
     std::vector<Arc> arcs_;

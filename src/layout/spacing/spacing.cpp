@@ -10,8 +10,8 @@ namespace norvelis::layout {
 
 namespace {
 
-constexpr double labelRim = 0.03;
-constexpr double hair = 1e-7;
+constexpr double kLabelMargin = 0.03;
+constexpr double kHair = 1e-7;
 
 std::size_t At(int i) {
     return static_cast<std::size_t>(i);
@@ -19,11 +19,11 @@ std::size_t At(int i) {
 
 /// Something with an extent across the axis that others must not pass.
 struct Thing {
-    double place, half;  ///< Along the axis; half of its size with its rim.
+    double place, half;  ///< Along the axis; half of its size with its margin.
     double lo, hi;       ///< Across.
     int variable;
     double off = 0;               ///< Of its middle from its place.
-    int before = -1, after = -1;  ///< Variables of the same line's pieces across a jog: they may meet.
+    int before = -1, after = -1;  ///< Variables of the same line's segments across a jog: they may meet.
 };
 
 /// Adds an arc for each two things that face each other: Dwyer, Marriott, Stuckey: Fast node overlap removal
@@ -72,15 +72,15 @@ void Face(const std::vector<Thing>& things, ConstraintGraph& graph) {
 /// One pass along the x axis.
 class Pass {
   public:
-    /// `rims`: what comes nearer than its distance counts as facing, too, not only what overlaps.
-    Pass(Sketch& sketch, double boxGapAlong, double boxGapAcross, double lineGap, bool rims,
+    /// `margins`: what comes nearer than its distance counts as facing, too, not only what overlaps.
+    Pass(Sketch& sketch, double boxGapAlong, double boxGapAcross, double lineGap, bool margins,
          bool labelsMayPassBoxes)
         : sketch_(sketch),
           boxGapAlong_(boxGapAlong),
           boxGapAcross_(boxGapAcross),
-          lineRim_(lineGap / 2),
-          boxRim_(lineGap),
-          rims_(rims),
+          lineMargin_(lineGap / 2),
+          boxMargin_(lineGap),
+          margins_(margins),
           labelsMayPassBoxes_(labelsMayPassBoxes) {}
 
     void Run(double squeeze) {
@@ -91,7 +91,7 @@ class Pass {
         Face(All(false, false), graph);
         HoldPorts(graph);
         std::vector<double> places = graph.Solve(squeeze);
-        if (rims_) StraightenJogs(graph, places);
+        if (margins_) StraightenJogs(graph, places);
         Move(places);
     }
 
@@ -99,9 +99,9 @@ class Pass {
     void NameVariables();
     std::vector<Thing> Boxes() const;
     std::vector<Thing> All(bool withBoxes, bool thinLabels) const;
-    void AddPiece(std::vector<Thing>& things, std::size_t line, std::size_t piece, bool withBoxes) const;
+    void AddSegment(std::vector<Thing>& things, std::size_t line, std::size_t segment, bool withBoxes) const;
     void HoldPorts(ConstraintGraph& graph) const;
-    bool IsJog(std::size_t line, std::size_t levelPiece) const;
+    bool IsJog(std::size_t line, std::size_t horizontalSegment) const;
     void StraightenJogs(ConstraintGraph& graph, std::vector<double>& places) const;
     void Move(const std::vector<double>& places);
 
@@ -109,28 +109,28 @@ class Pass {
         places_.push_back(place);
         return static_cast<int>(places_.size()) - 1;
     }
-    double Rim(double rim) const { return rims_ ? rim - hair : -hair; }
-    bool HasLabel(std::size_t line) const { return sketch_.labels[line].piece >= 0; }
+    double Margin(double margin) const { return margins_ ? margin - kHair : -kHair; }
+    bool HasLabel(std::size_t line) const { return sketch_.labels[line].segment >= 0; }
 
     Sketch& sketch_;
-    double boxGapAlong_, boxGapAcross_, lineRim_, boxRim_;
-    bool rims_, labelsMayPassBoxes_;
+    double boxGapAlong_, boxGapAcross_, lineMargin_, boxMargin_;
+    bool margins_, labelsMayPassBoxes_;
     std::vector<double> places_;
-    std::vector<std::vector<int>> pieceVariable_;  ///< -1 for level pieces.
-    std::vector<int> labelVariable_;               ///< -1 for labels that stand on upright pieces.
+    std::vector<std::vector<int>> segmentVariable_;  ///< -1 for horizontal segments.
+    std::vector<int> labelVariable_;                 ///< -1 for labels that are on vertical segments.
 };
 
 void Pass::NameVariables() {
     for (const Rect& box : sketch_.boxes) NewVariable(box.Center().x);
     std::map<std::pair<int, double>, int> trunks;
-    pieceVariable_.resize(sketch_.ways.size());
-    labelVariable_.assign(sketch_.ways.size(), -1);
-    for (std::size_t line = 0; line < sketch_.ways.size(); ++line) {
-        const auto& way = sketch_.ways[line];
-        for (std::size_t piece = 0; piece + 1 < way.size(); ++piece) {
+    segmentVariable_.resize(sketch_.paths.size());
+    labelVariable_.assign(sketch_.paths.size(), -1);
+    for (std::size_t line = 0; line < sketch_.paths.size(); ++line) {
+        const auto& path = sketch_.paths[line];
+        for (std::size_t segment = 0; segment + 1 < path.size(); ++segment) {
             int variable = -1;
-            if (sketch_.firstPieces[line] != FirstPiece::Slanting && IsUpright(sketch_, line, piece)) {
-                const double x = way[piece].x;
+            if (sketch_.firstSegments[line] != FirstSegment::Slanting && IsVertical(sketch_, line, segment)) {
+                const double x = path[segment].x;
                 if (sketch_.trunks) {
                     const auto key = std::pair(sketch_.lines[line].from, x);
                     const auto found = trunks.find(key);
@@ -140,9 +140,9 @@ void Pass::NameVariables() {
                     variable = NewVariable(x);
                 }
             }
-            pieceVariable_[line].push_back(variable);
+            segmentVariable_[line].push_back(variable);
         }
-        if (HasLabel(line) && pieceVariable_[line][At(sketch_.labels[line].piece)] < 0)
+        if (HasLabel(line) && segmentVariable_[line][At(sketch_.labels[line].segment)] < 0)
             labelVariable_[line] = NewVariable(sketch_.labels[line].at);
     }
 }
@@ -151,8 +151,8 @@ std::vector<Thing> Pass::Boxes() const {
     std::vector<Thing> things;
     for (std::size_t i = 0; i < sketch_.boxes.size(); ++i) {
         const Rect& box = sketch_.boxes[i];
-        const double rim = boxGapAcross_ / 2 - hair;
-        things.push_back({box.Center().x, (box.Width() + boxGapAlong_) / 2, box.y0 - rim, box.y1 + rim,
+        const double margin = boxGapAcross_ / 2 - kHair;
+        things.push_back({box.Center().x, (box.Width() + boxGapAlong_) / 2, box.y0 - margin, box.y1 + margin,
                           static_cast<int>(i)});
     }
     return things;
@@ -162,81 +162,85 @@ std::vector<Thing> Pass::All(bool withBoxes, bool thinLabels) const {
     std::vector<Thing> things;
     for (std::size_t i = 0; withBoxes && i < sketch_.boxes.size(); ++i) {
         const Rect& box = sketch_.boxes[i];
-        things.push_back({box.Center().x, box.Width() / 2 + boxRim_, box.y0 - Rim(boxRim_),
-                          box.y1 + Rim(boxRim_), static_cast<int>(i)});
+        things.push_back({box.Center().x, box.Width() / 2 + boxMargin_, box.y0 - Margin(boxMargin_),
+                          box.y1 + Margin(boxMargin_), static_cast<int>(i)});
     }
-    for (std::size_t line = 0; line < sketch_.ways.size(); ++line) {
-        for (std::size_t piece = 0; piece + 1 < sketch_.ways[line].size(); ++piece)
-            if (pieceVariable_[line][piece] >= 0) AddPiece(things, line, piece, withBoxes);
+    for (std::size_t line = 0; line < sketch_.paths.size(); ++line) {
+        for (std::size_t segment = 0; segment + 1 < sketch_.paths[line].size(); ++segment)
+            if (segmentVariable_[line][segment] >= 0) AddSegment(things, line, segment, withBoxes);
         if (labelVariable_[line] < 0) continue;
         const Point middle = LabelMiddle(sketch_, line);
         const double half = thinLabels ? 0 : sketch_.lines[line].labelHeight / 2;
-        things.push_back({middle.x, sketch_.lines[line].labelWidth / 2 + labelRim,
-                          middle.y - half - (thinLabels ? 3 * hair : Rim(labelRim)),
-                          middle.y + half + (thinLabels ? 3 * hair : Rim(labelRim)), labelVariable_[line]});
+        things.push_back({middle.x, sketch_.lines[line].labelWidth / 2 + kLabelMargin,
+                          middle.y - half - (thinLabels ? 3 * kHair : Margin(kLabelMargin)),
+                          middle.y + half + (thinLabels ? 3 * kHair : Margin(kLabelMargin)),
+                          labelVariable_[line]});
     }
     return things;
 }
 
-/// An upright piece, cut where its label stands.
-void Pass::AddPiece(std::vector<Thing>& things, std::size_t line, std::size_t piece, bool withBoxes) const {
-    const auto& way = sketch_.ways[line];
-    const int variable = pieceVariable_[line][piece];
-    Point a = way[piece], b = way[piece + 1];
+/// A vertical segment, cut where its label is.
+void Pass::AddSegment(std::vector<Thing>& things, std::size_t line, std::size_t segment,
+                      bool withBoxes) const {
+    const auto& path = sketch_.paths[line];
+    const int variable = segmentVariable_[line][segment];
+    Point a = path[segment], b = path[segment + 1];
     const bool firstIsLow = a.y < b.y;
-    const bool startsAtBox = piece == 0, endsAtBox = piece + 2 == way.size();
+    const bool startsAtBox = segment == 0, endsAtBox = segment + 2 == path.size();
     const bool lowAtBox = firstIsLow ? startsAtBox : endsAtBox,
                highAtBox = firstIsLow ? endsAtBox : startsAtBox;
     const double middle = (a.y + b.y) / 2;
     // Next to its own box a line keeps no distance from the box, but from other lines.
-    const auto rim = [&](bool atBox) {
-        return !atBox ? Rim(lineRim_) : withBoxes ? -Rim(boxRim_) - hair : -hair;
+    const auto margin = [&](bool atBox) {
+        return !atBox ? Margin(lineMargin_) : withBoxes ? -Margin(boxMargin_) - kHair : -kHair;
     };
-    double lo = std::min(a.y, b.y) - rim(lowAtBox), hi = std::max(a.y, b.y) + rim(highAtBox);
-    lo = std::min(lo, middle - hair);
-    hi = std::max(hi, middle + hair);
-    const int before = piece > 0 && IsJog(line, piece - 1) ? pieceVariable_[line][piece - 2] : -1;
-    const int after = !endsAtBox && IsJog(line, piece + 1) ? pieceVariable_[line][piece + 2] : -1;
+    double lo = std::min(a.y, b.y) - margin(lowAtBox), hi = std::max(a.y, b.y) + margin(highAtBox);
+    lo = std::min(lo, middle - kHair);
+    hi = std::max(hi, middle + kHair);
+    const int before = segment > 0 && IsJog(line, segment - 1) ? segmentVariable_[line][segment - 2] : -1;
+    const int after = !endsAtBox && IsJog(line, segment + 1) ? segmentVariable_[line][segment + 2] : -1;
     const auto add = [&](double half, double from, double to, double off) {
         things.push_back({a.x, half, from, to, variable, off, before, after});
     };
-    if (!HasLabel(line) || sketch_.labels[line].piece != static_cast<int>(piece)) {
-        add(lineRim_, lo, hi, 0);
+    if (!HasLabel(line) || sketch_.labels[line].segment != static_cast<int>(segment)) {
+        add(lineMargin_, lo, hi, 0);
         return;
     }
     const LabelSpot& spot = sketch_.labels[line];
-    const double half = sketch_.lines[line].labelHeight / 2 + Rim(labelRim);
-    add(lineRim_, lo, spot.at - half, 0);
-    add(sketch_.lines[line].labelWidth / 2 + labelRim, spot.at - half, spot.at + half, spot.aside);
-    add(lineRim_, spot.at + half, hi, 0);
+    const double half = sketch_.lines[line].labelHeight / 2 + Margin(kLabelMargin);
+    add(lineMargin_, lo, spot.at - half, 0);
+    add(sketch_.lines[line].labelWidth / 2 + kLabelMargin, spot.at - half, spot.at + half, spot.offset);
+    add(lineMargin_, spot.at + half, hi, 0);
 }
 
 void Pass::HoldPorts(ConstraintGraph& graph) const {
-    for (std::size_t line = 0; line < sketch_.ways.size(); ++line) {
-        const auto& pieces = pieceVariable_[line];
+    for (std::size_t line = 0; line < sketch_.paths.size(); ++line) {
+        const auto& segments = segmentVariable_[line];
         const auto hold = [&](int variable, int box) {
             const double half = sketch_.boxes[At(box)].Width() / 2;
             if (variable >= 0) graph.KeepWithin(box, variable, half * 0.96);
         };
-        hold(pieces.front(), sketch_.lines[line].from);
-        hold(pieces.back(), sketch_.lines[line].to);
+        hold(segments.front(), sketch_.lines[line].from);
+        hold(segments.back(), sketch_.lines[line].to);
     }
 }
 
-/// Whether the line goes on in the same direction after a level piece.
-bool Pass::IsJog(std::size_t line, std::size_t levelPiece) const {
-    const auto& way = sketch_.ways[line];
-    if (levelPiece == 0 || levelPiece + 2 >= way.size()) return false;
-    return (way[levelPiece].y - way[levelPiece - 1].y) * (way[levelPiece + 2].y - way[levelPiece + 1].y) > 0;
+/// Whether the line goes on in the same direction after a horizontal segment.
+bool Pass::IsJog(std::size_t line, std::size_t horizontalSegment) const {
+    const auto& path = sketch_.paths[line];
+    if (horizontalSegment == 0 || horizontalSegment + 2 >= path.size()) return false;
+    return (path[horizontalSegment].y - path[horizontalSegment - 1].y) *
+               (path[horizontalSegment + 2].y - path[horizontalSegment + 1].y) >
+           0;
 }
 
 void Pass::StraightenJogs(ConstraintGraph& graph, std::vector<double>& places) const {
-    for (std::size_t line = 0; line < sketch_.ways.size(); ++line) {
-        const auto& pieces = pieceVariable_[line];
-        for (std::size_t piece = 1; piece + 1 < pieces.size(); ++piece) {
-            if (pieces[piece] >= 0 || !IsJog(line, piece)) continue;
-            if (sketch_.labels[line].piece == static_cast<int>(piece)) continue;
-            graph.Join(pieces[piece - 1], pieces[piece + 1], places);
+    for (std::size_t line = 0; line < sketch_.paths.size(); ++line) {
+        const auto& segments = segmentVariable_[line];
+        for (std::size_t segment = 1; segment + 1 < segments.size(); ++segment) {
+            if (segments[segment] >= 0 || !IsJog(line, segment)) continue;
+            if (sketch_.labels[line].segment == static_cast<int>(segment)) continue;
+            graph.Join(segments[segment - 1], segments[segment + 1], places);
         }
     }
 }
@@ -248,13 +252,13 @@ void Pass::Move(const std::vector<double>& places) {
         sketch_.boxes[i].x0 += shift[i];
         sketch_.boxes[i].x1 += shift[i];
     }
-    for (std::size_t line = 0; line < sketch_.ways.size(); ++line) {
-        auto& way = sketch_.ways[line];
-        const auto& pieces = pieceVariable_[line];
-        if (pieces.front() < 0) way.front().x += shift[At(sketch_.lines[line].from)];
-        if (pieces.back() < 0) way.back().x += shift[At(sketch_.lines[line].to)];
-        for (std::size_t piece = 0; piece < pieces.size(); ++piece)
-            if (pieces[piece] >= 0) way[piece].x = way[piece + 1].x = places[At(pieces[piece])];
+    for (std::size_t line = 0; line < sketch_.paths.size(); ++line) {
+        auto& path = sketch_.paths[line];
+        const auto& segments = segmentVariable_[line];
+        if (segments.front() < 0) path.front().x += shift[At(sketch_.lines[line].from)];
+        if (segments.back() < 0) path.back().x += shift[At(sketch_.lines[line].to)];
+        for (std::size_t segment = 0; segment < segments.size(); ++segment)
+            if (segments[segment] >= 0) path[segment].x = path[segment + 1].x = places[At(segments[segment])];
         if (labelVariable_[line] >= 0) sketch_.labels[line].at = places[At(labelVariable_[line])];
     }
 }
@@ -271,12 +275,12 @@ void SpreadBoxes(std::vector<Rect>& boxes, double gapX, double gapY) {
     boxes = std::move(sketch.boxes);
 }
 
-void MakeRoom(Sketch& sketch, double boxGapX, double boxGapY, double lineGap, double squeeze) {
-    for (const bool rims : {false, true}) {
+void MakeSpace(Sketch& sketch, double boxGapX, double boxGapY, double lineGap, double squeeze) {
+    for (const bool margins : {false, true}) {
         Transpose(sketch);
-        Pass(sketch, boxGapY, boxGapX, lineGap, rims, !rims).Run(squeeze);
+        Pass(sketch, boxGapY, boxGapX, lineGap, margins, !margins).Run(squeeze);
         Transpose(sketch);
-        Pass(sketch, boxGapX, boxGapY, lineGap, rims, false).Run(squeeze);
+        Pass(sketch, boxGapX, boxGapY, lineGap, margins, false).Run(squeeze);
     }
 }
 

@@ -4,11 +4,11 @@
 
 namespace norvelis::layout {
 
-/// Moves boxes, pieces of lines and labels so that all keep their distance, along one axis after the other.
-/// Nothing changes its order along an axis with what it stands beside, so that no line gets into a box or on
-/// another line's label; what has room already hardly moves. Compaction by constraint graphs: Liao, Wong
+/// Moves boxes, segments of lines and labels so that all keep their distance, along one axis after the other.
+/// Nothing changes its order along an axis with what it is beside, so that no line gets into a box or on
+/// another line's label; what has space already hardly moves. Compaction by constraint graphs: Liao, Wong
 /// (1983); Lengauer: Combinatorial algorithms for integrated circuit layout (1990).
-void MakeRoom(Sketch& sketch, double boxGapX, double boxGapY, double lineGap, double squeeze);
+void MakeSpace(Sketch& sketch, double boxGapX, double boxGapY, double lineGap, double squeeze);
 
 /// The same for boxes alone.
 void SpreadBoxes(std::vector<Rect>& boxes, double gapX, double gapY);

@@ -4,7 +4,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 
-#include "ui/controls/button_face.h"
+#include "ui/skins/button_face.h"
 
 namespace norvelis::ui {
 

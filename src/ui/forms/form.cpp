@@ -11,8 +11,6 @@
 
 #include "ui/controls/picture_controls.h"
 #include "ui/forms/skins_and_colors.h"
-#include "ui/frame/child_area.h"
-#include "ui/frame/mdi_main_menu.h"
 #include "ui/skins/art/skin_art.h"
 
 namespace norvelis::ui {
@@ -24,8 +22,8 @@ constexpr int kWithinReach = 80;  ///< Of a caption, in points.
 
 }  // namespace
 
-Form::Form(mdiMainMenu& frame, const QString& name, const QString& caption, QSize size)
-    : QWidget(&frame.Area(), Qt::SubWindow), frame_(frame), size_(size), picture_(PlainForm(size)) {
+Form::Form(const ScreenContext& context, const QString& name, const QString& caption, QSize size)
+    : QWidget(&context.area, Qt::SubWindow), context_(context), size_(size), picture_(PlainForm(size)) {
     setObjectName(name);
     setWindowTitle(caption);
     setAccessibleName(caption);
@@ -67,12 +65,15 @@ void Form::Load() {
 }
 
 void Form::ApplySkin() {
-    LoadSkins(frame_, *this);
+    if (const Picture picture = App().gUseSkins ? FormPicture(App(), tag2_) : Picture(); !picture.IsNull()) {
+        SetPicture(picture);
+        LoadSkins(App(), context_.skin.Get(), *this, tag2_);
+    }
     ApplyColors();
 }
 
 void Form::ApplyColors() {
-    SetColors(frame_, *this);
+    SetColors(context_.skin.Get(), *this);
     SkinApplied();
 }
 
@@ -90,7 +91,7 @@ QRect Form::Body() const {
 }
 
 void Form::ShowAndWait() {
-    setParent(&frame_, Qt::Dialog | Qt::FramelessWindowHint);
+    setParent(context_.area.window(), Qt::Dialog | Qt::FramelessWindowHint);
     setWindowModality(Qt::ApplicationModal);
     imgMinimize_->hide();
     imgRestore_->hide();
@@ -101,13 +102,13 @@ void Form::ShowAndWait() {
     show();
     loop.exec();
     if (!here) return;
-    setParent(&frame_.Area(), Qt::SubWindow);
+    setParent(&context_.area, Qt::SubWindow);
     imgMinimize_->show();
     imgRestore_->show();
 }
 
 QPoint Form::WaitingPlace() {
-    return frame_.geometry().center() - rect().center();
+    return context_.area.window()->geometry().center() - rect().center();
 }
 
 QColor Form::CaptionColor() const {
@@ -137,7 +138,7 @@ void Form::paintEvent(QPaintEvent*) {
 
 void Form::mousePressEvent(QMouseEvent* event) {
     emit Touched();
-    if (event->button() == Qt::LeftButton) StartFormDrag(*this, event->globalPosition().toPoint());
+    if (event->button() == Qt::LeftButton) StartFormDrag(event->globalPosition().toPoint());
 }
 
 void Form::mouseMoveEvent(QMouseEvent* event) {
@@ -171,9 +172,9 @@ void Form::closeEvent(QCloseEvent* event) {
     emit Closed();
 }
 
-void StartFormDrag(Form& form, QPoint globalPlace) {
-    if (form.isWindow() && form.windowHandle()->startSystemMove()) return;
-    form.dragFrom_ = globalPlace - form.mapToGlobal(QPoint(0, 0));
+void Form::StartFormDrag(QPoint globalPlace) {
+    if (isWindow() && windowHandle()->startSystemMove()) return;
+    dragFrom_ = globalPlace - mapToGlobal(QPoint(0, 0));
 }
 
 QLabel* MakeLabel(QWidget* parent, const QString& name, const QString& text, const QString& tag) {

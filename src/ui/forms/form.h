@@ -5,15 +5,16 @@
 #include <QString>
 #include <QWidget>
 
+#include "ui/forms/screen_context.h"
 #include "ui/skins/picture.h"
 
 namespace norvelis::ui {
 
-class mdiMainMenu;
+class ProgressView;
 class WindowButton;
 
 /// The base of every screen: a borderless window drawn from a skin's pictures, with caption, minimise,
-/// restore and close. It stands inside the main frame, or as a window of its own when it waits for an answer.
+/// restore and close. It is inside the main frame, or as a window of its own when it waits for an answer.
 ///
 /// A screen makes its controls in its constructor below the caption, names them, and gives them Tags;
 /// whoever makes the screen then calls Load, which loads settings and skin, fixes the size and places it.
@@ -21,12 +22,12 @@ class Form : public QWidget {
     Q_OBJECT
 
   public:
-    Form(mdiMainMenu& frame, const QString& name, const QString& caption, QSize size);
+    Form(const ScreenContext& context, const QString& name, const QString& caption, QSize size);
     ~Form() override;
 
     /// LoadINISettings, LoadSkins, SetColors, size, place.
     virtual void Load();
-    /// Takes pictures and colours, or colours alone, of the skin in force.
+    /// Takes pictures and colors, or colors alone, of the effective skin.
     void ApplySkin();
     void ApplyColors();
 
@@ -41,7 +42,7 @@ class Form : public QWidget {
 
     /// Moves the form; inside the main frame its caption stays within reach.
     void MoveTo(QPoint place);
-    /// Back to the place where a form stands at first.
+    /// Back to the place where a form is at first.
     virtual void Place();
 
     /// False when the form must stay: the person was asked and wants it so.
@@ -49,7 +50,13 @@ class Form : public QWidget {
     /// Closes the form without asking.
     void Unload();
 
-    mdiMainMenu& Frame() { return frame_; }
+    /// What the frame or another screen asks of this one; a screen takes the requests that name it.
+    virtual void Take(const ScreenRequest&) {}
+    /// Where commands that name this screen show their progress; null for nowhere.
+    virtual ProgressView* Progress() { return nullptr; }
+
+    const ScreenContext& Context() const { return context_; }
+    AppState& App() const { return context_.app; }
 
   signals:
     void Touched();  ///< Pressed somewhere: it wants to be the active one.
@@ -59,7 +66,7 @@ class Form : public QWidget {
   protected:
     virtual void LoadINISettings();
     virtual void SaveINISettings() {}
-    /// The form has new pictures or colours.
+    /// The form has new pictures or colors.
     virtual void SkinApplied() {}
     /// Where ShowAndWait puts the form on the screen.
     virtual QPoint WaitingPlace();
@@ -73,13 +80,14 @@ class Form : public QWidget {
     void keyPressEvent(QKeyEvent*) override;
     void closeEvent(QCloseEvent*) override;
 
-    /// The room below the caption.
+    /// The space below the caption.
     QRect Body() const;
 
   private:
-    friend void StartFormDrag(Form& form, QPoint globalPlace);
+    /// The mouse was pressed on the form's background: the form follows it.
+    void StartFormDrag(QPoint globalPlace);
 
-    mdiMainMenu& frame_;
+    const ScreenContext& context_;
     QString tag2_;
     QSize size_;
     Picture picture_;

@@ -6,20 +6,17 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QTextEdit>
-#include <utility>
 
 #include "base/ini.h"
 #include "base/text.h"
 #include "ui/controls/picture_controls.h"
-#include "ui/forms/form.h"
-#include "ui/frame/mdi_main_menu.h"
 #include "ui/skins/art/classic_colors.h"
 
 namespace norvelis::ui {
 
 namespace {
 
-void LoadPictures(const Skin& skin, Form& form) {
+void LoadPictures(const Skin& skin, QWidget& form) {
     const auto controls = form.findChildren<QWidget*>();
     for (auto control = controls.rbegin(); control != controls.rend(); ++control) {
         if (auto* pictured = dynamic_cast<PictureControl*>(*control))
@@ -27,8 +24,9 @@ void LoadPictures(const Skin& skin, Form& form) {
     }
 }
 
-void PlaceByIni(const AppState& app, Form& form, std::string_view keys, const char* control) {
-    const std::string file = SkinIni(app), section = form.Tag2().toStdString();
+void PlaceByIni(const AppState& app, QWidget& form, const std::string& section, std::string_view keys,
+                const char* control) {
+    const std::string file = SkinIni(app);
     const auto twips = [&](std::string_view side) {
         return static_cast<int>(Val(ReadINIValue(section, std::string(keys) + std::string(side), file)));
     };
@@ -67,54 +65,17 @@ void SetColorsOf(QWidget& control, const Skin& skin) {
 
 }  // namespace
 
-void RevertSkin(mdiMainMenu& frame, const std::string& scheme, bool use) {
-    AppState& app = frame.App();
-    app.gSkinScheme = scheme;
-    app.gUseSkins = use;
-    frame.LoadColors();
-    app.host.MessageBox("Unable to load this skin. Reverting back to the previous skin.");
+void LoadSkins(const AppState& app, const Skin& skin, QWidget& form, const QString& sizeTag) {
+    LoadPictures(skin, form);
+    const std::string section = sizeTag.toStdString();
+    PlaceByIni(app, form, section, "Caption", "lblCaption");
+    PlaceByIni(app, form, section, "Close", "imgClose");
+    PlaceByIni(app, form, section, "Restore", "imgRestore");
+    PlaceByIni(app, form, section, "Minimize", "imgMinimize");
 }
 
-bool ChangeSkin(mdiMainMenu& frame, const std::string& name) {
-    AppState& app = frame.App();
-    const std::string formerScheme = std::exchange(app.gSkinScheme, name);
-    const bool formerUse = std::exchange(app.gUseSkins, true);
-    if (!FormPicture(app, kFormTag).IsNull() && LoadSkins(frame)) {
-        frame.SkinChanged();
-        return true;
-    }
-    RevertSkin(frame, formerScheme, formerUse);
-    return false;
-}
-
-bool LoadSkins(mdiMainMenu& frame) {
-    const AppState& app = frame.App();
-    if (!app.gUseSkins) {
-        frame.SetSkin(PlainSkin());
-        return true;
-    }
-    const auto skin = ReadSkin(app);
-    if (!skin) return false;
-    frame.SetSkin(*skin);
-    return true;
-}
-
-bool LoadSkins(mdiMainMenu& frame, Form& form) {
-    const AppState& app = frame.App();
-    if (!app.gUseSkins) return true;
-    const Picture picture = FormPicture(app, form.Tag2());
-    if (picture.IsNull()) return false;
-    form.SetPicture(picture);
-    LoadPictures(frame.GetSkin(), form);
-    PlaceByIni(app, form, "Caption", "lblCaption");
-    PlaceByIni(app, form, "Close", "imgClose");
-    PlaceByIni(app, form, "Restore", "imgRestore");
-    PlaceByIni(app, form, "Minimize", "imgMinimize");
-    return true;
-}
-
-void SetColors(mdiMainMenu& frame, Form& form) {
-    for (QWidget* control : form.findChildren<QWidget*>()) SetColorsOf(*control, frame.GetSkin());
+void SetColors(const Skin& skin, QWidget& form) {
+    for (QWidget* control : form.findChildren<QWidget*>()) SetColorsOf(*control, skin);
 }
 
 }  // namespace norvelis::ui

@@ -11,7 +11,7 @@ namespace norvelis::ui {
 
 class Form;
 
-/// The main frame's client area: the skin's background, the forms that stand on it with their shadows, and
+/// The main frame's client area: the skin's background, the forms on it with their shadows, and
 /// which of them is the active one.
 class ChildArea : public QWidget {
     Q_OBJECT

@@ -3,15 +3,15 @@
 #include <array>
 #include <span>
 
-// The main frame's menu as a table: what stands where, under which name, and what a choice does.
+// The main frame's menu as a table: what is where, under which name, and what a choice does.
 namespace norvelis::ui {
 
-class mdiMainMenu;
+class MenuCommands;
 
 struct MenuEntry {
     const char* name;  ///< Null: a separator.
     const char* caption = "";
-    void (mdiMainMenu::*command)() = nullptr;
+    void (MenuCommands::*command)() = nullptr;
     bool whileBusy = true;  ///< May be chosen while a long command runs.
     const char* keys = "";
 };

@@ -2,40 +2,24 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QDesktopServices>
 #include <QLabel>
 #include <QMenuBar>
-#include <QPageSetupDialog>
-#include <QPrintDialog>
-#include <QPrinter>
 #include <QScreen>
 #include <QShortcut>
 #include <QStatusBar>
 #include <QToolButton>
-#include <QUrl>
 #include <algorithm>
 #include <utility>
 
 #include "base/failure.h"
-#include "base/ini.h"
-#include "base/paths.h"
-#include "base/text.h"
-#include "commands/frame_commands.h"
-#include "core/log.h"
-#include "core/places.h"
 #include "store/connection.h"
 #include "ui/controls/fb_tray_icon.h"
 #include "ui/forms/form.h"
-#include "ui/forms/skins_and_colors.h"
+#include "ui/forms/progress_view.h"
 #include "ui/forms/window_settings.h"
 #include "ui/frame/child_area.h"
 #include "ui/frame/frame_menu.h"
-#include "ui/frame/screens.h"
-#include "ui/screens/about/frm_about.h"
-#include "ui/screens/browse/frm_treeview.h"
-#include "ui/screens/progress/frm_background.h"
-#include "ui/screens/settings/frm_colors.h"
-#include "ui/skins/skin_style.h"
+#include "ui/frame/frm_background.h"
 
 namespace norvelis::ui {
 
@@ -44,27 +28,43 @@ namespace {
 constexpr QSize kFirstSize(1100, 720);
 constexpr auto kMinimizedButton = "minimized";
 
-void SayNotThere(AppState& app, const std::string& caption) {
-    app.host.MessageBox(
-        {"\"" + caption + "\" is not there yet.", {}, Buttons::Ok, Icon::Information, Answer::Ok});
-}
-
 }  // namespace
 
-mdiMainMenu::mdiMainMenu(AppState& app, Fail fail)
-    : app_(app),
-      fail_(std::move(fail)),
-      skin_(PlainSkin()),
+mdiMainMenu::mdiMainMenu(const FrameParts& parts)
+    : fail_(parts.fail),
+      entries_(parts.screens),
+      commands_(parts.app.host, parts.fail),
+      skin_(parts.app),
       area_(new ChildArea(this)),
+      context_{parts.app,
+               parts.engine,
+               parts.openDrawing,
+               parts.printer,
+               commands_,
+               skin_,
+               *area_,
+               [this](const ScreenRequest& request) { Request(request); }},
+      menu_(context_),
       tray_(new fbTrayIcon(this)) {
     setObjectName("mdiMainMenu");
     setWindowTitle(QApplication::applicationDisplayName());
     setCentralWidget(area_);
+    parts.printer.SetWindow(this);
     BuildMenu();
     statusBar()->setObjectName("StatusBar1");
     statusBar()->setSizeGripEnabled(false);
     Timer1_.setSingleShot(true);
     connect(&Timer1_, &QTimer::timeout, this, &mdiMainMenu::Timer1_Timer);
+    connect(&skin_, &CurrentSkin::Applied, this, [this] { area_->SetBackground(skin_.Get().frame); });
+    connect(&skin_, &CurrentSkin::ColorsChanged, this, [this] {
+        gColorFlag_ = true;
+        Timer1_.start(0);
+    });
+    connect(&skin_, &CurrentSkin::SkinChanged, this, [this] {
+        gSkinFlag_ = true;
+        Timer1_.start(0);
+    });
+    connect(&commands_, &LongCommands::BusyChanged, this, &mdiMainMenu::CloseWhenDone);
     connect(area_, &ChildArea::FormsChanged, this, &mdiMainMenu::UpdateMinimized);
     tray_->SetTrayIconTip(QApplication::applicationDisplayName());
     connect(tray_, &fbTrayIcon::Clicked, this, [this] {
@@ -95,8 +95,9 @@ void mdiMainMenu::BuildMenu() {
             action->setObjectName(entry.name);
             action->setShortcut(QKeySequence(entry.keys));
             connect(action, &QAction::triggered, this,
-                    [this, command = entry.command] { Run([this, command] { (this->*command)(); }); });
-            if (!entry.whileBusy) connect(this, &mdiMainMenu::BusyChanged, action, &QAction::setDisabled);
+                    [this, command = entry.command] { Run([this, command] { (menu_.*command)(); }); });
+            if (!entry.whileBusy)
+                connect(&commands_, &LongCommands::BusyChanged, action, &QAction::setDisabled);
         }
         if (column.entries.empty()) mnuWindow_ = menu;
     }
@@ -129,12 +130,6 @@ void mdiMainMenu::UpdateMinimized() {
     }
 }
 
-void mdiMainMenu::SetSkin(const Skin& skin) {
-    skin_ = skin;
-    SetStyleSkin(skin_);
-    area_->SetBackground(skin_.frame);
-}
-
 void mdiMainMenu::Run(const std::function<void()>& command) {
     try {
         command();
@@ -143,50 +138,22 @@ void mdiMainMenu::Run(const std::function<void()>& command) {
     }
 }
 
-void mdiMainMenu::RunLong(const std::function<void()>& command) {
-    if (busy_) return;
-    busy_ = true;
-    emit BusyChanged(true);
-    Run(command);
-    busy_ = false;
-    emit BusyChanged(false);
-    if (!std::exchange(closeWhenDone_, false)) return;
-    statusBar()->clearMessage();
-    QTimer::singleShot(0, this, &QWidget::close);
-}
-
-void mdiMainMenu::DisableWhileBusy(QWidget* control) {
-    control->setDisabled(busy_);
-    connect(this, &mdiMainMenu::BusyChanged, control, &QWidget::setDisabled);
-}
-
-void mdiMainMenu::ColorsChanged() {
-    gColorFlag_ = true;
-    Timer1_.start(0);
-}
-
-void mdiMainMenu::SkinChanged() {
-    gSkinFlag_ = true;
-    Timer1_.start(0);
-}
-
 void mdiMainMenu::Timer1_Timer() {
     if (gColorFlag_) {
         gColorFlag_ = false;
-        LoadColors();
-        SetSkin(skin_);
+        skin_.LoadColors();
+        skin_.Apply();
         for (Form* form : area_->Forms()) form->ApplyColors();
     }
     if (gSkinFlag_) {
         gSkinFlag_ = false;
-        LoadSkins(*this);
+        skin_.LoadSkins();
         for (Form* form : area_->Forms()) form->ApplySkin();
     }
 }
 
 void mdiMainMenu::LoadColors() {
-    const bool fromSkin = app_.gUseSkins && FileExists(SkinIni(app_));
-    skin_.colors = fromSkin ? ui::LoadColors(app_) : PlainSkin().colors;
+    skin_.LoadColors();
 }
 
 void mdiMainMenu::ShowVersion() {
@@ -198,10 +165,10 @@ void mdiMainMenu::ShowVersion() {
 
 void mdiMainMenu::ApplySkinAndShow() {
     resize(kFirstSize.boundedTo(screen()->availableSize()));
-    RestoreGeometry(*this, app_.gLocalIni);
-    if (!LoadSkins(*this)) {
-        RevertSkin(*this, {}, false);  // Nothing was in force before: the plain look.
-        LoadSkins(*this);
+    RestoreGeometry(*this, context_.app.gLocalIni);
+    if (!skin_.LoadSkins()) {
+        skin_.RevertTo({}, false);  // There was none before: the plain look.
+        skin_.LoadSkins();
     }
     show();
     tray_->AddTrayIcon(windowIcon());
@@ -209,6 +176,11 @@ void mdiMainMenu::ApplySkinAndShow() {
 
 void mdiMainMenu::LoadProgressForm() {
     progressForm_ = std::make_unique<frmbackground>();
+}
+
+const ScreenEntry& mdiMainMenu::EntryOf(Screen screen) const {
+    return *std::find_if(entries_.begin(), entries_.end(),
+                         [screen](const ScreenEntry& entry) { return entry.screen == screen; });
 }
 
 Form* mdiMainMenu::Find(Screen screen) const {
@@ -219,7 +191,7 @@ Form* mdiMainMenu::Find(Screen screen) const {
 void mdiMainMenu::LoadScreen(Screen screen) {
     const ScreenEntry& entry = EntryOf(screen);
     if (!entry.make || Find(screen)) return;
-    Form* form = entry.make(*this);
+    Form* form = entry.make(context_);
     area_->Add(form, entry.kept);
     screens_[screen] = form;
     if (!entry.kept) connect(form, &Form::Closed, this, [this, screen] { screens_.erase(screen); });
@@ -230,7 +202,7 @@ void mdiMainMenu::OpenScreen(Screen screen, bool modal) {
     LoadScreen(screen);
     Form* form = Find(screen);
     if (!form) {
-        SayNotThere(app_, EntryOf(screen).caption);
+        ReportMissing(screen);
     } else if (modal) {
         form->ShowAndWait();
     } else {
@@ -238,119 +210,51 @@ void mdiMainMenu::OpenScreen(Screen screen, bool modal) {
     }
 }
 
+void mdiMainMenu::Request(const ScreenRequest& request) {
+    const Screen screen = ScreenOf(request);
+    LoadScreen(screen);
+    if (Form* form = Find(screen)) {
+        form->Take(request);
+    } else {
+        ReportMissing(screen);
+    }
+}
+
+void mdiMainMenu::ReportMissing(Screen screen) {
+    context_.app.host.MessageBox({"\"" + std::string(EntryOf(screen).caption) + "\" is not there yet.",
+                                  {},
+                                  Buttons::Ok,
+                                  Icon::Information,
+                                  Answer::Ok});
+}
+
 void mdiMainMenu::loadtreeform() {
-    RunLong([this] {
-        if (auto* tree = qobject_cast<frm_Treeview*>(Find(Screen::Treeview))) tree->loadtreeform();
-    });
+    Request(LoadTree{});
 }
 
 void mdiMainMenu::changerptfile() {
-    if (auto* settings = qobject_cast<frmColors*>(Find(Screen::Settings))) settings->changerptfile();
+    Request(PickReport{});
 }
 
 void mdiMainMenu::changevisiolocation() {
-    if (auto* settings = qobject_cast<frmColors*>(Find(Screen::Settings))) settings->changevisiolocation();
+    Request(PickDrawingFolder{});
+}
+
+ProgressView* mdiMainMenu::View() const {
+    Form* form = Find(commands_.ProgressScreen());
+    return form ? form->Progress() : nullptr;
 }
 
 void mdiMainMenu::ShowStatus(const QString& text) {
-    if (auto* tree = qobject_cast<frm_Treeview*>(Find(Screen::Treeview))) tree->ShowStatus(text);
+    if (ProgressView* view = View()) view->ShowStatus(text);
 }
 
 void mdiMainMenu::ShowProgress(Bar bar, const ProgressBar& state) {
     if (bar == Bar::BackgroundText || bar == Bar::BackgroundValue) {
         if (progressForm_) progressForm_->ShowProgress(bar, state);
-    } else if (auto* tree = qobject_cast<frm_Treeview*>(Find(Screen::Treeview))) {
-        tree->ShowProgress(bar, state);
+    } else if (ProgressView* view = View()) {
+        view->ShowProgress(bar, state);
     }
-}
-
-void mdiMainMenu::mnuColors() {
-    app_.host.OpenScreen(Screen::Settings, false);
-}
-
-void mdiMainMenu::mnuPrinterSetup() {
-    QPageSetupDialog(&Printer(), this).exec();
-}
-
-QPrinter& mdiMainMenu::Printer() {
-    if (!printer_) printer_ = std::make_unique<QPrinter>(QPrinter::HighResolution);
-    return *printer_;
-}
-
-QPrinter* mdiMainMenu::ChoosePrinter() {
-    app_.host.WaitCursor(false);
-    const bool chosen = QPrintDialog(&Printer(), this).exec() == QDialog::Accepted;
-    app_.host.WaitCursor(true);
-    return chosen ? printer_.get() : nullptr;
-}
-
-void mdiMainMenu::mnuExit() {
-    if (AskToExit(app_)) close();
-}
-
-void mdiMainMenu::mnu_View_IDMS_Report_File() {
-    ui::mnu_View_IDMS_Report_File(app_);
-}
-
-void mdiMainMenu::mnu_Classic_Extract_Report() {
-    RunLong([this] {
-        ui::mnu_Classic_Extract_Report(app_, [this] {
-            if (auto* tree = qobject_cast<frm_Treeview*>(Find(Screen::Treeview))) tree->process_Refresh();
-        });
-    });
-}
-
-void mdiMainMenu::mnuTreeview() {
-    app_.host.OpenScreen(Screen::Treeview, false);
-    loadtreeform();
-}
-
-void mdiMainMenu::mnuListview() {
-    app_.host.OpenScreen(Screen::Listview, false);
-}
-
-void mdiMainMenu::mnu_Draw_Fancy_Single() {
-    RunLong([this] { ui::mnu_Draw_Fancy_Single(app_, [this](bool single) { DrawAll(single); }); });
-}
-
-void mdiMainMenu::mnu_Draw_Fancy_Separate() {
-    RunLong([this] { ui::mnu_Draw_Fancy_Separate(app_, [this](bool single) { DrawAll(single); }); });
-}
-
-// The tree screen draws; one that was not open stays behind the others with an empty tree.
-void mdiMainMenu::DrawAll(bool singlePage) {
-    LoadScreen(Screen::Treeview);
-    qobject_cast<frm_Treeview*>(Find(Screen::Treeview))->DrawAll(singlePage);
-}
-
-void mdiMainMenu::mnu_Scheduler() {
-    app_.host.OpenScreen(Screen::Scheduler, false);
-}
-
-void mdiMainMenu::mnu_sql() {
-    app_.host.OpenScreen(Screen::ConvertSql, false);
-}
-
-void mdiMainMenu::mnu_help() {
-    const std::string page = app_.AppPath(places::kHelp);
-    if (!FileExists(page)) {
-        app_.host.MessageBox("The help pages are missing:" + std::string(kLineBreak) + page);
-        return;
-    }
-    app_.host.MessageBox("Help is found online only: its pages open in your browser.");
-    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(page))))
-        app_.host.MessageBox("No browser could be started for the help pages:" + std::string(kLineBreak) +
-                             page);
-}
-
-void mdiMainMenu::mnu_about() {
-    if (!about_) {
-        about_ = new frmAbout(*this);
-        area_->Add(about_, false);
-        connect(about_, &Form::Closed, this, [this] { about_.clear(); });
-        about_->Load();
-    }
-    area_->Activate(about_);
 }
 
 // All are asked before one goes.
@@ -362,22 +266,29 @@ bool mdiMainMenu::CloseForms() {
     return true;
 }
 
+void mdiMainMenu::CloseWhenDone(bool busy) {
+    if (busy || !std::exchange(closeWhenDone_, false)) return;
+    statusBar()->clearMessage();
+    QTimer::singleShot(0, this, &QWidget::close);
+}
+
 void mdiMainMenu::closeEvent(QCloseEvent* event) {
     event->ignore();
-    if (busy_) {
+    if (commands_.Busy()) {
         closeWhenDone_ = true;
         statusBar()->showMessage("The window closes when the running command has ended.");
         return;
     }
     if (!CloseForms()) return;
-    SaveGeometry(*this, app_.gLocalIni);
-    if (app_.gConnection) {
+    AppState& app = context_.app;
+    SaveGeometry(*this, app.gLocalIni);
+    if (app.gConnection) {
         try {
-            app_.gConnection->Close();
+            app.gConnection->Close();
         } catch (const RuntimeFailure&) {
             // The store is left either way.
         }
-        app_.gConnection.reset();
+        app.gConnection.reset();
     }
     tray_->RemoveTrayIcon();
     event->accept();

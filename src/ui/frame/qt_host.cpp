@@ -4,6 +4,7 @@
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <future>
 
 namespace norvelis::ui {
 
@@ -169,6 +170,13 @@ void QtHost::Yield() {
 
 void QtHost::OpenScreen(Screen screen, bool modal) {
     if (display_) display_->OpenScreen(screen, modal);
+}
+
+void QtHost::RunInBackground(const BackgroundWork& work) {
+    constexpr auto kBetweenTurns = std::chrono::milliseconds(5);
+    auto done = std::async(std::launch::async, work, Cancellation());
+    while (done.wait_for(kBetweenTurns) != std::future_status::ready) Yield();
+    done.get();
 }
 
 }  // namespace norvelis::ui

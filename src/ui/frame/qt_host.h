@@ -23,8 +23,8 @@ class HostDisplay {
 };
 
 /// The Host of the desktop program. Boxes, dialogs, wait cursor and turns of the event loop are the
-/// platform's; the rest goes to the display once there is one. Status and bars are repainted at turns of the
-/// event loop, however often they change.
+/// platform's; the rest goes to the display once there is one. Work in the background has a thread of its
+/// own. Status and bars are repainted at turns of the event loop, however often they change.
 class QtHost : public QObject, public Host {
   public:
     using Host::MessageBox;
@@ -43,6 +43,7 @@ class QtHost : public QObject, public Host {
     void WaitCursor(bool on) override;
     void Yield() override;
     void OpenScreen(Screen screen, bool modal) override;
+    void RunInBackground(const BackgroundWork& work) override;
 
   private:
     QWidget* Window() const { return display_ ? display_->Window() : nullptr; }

@@ -8,7 +8,7 @@
 #include <QStyleFactory>
 #include <QStyleOption>
 
-#include "ui/controls/button_face.h"
+#include "ui/skins/button_face.h"
 #include "ui/skins/skin_icons.h"
 
 namespace norvelis::ui {

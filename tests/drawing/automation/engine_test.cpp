@@ -1,9 +1,9 @@
 #include <gmock/gmock.h>
-
 #include <gtest/gtest.h>
-#include <future>
+#include <unistd.h>
 
 #include <filesystem>
+#include <future>
 
 #include "base/paths.h"
 #include "diagram/common.h"
@@ -61,7 +61,7 @@ TEST_F(EngineTest, WithoutStencilsThereIsNoEngine) {
     EXPECT_FALSE(MakeDrawingEngine({folder.Path("nowhere"), "", nullptr})->CreateVisible().has_value());
 }
 
-TEST_F(EngineTest, LongPiecesMayRunInAnotherThreadAndGiveTheSameDrawing) {
+TEST_F(EngineTest, LongWorkMayRunInAnotherThreadAndGivesTheSameDrawing) {
     const auto draw = [this](engine::DrawingEngine& maker, const std::string& name) {
         const auto running = *maker.CreateHidden();
         const auto document = running->Documents()->Add(kTemplate);
@@ -77,15 +77,15 @@ TEST_F(EngineTest, LongPiecesMayRunInAnotherThreadAndGiveTheSameDrawing) {
         EXPECT_FALSE(document->SaveAs(folder.Path("no such folder/" + name)));
         return ReadFile(folder.Path(name));
     };
-    int pieces = 0;
+    int runs = 0;
     EngineOptions options{kStencils, folder.Path("Temp"), nullptr};
-    options.runAside = [&pieces](const std::function<void()>& work) {
-        ++pieces;
+    options.runInBackground = [&runs](const std::function<void()>& work) {
+        ++runs;
         std::async(std::launch::async, work).get();
     };
     const std::string expected = draw(*drawingEngine, "a.vsd");
     EXPECT_EQ(draw(*MakeDrawingEngine(options), "a.vsd"), expected);
-    EXPECT_EQ(pieces, 3) << "the layout and each try to write";
+    EXPECT_EQ(runs, 3) << "the layout and each try to write";
 }
 
 TEST_F(EngineTest, DocumentsAreFoundByNumberAndNameInAnyCase) {
@@ -196,7 +196,20 @@ TEST_F(EngineTest, LayoutResizeAndCenterLeaveEverythingOnThePage) {
     EXPECT_GT(low, 0.3);
     EXPECT_NEAR(left, width - right, 0.6);
     EXPECT_NEAR(low, height - high, 0.6);
-    EXPECT_GT(Value(boxes[0], "PinY"), Value(boxes[5], "PinY")) << "owners stand above";
+    EXPECT_GT(Value(boxes[0], "PinY"), Value(boxes[5], "PinY")) << "owners are above";
+}
+
+TEST_F(EngineTest, NotesKeepTheirDistanceFromTheirBoxesWhenThePageIsLaidOut) {
+    const auto owner = Box(2, 2), member = Box(9, 9);
+    Line(owner, member)->SetText("SET\r\nNPO");
+    const auto note = Drop("ANNOTATION", 10.25, 9.75);
+    note->SetText("INDEX\r\nFIELD ASC");
+    note->CellsSRC(engine::kBeginX)->GlueTo(member->CellsSRC(engine::kPinX));
+    ASSERT_TRUE(page->Layout());
+    EXPECT_GT(std::hypot(Value(member, "PinX") - 9, Value(member, "PinY") - 9), 1) << "the box has moved";
+    EXPECT_NEAR(Value(note, "PinX") - Value(member, "PinX"), 1.25, 1e-9);
+    EXPECT_NEAR(Value(note, "PinY") - Value(member, "PinY"), 0.75, 1e-9);
+    EXPECT_DOUBLE_EQ(Value(note, "EndX"), Value(note, "PinX")) << "the leader starts at the note";
 }
 
 TEST_F(EngineTest, NotesMoveOffWhatTheyCover) {
@@ -266,7 +279,7 @@ TEST_F(EngineTest, LayersLinksTabsPropertiesAndTipsReachTheFile) {
     EXPECT_EQ(tabs.rows.at(0).cells.Find(Name::Position1), nullptr);
 }
 
-TEST_F(EngineTest, PiecesOfATextKeepTheirFormatsInFilesWhereTheirRowsAreCountedInOrder) {
+TEST_F(EngineTest, RunsOfATextKeepTheirFormatsInFilesWhereTheirRowsAreCountedInOrder) {
     const auto box = Drop("Process", 3, 3);
     const auto characters = box->Characters();
     for (const auto& [text, color] : {std::pair{"EMPLOYEE", 2}, {"\n----", 0}, {"\n0415", 4}, {" | ", 0}}) {
@@ -291,7 +304,7 @@ TEST_F(EngineTest, PiecesOfATextKeepTheirFormatsInFilesWhereTheirRowsAreCountedI
         << "read and written again it is the same";
 }
 
-TEST_F(EngineTest, ADrawingHasATwinAndASnapshotHasNone) {
+TEST_F(EngineTest, ADrawingHasAVsdxCopyAndASnapshotHasNone) {
     Box(2, 2);
     ASSERT_TRUE(drawing->SaveAs(folder.Path("a.vsd")));
     EXPECT_EQ(ReadFile(folder.Path("a.vsd")), ReadFile(folder.Path("a.vsdx")));
@@ -300,6 +313,18 @@ TEST_F(EngineTest, ADrawingHasATwinAndASnapshotHasNone) {
     ASSERT_TRUE(drawing->SaveAs(folder.Path("Temp/7.05.vsd")));
     EXPECT_FALSE(FileExists(folder.Path("Temp/7.05.vsdx")));
     EXPECT_FALSE(drawing->SaveAs(folder.Path("no such folder/a.vsd")));
+}
+
+TEST_F(EngineTest, AVsdxCopyThatCannotBeRewrittenIsRemoved) {
+    Box(2, 2);
+    ASSERT_TRUE(drawing->SaveAs(folder.Path("a.vsd")));
+    const std::string stale = ReadFile(folder.Path("a.vsdx"));
+    Box(5, 5);
+    // A folder in the place of the temporary file that the copy is first written to.
+    std::filesystem::create_directories(folder.Path("a.vsdx.new" + std::to_string(getpid()) + "/x"));
+    ASSERT_TRUE(drawing->SaveAs(folder.Path("a.vsd"))) << "the drawing itself is saved";
+    EXPECT_NE(ReadFile(folder.Path("a.vsd")), stale);
+    EXPECT_FALSE(FileExists(folder.Path("a.vsdx"))) << "it would show the drawing of before";
 }
 
 TEST_F(EngineTest, ASavedDrawingCanBeOpenedAndLaidOutAgain) {
@@ -312,7 +337,7 @@ TEST_F(EngineTest, ASavedDrawingCanBeOpenedAndLaidOutAgain) {
     ASSERT_TRUE(again->Layout());
     const auto box = again->Shapes()->ItemFromID(owner->ID()),
                other = again->Shapes()->ItemFromID(member->ID());
-    EXPECT_GT(Value(other, "PinX") - Value(box, "PinX"), 2) << "the member stands to the right";
+    EXPECT_GT(Value(other, "PinX") - Value(box, "PinX"), 2) << "the member is to the right";
     EXPECT_TRUE(opened->SaveAs(folder.Path("a.vsd")));
     EXPECT_EQ(application->Documents()->Open(folder.Path("missing.vsd")), nullptr);
 }

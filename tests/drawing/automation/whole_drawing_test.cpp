@@ -18,7 +18,7 @@
 #include "testing/schema_rows.h"
 #include "testing/test_store.h"
 
-// The whole road: the sample report is extracted and drawn with the real engine, and the saved file is read
+// From end to end: the sample report is extracted and drawn with the real engine, and the saved file is read
 // back.
 namespace norvelis {
 namespace {
@@ -83,7 +83,7 @@ class WholeDrawingTest : public testing::TestWithParam<int> {
             ExpectSameValues(*evaluated.shapes[i], *read.shapes[i]);
     }
 
-    /// Whoever reads values and whoever evaluates formulas sees the same drawing; only lines stand where the
+    /// Whoever reads values and whoever evaluates formulas sees the same drawing; only lines are where the
     /// router put them.
     static void ExpectValuesOfFormulas(const std::string& saved) {
         const auto read = drawing::ReadPackage(saved), evaluated = drawing::ReadPackage(saved);

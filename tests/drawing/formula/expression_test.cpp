@@ -171,6 +171,9 @@ constexpr NumberCase kFunctions[] = {
     {"SQRT(9)", 3},
     {"SIGN(-4)", -1},
     {"MODULUS(7,3)", 1},
+    {"MODULUS(-7,3)", 2},  // The result has the divisor's sign.
+    {"MODULUS(7,-3)", -2},
+    {"MODULUS(-7,-3)", -1},
     {"SIN(90 deg)", 1},
     {"COS(0)", 1},
     {"ATAN2(1,1)", 45 * kDegree},

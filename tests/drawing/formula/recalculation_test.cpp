@@ -73,7 +73,7 @@ TEST_F(RecalculationTest, DependentsFollowInAnyNumberOfSteps) {
     EXPECT_EQ(Get("LocPinX"), 4);
 }
 
-TEST_F(RecalculationTest, EachDependentIsEvaluatedOnceHoweverManyWaysLeadToIt) {
+TEST_F(RecalculationTest, EachDependentIsEvaluatedOnceHoweverManyPathsLeadToIt) {
     // A lattice: two cells of each step read both of the step before.
     const char* steps[][2] = {{"LocPinX", "LocPinY"},
                               {"TxtPinX", "TxtPinY"},

@@ -94,7 +94,7 @@ TEST_F(InheritanceTest, RowsAreFoundWhateverTheirOrder) {
     EXPECT_EQ(section.NextIndex(1), 10);
 }
 
-TEST_F(InheritanceTest, ADroppedShapeStandsAtItsPinUnderAnIdOfItsOwn) {
+TEST_F(InheritanceTest, ADroppedShapeIsAtItsPinUnderAnIdOfItsOwn) {
     Shape& one = DropInstance(*page_, *master_, 5, 6);
     Shape& two = DropInstance(*page_, *master_, 7, 8);
     EXPECT_EQ(Number(one, Name::PinX), 5);

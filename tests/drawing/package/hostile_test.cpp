@@ -78,7 +78,7 @@ TEST(HostilePackage, CutOffAnywhere) {
         EXPECT_NE(Refusal(good.substr(0, length)), "") << length;
 }
 
-TEST(HostilePackage, BytesTurnedOverAnywhere) {
+TEST(HostilePackage, BytesFlippedAnywhere) {
     const std::string good = WritePackage(*RichDrawing());
     for (std::size_t at = 0; at < good.size(); at += 53) {
         std::string damaged = good;
@@ -174,7 +174,7 @@ TEST(HostilePackage, AbsurdCounts) {
     }
     EXPECT_THAT(Refusal(PageOf(cells + "</Shape>")), HasSubstr("more cells"));
     EXPECT_THAT(Refusal(PageOf(sections + "</Shape>")), HasSubstr("more sections"));
-    EXPECT_THAT(Refusal(PageOf(deep + end)), HasSubstr("groups stand in groups"));
+    EXPECT_THAT(Refusal(PageOf(deep + end)), HasSubstr("groups are nested"));
     EXPECT_THAT(Refusal(PageOf(Times(100'000, "<Shapes>") + Times(100'000, "</Shapes>"))),
                 testing::IsEmpty());
     EXPECT_THAT(Refusal(Replaced("visio/document.xml", "</FaceNames>",

@@ -31,7 +31,7 @@ TEST(RoundTrip, TheFileKeepsEveryRuleOfPackages) {
     EXPECT_THAT(PackageFaults(WritePackage(*RichDrawing())), testing::IsEmpty());
 }
 
-TEST(RoundTrip, NothingIsLostOnTheWay) {
+TEST(RoundTrip, NothingIsLost) {
     const auto document = ReadPackage(WritePackage(*RichDrawing()));
     EXPECT_EQ(document->title, "Rich & \"strange\" <drawing>");
     EXPECT_EQ(document->creator, "J\xC3\xBCrgen");
@@ -60,7 +60,7 @@ TEST(RoundTrip, NothingIsLostOnTheWay) {
     EXPECT_EQ(SectionOf(record, Name::Geometry).rows.size(), 4u);
     EXPECT_EQ(SectionOf(record, Name::Geometry, 1).rows[0].cells.Find(Name::Y)->value, 1e-12);
 
-    // The pieces of the text have their formats, and the base format is where an engine looks for it.
+    // The runs of the text have their formats, and the base format is where an engine looks for it.
     const TextRuns& runs = TextOf(record);
     const auto format = [&record](int row, Name cell) {
         return Number(record, {Name::Character, 0, RowKey::Number(row), cell});
@@ -83,8 +83,8 @@ TEST(RoundTrip, NothingIsLostOnTheWay) {
     EXPECT_EQ(PlainText(TextOf(*shapes[4])), "\n\n");
 }
 
-TEST(RoundTrip, FormatsOfPiecesStayWithTheirPieces) {
-    // Rows of the model in the order in which the pieces use them.
+TEST(RoundTrip, FormatsOfRunsStayWithTheirRuns) {
+    // Rows of the model in the order in which the runs use them.
     const std::vector<std::vector<int>> orders = {{0},    {1},       {0, 1},    {1, 0},       {1, 2},
                                                   {2, 1}, {0, 1, 0}, {1, 2, 1}, {3, 0, 3, 1}, {2, 2, 1}};
     for (const auto& order : orders) {

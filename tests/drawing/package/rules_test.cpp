@@ -66,7 +66,7 @@ TEST(PackageRules, FindWhatNoSchemaAllows) {
         {page, "<Shape ID=\"1\"", "<Shape ID=\"one\"", "Shape ID is one"},
         {page, "<Shape ID=\"1\"", "<Shape", "Shape without ID"},
         {page, "Type=\"Shape\"", "Kind=\"Shape\"", "the unknown attribute Kind"},
-        {page, "<Text>", "<Data3/><Text>", "Text stands in the wrong place in Shape"},
+        {page, "<Text>", "<Data3/><Text>", "Text is in the wrong place in Shape"},
         {page, "N=\"Character\"", "N=\"Letters\"", "the unknown section Letters"},
         {page, "N=\"Geometry\" IX=\"0\"", "N=\"Geometry\"", "the number of a section Geometry"},
         {page, "T=\"Ellipse\"", "T=\"Circle\"", "a row Circle in Geometry"},
@@ -79,7 +79,7 @@ TEST(PackageRules, FindWhatNoSchemaAllows) {
         {windows, "<ShowGrid>0</ShowGrid>", "", ""},
         {windows, "<ShowGrid>0", "<ShowGrid>none", "ShowGrid is none"},
         {windows, "<ShowRulers>1</ShowRulers><ShowGrid>0</ShowGrid>",
-         "<ShowGrid>0</ShowGrid><ShowRulers>1</ShowRulers>", "ShowRulers stands in the wrong place"},
+         "<ShowGrid>0</ShowGrid><ShowRulers>1</ShowRulers>", "ShowRulers is in the wrong place"},
         {windows, "ViewScale=\"-1\"", "ViewScale=\"fit\"", "Window ViewScale is fit"},
     };
     for (const auto& each : cases) {

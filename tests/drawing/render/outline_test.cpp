@@ -26,7 +26,7 @@ TEST(Outline, RelativeRowsCountInTheShapesSize) {
     ExpectBox(Outline({Row(Name::MoveTo, 1, 1), Row(Name::LineTo, 2, 2)}, 4, 3), 1, 1, 2, 2);
 }
 
-TEST(Outline, AnArcsBowLiesToTheRightOfItsWay) {
+TEST(Outline, AnArcsBowLiesToTheRightOfItsDirection) {
     ExpectBox(Outline({Row(Name::MoveTo, 0, 0), Row(Name::ArcTo, 2, 0, 1)}, 1, 1), 0, -1, 2, 0);
     ExpectBox(Outline({Row(Name::MoveTo, 0, 0), Row(Name::ArcTo, 2, 0, -1)}, 1, 1), 0, 0, 2, 1);
     ExpectBox(Outline({Row(Name::MoveTo, 0, 0), Row(Name::ArcTo, 2, 0, 0)}, 1, 1), 0, 0, 2, 0);
@@ -77,17 +77,17 @@ TEST(Outline, ACubicSplineOfOneSpanIsTheBezierCurveOfItsPoints) {
         return a * (s * s * s) + b * (3 * s * s * t) + c * (3 * s * t * t) + d * (t * t * t);
     };
     const auto expectBezier = [&bezier](const QPainterPath& path) {
-        const int pieces = path.elementCount() / 3;
-        for (int i = 0; i < pieces; ++i) {
+        const int curves = path.elementCount() / 3;
+        for (int i = 0; i < curves; ++i) {
             const auto at = [&](int k) { return QPointF(path.elementAt(3 * i + k)); };
             for (const double t : {0.25, 0.5, 1.0}) {
                 const QPointF found = bezier(at(0), at(1), at(2), at(3), t);
-                const QPointF expected = bezier({0, 0}, {1, 3}, {2, -3}, {3, 1}, (i + t) / pieces);
+                const QPointF expected = bezier({0, 0}, {1, 3}, {2, -3}, {3, 1}, (i + t) / curves);
                 EXPECT_NEAR(found.x(), expected.x(), 1e-9) << i;
                 EXPECT_NEAR(found.y(), expected.y(), 1e-9) << i;
             }
         }
-        EXPECT_GT(pieces, 0);
+        EXPECT_GT(curves, 0);
     };
     expectBezier(Outline({Row(Name::MoveTo, 0, 0), DataRow(Name::NURBSTo, 3, 1, 0, 1, 0, 1,
                                                            "NURBS(1, 3, 1, 1, 1, 3, 0, 1, 2, -3, 0, 1)")},

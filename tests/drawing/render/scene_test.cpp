@@ -47,7 +47,7 @@ class SceneTest : public testing::Test {
     FontLibrary fonts_;
 };
 
-TEST_F(SceneTest, BoxesStandWhereTheirPinsAreAndCoverThoseBehind) {
+TEST_F(SceneTest, BoxesAreWhereTheirPinsAreAndCoverThoseBehind) {
     sample_.AddBox(1, 2, 1, 1, "#ff0000");
     sample_.AddBox(1.3, 1.7, 1, 1, "#0000ff");
     EXPECT_EQ(ColorAt(0.6, 2.4), "#ff0000");
@@ -160,7 +160,7 @@ TEST_F(SceneTest, TheBackgroundPageLiesBehind) {
     EXPECT_EQ(ColorAt(3, 1.5), "#ffff00");
 }
 
-TEST_F(SceneTest, TextKeepsTheOrderColourAndSizeOfItsPieces) {
+TEST_F(SceneTest, TextKeepsTheOrderColourAndSizeOfItsRuns) {
     Shape& box = sample_.AddBox(2, 1.5, 3, 2, "#ffffff");
     box.text = TextRuns{{"EMPLOYEE", 1}, {"\r\nCALC", 2}};
     SampleDrawing::Letters(box, 1, Name::Color).SetNumber(2);
@@ -202,7 +202,7 @@ TEST_F(SceneTest, LettersHaveTheirStyleAndHeight) {
     EXPECT_EQ(fragments[3].text, "D");
 }
 
-TEST_F(SceneTest, TabsAndAlignmentPlaceThePieces) {
+TEST_F(SceneTest, TabsAndAlignmentPlaceTheRuns) {
     Shape& box = sample_.AddBox(2, 1.5, 3, 2, "#ffffff");
     box.cells.Set(Name::LeftMargin, 0)
         .Set(Name::RightMargin, 0)

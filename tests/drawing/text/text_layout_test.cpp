@@ -104,7 +104,7 @@ TEST_F(TextLayoutTest, EveryKindOfLineBreakCounts) {
     shape_.text = TextRuns{{"one\n\ntwo\n"}};
     EXPECT_THAT(Lines(kNoWrapping), ElementsAre("one", "", "two", ""));
     EXPECT_NEAR(LayOut().height, 4 * 12 * kPoint, 1e-9);
-    shape_.text = TextRuns{{"one\r"}, {"\ntwo", 1}};  // The pair in two pieces.
+    shape_.text = TextRuns{{"one\r"}, {"\ntwo", 1}};  // The pair in two runs.
     EXPECT_THAT(Lines(kNoWrapping), ElementsAre("one", "two"));
     shape_.text = TextRuns{};
     EXPECT_TRUE(LayOut().lines.empty());
@@ -145,11 +145,11 @@ TEST_F(TextLayoutTest, AWordIsCarriedOverWithItsFormats) {
 
 TEST_F(TextLayoutTest, AlignmentIsInTheBlockOrInTheWidestLine) {
     shape_.text = TextRuns{{"one\nthree"}};
-    const double room = WidthOf("three") - WidthOf("one");
+    const double space = WidthOf("three") - WidthOf("one");
     const std::pair<int, double> cases[] = {{0, 0.0}, {1, 0.5}, {2, 1.0}};
     for (const auto& [align, share] : cases) {
         ParaFormat(Name::HorzAlign, align);
-        EXPECT_NEAR(LayOut().lines[0].fragments[0].x, room * share, 1e-9) << align;
+        EXPECT_NEAR(LayOut().lines[0].fragments[0].x, space * share, 1e-9) << align;
         EXPECT_NEAR(LayOut(5).lines[1].fragments[0].x, (5 - WidthOf("three")) * share, 1e-9) << align;
     }
 }
@@ -177,7 +177,8 @@ TEST_F(TextLayoutTest, TabsLeadToTheNextStop) {
     shape_.cells.Set(Name::DefaultTabStop, 0.5);
     const auto starts = [this] {
         std::vector<double> result;
-        for (const auto& fragment : LayOut().lines[0].fragments) {
+        const auto layout = LayOut();
+        for (const auto& fragment : layout.lines[0].fragments) {
             if (!fragment.text.empty()) result.push_back(fragment.x);
         }
         return result;

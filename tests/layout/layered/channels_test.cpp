@@ -10,7 +10,7 @@
 namespace norvelis::layout {
 namespace {
 
-constexpr double gap = 0.125;
+constexpr double kGap = 0.125;
 
 /// The lines of a channel as drawn, tracks one unit apart, y downwards.
 std::vector<std::vector<Point>> Draw(const std::vector<Jog>& jogs, const Tracks& tracks) {
@@ -57,7 +57,7 @@ Meetings MeetingsOf(const std::vector<std::vector<Point>>& lines) {
             for (std::size_t p = 1; p < lines[i].size(); ++p)
                 for (std::size_t q = 1; q < lines[k].size(); ++q) {
                     meetings.crossings +=
-                        PiecesCross(lines[i][p - 1], lines[i][p], lines[k][q - 1], lines[k][q]);
+                        SegmentsCross(lines[i][p - 1], lines[i][p], lines[k][q - 1], lines[k][q]);
                     meetings.together +=
                         RunTogether(lines[i][p - 1], lines[i][p], lines[k][q - 1], lines[k][q]);
                 }
@@ -74,21 +74,21 @@ int MustCross(const std::vector<Jog>& jogs) {
 }
 
 TEST(Channels, LinesCrossOnlyWhereTheirOrderChanges) {
-    std::mt19937 chance(1);
+    std::mt19937 random(1);
     for (int round = 0; round < 200; ++round) {
         // Columns above and below never meet: no demands contradict each other.
-        const int count = 2 + static_cast<int>(chance() % 20);
+        const int count = 2 + static_cast<int>(random() % 20);
         std::vector<double> from, to;
         for (int i = 0; i < 40; ++i) {
             from.push_back(i);
             to.push_back(i + 0.5);
         }
-        std::shuffle(from.begin(), from.end(), chance);
-        std::shuffle(to.begin(), to.end(), chance);
+        std::shuffle(from.begin(), from.end(), random);
+        std::shuffle(to.begin(), to.end(), random);
         std::vector<Jog> jogs;
         for (int i = 0; i < count; ++i)
             jogs.push_back({from[static_cast<std::size_t>(i)], to[static_cast<std::size_t>(i)], -1});
-        const Tracks tracks = AssignTracks(jogs, gap);
+        const Tracks tracks = AssignTracks(jogs, kGap);
         const Meetings meetings = MeetingsOf(Draw(jogs, tracks));
         EXPECT_EQ(meetings.crossings, MustCross(jogs));
         EXPECT_EQ(meetings.together, 0);
@@ -97,17 +97,17 @@ TEST(Channels, LinesCrossOnlyWhereTheirOrderChanges) {
 }
 
 TEST(Channels, LinesNeverRunTogether) {
-    std::mt19937 chance(2);
+    std::mt19937 random(2);
     int detours = 0;
     for (int round = 0; round < 200; ++round) {
-        const std::size_t count = 2 + chance() % 12;
+        const std::size_t count = 2 + random() % 12;
         std::vector<double> from, to;
         for (std::size_t i = 0; i < count; ++i) from.push_back(static_cast<double>(i));
         to = from;
-        std::shuffle(to.begin(), to.end(), chance);
+        std::shuffle(to.begin(), to.end(), random);
         std::vector<Jog> jogs;
         for (std::size_t i = 0; i < count; ++i) jogs.push_back({from[i], to[i], -1});
-        const Tracks tracks = AssignTracks(jogs, gap);
+        const Tracks tracks = AssignTracks(jogs, kGap);
         detours += static_cast<int>(tracks.detours.size());
         EXPECT_EQ(MeetingsOf(Draw(jogs, tracks)).together, 0);
     }
@@ -115,17 +115,17 @@ TEST(Channels, LinesNeverRunTogether) {
 }
 
 TEST(Channels, UsesFewTracks) {
-    EXPECT_EQ(AssignTracks({{1, 1, -1}, {2, 2, -1}}, gap).count, 0) << "straight through";
-    EXPECT_EQ(AssignTracks({{0, 2, -1}, {3, 5, -1}, {6, 8, -1}}, gap).count, 1) << "side by side";
-    EXPECT_EQ(AssignTracks({{4, 1, -1}, {4.2, 2, -1}, {4.4, 6, -1}, {4.6, 7, -1}}, gap).count, 2) << "a fan";
+    EXPECT_EQ(AssignTracks({{1, 1, -1}, {2, 2, -1}}, kGap).count, 0) << "straight through";
+    EXPECT_EQ(AssignTracks({{0, 2, -1}, {3, 5, -1}, {6, 8, -1}}, kGap).count, 1) << "side by side";
+    EXPECT_EQ(AssignTracks({{4, 1, -1}, {4.2, 2, -1}, {4.4, 6, -1}, {4.6, 7, -1}}, kGap).count, 2) << "a fan";
 }
 
 TEST(Channels, TrunksShareABarAndDivideItOnlyWhenTheyMust) {
-    const Tracks tracks = AssignTracks({{4, 1, 7}, {4, 6, 7}, {4, 8, 7}}, gap);
+    const Tracks tracks = AssignTracks({{4, 1, 7}, {4, 6, 7}, {4, 8, 7}}, kGap);
     EXPECT_EQ(tracks.track, (std::vector<int>{0, 0, 0}));
     // The line from 5 to 2 must pass under the left half and the one from 3 to 0 over it.
     const std::vector<Jog> jogs{{4, 1, 7}, {4, 6, 7}, {5, 2, -1}, {3, 0.5, -1}};
-    const Tracks divided = AssignTracks(jogs, gap);
+    const Tracks divided = AssignTracks(jogs, kGap);
     EXPECT_EQ(divided.count, 3);
 }
 

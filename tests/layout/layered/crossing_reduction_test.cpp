@@ -18,7 +18,7 @@ namespace norvelis::layout {
 namespace {
 
 Layers LayersOf(const Graph& graph) {
-    return MakeLayers(graph, RanksOf(graph, SpansOf(graph, WaysToBreakCycles(graph).front())));
+    return MakeLayers(graph, RanksOf(graph, SpansOf(graph, CycleBreaks(graph).front())));
 }
 
 /// By looking at every pair of edges.
@@ -40,21 +40,21 @@ std::int64_t CountSlowly(const Layers& layers) {
 }
 
 TEST(CrossingReduction, CountsAsOneWhoLooksAtEveryPair) {
-    std::mt19937 chance(3);
+    std::mt19937 random(3);
     for (std::uint64_t seed = 1; seed <= 10; ++seed) {
         Layers layers = LayersOf(SchemaLike(60, 1.8, seed));
-        for (auto& layer : layers.order) std::shuffle(layer.begin(), layer.end(), chance);
+        for (auto& layer : layers.order) std::shuffle(layer.begin(), layer.end(), random);
         EXPECT_EQ(CountCrossings(layers), CountSlowly(layers));
     }
 }
 
 TEST(CrossingReduction, SiftingNeverAddsCrossings) {
-    std::mt19937 chance(4);
+    std::mt19937 random(4);
     for (std::uint64_t seed = 1; seed <= 10; ++seed) {
         Layers layers = LayersOf(SchemaLike(50, 1.7, seed));
         BlockOrder blocks(layers);
         std::vector<int> order = blocks.Order();
-        std::shuffle(order.begin(), order.end(), chance);
+        std::shuffle(order.begin(), order.end(), random);
         blocks.SetOrder(order);
         blocks.ApplyTo(layers);
         std::int64_t crossings = CountCrossings(layers);
@@ -122,9 +122,9 @@ TEST(StartOrders, KeepNeighboursTogether) {
     graph.lines.push_back({0, 19, 0.8, 0.2});
     const Layers layers = LayersOf(graph);
     const BlockOrder blocks(layers);
-    std::mt19937 chance(1);
+    std::mt19937 random(1);
     std::vector<int> side;
-    for (const int block : SpectralOrder(blocks, 400, chance))
+    for (const int block : SpectralOrder(blocks, 400, random))
         if (block < 20) side.push_back(block % 2);
     const auto changes = std::inner_product(side.begin() + 1, side.end(), side.begin(), 0, std::plus<>(),
                                             [](int a, int b) { return a != b ? 1 : 0; });

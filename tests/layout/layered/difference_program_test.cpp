@@ -40,24 +40,24 @@ std::int64_t LeastCost(int variables, int limit, const std::vector<Demand>& keep
 }
 
 TEST(DifferenceProgram, KeepsDistancesAtTheLeastCost) {
-    std::mt19937 chance(1);
-    const auto below = [&](int limit) { return static_cast<int>(chance() % static_cast<unsigned>(limit)); };
-    constexpr int variables = 5, limit = 7;
+    std::mt19937 random(1);
+    const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
+    constexpr int kVariables = 5, kLimit = 7;
     for (int round = 0; round < 60; ++round) {
         std::vector<Demand> keeps, pulls;
-        for (int i = 1; i < variables; ++i) keeps.push_back({below(i), i, below(3), 0, 0});
+        for (int i = 1; i < kVariables; ++i) keeps.push_back({below(i), i, below(3), 0, 0});
         for (int i = 0; i < 8; ++i) {
-            const int from = below(variables), to = (from + 1 + below(variables - 1)) % variables;
+            const int from = below(kVariables), to = (from + 1 + below(kVariables - 1)) % kVariables;
             const int least = below(5) - 2;
             pulls.push_back({from, to, least, least + below(3), 1 + below(4)});
         }
-        DifferenceProgram program(variables);
+        DifferenceProgram program(kVariables);
         for (const Demand& keep : keeps) program.Keep(keep.from, keep.to, keep.least);
         for (const Demand& pull : pulls) program.Pull(pull.from, pull.to, pull.least, pull.most, pull.weight);
         const std::vector<std::int64_t> x = program.Solve();
         for (const Demand& keep : keeps) ASSERT_GE(x[keep.to] - x[keep.from], keep.least);
         EXPECT_EQ(*std::min_element(x.begin(), x.end()), 0);
-        EXPECT_EQ(CostOf(x, pulls), LeastCost(variables, limit, keeps, pulls)) << "round " << round;
+        EXPECT_EQ(CostOf(x, pulls), LeastCost(kVariables, kLimit, keeps, pulls)) << "round " << round;
     }
 }
 

@@ -1,6 +1,6 @@
-#include "layout/place_and_route.h"
 #include "layout/layered/layered.h"
 #include "layout/graph/graph.h"
+#include "layout/place_and_route.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,9 +14,9 @@ namespace {
 
 using testing::IsEmpty;
 
-const Style flowchart = StyleOf(1, 0, 5, 0), organisation = StyleOf(1, 1, 3, 1),
-            leftToRight = StyleOf(2, 1, 1, 2);
-const Style choices[] = {flowchart, organisation, leftToRight};
+const Style flowchart = StyleOfCells(1, 0, 5, 0), organisation = StyleOfCells(1, 1, 3, 1),
+            leftToRight = StyleOfCells(2, 1, 1, 2);
+const Style kChoices[] = {flowchart, organisation, leftToRight};
 
 Graph WithLines(int boxes, const std::vector<std::pair<int, int>>& lines) {
     Graph graph{std::vector<Box>(static_cast<std::size_t>(boxes), Box{2.1, 1.1}), {}};
@@ -29,7 +29,7 @@ int RunTogether(const Placement& placement) {
     struct Run {
         double at, lo, hi;
         std::size_t line;
-        bool level;
+        bool horizontal;
     };
     std::vector<Run> runs;
     for (std::size_t line = 0; line < placement.routes.size(); ++line) {
@@ -43,7 +43,7 @@ int RunTogether(const Placement& placement) {
     int together = 0;
     for (const Run& a : runs)
         for (const Run& b : runs)
-            together += a.line < b.line && a.level == b.level && std::abs(a.at - b.at) < 1e-6 &&
+            together += a.line < b.line && a.horizontal == b.horizontal && std::abs(a.at - b.at) < 1e-6 &&
                         std::min(a.hi, b.hi) - std::max(a.lo, b.lo) > 1e-6;
     return together;
 }
@@ -57,9 +57,9 @@ int Unreadable(const Graph& graph, const Placement& placement) {
         const Rect rect =
             RectAround(placement.routes[label].label, owner.labelWidth, owner.labelHeight).Grown(-1e-6);
         for (std::size_t line = 0; line < graph.lines.size(); ++line) {
-            const std::vector<Point> way = Drawn(placement.routes[line]);
+            const std::vector<Point> path = Drawn(placement.routes[line]);
             bool hits = false;
-            for (std::size_t i = 1; i < way.size(); ++i) hits |= PieceHits(way[i - 1], way[i], rect);
+            for (std::size_t i = 1; i < path.size(); ++i) hits |= SegmentHits(path[i - 1], path[i], rect);
             count += hits != (line == label);
         }
     }
@@ -70,9 +70,9 @@ TEST(Layered, RulesHoldForSchemasOfManySeeds) {
     for (std::uint64_t seed = 1; seed <= 12; ++seed) {
         const int records = std::vector{2, 12, 30, 60, 90, 140}[seed % 6];
         const Graph graph = SchemaLike(records, 1.2 + 0.1 * static_cast<double>(seed % 8), seed);
-        for (const Style& style : choices) {
+        for (const Style& style : kChoices) {
             const Placement placement = PlaceAndRoute(graph, style);
-            const auto trace = testing::Message() << "seed " << seed << ", route style " << style.routeStyle;
+            const auto trace = testing::Message() << "seed " << seed << ", " << NameOf(style);
             EXPECT_THAT(BrokenRules(graph, placement), IsEmpty()) << trace;
             EXPECT_EQ(Unreadable(graph, placement), 0) << trace;
             if (style.routeStyle == organisation.routeStyle) continue;
@@ -107,23 +107,24 @@ TEST(Layered, RulesHoldForGraphsThatNobodyDraws) {
                  {"chain", chain},
                  {"sizes", sizes}};
     for (const auto& [name, graph] : cases)
-        for (const Style& style : choices)
+        for (const Style& style : kChoices)
             EXPECT_THAT(BrokenRules(graph, PlaceAndRoute(graph, style)), IsEmpty())
-                << name << style.routeStyle;
+                << name << ", " << NameOf(style);
     EXPECT_TRUE(PlaceAndRoute({}, flowchart).centers.empty());
 }
 
-TEST(Layered, OwnersStandAboveOrLeftOfTheirMembers) {
+TEST(Layered, OwnersAreAboveOrLeftOfTheirMembers) {
     Graph graph = SchemaLike(80, 1.6, 21);
     for (Line& line : graph.lines)
         if (line.from > line.to) std::swap(line.from, line.to);
     std::erase_if(graph.lines, [](const Line& line) { return line.from == line.to; });
-    for (const Style& style : choices) {
+    for (const Style& style : kChoices) {
         const Placement placement = PlaceAndRoute(graph, style);
         for (const Line& line : graph.lines) {
             const Point owner = placement.centers[static_cast<std::size_t>(line.from)],
                         member = placement.centers[static_cast<std::size_t>(line.to)];
-            EXPECT_TRUE(style.placeStyle == 1 ? owner.y > member.y : owner.x < member.x);
+            EXPECT_TRUE(style.placeStyle == PlaceStyle::TopToBottom ? owner.y > member.y
+                                                                    : owner.x < member.x);
         }
     }
 }
@@ -164,11 +165,11 @@ TEST(Layered, LinesOfOneOwnerShareATrunkInAnOrganisationChart) {
     EXPECT_EQ(bars.size(), 1u);
 }
 
-TEST(Layered, LinesAreLevelOrUprightAndRoundedWhereTheStyleAsksForIt) {
+TEST(Layered, LinesAreHorizontalOrVerticalAndRoundedWhereTheStyleAsksForIt) {
     const Graph graph = SchemaLike(40, 1.5, 8);
-    for (const Style& style : choices) {
+    for (const Style& style : kChoices) {
         for (const Route& route : PlaceAndRoute(graph, style).routes) {
-            EXPECT_EQ(route.curved, style.lineRouteExt == 2 && route.points.size() > 2);
+            EXPECT_EQ(route.curved, style.IsCurved() && route.points.size() > 2);
             for (std::size_t i = 1; i < route.points.size(); ++i)
                 EXPECT_TRUE(route.points[i].x == route.points[i - 1].x ||
                             route.points[i].y == route.points[i - 1].y);
@@ -178,7 +179,7 @@ TEST(Layered, LinesAreLevelOrUprightAndRoundedWhereTheStyleAsksForIt) {
 
 TEST(Layered, EqualInputGivesEqualDrawings) {
     const Graph graph = SchemaLike(90, 1.6, 17);
-    for (const Style& style : choices) ExpectEqual(PlaceAndRoute(graph, style), PlaceAndRoute(graph, style));
+    for (const Style& style : kChoices) ExpectEqual(PlaceAndRoute(graph, style), PlaceAndRoute(graph, style));
 }
 
 }  // namespace

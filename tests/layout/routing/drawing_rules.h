@@ -9,8 +9,10 @@
 #include "base/geometry.h"
 #include "base/random.h"
 #include "layout/graph/graph.h"
+#include "layout/graph/style.h"
 
-// What every drawing must keep, checked the slow and simple way, without the indexes that the router uses.
+// What every drawing must keep, checked in the slow and simple manner, without the indexes that the router
+// uses.
 namespace norvelis::layout {
 
 /// A graph shaped like a schema: owners with up to 40 members, some sets across, labels on all lines.
@@ -28,14 +30,10 @@ inline Graph SchemaLike(int records, double setsPerRecord, std::uint64_t seed) {
     return graph;
 }
 
-/// The four cells of a row of the layout choices.
-inline Style StyleOf(int place, int depth, int route, int ext) {
-    Style style;
-    style.placeStyle = place;
-    style.placeDepth = depth;
-    style.routeStyle = route;
-    style.lineRouteExt = ext;
-    return style;
+/// A style in the message of a failed test.
+inline std::string NameOf(const Style& style) {
+    return "place " + std::to_string(static_cast<int>(style.placeStyle)) + ", route " +
+           std::to_string(static_cast<int>(style.routeStyle));
 }
 
 inline void ExpectEqual(const Placement& a, const Placement& b) {
@@ -47,7 +45,7 @@ inline void ExpectEqual(const Placement& a, const Placement& b) {
     }
 }
 
-/// A route as it is drawn: curves as many short pieces.
+/// A route as it is drawn: curves as many short segments.
 inline std::vector<Point> Drawn(const Route& route) {
     if (!route.curved || route.points.size() < 3) return route.points;
     std::vector<Point> drawn{route.points.front()};
@@ -65,7 +63,7 @@ inline std::vector<Point> Drawn(const Route& route) {
 
 /// The rules that a drawing breaks, in words; empty when it breaks none.
 inline std::set<std::string> BrokenRules(const Graph& graph, const Placement& placement) {
-    constexpr double touch = 1e-6;
+    constexpr double kTouch = 1e-6;
     std::set<std::string> broken;
     std::vector<Rect> boxes, labels;
     for (std::size_t i = 0; i < graph.boxes.size(); ++i)
@@ -83,21 +81,21 @@ inline std::set<std::string> BrokenRules(const Graph& graph, const Placement& pl
             if (Overlap(labels[i], labels[k])) broken.insert("a label covers a label");
     }
     for (const Route& route : placement.routes) {
-        const std::vector<Point> way = Drawn(route);
-        if (way.size() < 2) broken.insert("a line is missing");
-        for (std::size_t k = 1; k < way.size(); ++k)
+        const std::vector<Point> path = Drawn(route);
+        if (path.size() < 2) broken.insert("a line is missing");
+        for (std::size_t k = 1; k < path.size(); ++k)
             for (const Rect& box : boxes)
-                if (PieceHits(way[k - 1], way[k], box.Grown(-touch)))
+                if (SegmentHits(path[k - 1], path[k], box.Grown(-kTouch)))
                     broken.insert("a line runs through a box");
     }
     for (std::size_t i = 0; i < graph.lines.size(); ++i) {
         const auto isOnBorder = [&](Point p, int box) {
             const Rect& rect = boxes[static_cast<std::size_t>(box)];
-            return !rect.Grown(-touch).Holds(p) && rect.Grown(touch).Holds(p);
+            return !rect.Grown(-kTouch).Holds(p) && rect.Grown(kTouch).Holds(p);
         };
-        const std::vector<Point>& way = placement.routes[i].points;
-        if (way.empty() || !isOnBorder(way.front(), graph.lines[i].from) ||
-            !isOnBorder(way.back(), graph.lines[i].to))
+        const std::vector<Point>& path = placement.routes[i].points;
+        if (path.empty() || !isOnBorder(path.front(), graph.lines[i].from) ||
+            !isOnBorder(path.back(), graph.lines[i].to))
             broken.insert("a line ends off its box");
     }
     return broken;
@@ -108,12 +106,12 @@ struct LabelFaults {
     int crossed = 0, astray = 0;
 };
 inline LabelFaults FaultsOfLabels(const Graph& graph, const Placement& placement) {
-    constexpr double touch = 1e-6;
-    std::vector<std::vector<Point>> ways;
-    for (const Route& route : placement.routes) ways.push_back(Drawn(route));
-    const auto runsThrough = [](const std::vector<Point>& way, const Rect& label) {
-        for (std::size_t k = 1; k < way.size(); ++k)
-            if (PieceHits(way[k - 1], way[k], label)) return true;
+    constexpr double kTouch = 1e-6;
+    std::vector<std::vector<Point>> paths;
+    for (const Route& route : placement.routes) paths.push_back(Drawn(route));
+    const auto runsThrough = [](const std::vector<Point>& path, const Rect& label) {
+        for (std::size_t k = 1; k < path.size(); ++k)
+            if (SegmentHits(path[k - 1], path[k], label)) return true;
         return false;
     };
     LabelFaults faults;
@@ -121,14 +119,29 @@ inline LabelFaults FaultsOfLabels(const Graph& graph, const Placement& placement
         const Line& line = graph.lines[i];
         if (line.labelWidth <= 0) continue;
         const Rect label =
-            RectAround(placement.routes[i].label, line.labelWidth, line.labelHeight).Grown(-touch);
+            RectAround(placement.routes[i].label, line.labelWidth, line.labelHeight).Grown(-kTouch);
         bool crossed = false;
-        for (std::size_t k = 0; k < ways.size() && !crossed; ++k)
-            crossed = k != i && runsThrough(ways[k], label);
+        for (std::size_t k = 0; k < paths.size() && !crossed; ++k)
+            crossed = k != i && runsThrough(paths[k], label);
         faults.crossed += crossed;
-        faults.astray += !runsThrough(ways[i], label);
+        faults.astray += !runsThrough(paths[i], label);
     }
     return faults;
+}
+
+/// Pairs of segments of two lines that cross.
+inline int Crossings(const Placement& placement) {
+    int crossings = 0;
+    for (std::size_t i = 0; i < placement.routes.size(); ++i) {
+        const std::vector<Point>& a = placement.routes[i].points;
+        for (std::size_t k = 0; k < i; ++k) {
+            const std::vector<Point>& b = placement.routes[k].points;
+            for (std::size_t p = 1; p < a.size(); ++p)
+                for (std::size_t q = 1; q < b.size(); ++q)
+                    crossings += SegmentsCross(a[p - 1], a[p], b[q - 1], b[q]);
+        }
+    }
+    return crossings;
 }
 
 /// Points where more than one line meets a box.

@@ -10,12 +10,12 @@
 namespace norvelis::layout {
 namespace {
 
-TEST(Geometry, PiecesAndTrianglesHitTheInsideOfARectangleOnly) {
+TEST(Geometry, SegmentsAndTrianglesHitTheInsideOfARectangleOnly) {
     const Rect rect{0, 0, 2, 1};
-    EXPECT_TRUE(PieceHits({-1, 0.5}, {3, 0.5}, rect));
-    EXPECT_TRUE(PieceHits({-1, -1}, {1, 0.9}, rect));
-    EXPECT_FALSE(PieceHits({-1, 1}, {3, 1}, rect)) << "along the border";
-    EXPECT_FALSE(PieceHits({-1, 0.5}, {-0.1, 0.5}, rect));
+    EXPECT_TRUE(SegmentHits({-1, 0.5}, {3, 0.5}, rect));
+    EXPECT_TRUE(SegmentHits({-1, -1}, {1, 0.9}, rect));
+    EXPECT_FALSE(SegmentHits({-1, 1}, {3, 1}, rect)) << "along the border";
+    EXPECT_FALSE(SegmentHits({-1, 0.5}, {-0.1, 0.5}, rect));
     EXPECT_TRUE(TriangleHits({-1, -1}, {4, -1}, {1, 5}, rect)) << "around it";
     EXPECT_TRUE(TriangleHits({0.5, 0.4}, {0.6, 0.4}, {0.5, 0.5}, rect)) << "inside it";
     EXPECT_FALSE(TriangleHits({-1, 0.5}, {-1, 3}, {1.5, 3}, rect)) << "past a corner";
@@ -41,7 +41,7 @@ TEST(ParallelRuns, TakeTheFreePlaceNearestToTheWish) {
     EXPECT_DOUBLE_EQ(runs.Nearest(1.1, 0, 3, 5, 20, 2).at, 1.5);
     EXPECT_DOUBLE_EQ(runs.Nearest(1.1, 0, 3, 11, 20, 2).at, 1.1) << "beyond the run's end";
     EXPECT_DOUBLE_EQ(runs.Nearest(1.1, 0, 3, 5, 20, 1).at, 1) << "runs of one net share a track";
-    const ParallelRuns::Room narrow = runs.Nearest(1, 0.9, 1.2, 0, 10, 3);
+    const ParallelRuns::Space narrow = runs.Nearest(1, 0.9, 1.2, 0, 10, 3);
     EXPECT_TRUE(narrow.crowded);
     EXPECT_GE(narrow.at, 0.9);
     EXPECT_LE(narrow.at, 1.2);

@@ -9,6 +9,7 @@
 #include "layout/graph/eigenvectors.h"
 #include "layout/graph/graph.h"
 #include "layout/graph/reach.h"
+#include "layout/graph/style.h"
 #include "layout/radial/radial.h"
 #include "layout/rings/ring.h"
 #include "layout/routing/drawing_rules.h"
@@ -68,11 +69,24 @@ Graph TwoRings() {
     return graph;
 }
 
+TEST(Reach, NearBoxesCountMoreAndOfEqualsTheFirstIsTaken) {
+    const auto mostReach = [](int boxes, const std::vector<std::pair<int, int>>& lines) {
+        Graph graph{std::vector<Box>(static_cast<std::size_t>(boxes), Box{1, 1}), {}};
+        for (const auto& [from, to] : lines) graph.lines.push_back({from, to, 0, 0});
+        return MostReach(NeighboursOf(graph));
+    };
+    EXPECT_EQ(mostReach(4, {{0, 1}, {1, 2}, {2, 3}, {3, 0}}), 0) << "all of a ring are equal";
+    EXPECT_EQ(mostReach(4, {{0, 1}, {1, 2}, {2, 3}}), 1) << "two in the middle of a chain";
+    EXPECT_EQ(mostReach(5, {{4, 3}, {3, 2}, {2, 1}, {1, 0}}), 2) << "in either direction of the lines";
+    // 1 joins two ends at two steps; 4 has as many boxes in reach, but three of them next to it.
+    EXPECT_EQ(mostReach(7, {{0, 1}, {1, 2}, {2, 3}, {3, 4}, {4, 5}, {4, 6}}), 4);
+}
+
 TEST(Radial, PutsTheMostReachInTheMiddleAndTheOthersOnRingsAround) {
     const Graph graph = TwoRings();
     EXPECT_EQ(MostReach(NeighboursOf(graph)), 0);
     Style style;
-    style.placeStyle = 3;
+    style.placeStyle = PlaceStyle::Radial;
     const std::vector<Point> centers = PlaceRadial(graph, style);
     EXPECT_NEAR(std::hypot(centers[0].x, centers[0].y), 0, 1.0);
     for (std::size_t member = 7; member < 19; ++member) {
@@ -97,7 +111,7 @@ TEST(Radial, RingsFollowTheDistanceFromTheMiddle) {
         }
     }
     Style style;
-    style.placeStyle = 3;
+    style.placeStyle = PlaceStyle::Radial;
     const std::vector<Point> centers = PlaceRadial(graph, style);
     const Point origin = centers[static_cast<std::size_t>(middle)];
     const auto reach = [&](std::size_t box) {  // rings are twice as wide as they are high
@@ -114,17 +128,17 @@ TEST(Radial, RingsFollowTheDistanceFromTheMiddle) {
     EXPECT_GE(right, all * 9 / 10);
 }
 
-TEST(Radial, DepthSaysHowTightlyTheRingsStand) {
-    const auto width = [](int depth) {
+TEST(Radial, DepthSetsHowTightTheRingsAre) {
+    const auto width = [](PlaceDepth depth) {
         Style style;
-        style.placeStyle = 3;
+        style.placeStyle = PlaceStyle::Radial;
         style.placeDepth = depth;
         double most = 0;
         for (const Point& center : PlaceRadial(TwoRings(), style)) most = std::max(most, center.x);
         return most;
     };
-    EXPECT_LT(width(2), width(1));
-    EXPECT_LT(width(1), width(3));
+    EXPECT_LT(width(PlaceDepth::Deep), width(PlaceDepth::Medium));
+    EXPECT_LT(width(PlaceDepth::Medium), width(PlaceDepth::Shallow));
 }
 
 TEST(Circular, PutsABlockOnACircleAndWhatHangsOnItOutside) {
@@ -132,7 +146,7 @@ TEST(Circular, PutsABlockOnACircleAndWhatHangsOnItOutside) {
     for (int i = 0; i < 8; ++i) graph.lines.push_back({i, (i + 1) % 8, 0.9, 0.2});
     graph.lines.push_back({3, 8, 0.9, 0.2});
     Style style;
-    style.placeStyle = 6;
+    style.placeStyle = PlaceStyle::Circular;
     const std::vector<Point> centers = PlaceCircular(graph, style);
     Point middle{};
     for (std::size_t i = 0; i < 8; ++i) middle = {middle.x + centers[i].x / 8, middle.y + centers[i].y / 8};
@@ -153,7 +167,7 @@ TEST(Ring, TurnsKeepTheirDistancesAroundTheCircle) {
     EXPECT_NEAR(full[0] + full[1] + full[2] + full[3], 1.0, 1e-9) << "rotated as little as possible";
 }
 
-TEST(Ring, BoxesOfAllSizesStandApartAroundTheHole) {
+TEST(Ring, BoxesOfAllSizesKeepApartAroundTheHole) {
     std::vector<Box> sizes;
     double steps = 0;
     const Box gaps{0.5, 0.25}, step{3, 1.75};

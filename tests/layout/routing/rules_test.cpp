@@ -12,12 +12,14 @@ namespace {
 
 using testing::IsEmpty;
 
-const Style choices[] = {StyleOf(3, 2, 2, 2), StyleOf(3, 3, 1, 1), StyleOf(3, 3, 22, 2), StyleOf(6, 2, 21, 2),
-                         StyleOf(6, 2, 0, 0)};
+const Style kChoices[] = {StyleOfCells(3, 2, 2, 2), StyleOfCells(3, 3, 1, 1), StyleOfCells(3, 3, 22, 2),
+                          StyleOfCells(6, 2, 21, 2), StyleOfCells(6, 2, 0, 0)};
 
 Placement Draw(const Graph& graph, const Style& style) {
-    return RouteMakingRoom(
-        graph, style.placeStyle == 6 ? PlaceCircular(graph, style) : PlaceRadial(graph, style), style);
+    return RouteMakingSpace(
+        graph,
+        style.placeStyle == PlaceStyle::Circular ? PlaceCircular(graph, style) : PlaceRadial(graph, style),
+        style);
 }
 
 TEST(Rules, HoldForSchemasOfAllSizesInEveryChoice) {
@@ -27,22 +29,21 @@ TEST(Rules, HoldForSchemasOfAllSizesInEveryChoice) {
     } schemas[] = {{2, 1}, {12, 1.5}, {60, 1.2}, {60, 1.6}, {200, 1.4}, {400, 1.6}};
     for (const auto& schema : schemas) {
         const Graph graph = SchemaLike(schema.records, schema.setsPerRecord, 42);
-        for (const Style& style : choices)
+        for (const Style& style : kChoices)
             EXPECT_THAT(BrokenRules(graph, Draw(graph, style)), IsEmpty())
-                << schema.records << " records, place " << style.placeStyle << ", route " << style.routeStyle;
+                << schema.records << " records, " << NameOf(style);
     }
 }
 
-TEST(Rules, HoldForManySeedsAndLabelsStandOnTheirLines) {
+TEST(Rules, HoldForManySeedsAndLabelsAreOnTheirLines) {
     int labels = 0, crossed = 0, astray = 0;
     for (std::uint64_t seed = 1; seed <= 30; ++seed) {
         for (const int records : {12, 45}) {
             const Graph graph = SchemaLike(records, seed % 2 ? 1.2 : 1.6, seed);
-            for (const Style& style : choices) {
+            for (const Style& style : kChoices) {
                 const Placement placement = Draw(graph, style);
                 EXPECT_THAT(BrokenRules(graph, placement), IsEmpty())
-                    << records << " records, seed " << seed << ", place " << style.placeStyle << ", route "
-                    << style.routeStyle;
+                    << records << " records, seed " << seed << ", " << NameOf(style);
                 const LabelFaults faults = FaultsOfLabels(graph, placement);
                 crossed += faults.crossed;
                 astray += faults.astray;
@@ -58,7 +59,7 @@ TEST(Rules, HoldForEveryRouteStyle) {
     const Graph graph = SchemaLike(50, 1.5, 7);
     for (int route = 0; route <= 23; ++route) {
         for (const int ext : {0, 1, 2}) {
-            const Placement placement = Draw(graph, StyleOf(3, 1, route, ext));
+            const Placement placement = Draw(graph, StyleOfCells(3, 1, route, ext));
             EXPECT_THAT(BrokenRules(graph, placement), IsEmpty()) << route << ", " << ext;
             EXPECT_EQ(placement.routes.front().curved, ext == 2);
         }
@@ -96,20 +97,19 @@ TEST(Rules, HoldForGraphsThatNobodyDraws) {
                   {"points", points},
                   {"parts", parts}};
     for (const auto& [name, graph] : graphs)
-        for (const Style& style : choices)
-            EXPECT_THAT(BrokenRules(graph, Draw(graph, style)), IsEmpty())
-                << name << ", place " << style.placeStyle << ", route " << style.routeStyle;
-    EXPECT_TRUE(Draw({}, choices[0]).centers.empty());
+        for (const Style& style : kChoices)
+            EXPECT_THAT(BrokenRules(graph, Draw(graph, style)), IsEmpty()) << name << ", " << NameOf(style);
+    EXPECT_TRUE(Draw({}, kChoices[0]).centers.empty());
 }
 
 TEST(Rules, LinesMeetBoxesAtPointsOfTheirOwn) {
     const Graph graph = SchemaLike(100, 1.4, 11);
-    for (const Style& style : choices) EXPECT_EQ(SharedPorts(Draw(graph, style)), 0) << style.routeStyle;
+    for (const Style& style : kChoices) EXPECT_EQ(SharedPorts(Draw(graph, style)), 0) << NameOf(style);
 }
 
 TEST(Rules, EqualInputGivesEqualDrawings) {
     const Graph graph = SchemaLike(80, 1.5, 13);
-    for (const Style& style : choices) ExpectEqual(Draw(graph, style), Draw(graph, style));
+    for (const Style& style : kChoices) ExpectEqual(Draw(graph, style), Draw(graph, style));
 }
 
 }  // namespace

@@ -14,51 +14,53 @@ namespace {
 
 using testing::SizeIs;
 
-constexpr double gap = 0.125;
+constexpr double kGap = 0.125;
 
-TEST(TautWays, PassABoxOnEitherSide) {
+TEST(TautPaths, PassABoxOnEitherSide) {
     const std::vector<Rect> boxes{{0, 0, 2, 1}, {10, 0, 12, 1}, {5, -1, 7, 1.5}};
-    const auto ways = TautWays(boxes, Obstacles(boxes), 0, 1, gap);
-    ASSERT_THAT(ways, SizeIs(2));
-    EXPECT_LT(LengthOf(ways[0]), LengthOf(ways[1]));
-    EXPECT_GT(ways[0][1].y, 1.5) << "above, where it is nearer";
-    EXPECT_LT(ways[1][1].y, -1);
-    for (const auto& way : ways)
-        for (std::size_t i = 1; i < way.size(); ++i) EXPECT_FALSE(PieceHits(way[i - 1], way[i], boxes[2]));
+    const auto paths = TautPaths(boxes, Obstacles(boxes), 0, 1, kGap);
+    ASSERT_THAT(paths, SizeIs(2));
+    EXPECT_LT(LengthOf(paths[0]), LengthOf(paths[1]));
+    EXPECT_GT(paths[0][1].y, 1.5) << "above, where it is nearer";
+    EXPECT_LT(paths[1][1].y, -1);
+    for (const auto& path : paths)
+        for (std::size_t i = 1; i < path.size(); ++i)
+            EXPECT_FALSE(SegmentHits(path[i - 1], path[i], boxes[2]));
     const std::vector<Rect> apart{boxes[0], boxes[1]};
-    EXPECT_THAT(TautWays(apart, Obstacles(apart), 0, 1, gap), SizeIs(1));
+    EXPECT_THAT(TautPaths(apart, Obstacles(apart), 0, 1, kGap), SizeIs(1));
 }
 
 TEST(RouteStraight, ALineThatABoxBarsPassesItWhereItCrossesFewerOthers) {
-    // The shorter way from 0 to 1 leads above the box between, where two lines run down to it.
+    // The shorter path from 0 to 1 leads above the box between, where two lines run down to it.
     const std::vector<Rect> boxes{
         {0, 0, 2, 1}, {20, 0, 22, 1}, {10, -1.2, 12, 1.4}, {9, 6, 10, 7}, {12, 6, 13, 7}};
     const std::vector<Line> lines{{0, 1, 0.5, 0.2}, {3, 2, 0.5, 0.2}, {4, 2, 0.5, 0.2}};
-    const std::vector<Point> way = RouteStraight(boxes, lines, gap).points[0];
-    ASSERT_GT(way.size(), 2u);
-    EXPECT_LT(way[1].y, -1.2);
+    const std::vector<Point> path = RouteStraight(boxes, lines, kGap).points[0];
+    ASSERT_GT(path.size(), 2u);
+    EXPECT_LT(path[1].y, -1.2);
 }
 
 TEST(RouteStraight, LinesOfOnePairBowWhenTheirLabelsNeedIt) {
     const std::vector<Rect> boxes{{0, 0, 2, 1}, {6, 0, 8, 1}};
     const std::vector<Line> lines(9, Line{0, 1, 0.8, 0.2});
     std::vector<double> heights;
-    for (const auto& way : RouteStraight(boxes, lines, gap).points) {
-        EXPECT_TRUE(way.size() == 2 || way.size() == 4);
-        heights.push_back(Between(way[way.size() / 2 - 1], way[way.size() / 2], 0.5).y);
+    for (const auto& path : RouteStraight(boxes, lines, kGap).points) {
+        EXPECT_TRUE(path.size() == 2 || path.size() == 4);
+        heights.push_back(Between(path[path.size() / 2 - 1], path[path.size() / 2], 0.5).y);
     }
     std::sort(heights.begin(), heights.end());
-    for (std::size_t i = 1; i < heights.size(); ++i) EXPECT_GE(heights[i] - heights[i - 1], 0.2 + gap - 1e-9);
+    for (std::size_t i = 1; i < heights.size(); ++i)
+        EXPECT_GE(heights[i] - heights[i - 1], 0.2 + kGap - 1e-9);
 }
 
 TEST(CornerLoops, GoAroundFreeCornersOutsideEachOther) {
     const std::vector<Rect> boxes{{0, 0, 3, 1}, {3.2, 0.8, 6, 2}};  // the upper right corner is taken
     const std::vector<Line> lines(6, Line{0, 0, 0.8, 0.2});
     std::set<std::pair<double, double>> ends;
-    for (const auto& loop : LoopsAroundCorners(boxes[0], lines, Obstacles(boxes), gap)) {
+    for (const auto& loop : LoopsAroundCorners(boxes[0], lines, Obstacles(boxes), kGap)) {
         ASSERT_THAT(loop, SizeIs(5));
         for (std::size_t i = 1; i < loop.size(); ++i)
-            for (const Rect& box : boxes) EXPECT_FALSE(PieceHits(loop[i - 1], loop[i], box.Grown(-1e-6)));
+            for (const Rect& box : boxes) EXPECT_FALSE(SegmentHits(loop[i - 1], loop[i], box.Grown(-1e-6)));
         EXPECT_GE(Length(loop[2] - loop[1]), 0.8) << "room for the label";
         ends.emplace(loop.front().x, loop.front().y);
         ends.emplace(loop.back().x, loop.back().y);
@@ -66,47 +68,48 @@ TEST(CornerLoops, GoAroundFreeCornersOutsideEachOther) {
     EXPECT_THAT(ends, SizeIs(12));
 }
 
-TEST(NestBends, LinesAroundOneCornerStandOutsideEachOther) {
+TEST(NestBends, LinesAroundOneCornerRunOutsideEachOther) {
     const std::vector<Rect> boxes{{0, 0, 2, 1}};
     const Point corner{2.125, 1.125};
-    std::vector<std::vector<Point>> ways{
+    std::vector<std::vector<Point>> paths{
         {{-1, 2}, corner, {3, -1}}, {{0, 2}, corner, {4, -1}}, {{-1, 3}, {1, 5}, {4, 4}}};
-    const auto alone = ways[2];
-    NestBends(ways, boxes, gap);
-    EXPECT_GE(Length(ways[0][1] - ways[1][1]), gap - 1e-9);
-    EXPECT_EQ(ways[2], alone);
-    for (const auto& way : ways)
-        for (std::size_t i = 1; i < way.size(); ++i) EXPECT_FALSE(PieceHits(way[i - 1], way[i], boxes[0]));
+    const auto alone = paths[2];
+    NestBends(paths, boxes, kGap);
+    EXPECT_GE(Length(paths[0][1] - paths[1][1]), kGap - 1e-9);
+    EXPECT_EQ(paths[2], alone);
+    for (const auto& path : paths)
+        for (std::size_t i = 1; i < path.size(); ++i)
+            EXPECT_FALSE(SegmentHits(path[i - 1], path[i], boxes[0]));
 }
 
 TEST(LeadAroundLabels, ALineLeavesAnothersLabelAndKeepsItsOwn) {
     const std::vector<Rect> boxes{
         {-6, -0.5, -5, 0.5}, {5, -0.5, 6, 0.5}, {-0.5, -6, 0.5, -5}, {-0.5, 5, 0.5, 6}};
     const std::vector<Line> lines{{0, 1, 1, 0.2}, {2, 3, 0.8, 0.2}};
-    std::vector<std::vector<Point>> ways{{{-5, 0}, {5, 0}}, {{0.2, -5}, {0.2, 5}}};
+    std::vector<std::vector<Point>> paths{{{-5, 0}, {5, 0}}, {{0.2, -5}, {0.2, 5}}};
     const std::vector<Point> labels{{0, 0}, {0.2, 3}};
-    EXPECT_EQ(DoubtfulLabels(lines, ways, labels), 1);
-    LeadAroundLabels(ways, lines, boxes, labels);
-    EXPECT_THAT(ways[0], SizeIs(2));
-    EXPECT_GT(ways[1].size(), 2u);
-    EXPECT_EQ(DoubtfulLabels(lines, ways, labels), 0);
+    EXPECT_EQ(DoubtfulLabels(lines, paths, labels), 1);
+    LeadAroundLabels(paths, lines, boxes, labels);
+    EXPECT_THAT(paths[0], SizeIs(2));
+    EXPECT_GT(paths[1].size(), 2u);
+    EXPECT_EQ(DoubtfulLabels(lines, paths, labels), 0);
 }
 
 TEST(PlaceLabels, KeepOffBoxesAndOneAnother) {
     const std::vector<Rect> boxes{{0, 0, 2, 1}, {3, 0, 5, 1}};
     const std::vector<Line> lines(4, Line{0, 1, 0.9, 0.2});
-    std::vector<std::vector<Point>> ways;
-    for (int i = 0; i < 4; ++i) ways.push_back({{2, 0.4 + 0.05 * i}, {3, 0.4 + 0.05 * i}});
+    std::vector<std::vector<Point>> paths;
+    for (int i = 0; i < 4; ++i) paths.push_back({{2, 0.4 + 0.05 * i}, {3, 0.4 + 0.05 * i}});
     std::vector<Point> middles(4);
-    PlaceLabels(boxes, lines, ways, {0, 1, 2}, middles);
+    PlaceLabels(boxes, lines, paths, {0, 1, 2}, middles);
     middles[3] = middles[0];
-    PlaceLabels(boxes, lines, ways, {3}, middles);
+    PlaceLabels(boxes, lines, paths, {3}, middles);
     for (std::size_t i = 0; i < 4; ++i) {
         const Rect label = RectAround(middles[i], 0.9, 0.2);
         for (const Rect& box : boxes) EXPECT_FALSE(Overlap(label, box));
         for (std::size_t k = 0; k < i; ++k) EXPECT_FALSE(Overlap(label, RectAround(middles[k], 0.9, 0.2)));
     }
-    EXPECT_GT(DoubtfulLabels(lines, ways, middles), 0) << "four labels cannot stand on lines so near";
+    EXPECT_GT(DoubtfulLabels(lines, paths, middles), 0) << "four labels cannot stand on lines so near";
 }
 
 }  // namespace

@@ -4,12 +4,13 @@
 #include <QHBoxLayout>
 
 #include "ui/controls/picture_controls.h"
-#include "ui/frame/program_icon.h"
 #include "ui/skins/art/skin_files.h"
+#include "ui/skins/program_icon.h"
 
 namespace norvelis::ui {
 
-frmAbout::frmAbout(mdiMainMenu& frame) : Form(frame, "frmAbout", "ABOUT NORVELIS", QSize(500, 300)) {
+frmAbout::frmAbout(const ScreenContext& context)
+    : Form(context, "frmAbout", "ABOUT NORVELIS", QSize(500, 300)) {
     auto* picture = MakeLabel(this, "imgAbout", {});
     picture->setPixmap(ProgramIcon().pixmap(72, 72));
     auto* name = MakeLabel(this, "lblProduct", "Norvelis");

@@ -7,7 +7,7 @@ namespace norvelis::ui {
 /// What this program is, and which version of it.
 class frmAbout : public Form {
   public:
-    explicit frmAbout(mdiMainMenu& frame);
+    explicit frmAbout(const ScreenContext& context);
 
     /// In the middle of the frame, where it hides no other form's caption.
     void Place() override;

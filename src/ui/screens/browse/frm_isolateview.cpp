@@ -16,10 +16,8 @@
 #include "ui/controls/flx_grid.h"
 #include "ui/controls/layout_types.h"
 #include "ui/controls/picture_controls.h"
-#include "ui/frame/mdi_main_menu.h"
 #include "ui/screens/browse/node_hover.h"
 #include "ui/screens/browse/screen_drawing.h"
-#include "ui/screens/viewers/view_visio_file.h"
 
 namespace norvelis::ui {
 
@@ -39,8 +37,8 @@ QSplitter* Stacked(QWidget* upper, QWidget* lower, int upperHeight, int lowerHei
 
 }  // namespace
 
-frm_IsolateView::frm_IsolateView(mdiMainMenu& frame)
-    : Form(frame, "frm_IsolateView", "RECORDS LEVEL ISOLATION", QSize(850, 510)) {
+frm_IsolateView::frm_IsolateView(const ScreenContext& context)
+    : Form(context, "frm_IsolateView", "RECORDS LEVEL ISOLATION", QSize(850, 510)) {
     auto* sides = new QSplitter(Qt::Horizontal, this);
     sides->setChildrenCollapsible(false);
     sides->setHandleWidth(10);
@@ -71,7 +69,7 @@ QWidget* frm_IsolateView::TreeAndDetails() {
 }
 
 QWidget* frm_IsolateView::DrawingAndLayout() {
-    DrawingControl2_ = new DrawingControl2("DrawingControl2", Frame().Drawings(), this);
+    DrawingControl2_ = new DrawingControl2("DrawingControl2", Context().openDrawing, this);
     FlxGrid2_ = new FlxGrid("FlxGrid2", kLayoutHeading, this);
     FlxGrid2_->setToolTip("Record Layout");
     return Stacked(DrawingControl2_, FlxGrid2_, 240, 150);
@@ -99,14 +97,21 @@ QLayout* frm_IsolateView::Commands() {
                               &frm_IsolateView::ProcessSingle);
     QWidget* print = addButton("cmdPrint", "PRINT", "Print the diagram on show", &frm_IsolateView::Print);
     addButton("cmdEdit", "EDIT VIEW", "View larger IDMS diagram",
-              [this] { ViewVisioFile::Open(Frame(), DrawingControl2_->Src()); });
+              [this] { Context().request(ShowDrawing{DrawingControl2_->Src().toStdString()}); });
     for (QWidget* waiting : {static_cast<QWidget*>(LayoutTypes_), arrange, draw, print})
-        Frame().DisableWhileBusy(waiting);
+        Context().commands.DisableWhileBusy(waiting);
     return row;
 }
 
+void frm_IsolateView::Take(const ScreenRequest& request) {
+    const auto* record = std::get_if<IsolateRecord>(&request);
+    if (!record) return;
+    Isolate(record->tree);
+    App().host.OpenScreen(Screen::IsolateView, false);
+}
+
 void frm_IsolateView::Isolate(RecordTree tree) {
-    const std::string folder = getvisiolocation(Frame().App());
+    const std::string folder = getvisiolocation(App());
     const std::string name = tree.Text(0), schema = tree.Schema(0);
     getinfo(name);
     Tviewrec_->SetTree(std::move(tree));
@@ -117,7 +122,7 @@ void frm_IsolateView::Isolate(RecordTree tree) {
 }
 
 void frm_IsolateView::getinfo(const std::string& recordName) {
-    const RecordDetails details = norvelis::getinfo(*Frame().App().gConnection, recordName);
+    const RecordDetails details = norvelis::getinfo(*App().gConnection, recordName);
     FlxGrid_->SetRows(details.items);
     FlxGrid2_->SetRows(details.layout);
     if (!details.currentRecord.empty()) Label1_->setText(QString::fromStdString(details.currentRecord));
@@ -126,9 +131,9 @@ void frm_IsolateView::getinfo(const std::string& recordName) {
 void frm_IsolateView::ClickNode(NodeIndex node) {
     const std::string name = Tviewrec_->Tree().Text(node);
     if (node == 0 || name == schema_) return;
-    const clsHourglass hourglass(Frame().App().host);
+    const clsHourglass hourglass(App().host);
     try {
-        const std::string folder = getvisiolocation(Frame().App());
+        const std::string folder = getvisiolocation(App());
         getinfo(name);
         hover_->Hide();
         DrawingControl2_->SetSrc(SavedDrawing(folder, schema_, name));
@@ -142,9 +147,9 @@ void frm_IsolateView::ClickShape(const QString& name) {
 }
 
 void frm_IsolateView::ProcessSingle() {
-    Frame().RunLong([this] {
-        const clsHourglass hourglass(Frame().App().host);
-        ScreenDrawing drawing(Frame(), *Tviewrec_, *DrawingControl2_, LayoutTypes_->currentIndex());
+    Context().commands.Run({"Draw Diagram", Screen::Treeview}, [this] {
+        const clsHourglass hourglass(App().host);
+        ScreenDrawing drawing(Context(), *Tviewrec_, *DrawingControl2_, LayoutTypes_->currentIndex());
         drawing.showText = [this](const QString& text) { Label1_->setText(text); };
         const QString before = Label1_->text();
         const DrawResult result = norvelis::ProcessSingle(drawing.State(), schema_, drawing.Tree());
@@ -155,19 +160,19 @@ void frm_IsolateView::ProcessSingle() {
 void frm_IsolateView::ApplyLayout() {
     const QString file = DrawingControl2_->Src();
     if (file.isEmpty()) return;
-    Frame().RunLong([this, file] {
-        ScreenDrawing drawing(Frame(), *Tviewrec_, *DrawingControl2_, LayoutTypes_->currentIndex());
+    Context().commands.Run({"Arrange", Screen::Treeview}, [this, file] {
+        ScreenDrawing drawing(Context(), *Tviewrec_, *DrawingControl2_, LayoutTypes_->currentIndex());
         if (ApplyLayoutToFile(drawing.State(), file.toStdString())) {
             if (DrawingControl2_->Src() == file) DrawingControl2_->SetSrc(file);
         } else {
-            Frame().App().host.MessageBox("This drawing could not be arranged: " + file.toStdString());
+            App().host.MessageBox("This drawing could not be arranged: " + file.toStdString());
         }
     });
 }
 
 void frm_IsolateView::Print() {
-    Frame().RunLong([this] {
-        PrintDrawing(Frame().App(), Frame().Engine(), DrawingControl2_->Src().toStdString(),
+    Context().commands.Run({"Print", Screen::Treeview}, [this] {
+        PrintDrawing(App(), Context().engine, DrawingControl2_->Src().toStdString(),
                      "You must Draw visio diagram then PRINT it");
     });
 }

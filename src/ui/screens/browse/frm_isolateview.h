@@ -17,10 +17,9 @@ class frm_IsolateView : public Form {
     Q_OBJECT
 
   public:
-    explicit frm_IsolateView(mdiMainMenu& frame);
+    explicit frm_IsolateView(const ScreenContext& context);
 
-    /// Shows this record, the root of the tree, or with a schema as the root the whole schema.
-    void Isolate(RecordTree tree);
+    void Take(const ScreenRequest& request) override;  ///< IsolateRecord.
 
     /// Fills both grids; the label too when there is such a record.
     void getinfo(const std::string& recordName);
@@ -28,6 +27,7 @@ class frm_IsolateView : public Form {
     void ProcessSingle();
 
   private:
+    void Isolate(RecordTree tree);
     QWidget* TreeAndDetails();
     QWidget* DrawingAndLayout();
     QLayout* Commands();

@@ -17,11 +17,8 @@
 #include "ui/controls/layout_types.h"
 #include "ui/controls/picture_controls.h"
 #include "ui/controls/vbal_progress_bar.h"
-#include "ui/frame/mdi_main_menu.h"
-#include "ui/screens/browse/frm_treeviewmax.h"
 #include "ui/screens/browse/node_hover.h"
 #include "ui/screens/browse/screen_drawing.h"
-#include "ui/screens/viewers/view_visio_file.h"
 
 namespace norvelis::ui {
 
@@ -32,8 +29,8 @@ constexpr int kProgressHeight = 20;
 
 }  // namespace
 
-frm_Treeview::frm_Treeview(mdiMainMenu& frame)
-    : TreeForm(frame, "frm_Treeview", "RECORDS TREEVIEW", QSize(850, 510), kTreeview) {
+frm_Treeview::frm_Treeview(const ScreenContext& context)
+    : TreeForm(context, "frm_Treeview", "RECORDS TREEVIEW", QSize(850, 510), kTreeview) {
     SkinButton* maximize = LongCommandButton("Max", "MAXIMIZE", "View Larger Tree View");
     connect(maximize, &QPushButton::clicked, this, &frm_Treeview::Maximize);
     auto* tree = new QVBoxLayout;
@@ -77,11 +74,11 @@ QBoxLayout* frm_Treeview::ProgressRow() {
 }
 
 QBoxLayout* frm_Treeview::DrawingColumn() {
-    DrawingControl2_ = new DrawingControl2("DrawingControl2", Frame().Drawings(), this);
+    DrawingControl2_ = new DrawingControl2("DrawingControl2", Context().openDrawing, this);
     hover_->ShowDrawingsIn(*DrawingControl2_);
     connect(DrawingControl2_, &DrawingControl2::ShapeClicked, Tview_, &cTreeView::SelectRecord);
     LayoutTypes_ = new LayoutTypes(this);
-    Frame().DisableWhileBusy(LayoutTypes_);
+    Context().commands.DisableWhileBusy(LayoutTypes_);
     connect(LayoutTypes_, &QComboBox::activated, this, &frm_Treeview::DrawSinglePage);
     SkinButton* draw = LongCommandButton("cmdDraw", "DRAW DIAGRAM", "Draw IDMS schema in a single page");
     connect(draw, &QPushButton::clicked, this, &frm_Treeview::DrawSinglePage);
@@ -91,7 +88,7 @@ QBoxLayout* frm_Treeview::DrawingColumn() {
     edit->setToolTip("View larger IDMS diagram");
     connect(edit, &QPushButton::clicked, this, [this] {
         hover_->Hide();
-        ViewVisioFile::Open(Frame(), DrawingControl2_->Src());
+        Context().request(ShowDrawing{DrawingControl2_->Src().toStdString()});
     });
     auto* commands = new QHBoxLayout;
     commands->setSpacing(kGap);
@@ -105,7 +102,7 @@ QBoxLayout* frm_Treeview::DrawingColumn() {
 }
 
 void frm_Treeview::Load() {
-    AppState& app = Frame().App();
+    AppState& app = App();
     const auto log = [&app](std::string_view line) {
         WriteToProcessLog(app, "Form Treeview", "Form_Load", line);
     };
@@ -136,7 +133,7 @@ void frm_Treeview::Load() {
 }
 
 void frm_Treeview::loadtreeform() {
-    AppState& app = Frame().App();
+    AppState& app = App();
     const auto log = [&app](std::string_view line) {
         WriteToProcessLog(app, "Treeview", "loadtreeform", line);
     };
@@ -146,15 +143,23 @@ void frm_Treeview::loadtreeform() {
     log("Done....");
 }
 
+void frm_Treeview::Take(const ScreenRequest& request) {
+    if (std::holds_alternative<LoadTree>(request)) RunLoad();
+    if (std::holds_alternative<RefreshTree>(request)) process_Refresh();
+    if (const auto* draw = std::get_if<DrawDictionary>(&request)) DrawAll(draw->singlePage);
+}
+
 void frm_Treeview::DrawSinglePage() {
-    Frame().RunLong([this] { ui::DrawSinglePage(Frame().App(), [this](bool single) { DrawAll(single); }); });
+    Context().commands.Run({"Draw Diagram", Screen::Treeview}, [this] {
+        commands::DrawSinglePage(App(), [this](bool single) { DrawAll(single); });
+    });
 }
 
 void frm_Treeview::DrawAll(bool singlePage) {
-    AppState& app = Frame().App();
+    AppState& app = App();
     const clsHourglass hourglass(app.host);
     try {
-        ScreenDrawing drawing(Frame(), *Tview_, *DrawingControl2_, LayoutTypes_->currentIndex());
+        ScreenDrawing drawing(Context(), *Tview_, *DrawingControl2_, LayoutTypes_->currentIndex());
         drawing.showFile = [this](const QString& file) {
             lblFile_->setText(lblFile_->fontMetrics().elidedText(file, Qt::ElideMiddle, lblFile_->width()));
             lblFile_->setToolTip(file);
@@ -169,20 +174,16 @@ void frm_Treeview::DrawAll(bool singlePage) {
 }
 
 void frm_Treeview::Print() {
-    Frame().RunLong([this] {
-        PrintDrawing(Frame().App(), Frame().Engine(), DrawingControl2_->Src().toStdString(),
+    Context().commands.Run({"Print", Screen::Treeview}, [this] {
+        PrintDrawing(App(), Context().engine, DrawingControl2_->Src().toStdString(),
                      "You must select and Draw a record diagram then PRINT it");
     });
 }
 
 void frm_Treeview::Maximize() {
     hover_->Hide();
-    const clsHourglass hourglass(Frame().App().host);
-    const Form* before = Frame().Find(Screen::TreeviewMax);
-    const bool wasOpen = before && before->isVisible();
-    Frame().App().host.OpenScreen(Screen::TreeviewMax, false);
-    auto* larger = qobject_cast<frm_Treeviewmax*>(Frame().Find(Screen::TreeviewMax));
-    if (!wasOpen) Frame().RunLong([larger] { larger->loadtreeform(); });
+    const clsHourglass hourglass(App().host);
+    Context().request(ShowLargerTree{});
 }
 
 void frm_Treeview::ShowStatus(const QString& text) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/host.h"
+#include "ui/forms/progress_view.h"
 #include "ui/screens/browse/tree_form.h"
 
 namespace norvelis::ui {
@@ -11,22 +11,22 @@ class vbalProgressBar;
 
 /// The main screen: every schema of the dictionary with its records in a tree, beside it the drawing that
 /// was last saved for what the mouse is over, and the commands that draw and print.
-class frm_Treeview : public TreeForm {
+class frm_Treeview : public TreeForm, private ProgressView {
     Q_OBJECT
 
   public:
-    explicit frm_Treeview(mdiMainMenu& frame);
+    explicit frm_Treeview(const ScreenContext& context);
 
     void Load() override;
-    void loadtreeform() override;
-
-    /// Draws what the dictionary holds: all on one page, or a file for each parent.
-    void DrawAll(bool singlePage);
-
-    void ShowStatus(const QString& text);
-    void ShowProgress(Bar bar, const ProgressBar& state);
+    void Take(const ScreenRequest& request) override;  ///< LoadTree, RefreshTree, DrawDictionary.
+    ProgressView* Progress() override { return this; }
 
   private:
+    void ShowStatus(const QString& text) override;
+    void ShowProgress(Bar bar, const ProgressBar& state) override;
+
+    void loadtreeform() override;
+    void DrawAll(bool singlePage);
     QBoxLayout* DrawingColumn();
     QBoxLayout* ProgressRow();
     void DrawSinglePage();

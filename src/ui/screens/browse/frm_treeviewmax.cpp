@@ -7,8 +7,8 @@
 
 namespace norvelis::ui {
 
-frm_Treeviewmax::frm_Treeviewmax(mdiMainMenu& frame)
-    : TreeForm(frame, "frm_Treeviewmax", "RECORDS TREEVIEW MAX", kLargeForm, kTreeviewMax) {
+frm_Treeviewmax::frm_Treeviewmax(const ScreenContext& context)
+    : TreeForm(context, "frm_Treeviewmax", "RECORDS TREEVIEW MAX", kLargeForm, kTreeviewMax) {
     auto* row = new QHBoxLayout;
     row->setSpacing(kMargin);
     row->addLayout(SearchRow(), 1);
@@ -18,6 +18,13 @@ frm_Treeviewmax::frm_Treeviewmax(mdiMainMenu& frame)
     column->setSpacing(8);
     column->addLayout(TreeAndPaging(), 1);
     column->addLayout(row);
+}
+
+void frm_Treeviewmax::Take(const ScreenRequest& request) {
+    if (!std::holds_alternative<ShowLargerTree>(request)) return;
+    const bool wasOpen = isVisible();
+    App().host.OpenScreen(Screen::TreeviewMax, false);
+    if (!wasOpen) RunLoad();
 }
 
 void frm_Treeviewmax::LoadINISettings() {

@@ -9,7 +9,9 @@ class frm_Treeviewmax : public TreeForm {
     Q_OBJECT
 
   public:
-    explicit frm_Treeviewmax(mdiMainMenu& frame);
+    explicit frm_Treeviewmax(const ScreenContext& context);
+
+    void Take(const ScreenRequest& request) override;  ///< ShowLargerTree.
 
   protected:
     void LoadINISettings() override;

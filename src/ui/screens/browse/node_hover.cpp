@@ -8,7 +8,6 @@
 #include "ui/controls/drawing_control.h"
 #include "ui/controls/drawing_files.h"
 #include "ui/forms/form.h"
-#include "ui/frame/mdi_main_menu.h"
 #include "ui/screens/browse/frm_tooltip.h"
 #include "ui/screens/browse/frm_tooltip2.h"
 
@@ -46,7 +45,7 @@ void NodeHover::Moved(NodeIndex node, QPoint place) {
     if (text.empty()) return recordTip_->hide();
     if (text == hoverText_) return;
     hoverText_ = text;
-    AppState& app = form_.Frame().App();
+    AppState& app = form_.App();
     app.gSchemaName = tree_.Tree().Schema(node);
     const QPoint tip = form_.mapToGlobal(place) + QPoint(kTipOffset, kTipOffset);
     try {
@@ -63,7 +62,7 @@ void NodeHover::Moved(NodeIndex node, QPoint place) {
 
 void NodeHover::ShowRecord(const std::string& schema, const std::string& record, QPoint place) {
     schemaTip_->hide();
-    const auto labels = ReadRecordLabels(*form_.Frame().App().gConnection, schema, record);
+    const auto labels = ReadRecordLabels(*form_.App().gConnection, schema, record);
     if (!labels) return;
     recordTip_->Fill(*labels);
     recordTip_->ShowAt(place);
@@ -72,7 +71,7 @@ void NodeHover::ShowRecord(const std::string& schema, const std::string& record,
 void NodeHover::ShowSchema(const std::string& schema, QPoint place) {
     recordTip_->hide();
     if (!preview_) return;
-    const auto labels = ReadSchemaLabels(*form_.Frame().App().gConnection, schema);
+    const auto labels = ReadSchemaLabels(*form_.App().gConnection, schema);
     if (!labels) return;
     schemaTip_->Fill(*labels);
     schemaTip_->ShowAt(place);
@@ -80,8 +79,8 @@ void NodeHover::ShowSchema(const std::string& schema, QPoint place) {
 
 // A drawing that is being made keeps the control.
 void NodeHover::ShowDrawing(const std::string& schema, const std::string& name) {
-    if (!preview_ || form_.Frame().Busy()) return;
-    preview_->SetSrc(SavedDrawing(DrawingFolder(form_.Frame().App()), schema, name));
+    if (!preview_ || form_.Context().commands.Busy()) return;
+    preview_->SetSrc(SavedDrawing(DrawingFolder(form_.App()), schema, name));
 }
 
 }  // namespace norvelis::ui

@@ -3,15 +3,16 @@
 #include "base/paths.h"
 #include "ui/controls/c_tree_view.h"
 #include "ui/controls/drawing_control.h"
-#include "ui/frame/mdi_main_menu.h"
+#include "ui/forms/screen_context.h"
 
 namespace norvelis::ui {
 
-ScreenDrawing::ScreenDrawing(mdiMainMenu& frame, cTreeView& tree, DrawingControl2& control, int layout)
+ScreenDrawing::ScreenDrawing(const ScreenContext& context, cTreeView& tree, DrawingControl2& control,
+                             int layout)
     : tree_(tree),
       control_(control),
       drawn_(tree.Tree()),
-      state_(frame.App(), *frame.App().gConnection, frame.Engine(), *this) {
+      state_(context.app, *context.app.gConnection, context.engine, *this) {
     state_.options.layout = layout;
 }
 

@@ -10,7 +10,7 @@ namespace norvelis::ui {
 
 class cTreeView;
 class DrawingControl2;
-class mdiMainMenu;
+struct ScreenContext;
 
 /// One draw command of a screen: what it works on, and how it is seen there. The screen's tree follows the
 /// boxes and its drawing control shows the drawing grow. The person may go on browsing meanwhile: once the
@@ -19,7 +19,7 @@ class ScreenDrawing : private DrawScreen {
   public:
     using Show = std::function<void(const QString&)>;
 
-    ScreenDrawing(mdiMainMenu& frame, cTreeView& tree, DrawingControl2& control, int layout);
+    ScreenDrawing(const ScreenContext& context, cTreeView& tree, DrawingControl2& control, int layout);
 
     DrawingState& State() { return state_; }
     bool OnShow() const;  ///< The screen still shows what is drawn.

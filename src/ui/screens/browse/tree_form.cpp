@@ -10,8 +10,6 @@
 #include "ui/controls/drawing_files.h"
 #include "ui/controls/picture_controls.h"
 #include "ui/controls/search_box.h"
-#include "ui/frame/mdi_main_menu.h"
-#include "ui/screens/browse/frm_isolateview.h"
 #include "ui/screens/browse/node_hover.h"
 
 namespace norvelis::ui {
@@ -35,24 +33,24 @@ QBoxLayout* Row() {
 
 }  // namespace
 
-TreeForm::TreeForm(mdiMainMenu& frame, const QString& name, const QString& caption, QSize size,
+TreeForm::TreeForm(const ScreenContext& context, const QString& name, const QString& caption, QSize size,
                    const TreeVariant& variant)
-    : Form(frame, name, caption, size),
+    : Form(context, name, caption, size),
       Tview_(new cTreeView("Tview", this)),
       hover_(new NodeHover(*this, *Tview_)),
       variant_(variant),
-      search_(new SearchBox(frame.App().host, *Tview_, this)) {
+      search_(new SearchBox(context.app.host, *Tview_, this)) {
     connect(Tview_, &cTreeView::NodeClicked, this, &TreeForm::ClickNode);
     connect(search_, &SearchBox::Searching, hover_, &NodeHover::Hide);
     auto* again = new QShortcut(QKeySequence::Refresh, this);
     again->setContext(Qt::WidgetWithChildrenShortcut);
-    connect(again, &QShortcut::activated, this, &TreeForm::Refresh);
+    connect(again, &QShortcut::activated, this, &TreeForm::RunLoad);
 }
 
 SkinButton* TreeForm::LongCommandButton(const QString& name, const QString& caption, const QString& toolTip) {
     auto* button = new SkinButton(name, caption, this);
     button->setToolTip(toolTip);
-    Frame().DisableWhileBusy(button);
+    Context().commands.DisableWhileBusy(button);
     return button;
 }
 
@@ -79,13 +77,13 @@ QBoxLayout* TreeForm::TreeButtons() {
     const auto underWaitCursor = [this](void (cTreeView::*command)()) {
         return [this, command] {
             hover_->Hide();
-            const clsHourglass hourglass(Frame().App().host);
+            const clsHourglass hourglass(App().host);
             std::invoke(command, *Tview_);
         };
     };
     connect(expand, &QPushButton::clicked, this, underWaitCursor(&cTreeView::ExpandAll));
     connect(collapse, &QPushButton::clicked, this, underWaitCursor(&cTreeView::CollapseAll));
-    connect(refresh, &QPushButton::clicked, this, &TreeForm::Refresh);
+    connect(refresh, &QPushButton::clicked, this, &TreeForm::RunLoad);
     auto* row = Row();
     for (SkinButton* button : {expand, collapse, refresh}) row->addWidget(button);
     return row;
@@ -108,34 +106,31 @@ QBoxLayout* TreeForm::PagingStrip() {
     return strip;
 }
 
-void TreeForm::Refresh() {
-    Frame().RunLong([this] { loadtreeform(); });
+void TreeForm::RunLoad() {
+    Context().commands.Run({"Loading the tree", Screen::Treeview}, [this] { loadtreeform(); });
 }
 
 void TreeForm::loadtreeform() {
     hover_->Hide();
-    const clsHourglass hourglass(Frame().App().host);
+    const clsHourglass hourglass(App().host);
     process_Refresh();
 }
 
 void TreeForm::process_Refresh() {
-    AppState& app = Frame().App();
+    AppState& app = App();
     Tview_->SetTree({});
     Tview_->SetTree(norvelis::process_Refresh(app, *app.gConnection, variant_));
 }
 
 void TreeForm::ClickNode(NodeIndex node) {
-    AppState& app = Frame().App();
+    AppState& app = App();
     const RecordTree tree = Tview_->Tree();  // Turns of the event loop may bring another one.
     hover_->Hide();
     const clsHourglass hourglass(app.host);
     try {
         app.gSchemaName = tree.Schema(node);
         if (Tview_->Tree() == tree) Tview_->MarkRed(node);
-        Frame().LoadScreen(Screen::IsolateView);
-        auto* isolate = qobject_cast<frm_IsolateView*>(Frame().Find(Screen::IsolateView));
-        isolate->Isolate(tree.Subtree(node));
-        app.host.OpenScreen(Screen::IsolateView, false);
+        Context().request(IsolateRecord{tree.Subtree(node)});
     } catch (const RuntimeFailure&) {
         // A failed look-up leaves the screens as they were.
     }

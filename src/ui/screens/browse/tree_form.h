@@ -24,14 +24,11 @@ class TreeForm : public Form {
   public:
     static constexpr int kGap = 6, kMargin = 16;  ///< Between controls, and around them.
 
-    virtual void loadtreeform();  ///< Fills the tree from the store, under the wait cursor.
-    void process_Refresh();       ///< The same without wait cursor.
-
     /// A click on a node: it turns red and the isolate screen opens on it. A failed look-up is ignored.
     void ClickNode(NodeIndex node);
 
   protected:
-    TreeForm(mdiMainMenu& frame, const QString& name, const QString& caption, QSize size,
+    TreeForm(const ScreenContext& context, const QString& name, const QString& caption, QSize size,
              const TreeVariant& variant);
 
     // The parts of the screen, to be put together by each.
@@ -41,12 +38,15 @@ class TreeForm : public Form {
     /// A button whose command waits while a long one runs.
     SkinButton* LongCommandButton(const QString& name, const QString& caption, const QString& toolTip);
 
+    virtual void loadtreeform();  ///< Fills the tree from the store, under the wait cursor.
+    void process_Refresh();       ///< The same without wait cursor.
+    void RunLoad();               ///< loadtreeform as a long command.
+
     cTreeView* Tview_;
     NodeHover* hover_;
 
   private:
     QBoxLayout* PagingStrip();
-    void Refresh();
 
     const TreeVariant& variant_;
     SearchBox* search_;

@@ -7,7 +7,7 @@
 
 namespace norvelis::ui {
 
-/// A picture to pick colours from: the mouse, or the arrow keys and the blank, choose a point of it.
+/// A picture to pick colors from: the mouse, or the arrow keys and the space bar, choose a point of it.
 class ColorPalette : public QWidget {
     Q_OBJECT
 

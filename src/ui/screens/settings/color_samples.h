@@ -13,13 +13,13 @@ namespace norvelis::ui {
 
 class ColorPalette;
 
-/// The colours of a skin on the settings screen: a sample for each, radio pictures that say which of them is
-/// the current item, and the palettes that give it another colour.
+/// The colors of a skin on the settings screen: a sample for each, radio pictures that say which of them is
+/// the current item, and the palettes that give it another color.
 class ColorSamples : public QWidget {
     Q_OBJECT
 
   public:
-    /// In the order of imgSelected. The choice of the skin is one of them and has no colour.
+    /// In the order of imgSelected. The choice of the skin is one of them and has no color.
     enum Item {
         Label,
         ButtonLabel,

@@ -11,12 +11,9 @@
 #include "core/log.h"
 #include "core/places.h"
 #include "core/settings.h"
-#include "store/connection.h"
 #include "ui/controls/click_label.h"
 #include "ui/controls/picture_controls.h"
-#include "ui/forms/skins_and_colors.h"
 #include "ui/forms/window_settings.h"
-#include "ui/frame/mdi_main_menu.h"
 #include "ui/screens/settings/background_choice.h"
 #include "ui/screens/settings/color_samples.h"
 #include "ui/screens/settings/set_directory.h"
@@ -48,7 +45,7 @@ void ShowPath(QLabel* label, const QString& path) {
 
 }  // namespace
 
-frmColors::frmColors(mdiMainMenu& frame) : Form(frame, "frmColors", "SETTINGS", QSize(850, 510)) {
+frmColors::frmColors(const ScreenContext& context) : Form(context, "frmColors", "SETTINGS", QSize(850, 510)) {
     auto* columns = new QHBoxLayout;
     columns->setSpacing(34);
     columns->addLayout(LeftColumn());
@@ -64,7 +61,7 @@ QLayout* frmColors::LeftColumn() {
     cboSkinSchemes_->setObjectName("cboSkinSchemes");
     cboSkinSchemes_->setAccessibleName("Skin");
     connect(cboSkinSchemes_, &QComboBox::activated, this, &frmColors::ChooseSkin);
-    const AppState& app = Frame().App();
+    const AppState& app = App();
     samples_ = new ColorSamples(Bitmap(app, "ColorPicker.Jpg"), Bitmap(app, "ColorSquare.Jpg"), this);
     connect(samples_, &ColorSamples::Picked, this, &frmColors::ColorPicked);
     auto* skin = new QHBoxLayout;
@@ -125,7 +122,7 @@ QLayout* frmColors::RightColumn() {
     cboStartUpForm_->setPlaceholderText("Treeview");  // What an empty setting opens.
     connect(cboStartUpForm_, &QComboBox::activated, this, [this] {
         Guarded("cboStartUpForm",
-                [this] { setstartupform(Frame().App(), cboStartUpForm_->currentText().toStdString()); });
+                [this] { setstartupform(App(), cboStartUpForm_->currentText().toStdString()); });
     });
     auto* start = new QHBoxLayout;
     start->addWidget(Heading(this, "START-UP FORM"));
@@ -136,7 +133,7 @@ QLayout* frmColors::RightColumn() {
     auto* lblVisioSet =
         new ClickLabel("lblVisioSet", "Color the diagram", this, [this] { imgVisioSet_->click(); });
     connect(imgVisioSet_, &QAbstractButton::clicked, this, [this](bool on) {
-        Guarded("imgVisioSet", [&] { setdiagramcolor(Frame().App(), on ? "True" : "False"); });
+        Guarded("imgVisioSet", [&] { setdiagramcolor(App(), on ? "True" : "False"); });
     });
     auto* color = new QHBoxLayout;
     color->addWidget(imgVisioSet_);
@@ -148,7 +145,7 @@ QLayout* frmColors::RightColumn() {
     heading->addWidget(Heading(this, "Background of the diagram"), 1);
     heading->addWidget(lblBackground);
     column->addLayout(heading);
-    backgrounds_ = new BackgroundChoice(Bitmap(Frame().App(), "VisioBackround.Jpg"), this);
+    backgrounds_ = new BackgroundChoice(Bitmap(App(), "VisioBackround.Jpg"), this);
     connect(backgrounds_, &BackgroundChoice::ChosenByPerson, this, &frmColors::Changed);
     connect(backgrounds_, &BackgroundChoice::NameChanged, lblBackground, &QLabel::setText);
     column->addWidget(backgrounds_);
@@ -175,7 +172,7 @@ QLayout* frmColors::SaveRow() {
 
 void frmColors::Load() {
     Form::Load();
-    if (const auto place = SavedPosition(*this, Frame().App().gLocalIni)) MoveTo(*place);
+    if (const auto place = SavedPosition(*this, App().gLocalIni)) MoveTo(*place);
     LoadAllSkinSchemes();
     if (cboSkinSchemes_->currentIndex() < 0 && cboSkinSchemes_->count() > 0)
         cboSkinSchemes_->setCurrentIndex(0);
@@ -188,23 +185,22 @@ void frmColors::Load() {
 
 void frmColors::LoadINISettings() {
     Form::LoadINISettings();
-    const std::string on = ReadINIValue("frmColors", kAutoApply, Frame().App().gLocalIni);
+    const std::string on = ReadINIValue("frmColors", kAutoApply, App().gLocalIni);
     imgAutoApply_->setChecked(EqualIgnoringCase(on, "True"));
 }
 
 void frmColors::SaveINISettings() {
-    if (!isWindow()) SavePosition(*this, Frame().App().gLocalIni);
-    WriteINIValue("frmColors", kAutoApply, imgAutoApply_->isChecked() ? "True" : "False",
-                  Frame().App().gLocalIni);
+    if (!isWindow()) SavePosition(*this, App().gLocalIni);
+    WriteINIValue("frmColors", kAutoApply, imgAutoApply_->isChecked() ? "True" : "False", App().gLocalIni);
 }
 
 void frmColors::SkinApplied() {
     samples_->SetTitleBackground(CaptionColor());
-    samples_->AllowPicking(Frame().App().gUseSkins);
+    samples_->AllowPicking(App().gUseSkins);
 }
 
 void frmColors::LoadAllSkinSchemes() {
-    const AppState& app = Frame().App();
+    const AppState& app = App();
     for (const std::string& name : InstalledSkins(app))
         cboSkinSchemes_->addItem(QString::fromStdString(name));
     cboSkinSchemes_->setCurrentIndex(-1);
@@ -215,29 +211,27 @@ void frmColors::LoadAllSkinSchemes() {
 
 void frmColors::LoadApplicationSettings() {
     Guarded("Form_Load", [this] {
-        for (const auto& [name, setting] : AllSettings(Frame().App())) {
-            const QString value = QString::fromStdString(setting.value);
-            if (SameName(name, "ReportLocation")) {
-                if (!value.isEmpty()) ShowPath(ReportLocation_, value);
-            } else if (SameName(name, "visiolocation")) {
-                if (!value.isEmpty()) ShowPath(VisioLocation_, value);
-            } else if (SameName(name, "DiagramColor")) {
-                imgVisioSet_->setChecked(value == "True");
-            } else if (SameName(name, "visiobackground")) {
-                bool number = false;
-                const int index = value.toInt(&number);
-                if (number) backgrounds_->Choose(index);
-            } else if (SameName(name, "startupform")) {
-                cboStartUpForm_->setCurrentIndex(cboStartUpForm_->findText(value));
-            }
-        }
+        const auto value = [this](std::string_view name) {
+            const auto setting = ReadSetting(App(), name);
+            return setting ? QString::fromStdString(setting->value) : QString();
+        };
+        const auto show = [&](QLabel* label, std::string_view name) {
+            if (const QString path = value(name); !path.isEmpty()) ShowPath(label, path);
+        };
+        show(ReportLocation_, "ReportLocation");
+        show(VisioLocation_, "visiolocation");  // Whether or not the folder is still there.
+        imgVisioSet_->setChecked(value("DiagramColor") == "True");
+        bool number = false;
+        const int background = value("visiobackground").toInt(&number);
+        if (number) backgrounds_->Choose(background);
+        cboStartUpForm_->setCurrentIndex(cboStartUpForm_->findText(value("startupform")));
     });
 }
 
 void frmColors::ChooseSkin() {
-    AppState& app = Frame().App();
+    AppState& app = App();
     samples_->Radio(ColorSamples::SkinSchemes)->setChecked(true);
-    if (!ChangeSkin(Frame(), cboSkinSchemes_->currentText().toStdString())) {
+    if (!Context().skin.ChangeTo(cboSkinSchemes_->currentText().toStdString())) {
         cboSkinSchemes_->setCurrentIndex(
             cboSkinSchemes_->findText(QString::fromStdString(app.gSkinScheme), Qt::MatchFixedString));
         return;
@@ -259,9 +253,14 @@ void frmColors::ColorPicked(int item, const QColor& color) {
     Changed();
 }
 
+void frmColors::Take(const ScreenRequest& request) {
+    if (std::holds_alternative<PickReport>(request)) changerptfile();
+    if (std::holds_alternative<PickDrawingFolder>(request)) changevisiolocation();
+}
+
 void frmColors::changerptfile() {
-    AppState& app = Frame().App();
-    setDirectory picker(Frame(), setDirectory::Picks::File);
+    AppState& app = App();
+    setDirectory picker(Context(), setDirectory::Picks::File);
     picker.Load();
     const QString present = QString::fromStdString(getreportlocation(app));
     picker.Begin(QFileInfo::exists(present) ? QFileInfo(present).absolutePath()
@@ -275,7 +274,7 @@ void frmColors::changerptfile() {
 
 void frmColors::StoreReport(const QString& path) {
     Guarded("changerptfile", [&] {
-        AppState& app = Frame().App();
+        AppState& app = App();
         const std::string report = NativePath(path.toStdString());
         setreportlocation(app, report);
         ShowPath(ReportLocation_, path);
@@ -284,8 +283,8 @@ void frmColors::StoreReport(const QString& path) {
 }
 
 void frmColors::changevisiolocation() {
-    AppState& app = Frame().App();
-    setDirectory picker(Frame(), setDirectory::Picks::Folder);
+    AppState& app = App();
+    setDirectory picker(Context(), setDirectory::Picks::Folder);
     picker.Load();
     const std::string present = getvisiolocation(app);
     picker.Begin(QString::fromStdString(present.empty() ? app.ApplicationFolder : present));
@@ -295,7 +294,7 @@ void frmColors::changevisiolocation() {
 
 void frmColors::StoreFolder(const QString& folder) {
     Guarded("changevisiolocation", [&] {
-        AppState& app = Frame().App();
+        AppState& app = App();
         setvisiolocation(app, folder.toStdString());
         ShowPath(VisioLocation_, folder);
         app.host.MessageBox("Visio Floder has been set to:" + std::string(kLineBreak) + folder.toStdString());
@@ -308,7 +307,7 @@ void frmColors::Changed() {
 }
 
 void frmColors::SaveChanges() {
-    AppState& app = Frame().App();
+    AppState& app = App();
     SaveINISettings();
     if (app.gUseSkins && !SaveColors(app, samples_->Colors()))
         app.host.MessageBox("The colors could not be written to:" + std::string(kLineBreak) + SkinIni(app));
@@ -318,12 +317,12 @@ void frmColors::SaveChanges() {
             setstartupform(app, cboStartUpForm_->currentText().toStdString());
         changed_ = false;
     });
-    Frame().ColorsChanged();
+    Context().skin.ColorsWritten();
 }
 
 bool frmColors::QueryUnload() {
     if (!changed_) return true;
-    const Answer answer = Frame().App().host.MessageBox(
+    const Answer answer = App().host.MessageBox(
         {"Save changes before exiting?", "Save Changes...", Buttons::YesNoCancel, Icon::None, Answer::Ok});
     if (answer == Answer::Yes) SaveChanges();
     return answer != Answer::Cancel;
@@ -333,8 +332,7 @@ void frmColors::Guarded(const char* procedure, const std::function<void()>& step
     try {
         step();
     } catch (const RuntimeFailure& failure) {
-        WriteToErrorLog(Frame().App(), "frmColors", procedure, failure.what(),
-                        static_cast<int>(failure.Number()));
+        WriteToErrorLog(App(), "frmColors", procedure, failure.what(), static_cast<int>(failure.Number()));
     }
 }
 

@@ -12,14 +12,15 @@ namespace norvelis::ui {
 class BackgroundChoice;
 class ColorSamples;
 
-/// The settings screen: skin and its colours, report, drawing folder, start-up screen, look of the diagrams.
+/// The settings screen: skin and its colors, report, drawing folder, start-up screen, look of the diagrams.
 class frmColors : public Form {
     Q_OBJECT
 
   public:
-    explicit frmColors(mdiMainMenu& frame);
+    explicit frmColors(const ScreenContext& context);
 
     void Load() override;
+    void Take(const ScreenRequest& request) override;  ///< PickReport, PickDrawingFolder.
 
     /// Let the person pick the schema report or the drawing folder; each choice is stored at once.
     void changerptfile();

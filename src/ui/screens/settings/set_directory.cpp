@@ -10,7 +10,6 @@
 
 #include "base/paths.h"
 #include "ui/forms/window_settings.h"
-#include "ui/frame/mdi_main_menu.h"
 #include "ui/skins/art/skin_files.h"
 
 namespace norvelis::ui {
@@ -19,7 +18,7 @@ namespace {
 
 constexpr int kPath = Qt::UserRole, kDepth = kPath + 1;
 
-/// Folders inside others stand further in, with their pictures.
+/// Folders inside others are further in, with their pictures.
 class Indented : public QStyledItemDelegate {
   public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -55,8 +54,8 @@ void AddItem(QListWidget* list, QStyle::StandardPixmap icon, const QString& text
 
 }  // namespace
 
-setDirectory::setDirectory(mdiMainMenu& frame, Picks picks)
-    : Form(frame, "setDirectory", picks == Picks::File ? "SELECT IDMS REPORT FILE" : "SELECT VISIO FOLDER",
+setDirectory::setDirectory(const ScreenContext& context, Picks picks)
+    : Form(context, "setDirectory", picks == Picks::File ? "SELECT IDMS REPORT FILE" : "SELECT VISIO FOLDER",
            QSize(500, 300)),
       picks_(picks) {
     Drive1_ = new QComboBox(this);
@@ -95,11 +94,11 @@ void setDirectory::LoadINISettings() {
 }
 
 void setDirectory::SaveINISettings() {
-    SavePosition(*this, Frame().App().gLocalIni);
+    SavePosition(*this, App().gLocalIni);
 }
 
 QPoint setDirectory::WaitingPlace() {
-    return SavedPosition(*this, Frame().App().gLocalIni).value_or(Form::WaitingPlace());
+    return SavedPosition(*this, App().gLocalIni).value_or(Form::WaitingPlace());
 }
 
 void setDirectory::Begin(const QString& folder) {
@@ -120,17 +119,17 @@ void setDirectory::FillDrives(const QString& folder) {
     Drive1_->setCurrentIndex(longest);
 }
 
-// The folders on the way to the present one, each further in, then the folders it holds.
+// The folders that lead to the present one, each further in, then the folders it holds.
 void setDirectory::FillFolders() {
     Dir1_->clear();
     File1_->clear();
-    QStringList way;
+    QStringList path;
     for (QDir dir(folder_);;) {
-        way.prepend(dir.absolutePath());
+        path.prepend(dir.absolutePath());
         if (dir.isRoot() || !dir.cdUp()) break;
     }
     int depth = 0;
-    for (const QString& step : way) {
+    for (const QString& step : path) {
         const QString name = QDir(step).isRoot() ? step : QFileInfo(step).fileName();
         AddItem(Dir1_, QStyle::SP_DirOpenIcon, name, step, depth++);
     }

@@ -14,7 +14,7 @@ class setDirectory : public Form {
 
   public:
     enum class Picks { File, Folder };
-    setDirectory(mdiMainMenu& frame, Picks picks);
+    setDirectory(const ScreenContext& context, Picks picks);
 
     /// Shows the lists of this folder; no choice is made by it.
     void Begin(const QString& folder);

@@ -6,14 +6,13 @@
 #include "base/text.h"
 #include "ui/controls/drawing_control.h"
 #include "ui/controls/picture_controls.h"
-#include "ui/frame/mdi_main_menu.h"
 #include "ui/skins/art/skin_files.h"
 
 namespace norvelis::ui {
 
-ViewVisioFile::ViewVisioFile(mdiMainMenu& frame)
-    : Form(frame, "ViewVisioFile", "DRAWING", kLargeForm),
-      DrawingControl2_(new DrawingControl2("DrawingControl2", frame.Drawings(), this)),
+ViewVisioFile::ViewVisioFile(const ScreenContext& context)
+    : Form(context, "ViewVisioFile", "DRAWING", kLargeForm),
+      DrawingControl2_(new DrawingControl2("DrawingControl2", context.openDrawing, this)),
       lblFile_(MakeLabel(this, "lblFile", {})) {
     lblFile_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     auto* row = new QHBoxLayout;
@@ -40,11 +39,12 @@ void ViewVisioFile::LoadINISettings() {
     SetTag2(kLargeFormTag);
 }
 
-void ViewVisioFile::Open(mdiMainMenu& frame, const QString& file) {
-    frame.OpenScreen(Screen::DrawingViewer, false);
-    auto* viewer = qobject_cast<ViewVisioFile*>(frame.Find(Screen::DrawingViewer));
-    viewer->Show(file);
-    viewer->DrawingControl2_->setFocus();
+void ViewVisioFile::Take(const ScreenRequest& request) {
+    const auto* drawing = std::get_if<ShowDrawing>(&request);
+    if (!drawing) return;
+    App().host.OpenScreen(Screen::DrawingViewer, false);
+    Show(QString::fromStdString(drawing->file));
+    DrawingControl2_->setFocus();
 }
 
 void ViewVisioFile::Show(const QString& file) {
@@ -54,7 +54,7 @@ void ViewVisioFile::Show(const QString& file) {
 }
 
 void ViewVisioFile::PickFile() {
-    Host& host = Frame().App().host;
+    Host& host = App().host;
     const auto file = host.OpenFileDialog("", "*.vsd");
     if (!file || file->empty()) return host.MessageBox("Request denied. File not selected");
     if (file->size() < 4 || UpperCase(file->substr(file->size() - 4)) != ".VSD")

@@ -12,10 +12,9 @@ class ViewVisioFile : public Form {
     Q_OBJECT
 
   public:
-    explicit ViewVisioFile(mdiMainMenu& frame);
+    explicit ViewVisioFile(const ScreenContext& context);
 
-    /// Opens the window on this file, or empty.
-    static void Open(mdiMainMenu& frame, const QString& file);
+    void Take(const ScreenRequest& request) override;  ///< ShowDrawing.
 
   protected:
     void LoadINISettings() override;

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "cli/command.h"
+
+namespace norvelis::cli {
+
+void AddScheduleCommands(CLI::App& program,
+                         CommandContext& context);                 ///< schedule, with next, add and these:
+void AddJobCommands(CLI::App& schedule, CommandContext& context);  ///< list, show, update, delete, again.
+
+}  // namespace norvelis::cli

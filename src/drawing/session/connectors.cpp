@@ -1,0 +1,214 @@
+#include "drawing/session/connectors.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace norvelis::drawing {
+
+namespace {
+
+// Published numbers of the Connect records.
+constexpr int kBeginPart = 9, kEndPart = 12, kWholeShape = 3;
+constexpr double kTriggered = 2;  // What a trigger's cell shows.
+
+// A line that runs horizontally or vertically has a block of this width, for a block of none has no middle.
+const std::string kLeastBlockFormula = "GUARD(0.19685039370079DL)";
+
+const char* EndCell(bool begin) {
+    return begin ? "BeginX" : "EndX";
+}
+
+CellRef GeometryCell(int row, Name cell) {
+    return {Name::Geometry, 0, RowKey::Number(row), cell};
+}
+
+CellRef TextPositionCell(Name cell) {
+    return {Name::Control, 0, RowKey::Named(Name::TextPosition), cell};
+}
+
+/// Rows of a line's geometry, in the coordinates of its block.
+class RouteRows {
+  public:
+    RouteRows(Section& section, Point origin, double width, double height)
+        : section_(section), origin_(origin), width_(width), height_(height) {
+        section_.rows.clear();
+    }
+
+    void MoveTo(Point to) { Add(Name::MoveTo, Local(to)); }
+    void LineTo(Point to) { Add(Name::LineTo, Local(to)); }
+    void CurveTo(Point corner, Point to) {
+        const auto part = [this](Point at) {
+            const Point local = Local(at);
+            return Point{local.x / width_, local.y / height_};
+        };
+        Row& row = Add(Name::RelQuadBezTo, part(to));
+        row.cells.Set(Name::A, part(corner).x).Set(Name::B, part(corner).y);
+    }
+    /// Rows that the master has beyond those written do not count.
+    void CoverRowsOfMaster(int count) {
+        while (number_ < count) {
+            Row& row = section_.At(RowKey::Number(++number_));
+            row.type = Name::LineTo;
+            row.deleted = true;
+        }
+    }
+
+  private:
+    Point Local(Point at) const { return {at.x - origin_.x, at.y - origin_.y}; }
+    Row& Add(Name type, Point at) {
+        Row& row = section_.At(RowKey::Number(++number_));
+        row.type = type;
+        row.cells.Set(Name::X, at.x).Set(Name::Y, at.y);
+        return row;
+    }
+
+    Section& section_;
+    Point origin_;
+    double width_, height_;
+    int number_ = 0;
+};
+
+Point Middle(Point a, Point b) {
+    return {(a.x + b.x) / 2, (a.y + b.y) / 2};
+}
+
+/// The corners become quadratic curves between the middles of their segments; the end segments stay straight
+/// up to their middle.
+void WriteCurves(RouteRows& rows, const std::vector<Point>& points) {
+    rows.MoveTo(points.front());
+    rows.LineTo(Middle(points[0], points[1]));
+    for (std::size_t i = 1; i + 1 < points.size(); ++i)
+        rows.CurveTo(points[i], Middle(points[i], points[i + 1]));
+    rows.LineTo(points.back());
+}
+
+void WriteStraight(RouteRows& rows, const std::vector<Point>& points) {
+    rows.MoveTo(points.front());
+    for (std::size_t i = 1; i < points.size(); ++i) rows.LineTo(points[i]);
+}
+
+bool Joins(const Connect& connect, const Shape& line, bool begin) {
+    return connect.fromSheet == line.id && connect.fromCell == EndCell(begin);
+}
+
+}  // namespace
+
+bool IsOneDimensional(const Shape& shape) {
+    return Find(shape, Name::BeginX) != nullptr && Find(shape, Name::EndX) != nullptr;
+}
+
+Shape* GluedTo(const Canvas& canvas, const Shape& line, bool begin) {
+    for (const auto& connect : canvas.connects) {
+        if (Joins(connect, line, begin)) return canvas.ById(connect.toSheet);
+    }
+    return nullptr;
+}
+
+bool GlueEnd(OpenDocument& document, Canvas& canvas, Shape& line, bool begin, const Shape& box) {
+    if (!IsOneDimensional(line) || &line == &box || canvas.ById(box.id) != &box) return false;
+    DropRoute(document, canvas, line);
+    Recalculation& cells = document.recalculation;
+    const std::string trigger = fmt::format("_XFTRIGGER(Sheet.{}!EventXFMod)", box.id);
+    const std::string walk = begin ? "_WALKGLUE(BegTrigger,EndTrigger,WalkPreference)"
+                                   : "_WALKGLUE(EndTrigger,BegTrigger,WalkPreference)";
+    const Name triggerCell = begin ? Name::BegTrigger : Name::EndTrigger;
+    const bool isGlued = line.cells.Find(triggerCell) != nullptr;
+    if (!cells.SetFormula(canvas, line, triggerCell, trigger)) return false;
+    line.LocalAt(triggerCell).SetNumber(kTriggered);
+    if (!cells.SetFormula(canvas, line, begin ? Name::BeginX : Name::EndX, walk)) return false;
+    if (!cells.SetFormula(canvas, line, begin ? Name::BeginY : Name::EndY, walk)) return false;
+    if (isGlued)
+        std::erase_if(canvas.connects, [&](const Connect& connect) { return Joins(connect, line, begin); });
+    canvas.connects.push_back(
+        {line.id, EndCell(begin), begin ? kBeginPart : kEndPart, box.id, "PinX", kWholeShape});
+    return true;
+}
+
+void WriteRoute(OpenDocument& document, Canvas& canvas, Shape& line, const layout::Route& route) {
+    if (route.points.size() < 2) return;
+    Recalculation& cells = document.recalculation;
+    const Point begin = route.points.front(), end = route.points.back();
+    const auto state = [&](Name name,
+                           double value) {  // The glue's formula stays; the router knows the value.
+        Cell& cell = line.LocalAt(name);
+        cell.SetNumber(value);
+        cell.stale = false;
+        cells.Changed(canvas, line, name);
+    };
+    DropRoute(document, canvas, line);
+    cells.Settle();
+    state(Name::BeginX, begin.x);
+    state(Name::BeginY, begin.y);
+    state(Name::EndX, end.x);
+    state(Name::EndY, end.y);
+    if (std::fabs(end.x - begin.x) < 1e-9) cells.SetFormula(canvas, line, Name::Width, kLeastBlockFormula);
+    if (std::fabs(end.y - begin.y) < 1e-9) cells.SetFormula(canvas, line, Name::Height, kLeastBlockFormula);
+
+    const auto number = [&](Name name) { return cells.Number(canvas, line, name); };
+    const double width = number(Name::Width), height = number(Name::Height);
+    const Point origin{number(Name::PinX) - number(Name::LocPinX),
+                       number(Name::PinY) - number(Name::LocPinY)};
+    Section& section = line.At(Name::Geometry, 0);
+    RouteRows rows(section, origin, width, height);
+    if (route.curved && route.points.size() > 2) {
+        WriteCurves(rows, route.points);
+    } else {
+        WriteStraight(rows, route.points);
+    }
+    if (line.base)
+        rows.CoverRowsOfMaster(static_cast<int>(SectionOf(*line.base, Name::Geometry).rows.size()));
+    cells.SetValue(canvas, line, TextPositionCell(Name::X), Value::Of(route.label.x - origin.x));
+    cells.SetValue(canvas, line, TextPositionCell(Name::Y), Value::Of(route.label.y - origin.y));
+}
+
+void DropRoute(OpenDocument& document, Canvas& canvas, Shape& line) {
+    if (!HasOwnGeometry(line)) return;
+    std::erase_if(line.sections, [](const Section& section) {
+        return section.name == Name::Geometry || section.name == Name::Control;
+    });
+    line.cells.Remove(Name::Width);
+    line.cells.Remove(Name::Height);
+    document.recalculation.Renewed(canvas, line);
+}
+
+void DropRoutesOf(OpenDocument& document, Canvas& canvas, const Shape& box) {
+    for (const auto& connect : canvas.connects) {
+        if (connect.toSheet != box.id) continue;
+        if (Shape* line = canvas.ById(connect.fromSheet)) {
+            DropRoute(document, canvas, *line);
+            RefreshGlue(document, canvas, *line);
+        }
+    }
+}
+
+void RefreshGlue(OpenDocument& document, Canvas& canvas, Shape& line) {
+    for (const Name trigger : {Name::BegTrigger, Name::EndTrigger}) {
+        if (line.cells.Find(trigger)) document.recalculation.Changed(canvas, line, trigger);
+    }
+}
+
+std::vector<Point> RouteOf(OpenDocument& document, Canvas& canvas, Shape& line) {
+    const auto number = [&](const CellRef& ref) { return document.recalculation.Number(canvas, line, ref); };
+    const Point origin{number(Name::PinX) - number(Name::LocPinX),
+                       number(Name::PinY) - number(Name::LocPinY)};
+    const double width = number(Name::Width), height = number(Name::Height);
+    std::vector<Point> points;
+    for (const Row& row : SectionOf(line, Name::Geometry).rows) {
+        const int index = row.key.Index();
+        const auto at = [&](Name x, Name y, double byX, double byY) {
+            points.push_back({origin.x + number(GeometryCell(index, x)) * byX,
+                              origin.y + number(GeometryCell(index, y)) * byY});
+        };
+        if (row.type == Name::RelQuadBezTo) {
+            at(Name::A, Name::B, width, height);
+            at(Name::X, Name::Y, width, height);
+        } else {
+            at(Name::X, Name::Y, 1, 1);
+        }
+    }
+    return points;
+}
+
+}  // namespace norvelis::drawing

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <functional>
+
+#include "core/app_state.h"
+#include "engine/drawing_engine.h"
+#include "ui/controls/drawing_picture.h"
+#include "ui/forms/long_commands.h"
+#include "ui/forms/printer_choice.h"
+#include "ui/forms/screen_request.h"
+#include "ui/skins/current_skin.h"
+
+class QWidget;
+
+namespace norvelis::ui {
+
+/// What every screen is made with, in place of the frame. The frame owns it; it outlives the screens.
+struct ScreenContext {
+    AppState& app;
+    engine::DrawingEngine& engine;
+    OpenDrawing openDrawing;  ///< How drawing files are shown.
+    PrinterChoice& printer;
+    LongCommands& commands;
+    CurrentSkin& skin;
+    QWidget& area;  ///< In which the forms are; its window is the main frame.
+    std::function<void(const ScreenRequest&)> request;
+};
+
+}  // namespace norvelis::ui

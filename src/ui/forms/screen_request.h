@@ -1,0 +1,57 @@
+#pragma once
+
+#include <string>
+#include <variant>
+
+#include "browse/record_tree.h"
+#include "core/host.h"
+
+// What the frame and screens ask of a screen that they do not know by class. Each request names its screen,
+// which is made when it is not there yet, and takes the request in Form::Take.
+namespace norvelis::ui {
+
+/// Fills the tree from the store, as a long command.
+struct LoadTree {
+    static constexpr Screen kScreen = Screen::Treeview;
+};
+/// Fills the tree again in the middle of a long command.
+struct RefreshTree {
+    static constexpr Screen kScreen = Screen::Treeview;
+};
+/// Draws what the dictionary holds in the middle of a long command: all on one page, or a file for each
+/// parent.
+struct DrawDictionary {
+    static constexpr Screen kScreen = Screen::Treeview;
+    bool singlePage;
+};
+/// Shows the larger tree; it is filled unless it was open.
+struct ShowLargerTree {
+    static constexpr Screen kScreen = Screen::TreeviewMax;
+};
+/// Shows this record, the root of the tree, or with a schema as the root the whole schema.
+struct IsolateRecord {
+    static constexpr Screen kScreen = Screen::IsolateView;
+    RecordTree tree;
+};
+/// Shows this drawing file in the larger window; empty for none.
+struct ShowDrawing {
+    static constexpr Screen kScreen = Screen::DrawingViewer;
+    std::string file;
+};
+/// Lets the person pick the schema report.
+struct PickReport {
+    static constexpr Screen kScreen = Screen::Settings;
+};
+/// Lets the person pick the drawing folder.
+struct PickDrawingFolder {
+    static constexpr Screen kScreen = Screen::Settings;
+};
+
+using ScreenRequest = std::variant<LoadTree, RefreshTree, DrawDictionary, ShowLargerTree, IsolateRecord,
+                                   ShowDrawing, PickReport, PickDrawingFolder>;
+
+inline Screen ScreenOf(const ScreenRequest& request) {
+    return std::visit([](const auto& each) { return each.kScreen; }, request);
+}
+
+}  // namespace norvelis::ui

@@ -1,0 +1,84 @@
+#include "ui/frame/menu_commands.h"
+
+#include <QDesktopServices>
+#include <QUrl>
+#include <QWidget>
+
+#include "base/paths.h"
+#include "base/text.h"
+#include "commands/frame_commands.h"
+#include "core/places.h"
+#include "ui/forms/screen_context.h"
+
+namespace norvelis::ui {
+
+void MenuCommands::mnuColors() {
+    context_.app.host.OpenScreen(Screen::Settings, false);
+}
+
+void MenuCommands::mnuPrinterSetup() {
+    context_.printer.SetUp();
+}
+
+void MenuCommands::mnuExit() {
+    if (commands::AskToExit(context_.app)) context_.area.window()->close();
+}
+
+void MenuCommands::mnu_View_IDMS_Report_File() {
+    commands::mnu_View_IDMS_Report_File(context_.app);
+}
+
+void MenuCommands::mnu_Classic_Extract_Report() {
+    context_.commands.Run({"Extract IDMS Report", Screen::Treeview}, [this] {
+        commands::mnu_Classic_Extract_Report(context_.app, [this] { context_.request(RefreshTree{}); });
+    });
+}
+
+void MenuCommands::mnuTreeview() {
+    context_.app.host.OpenScreen(Screen::Treeview, false);
+    context_.request(LoadTree{});
+}
+
+void MenuCommands::mnuListview() {
+    context_.app.host.OpenScreen(Screen::Listview, false);
+}
+
+void MenuCommands::mnu_Draw_Fancy_Single() {
+    context_.commands.Run({"Draw All in Single Page", Screen::Treeview}, [this] {
+        commands::mnu_Draw_Fancy_Single(
+            context_.app, [this](bool singlePage) { context_.request(DrawDictionary{singlePage}); });
+    });
+}
+
+void MenuCommands::mnu_Draw_Fancy_Separate() {
+    context_.commands.Run({"Draw in Separate Pages", Screen::Treeview}, [this] {
+        commands::mnu_Draw_Fancy_Separate(
+            context_.app, [this](bool singlePage) { context_.request(DrawDictionary{singlePage}); });
+    });
+}
+
+void MenuCommands::mnu_Scheduler() {
+    context_.app.host.OpenScreen(Screen::Scheduler, false);
+}
+
+void MenuCommands::mnu_sql() {
+    context_.app.host.OpenScreen(Screen::ConvertSql, false);
+}
+
+void MenuCommands::mnu_help() {
+    Host& host = context_.app.host;
+    const std::string page = context_.app.AppPath(places::kHelp);
+    if (!FileExists(page)) {
+        host.MessageBox("The help pages are missing:" + std::string(kLineBreak) + page);
+        return;
+    }
+    host.MessageBox("Help is found online only: its pages open in your browser.");
+    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(page))))
+        host.MessageBox("No browser could be started for the help pages:" + std::string(kLineBreak) + page);
+}
+
+void MenuCommands::mnu_about() {
+    context_.app.host.OpenScreen(Screen::About, false);
+}
+
+}  // namespace norvelis::ui

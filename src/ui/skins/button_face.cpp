@@ -1,0 +1,36 @@
+#include "ui/skins/button_face.h"
+
+namespace norvelis::ui {
+
+namespace {
+
+constexpr double kRim = 8, kRound = 4;  // In points.
+
+}  // namespace
+
+void PaintUnderMouse(QPainter& painter, const QRectF& area, const QColor& accent, double radius) {
+    constexpr int kFaint = 28;
+    QColor tint = accent;
+    tint.setAlpha(kFaint);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(tint);
+    painter.drawRoundedRect(area.adjusted(1, 1, -1, -1), radius, radius);
+}
+
+void PaintFocusRing(QPainter& painter, const QRectF& area, const QColor& accent, double radius) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(accent, 2));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(area.adjusted(1, 1, -1, -1), radius, radius);
+}
+
+void PaintButtonFace(QPainter& painter, const QRectF& area, const PicturePair& pictures, const QColor& accent,
+                     ButtonState state) {
+    (state.down ? pictures.second : pictures.first).PaintStretched(painter, area, kRim);
+    if (state.down) return;
+    if (state.underMouse) PaintUnderMouse(painter, area, accent, kRound);
+    if (state.ringed) PaintFocusRing(painter, area, accent, kRound);
+}
+
+}  // namespace norvelis::ui
