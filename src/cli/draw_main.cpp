@@ -7,5 +7,6 @@
 int main(int argc, char** argv) {
     using namespace norvelis::cli;
     return RunProgram(argc, argv,
-                      {AddDictionaryCommands, AddBrowseCommands, AddScheduleCommands, AddDrawingCommands});
+                      {AddReportCommands, AddStoreCommands, AddDictionaryCommands, AddBrowseCommands,
+                       AddScheduleCommands, AddDrawingCommands});
 }

@@ -5,6 +5,8 @@
 
 int main(int argc, char** argv) {
     using namespace norvelis::cli;
-    return RunProgram(argc, argv, {AddDictionaryCommands, AddBrowseCommands, AddScheduleCommands},
-                      "norvelis-draw");
+    return RunProgram(
+        argc, argv,
+        {AddReportCommands, AddStoreCommands, AddDictionaryCommands, AddBrowseCommands, AddScheduleCommands},
+        "norvelis-draw");
 }

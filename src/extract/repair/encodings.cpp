@@ -8,7 +8,7 @@
 
 #include "base/failure.h"
 #include "base/text.h"
-#include "extract/keywords.h"
+#include "extract/format/keywords.h"
 
 namespace norvelis::repair {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "base/text.h"
-#include "extract/keywords.h"
+#include "extract/format/keywords.h"
 #include "extract/repair/lines.h"
 #include "extract/repair/report_form.h"
 #include "extract/repair/sections.h"

@@ -6,7 +6,7 @@
 #include <optional>
 
 #include "base/text.h"
-#include "extract/keywords.h"
+#include "extract/format/keywords.h"
 
 namespace norvelis::repair {
 
@@ -83,8 +83,7 @@ void JudgeColumns(std::string_view text, ReportForm& form) {
             ++nameLines;
             ++nameColumns[column];
         }
-        fields = fields || (IsFieldLine(*line) &&
-                            !Text(*line, kFieldUsage.column, kFieldUsage.count).starts_with("GROUP"));
+        fields = fields || (IsFieldLine(*line) && !TextIn(*line, kFieldUsage).starts_with("GROUP"));
     }
     for (const auto& [column, count] : nameColumns) {
         if (count * 2 > nameLines && column <= kFarthestShift) form.shift = static_cast<long>(column) - 2;

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "base/text.h"
-#include "extract/keywords.h"
+#include "extract/format/keywords.h"
 #include "extract/repair/lines.h"
 
 namespace norvelis::repair {
