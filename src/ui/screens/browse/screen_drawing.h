@@ -9,17 +9,17 @@ class QString;
 namespace norvelis::ui {
 
 class cTreeView;
-class DrawingControl2;
+class DrawingPanel;
 struct ScreenContext;
 
 /// One draw command of a screen: what it works on, and how it is seen there. The screen's tree follows the
-/// boxes and its drawing control shows the drawing grow. The person may go on browsing meanwhile: once the
+/// boxes and its panel shows the drawing grow. The person may go on browsing meanwhile: once the
 /// tree shows something else, the drawing is finished without touching the screen.
 class ScreenDrawing : private DrawScreen {
   public:
     using Show = std::function<void(const QString&)>;
 
-    ScreenDrawing(const ScreenContext& context, cTreeView& tree, DrawingControl2& control, int layout);
+    ScreenDrawing(const ScreenContext& context, cTreeView& tree, DrawingPanel& panel);
 
     DrawingState& State() { return state_; }
     bool OnShow() const;  ///< The screen still shows what is drawn.
@@ -36,7 +36,7 @@ class ScreenDrawing : private DrawScreen {
     void ShowFile(const std::string& path) override;
 
     cTreeView& tree_;
-    DrawingControl2& control_;
+    DrawingPanel& panel_;
     RecordTree drawn_;
     DrawingState state_;
 };
