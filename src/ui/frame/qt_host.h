@@ -46,7 +46,8 @@ class QtHost : public QObject, public Host {
     void RunInBackground(const BackgroundWork& work) override;
 
   private:
-    QWidget* Window() const { return display_ ? display_->Window() : nullptr; }
+    /// Boxes are over it; before it is shown there is none, and they are in the middle of the screen.
+    QWidget* Window() const;
     void Flush();
 
     HostDisplay* display_ = nullptr;
