@@ -24,7 +24,7 @@ TEST(ElidedLabelTest, TheTextStaysWholeAndOnlyItsPaintingIsShortened) {
     EXPECT_LT(label.minimumSizeHint().width(), 20) << "a form does not grow with it";
     EXPECT_EQ(TipOf(label), path.toHtmlEscaped());
 
-    ElidedLabel end("lblEnd", "MPLOYEE.vsd", nullptr), cut("lblCut", path.left(60), nullptr);
+    ElidedLabel end("lblEnd", "MPLOYEE.vsd", nullptr), cut("lblCut", path.left(40), nullptr);
     const auto rightPart = [](QWidget& widget) {
         widget.resize(140, 20);
         return widget.grab(QRect(100, 0, 40, 20)).toImage();
