@@ -57,6 +57,7 @@ DrawingControl2::DrawingControl2(const QString& name, OpenDrawing open, QWidget*
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setMinimumSize(80, 60);
+    setAttribute(Qt::WA_OpaquePaintEvent);  // Nothing behind it is painted while the page is dragged.
     slow_.setSingleShot(true);
     slow_.setInterval(kSlow);
     connect(&slow_, &QTimer::timeout, this, &DrawingControl2::SayOpening);

@@ -78,7 +78,7 @@ QWidget* frm_IsolateView::DrawingAndLayout() {
 QLayout* frm_IsolateView::Commands() {
     Label1_ = MakeLabel(this, "Label1", {});
     LayoutTypes_ = new LayoutTypes(this);
-    connect(LayoutTypes_, &QComboBox::activated, this, &frm_IsolateView::ProcessSingle);
+    connect(LayoutTypes_, &LayoutTypes::Picked, this, &frm_IsolateView::ProcessSingle);
     auto* row = new QHBoxLayout;
     row->setSpacing(6);
     row->addWidget(Label1_, 1);

@@ -79,7 +79,7 @@ QBoxLayout* frm_Treeview::DrawingColumn() {
     connect(DrawingControl2_, &DrawingControl2::ShapeClicked, Tview_, &cTreeView::SelectRecord);
     LayoutTypes_ = new LayoutTypes(this);
     Context().commands.DisableWhileBusy(LayoutTypes_);
-    connect(LayoutTypes_, &QComboBox::activated, this, &frm_Treeview::DrawSinglePage);
+    connect(LayoutTypes_, &LayoutTypes::Picked, this, &frm_Treeview::DrawSinglePage);
     SkinButton* draw = LongCommandButton("cmdDraw", "DRAW DIAGRAM", "Draw IDMS schema in a single page");
     connect(draw, &QPushButton::clicked, this, &frm_Treeview::DrawSinglePage);
     SkinButton* print = LongCommandButton("cmdPrint", "PRINT", "Print the Diagram showing on the right");

@@ -1,5 +1,7 @@
 #include "ui/screens/browse/screen_drawing.h"
 
+#include <QScrollBar>
+
 #include "base/paths.h"
 #include "ui/controls/c_tree_view.h"
 #include "ui/controls/drawing_control.h"
@@ -12,8 +14,13 @@ ScreenDrawing::ScreenDrawing(const ScreenContext& context, cTreeView& tree, Draw
     : tree_(tree),
       control_(control),
       drawn_(tree.Tree()),
+      sideways_(tree.horizontalScrollBar()->value()),
       state_(context.app, *context.app.gConnection, context.engine, *this) {
     state_.options.layout = layout;
+}
+
+ScreenDrawing::~ScreenDrawing() {
+    if (OnShow()) tree_.horizontalScrollBar()->setValue(sideways_);
 }
 
 bool ScreenDrawing::OnShow() const {

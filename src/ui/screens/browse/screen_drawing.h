@@ -20,6 +20,7 @@ class ScreenDrawing : private DrawScreen {
     using Show = std::function<void(const QString&)>;
 
     ScreenDrawing(const ScreenContext& context, cTreeView& tree, DrawingControl2& control, int layout);
+    ~ScreenDrawing();  ///< The tree is not left scrolled sideways by the boxes that it followed.
 
     DrawingState& State() { return state_; }
     bool OnShow() const;  ///< The screen still shows what is drawn.
@@ -38,6 +39,7 @@ class ScreenDrawing : private DrawScreen {
     cTreeView& tree_;
     DrawingControl2& control_;
     RecordTree drawn_;
+    int sideways_;  ///< How far the tree was scrolled.
     DrawingState state_;
 };
 
