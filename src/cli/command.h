@@ -38,8 +38,9 @@ std::string AbsolutePath(const std::string& path);
 
 void AddDictionaryCommands(CLI::App& program,
                            CommandContext& context);                 ///< validate, extract, dump, setting.
-void AddBrowseCommands(CLI::App& program, CommandContext& context);  ///< tree, find.
-void AddSqlProgram(CLI::App& program, CommandContext& context);      ///< sql, which norvelis-sql then does.
+void AddBrowseCommands(CLI::App& program, CommandContext& context);  ///< tree, find, list.
+void AddRecordList(CLI::App& program, CommandContext& context);
+void AddSqlProgram(CLI::App& program, CommandContext& context);  ///< sql, which norvelis-sql then does.
 
 using AddCommands = void (*)(CLI::App& program, CommandContext& context);
 

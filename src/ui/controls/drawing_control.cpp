@@ -13,6 +13,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "ui/controls/context_menu.h"
+
 namespace norvelis::ui {
 
 namespace {
@@ -58,6 +60,11 @@ DrawingControl2::DrawingControl2(const QString& name, OpenDrawing open, QWidget*
     setMouseTracking(true);
     setMinimumSize(80, 60);
     setAttribute(Qt::WA_OpaquePaintEvent);  // Nothing behind it is painted while the page is dragged.
+    ContextMenu menu(this);
+    menu.Add("&Whole page\t0", [this] { Fit(); });
+    menu.Add("&Life size\t1", [this] { ShowLifeSize(rect().center()); });
+    menu.Add("Zoom &in\t+", [this] { ZoomIn(); });
+    menu.Add("Zoom &out\t-", [this] { ZoomOut(); });
     slow_.setSingleShot(true);
     slow_.setInterval(kSlow);
     connect(&slow_, &QTimer::timeout, this, &DrawingControl2::SayOpening);
@@ -137,6 +144,10 @@ void DrawingControl2::SetScale(double scale, QPointF anchor) {
     origin_ = anchor - place * scale;
     KeepInReach();
     update();
+}
+
+void DrawingControl2::ShowLifeSize(QPointF anchor) {
+    if (picture_) SetScale(logicalDpiX() / picture_->UnitsPerInch(), anchor);
 }
 
 void DrawingControl2::MoveBy(QPointF pixels) {
@@ -255,7 +266,7 @@ void DrawingControl2::Click(QPointF pixel, Qt::KeyboardModifiers keys) {
 void DrawingControl2::mouseDoubleClickEvent(QMouseEvent* event) {
     if (!picture_) return;
     if (fitted_) {
-        SetScale(logicalDpiX() / picture_->UnitsPerInch(), event->position());
+        ShowLifeSize(event->position());
     } else {
         Fit();
     }
@@ -274,7 +285,7 @@ void DrawingControl2::keyPressEvent(QKeyEvent* event) {
         case Qt::Key_Home:
             return Fit();
         case Qt::Key_1:
-            return picture_ ? SetScale(logicalDpiX() / picture_->UnitsPerInch(), anchor) : void();
+            return ShowLifeSize(anchor);
         case Qt::Key_Left:
             return MoveBy({kArrowStep, 0});
         case Qt::Key_Right:

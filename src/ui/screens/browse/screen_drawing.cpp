@@ -13,6 +13,7 @@ ScreenDrawing::ScreenDrawing(const ScreenContext& context, cTreeView& tree, Draw
                              int layout)
     : tree_(tree),
       control_(control),
+      before_(control.Src()),
       drawn_(tree.Tree()),
       sideways_(tree.horizontalScrollBar()->value()),
       state_(context.app, *context.app.gConnection, context.engine, *this) {
@@ -20,7 +21,10 @@ ScreenDrawing::ScreenDrawing(const ScreenContext& context, cTreeView& tree, Draw
 }
 
 ScreenDrawing::~ScreenDrawing() {
-    if (OnShow()) tree_.horizontalScrollBar()->setValue(sideways_);
+    const std::string shown = control_.Src().toStdString();
+    if (!OnShow()) return;
+    tree_.horizontalScrollBar()->setValue(sideways_);
+    if (!shown.empty() && !FileExists(shown)) control_.SetSrc(before_);
 }
 
 bool ScreenDrawing::OnShow() const {

@@ -1,10 +1,9 @@
 #pragma once
 
+#include <QString>
 #include <functional>
 
 #include "diagram/drawing_state.h"
-
-class QString;
 
 namespace norvelis::ui {
 
@@ -20,7 +19,9 @@ class ScreenDrawing : private DrawScreen {
     using Show = std::function<void(const QString&)>;
 
     ScreenDrawing(const ScreenContext& context, cTreeView& tree, DrawingControl2& control, int layout);
-    ~ScreenDrawing();  ///< The tree is not left scrolled sideways by the boxes that it followed.
+    /// A snapshot of a drawing that was not finished gives way to what was on show before, and the tree is not
+    /// left scrolled sideways by the boxes that it followed.
+    ~ScreenDrawing();
 
     DrawingState& State() { return state_; }
     bool OnShow() const;  ///< The screen still shows what is drawn.
@@ -38,6 +39,7 @@ class ScreenDrawing : private DrawScreen {
 
     cTreeView& tree_;
     DrawingControl2& control_;
+    QString before_;
     RecordTree drawn_;
     int sideways_;  ///< How far the tree was scrolled.
     DrawingState state_;
