@@ -15,6 +15,7 @@ ViewVisioFile::ViewVisioFile(const ScreenContext& context)
       DrawingControl2_(new DrawingControl2("DrawingControl2", context.openDrawing, this)),
       lblFile_(MakeLabel(this, "lblFile", {})) {
     lblFile_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    DrawingControl2_->SetEmptyText("No drawing on show: OPEN FILE shows one");
     auto* row = new QHBoxLayout;
     row->addWidget(lblFile_, 1);
     const auto addButton = [&](const QString& name, const QString& caption, const QString& toolTip,
