@@ -53,6 +53,7 @@ class Photographer {
             frame_.Context().skin.ChangeTo(skin);
             skin_ = QString::fromStdString(skin).toLower();
             TakeBrowsing();
+            TakeSizes();
             TakeMenu();
             TakeProgress();
             TakeSettings();
@@ -136,6 +137,25 @@ class Photographer {
         frame_.Find(Screen::TreeviewMax)->close();
         isolate.close();
     }
+    /// Tree and isolate view on a small, a usual and a large display: each skin shows one of them.
+    void TakeSizes() {
+        constexpr QSize kSizes[] = {{1024, 768}, {1600, 1000}, {3840, 2160}};
+        const QSize before = frame_.size(), now = kSizes[size_++ % std::size(kSizes)];
+        frame_.resize(now);
+        host_.OpenScreen(Screen::Treeview, false);
+        Form& tree = *frame_.Find(Screen::Treeview);
+        frame_.findChild<QAction*>("mnuTile")->trigger();
+        emit tree.findChild<cTreeView*>("Tview")->NodeClicked(0);
+        LetShow();
+        constexpr int kWidest = 1600;  // Of a picture on a page.
+        const QPixmap picture = frame_.grab();
+        Save(picture.width() > kWidest ? picture.scaledToWidth(kWidest, Qt::SmoothTransformation) : picture,
+             QString("tiled-%1x%2").arg(now.width()).arg(now.height()));
+        frame_.resize(before);
+        for (const Screen screen : {Screen::IsolateView, Screen::Treeview})
+            frame_.Find(screen)->BackToOriginalSize();
+        frame_.Find(Screen::IsolateView)->close();
+    }
     static void Press(Form& form, const char* button) { form.findChild<QAbstractButton*>(button)->click(); }
     void TakeMenu() {
         auto* menu = frame_.findChild<QMenu*>("ppm_extract");
@@ -183,6 +203,7 @@ class Photographer {
     mdiMainMenu& frame_;
     QuietHost& host_;
     QString folder_, skin_;
+    std::size_t size_ = 0;
 };
 
 }  // namespace
@@ -193,6 +214,9 @@ int main(int argc, char** argv) {
         return 2;
     }
     desktop::Application application(argc, argv);
+    QFont font = QApplication::font();  // Whatever the machine's is.
+    font.setPixelSize(13);
+    QApplication::setFont(font);
     QuietHost host;
     SystemClock clock;
     AppState app(argv[1], host, clock, Random(1));

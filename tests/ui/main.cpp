@@ -10,6 +10,9 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName("Norvelis");
     QApplication::setApplicationVersion("1.2.3");
     QApplication::setQuitOnLastWindowClosed(false);
+    QFont font = QApplication::font();  // Whatever the machine's is.
+    font.setPixelSize(13);
+    QApplication::setFont(font);
     norvelis::ui::UseSkinStyle(application);
     return RUN_ALL_TESTS();
 }

@@ -181,6 +181,23 @@ void cTreeView::leaveEvent(QEvent* event) {
 }
 
 void cTreeView::keyPressEvent(QKeyEvent* event) {
+    const NodeIndex before = SelectedNode();
+    TakeKey(event);
+    const NodeIndex now = SelectedNode();
+    if (now == before || now == kNoNode) return;
+    // Beside the text, so that the lines below stay in sight.
+    const QRect line = visualRect(currentIndex());
+    const int textEnd = TreeLineDelegate::TextLeft(Tree().Level(now)) - horizontalOffset() +
+                        fontMetrics().horizontalAdvance(currentIndex().data().toString());
+    emit NodeHovered(now, QPoint(std::min(textEnd, viewport()->width() - 1), line.center().y()));
+}
+
+void cTreeView::focusOutEvent(QFocusEvent* event) {
+    LineListView::focusOutEvent(event);
+    emit NodeHovered(kNoNode, {});
+}
+
+void cTreeView::TakeKey(QKeyEvent* event) {
     const NodeIndex node = SelectedNode();
     if (node == kNoNode) return LineListView::keyPressEvent(event);
     const ExtendedTreeView& branches = lines_->Branches();

@@ -36,7 +36,8 @@ class cTreeView : public LineListView {
 
   signals:
     void NodeClicked(NodeIndex node);
-    /// The mouse moved over this node, at this place of the control; kNoNode when it is over none.
+    /// The mouse moved over this node, or the keys to it, at this place of the control; kNoNode when it is
+    /// over none.
     void NodeHovered(NodeIndex node, QPoint place);
 
   protected:
@@ -46,9 +47,11 @@ class cTreeView : public LineListView {
     void mouseMoveEvent(QMouseEvent*) override;
     void leaveEvent(QEvent*) override;
     void keyPressEvent(QKeyEvent*) override;
+    void focusOutEvent(QFocusEvent*) override;
     int WidestLine() const override;
 
   private:
+    void TakeKey(QKeyEvent*);
     void Rearrange(const std::function<void(ExtendedTreeView&)>& change);
     void SetExpanded(NodeIndex node, bool expanded);
     /// The node whose opening sign is there.

@@ -14,6 +14,7 @@
 #include <cmath>
 
 #include "ui/controls/context_menu.h"
+#include "ui/controls/empty_text.h"
 
 namespace norvelis::ui {
 
@@ -25,7 +26,6 @@ constexpr double kZoomStep = 1.25;  // Of a key or a notch of the wheel.
 constexpr double kLargest = 8;      // Times life size.
 constexpr int kArrowStep = 48;      // Pixels.
 constexpr double kSlack = 3;        // Pixels beside a shape that still hit it.
-constexpr double kMuted = 0.55;     // Of words that say that there is nothing.
 constexpr int kSlow = 250;          // Milliseconds for which another file's picture may stay.
 
 /// A link may lead to the web, to a person or to a file, and to nothing that would be run.
@@ -59,6 +59,7 @@ DrawingControl2::DrawingControl2(const QString& name, OpenDrawing open, QWidget*
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setMinimumSize(80, 60);
+    setAttribute(Qt::WA_OpaquePaintEvent);  // Nothing behind it is painted while the page is dragged.
     ContextMenu menu(this);
     menu.Add("&Whole page\t0", [this] { Fit(); });
     menu.Add("&Life size\t1", [this] { ShowLifeSize(rect().center()); });
@@ -185,12 +186,7 @@ void DrawingControl2::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.fillRect(event->rect(), palette().color(QPalette::Mid));
     if (!picture_) {
-        painter.setPen(palette().color(QPalette::Text));
-        painter.setOpacity(reason_.isEmpty() ? kMuted : 1);
-        painter.drawText(rect().adjusted(kMargin, kMargin, -kMargin, -kMargin),
-                         Qt::AlignCenter | Qt::TextWordWrap,
-                         reason_.isEmpty() ? "No drawing on show" : reason_);
-        return;
+        return PaintEmptyText(painter, *this, reason_.isEmpty() ? emptyText_ : reason_);
     }
     const QRectF page(origin_, picture_->PageSize() * scale_);
     painter.fillRect(page.translated(3, 3), QColor(0, 0, 0, 40));

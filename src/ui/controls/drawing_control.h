@@ -25,6 +25,9 @@ class DrawingControl2 : public QWidget {
     QString Src() const { return src_; }
     bool Loading() const { return loader_.Loading(); }
 
+    /// What is said in place of a drawing when there is none.
+    void SetEmptyText(const QString& text) { emptyText_ = text; }
+
     /// Marks the shape of that name and brings it into view; no such shape: nothing is marked.
     void SelectShape(const QString& name);
     QString SelectedShape() const { return selected_ ? selected_->name : QString(); }
@@ -72,6 +75,7 @@ class DrawingControl2 : public QWidget {
     QTimer slow_;  ///< Runs until a file that is being read takes the place of another one's picture.
     bool rereads_ = false;  ///< The file that is being read is the one on show.
     QString src_, reason_;
+    QString emptyText_ = "No drawing yet: DRAW DIAGRAM draws what the tree holds";
     QDateTime changed_;
     std::unique_ptr<DrawingPicture> picture_;
     std::optional<DrawingPicture::Shape> selected_;

@@ -1,6 +1,6 @@
 #include "ui/controls/layout_types.h"
 
-#include <QWheelEvent>
+#include <QKeyEvent>
 
 #include "diagram/page_layout.h"
 
@@ -11,10 +11,24 @@ LayoutTypes::LayoutTypes(QWidget* parent) : QComboBox(parent) {
     setAccessibleName("Layout of the diagram");
     for (const LayoutType& type : kLayoutTypes)
         addItem(QString::fromUtf8(type.name.data(), static_cast<qsizetype>(type.name.size())));
+    connect(this, &QComboBox::activated, this, [this] {
+        if (!closedListHasKeys_) emit Picked();
+    });
 }
 
-void LayoutTypes::wheelEvent(QWheelEvent* event) {
-    event->ignore();
+QSize LayoutTypes::minimumSizeHint() const {
+    return {fontMetrics().horizontalAdvance("RadialDefault"), QComboBox::minimumSizeHint().height()};
+}
+
+// The open list takes its keys itself.
+void LayoutTypes::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        emit Picked();
+        return;
+    }
+    closedListHasKeys_ = true;
+    QComboBox::keyPressEvent(event);
+    closedListHasKeys_ = false;
 }
 
 }  // namespace norvelis::ui

@@ -4,14 +4,24 @@
 
 namespace norvelis::ui {
 
-/// The list of layouts, the first chosen. `activated` reports a person's choice alone.
+/// The list of layouts, the first chosen. The arrow keys on the closed list only choose; a draw takes the
+/// choice.
 class LayoutTypes : public QComboBox {
+    Q_OBJECT
+
   public:
     explicit LayoutTypes(QWidget* parent);
 
+    QSize minimumSizeHint() const override;
+
+  signals:
+    void Picked();  ///< A click in the open list, or Return.
+
   protected:
-    /// A choice starts a drawing; a wheel that passes over is none.
-    void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    bool closedListHasKeys_ = false;
 };
 
 }  // namespace norvelis::ui

@@ -5,12 +5,19 @@
 #include <QScrollBar>
 #include <algorithm>
 
+#include "ui/controls/empty_text.h"
+
 namespace norvelis::ui {
 
 LineListView::LineListView(QWidget* parent) : QAbstractItemView(parent) {
     setEditTriggers(NoEditTriggers);
     setVerticalScrollMode(ScrollPerPixel);
     setHorizontalScrollMode(ScrollPerPixel);
+}
+
+void LineListView::SetEmptyText(const QString& text) {
+    emptyText_ = text;
+    viewport()->update();
 }
 
 void LineListView::doItemsLayout() {
@@ -123,6 +130,7 @@ bool LineListView::viewportEvent(QEvent* event) {
 
 void LineListView::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
+    if (Count() == 0) return PaintEmptyText(painter, *viewport(), emptyText_);
     QStyleOptionViewItem option;
     initViewItemOption(&option);
     const QStyle::State state = option.state;

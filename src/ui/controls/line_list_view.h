@@ -11,6 +11,9 @@ class LineListView : public QAbstractItemView {
   public:
     explicit LineListView(QWidget* parent);
 
+    /// What an empty list says in place of its lines.
+    void SetEmptyText(const QString& text);
+
     QRect visualRect(const QModelIndex& index) const override;
     void scrollTo(const QModelIndex& index, ScrollHint hint) override;
     QModelIndex indexAt(const QPoint& place) const override;
@@ -35,6 +38,7 @@ class LineListView : public QAbstractItemView {
   private:
     int Count() const { return model() ? model()->rowCount() : 0; }
 
+    QString emptyText_;
     int lineHeight_ = 1, lineWidth_ = 0;
     QPersistentModelIndex underMouse_;
 };

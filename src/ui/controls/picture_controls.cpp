@@ -20,6 +20,7 @@ SkinButton::SkinButton(const QString& name, const QString& caption, QWidget* par
     : QPushButton(caption, parent), PictureControl("Button") {
     setObjectName(name);
     setAttribute(Qt::WA_Hover);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     SetPictures(PlainSkin().ForTag(Tag()));
     SetCaptionColors(palette().color(QPalette::ButtonText), PlainSkin().ButtonDownColor());
 }
@@ -31,9 +32,16 @@ void SkinButton::SetCaptionColors(const QColor& up, const QColor& down) {
 }
 
 QSize SkinButton::sizeHint() const {
+    constexpr int kAir = 28;
     const QFontMetrics metrics(font());
-    return {metrics.horizontalAdvance(text()) + 28,
-            pictures_.first.IsNull() ? 28 : pictures_.first.Size().height()};
+    return {metrics.horizontalAdvance(text()) + kAir, ButtonHeight(pictures_.first, metrics.height())};
+}
+
+// In a narrow form the air beside the captions goes before the captions are cut.
+QSize SkinButton::minimumSizeHint() const {
+    constexpr int kLeastAir = 10;
+    const QFontMetrics metrics(font());
+    return {metrics.horizontalAdvance(text()) + kLeastAir, sizeHint().height()};
 }
 
 void SkinButton::keyPressEvent(QKeyEvent* event) {

@@ -20,6 +20,8 @@ class PictureControl {
 
     /// "Button", "Minimize", "Maximize", "Restore", "Close", "Check" or "Radio"; others take no picture.
     const QString& Tag() const { return tag_; }
+    /// For a control whose meaning changes; the pictures must be the same for both.
+    void SetTag(const QString& tag) { tag_ = tag; }
 
     void SetPictures(const PicturePair& pictures) {
         pictures_ = pictures;
@@ -43,6 +45,7 @@ class SkinButton : public QPushButton, public PictureControl {
 
     void SetCaptionColors(const QColor& up, const QColor& down);
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
   protected:
     void paintEvent(QPaintEvent*) override;
@@ -53,7 +56,7 @@ class SkinButton : public QPushButton, public PictureControl {
     QColor up_, down_;
 };
 
-/// Close, minimise and restore in a form's caption.
+/// Close, minimise, and maximise or restore in a form's caption.
 class WindowButton : public QPushButton, public PictureControl {
   public:
     WindowButton(const QString& name, const QString& tag, const QString& spoken, QWidget* parent);

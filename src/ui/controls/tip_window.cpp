@@ -4,6 +4,8 @@
 #include <QScreen>
 #include <algorithm>
 
+#include "ui/skins/skin_style.h"
+
 namespace norvelis::ui {
 
 TipWindow::TipWindow(const QString& name, QWidget* owner)
@@ -13,7 +15,7 @@ TipWindow::TipWindow(const QString& name, QWidget* owner)
     setAttribute(Qt::WA_TransparentForMouseEvents);
     QFont verdana = font();
     verdana.setFamilies({"Verdana", "DejaVu Sans", font().family()});
-    verdana.setPixelSize(11);
+    verdana.setPixelSize(qRound(11 * TextScale()));
     setFont(verdana);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QProgressBar>
+#include <algorithm>
 
 #include "core/host.h"
 
@@ -14,7 +15,7 @@ class vbalProgressBar : public QProgressBar {
     void Show(const ProgressBar& state);
 
     QString text() const override { return text_; }
-    QSize sizeHint() const override { return {200, 20}; }
+    QSize sizeHint() const override { return {200, std::max(20, fontMetrics().height() + 4)}; }
 
   protected:
     void paintEvent(QPaintEvent*) override;

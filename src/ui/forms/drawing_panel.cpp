@@ -24,7 +24,7 @@ DrawingPanel::DrawingPanel(const ScreenContext& context, const Words& words, QWi
       LayoutTypes_(new LayoutTypes(this)),
       buttons_(new ButtonRow(this)) {
     connect(DrawingControl2_, &DrawingControl2::SrcChanged, this, &DrawingPanel::ShowName);
-    connect(LayoutTypes_, &QComboBox::activated, this, &DrawingPanel::DrawWanted);
+    connect(LayoutTypes_, &LayoutTypes::Picked, this, &DrawingPanel::DrawWanted);
     buttons_->addWidget(LayoutTypes_, 1);
     SkinButton* draw =
         buttons_->Add("cmdDraw", "DRAW DIAGRAM", words.drawToolTip, [this] { emit DrawWanted(); });

@@ -2,16 +2,21 @@
 
 #include <QCloseEvent>
 #include <QEventLoop>
+#include <QLayout>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPointer>
-#include <QShortcut>
 #include <QWindow>
 #include <algorithm>
+#include <utility>
 
 #include "ui/controls/picture_controls.h"
+#include "ui/forms/edge_grips.h"
+#include "ui/forms/reading_order.h"
 #include "ui/forms/skins_and_colors.h"
+#include "ui/forms/window_settings.h"
 #include "ui/skins/art/skin_art.h"
+#include "ui/skins/skin_style.h"
 
 namespace norvelis::ui {
 
@@ -19,6 +24,10 @@ namespace {
 
 constexpr int kMargin = 500 / kTwipsPerPixel;
 constexpr int kWithinReach = 80;  ///< Of a caption, in points.
+constexpr QSize kSmallest(240, 120);
+
+/// Parts of a form's background that keep their size: the caption with its ends, and the border.
+constexpr QMarginsF kBackgroundMargins(8, kCaptionHeight, 140, 8);
 
 }  // namespace
 
@@ -30,11 +39,11 @@ Form::Form(const ScreenContext& context, const QString& name, const QString& cap
     lblCaption_ = MakeLabel(this, "lblCaption", caption, "TitleColor");
     QFont font = lblCaption_->font();
     font.setWeight(QFont::DemiBold);
-    font.setPixelSize(14);
+    font.setPixelSize(qRound(14 * TextScale()));
     lblCaption_->setFont(font);
     lblCaption_->adjustSize();
     imgMinimize_ = new WindowButton("imgMinimize", "Minimize", "Minimize", this);
-    imgRestore_ = new WindowButton("imgRestore", "Restore", "Back to its place", this);
+    imgRestore_ = new WindowButton("imgRestore", "Maximize", "Maximize", this);
     imgClose_ = new WindowButton("imgClose", "Close", "Close", this);
     const CaptionPlaces places = PlacesFor(size);
     lblCaption_->move(places.lblCaption);
@@ -43,16 +52,8 @@ Form::Form(const ScreenContext& context, const QString& name, const QString& cap
     imgClose_->move(places.imgClose);
     connect(imgClose_, &QPushButton::clicked, this, &QWidget::close);
     connect(imgMinimize_, &QPushButton::clicked, this, &Form::Minimized);
-    connect(imgRestore_, &QPushButton::clicked, this, &Form::Place);
-    const auto onKeys = [this](QKeyCombination keys, const auto& act) {
-        auto* shortcut = new QShortcut(QKeySequence(keys), this);
-        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
-        connect(shortcut, &QShortcut::activated, this, act);
-    };
-    onKeys(Qt::CTRL | Qt::Key_W, &QWidget::close);
-    onKeys(Qt::CTRL | Qt::Key_F4, &QWidget::close);
-    onKeys(Qt::CTRL | Qt::Key_M, &Form::Minimized);
-    onKeys(Qt::CTRL | Qt::SHIFT | Qt::Key_M, &Form::Place);
+    connect(imgRestore_, &QPushButton::clicked, this, &Form::ToggleMaximized);
+    grips_ = new EdgeGrips(*this);
 }
 
 Form::~Form() = default;
@@ -60,14 +61,19 @@ Form::~Form() = default;
 void Form::Load() {
     LoadINISettings();
     ApplySkin();
-    setFixedSize(size_);
+    SetReadingOrder(*this);
+    imgRestore_->setVisible(Grows());
+    grips_->SetVisible(Grows());
+    resize(OriginalSize());
     Place();
 }
 
 void Form::ApplySkin() {
     if (const Picture picture = App().gUseSkins ? FormPicture(App(), tag2_) : Picture(); !picture.IsNull()) {
         SetPicture(picture);
+        ShiftWindowButtons(0);
         LoadSkins(App(), context_.skin.Get(), *this, tag2_);
+        ShiftWindowButtons(width() - size_.width());
     }
     ApplyColors();
 }
@@ -87,10 +93,12 @@ void Form::SetPicture(const Picture& picture) {
 }
 
 QRect Form::Body() const {
-    return QRect(QPoint(0, kCaptionHeight), QPoint(size_.width() - 1, size_.height() - 1));
+    const QSize size = size_ * TextScale();
+    return QRect(QPoint(0, kCaptionHeight), QPoint(size.width() - 1, size.height() - 1));
 }
 
 void Form::ShowAndWait() {
+    SetMaximized(false);
     setParent(context_.area.window(), Qt::Dialog | Qt::FramelessWindowHint);
     setWindowModality(Qt::ApplicationModal);
     imgMinimize_->hide();
@@ -104,7 +112,7 @@ void Form::ShowAndWait() {
     if (!here) return;
     setParent(&context_.area, Qt::SubWindow);
     imgMinimize_->show();
-    imgRestore_->show();
+    imgRestore_->setVisible(Grows());
 }
 
 QPoint Form::WaitingPlace() {
@@ -118,8 +126,93 @@ QColor Form::CaptionColor() const {
 void Form::Place() {
     if (isWindow()) return;
     // On a low display the margin shrinks before the form's foot is hidden.
-    const int spare = parentWidget()->height() - height();
-    MoveTo(QPoint(kMargin, std::clamp(spare, 0, kMargin)));
+    const QSize spare = parentWidget()->size() - size();
+    MoveTo(QPoint(std::clamp(spare.width(), 0, kMargin), std::clamp(spare.height(), 0, kMargin)));
+}
+
+void Form::MoveInside() {
+    if (isWindow()) return;
+    const QSize spare = parentWidget()->size() - size();
+    MoveTo(QPoint(spare.width() < 0 ? x() : std::clamp(x(), 0, spare.width()),
+                  spare.height() < 0 ? y() : std::clamp(y(), 0, spare.height())));
+}
+
+QSize Form::OriginalSize() const {
+    const QSize forText = size_ * TextScale();
+    return forText.boundedTo(context_.area.size().expandedTo(size_));
+}
+
+QSize Form::SmallestSize() const {
+    const QSize needed = layout() ? layout()->totalMinimumSize() : OriginalSize();
+    return needed.expandedTo(kSmallest).boundedTo(OriginalSize());
+}
+
+void Form::BackToOriginalSize() {
+    emit ArrangedByPerson();
+    SetMaximized(false);
+    resize(OriginalSize());
+    Place();
+    ForgetFormGeometry(*this, App().gLocalIni);
+}
+
+void Form::SetMaximized(bool maximized) {
+    if (maximized == IsMaximized() || isWindow()) return;
+    if (maximized) {
+        beforeMaximized_ = geometry();
+        FillArea();
+    } else {
+        setGeometry(*std::exchange(beforeMaximized_, std::nullopt));
+        MoveTo(pos());
+    }
+    grips_->SetVisible(!maximized && Grows());
+    ShowRestoreButton();
+}
+
+void Form::ToggleMaximized() {
+    if (!Grows()) return;
+    emit ArrangedByPerson();
+    SetMaximized(!IsMaximized());
+}
+
+void Form::FillArea() {
+    setGeometry(parentWidget()->rect());
+}
+
+void Form::ShowRestoreButton() {
+    const QString now = IsMaximized() ? "Restore" : "Maximize";
+    imgRestore_->SetTag(now);
+    imgRestore_->setAccessibleName(now);
+    imgRestore_->setToolTip(now);
+}
+
+void Form::RestoreGeometry() {
+    const auto left = SavedFormGeometry(*this, App().gLocalIni);
+    if (!left || !Grows()) return;
+    resize(left->normal.size().boundedTo(parentWidget()->size()).expandedTo(SmallestSize()));
+    MoveTo(left->normal.topLeft());
+    MoveInside();
+    SetMaximized(left->maximized);
+}
+
+void Form::SaveGeometry() const {
+    if (isWindow() || !Grows()) return;
+    const FormGeometry now{beforeMaximized_.value_or(geometry()), IsMaximized()};
+    if (now.maximized || now.normal.size() != OriginalSize()) {
+        SaveFormGeometry(*this, now, App().gLocalIni);
+    } else {
+        ForgetFormGeometry(*this, App().gLocalIni);
+    }
+}
+
+void Form::ShiftWindowButtons(int by) {
+    for (QWidget* button : {imgClose_, imgRestore_, imgMinimize_})
+        button->move(button->pos() + QPoint(by - shift_, 0));
+    shift_ = by;
+}
+
+void Form::resizeEvent(QResizeEvent*) {
+    ShiftWindowButtons(width() - size_.width());
+    grips_->Follow();
 }
 
 void Form::MoveTo(QPoint place) {
@@ -133,22 +226,29 @@ void Form::MoveTo(QPoint place) {
 
 void Form::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    picture_.Paint(painter, rect());
+    picture_.PaintPatches(painter, rect(), kBackgroundMargins);
 }
 
 void Form::mousePressEvent(QMouseEvent* event) {
     emit Touched();
-    if (event->button() == Qt::LeftButton) StartFormDrag(event->globalPosition().toPoint());
+    if (event->button() == Qt::LeftButton && !IsMaximized()) StartFormDrag(event->globalPosition().toPoint());
 }
 
 void Form::mouseMoveEvent(QMouseEvent* event) {
     if (!dragFrom_) return;
+    emit ArrangedByPerson();
     const QPoint place = event->globalPosition().toPoint() - *dragFrom_;
     MoveTo(isWindow() ? place : parentWidget()->mapFromGlobal(place));
 }
 
 void Form::mouseReleaseEvent(QMouseEvent*) {
     dragFrom_.reset();
+}
+
+void Form::mouseDoubleClickEvent(QMouseEvent* event) {
+    dragFrom_.reset();
+    if (event->button() == Qt::LeftButton && event->position().y() < kCaptionHeight && !isWindow())
+        ToggleMaximized();
 }
 
 void Form::keyPressEvent(QKeyEvent* event) {
@@ -168,6 +268,7 @@ void Form::Unload() {
 void Form::closeEvent(QCloseEvent* event) {
     if (!unloading_ && !QueryUnload()) return event->ignore();
     SaveINISettings();
+    SaveGeometry();
     event->accept();
     emit Closed();
 }

@@ -4,20 +4,24 @@
 #include <QPoint>
 #include <QString>
 #include <QWidget>
+#include <optional>
 
 #include "ui/forms/screen_context.h"
 #include "ui/skins/picture.h"
 
 namespace norvelis::ui {
 
+class EdgeGrips;
 class ProgressView;
 class WindowButton;
 
 /// The base of every screen: a borderless window drawn from a skin's pictures, with caption, minimise,
-/// restore and close. It is inside the main frame, or as a window of its own when it waits for an answer.
+/// maximise and close. It is inside the main frame, or as a window of its own when it waits for an answer.
 ///
-/// A screen makes its controls in its constructor below the caption, names them, and gives them Tags;
-/// whoever makes the screen then calls Load, which loads settings and skin, fixes the size and places it.
+/// A screen makes its controls in its constructor below the caption, names them, puts them into layouts,
+/// which also say in which order the Tab key reaches them, and gives them Tags; whoever makes the screen then
+/// calls Load, which loads settings and skin, gives it its size and places it. Sizes are those for the
+/// desktop's usual text; with larger text a form is larger.
 class Form : public QWidget {
     Q_OBJECT
 
@@ -27,6 +31,9 @@ class Form : public QWidget {
 
     /// LoadINISettings, LoadSkins, SetColors, size, place.
     virtual void Load();
+    /// To the size and place, maximised or not, that a person left it at; nothing when that was its first
+    /// size.
+    void RestoreGeometry();
     /// Takes pictures and colors, or colors alone, of the effective skin.
     void ApplySkin();
     void ApplyColors();
@@ -42,8 +49,22 @@ class Form : public QWidget {
 
     /// Moves the form; inside the main frame its caption stays within reach.
     void MoveTo(QPoint place);
+    /// Moves it wholly inside the main frame, in each direction in which that has room for it.
+    void MoveInside();
     /// Back to the place where a form is at first.
     virtual void Place();
+
+    /// False for a form of a few words, which has one size.
+    virtual bool Grows() const { return true; }
+    /// The size that it opens at.
+    QSize OriginalSize() const;
+    QSize SmallestSize() const;
+    /// A person's wish: back to size and place that it had at first, and Local.Ini forgets the others.
+    void BackToOriginalSize();
+    bool IsMaximized() const { return beforeMaximized_.has_value(); }
+    void SetMaximized(bool maximized);
+    void ToggleMaximized();  ///< A person's wish.
+    void FillArea();         ///< A maximised form takes the whole of the main frame's area.
 
     /// False when the form must stay: the person was asked and wants it so.
     virtual bool QueryUnload() { return true; }
@@ -59,7 +80,8 @@ class Form : public QWidget {
     AppState& App() const { return context_.app; }
 
   signals:
-    void Touched();  ///< Pressed somewhere: it wants to be the active one.
+    void Touched();           ///< Pressed somewhere: it wants to be the active one.
+    void ArrangedByPerson();  ///< Moved, dragged to another size, or maximised.
     void Minimized();
     void Closed();
 
@@ -77,23 +99,32 @@ class Form : public QWidget {
     void mousePressEvent(QMouseEvent*) override;
     void mouseMoveEvent(QMouseEvent*) override;
     void mouseReleaseEvent(QMouseEvent*) override;
+    void mouseDoubleClickEvent(QMouseEvent*) override;
+    void resizeEvent(QResizeEvent*) override;
     void keyPressEvent(QKeyEvent*) override;
     void closeEvent(QCloseEvent*) override;
 
-    /// The space below the caption.
+    /// The space below the caption, at the size that the form opens at.
     QRect Body() const;
 
   private:
     /// The mouse was pressed on the form's background: the form follows it.
     void StartFormDrag(QPoint globalPlace);
+    void ShowRestoreButton();
+    /// The window buttons are this far to the right of where the skin has them.
+    void ShiftWindowButtons(int by);
+    void SaveGeometry() const;
 
     const ScreenContext& context_;
     QString tag2_;
-    QSize size_;
+    QSize size_;  ///< Of its background without larger text.
     Picture picture_;
     QLabel* lblCaption_;
     WindowButton *imgClose_, *imgRestore_, *imgMinimize_;
+    EdgeGrips* grips_;
+    int shift_ = 0;                   ///< Of the window buttons.
     std::optional<QPoint> dragFrom_;  ///< Where in the window the mouse holds it.
+    std::optional<QRect> beforeMaximized_;
     bool unloading_ = false;
 };
 

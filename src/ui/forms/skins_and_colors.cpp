@@ -35,9 +35,11 @@ void PlaceByIni(const AppState& app, QWidget& form, const std::string& section, 
     if (left != 0 && found) found->move(left / kTwipsPerPixel, twips("Top") / kTwipsPerPixel);
 }
 
+/// A disabled control looks as all do that are disabled.
 void SetColor(QWidget& control, QPalette::ColorRole role, int color) {
     QPalette palette = control.palette();
-    palette.setColor(role, ColorOf(color));
+    for (const auto group : {QPalette::Active, QPalette::Inactive})
+        palette.setColor(group, role, ColorOf(color));
     control.setPalette(palette);
 }
 

@@ -6,6 +6,8 @@
 #include <algorithm>
 
 #include "ui/forms/form.h"
+#include "ui/forms/reading_order.h"
+#include "ui/frame/arrange.h"
 
 namespace norvelis::ui {
 
@@ -55,24 +57,32 @@ void ChildArea::Add(Form* form, bool kept) {
     connect(form, &Form::Touched, this, [this, form] { Activate(form); });
     connect(form, &Form::Minimized, this, [this, form] { Minimize(form); });
     connect(form, &Form::Closed, this, [this, form] { Left(form); });
+    connect(form, &Form::ArrangedByPerson, this, [this] { tiled_ = false; });
     children_.push_back({form, false, {}});
 }
 
 void ChildArea::Activate(Form* form) {
     Child* child = Find(form);
     if (!child) return;
+    const bool opens = !form->isVisibleTo(this) && !child->minimized;
     child->minimized = false;
+    if (opens && form->IsMaximized()) form->FillArea();
+    if (opens && !form->IsMaximized()) form->MoveInside();
     form->show();
     form->raise();
     active_ = form;
     if (!form->isAncestorOf(QApplication::focusWidget())) {
         if (child->focus && child->focus->isVisibleTo(form)) {
             child->focus->setFocus();
-        } else if (QWidget* first = form->nextInFocusChain()) {
-            while (first != form && !(first->focusPolicy() & Qt::TabFocus)) first = first->nextInFocusChain();
-            first->setFocus(Qt::TabFocusReason);
+        } else {
+            const auto order = ReadingOrder(*form);
+            const auto first = std::find_if(order.begin(), order.end(), [form](const QWidget* control) {
+                return control->isEnabled() && control->isVisibleTo(form);
+            });
+            (first == order.end() ? form : *first)->setFocus(Qt::TabFocusReason);
         }
     }
+    if (tiled_ && opens) PlaceTiles();
     update();
     emit FormsChanged();
 }
@@ -89,6 +99,44 @@ void ChildArea::ActivateNext(int step) {
     const auto count = static_cast<std::ptrdiff_t>(forms.size());
     const auto place = here == forms.end() ? 0 : here - forms.begin() + step;
     Activate(forms[static_cast<std::size_t>((place + count) % count)]);
+}
+
+std::vector<Form*> ChildArea::Arranged() const {
+    std::vector<Form*> forms = OpenForms();
+    std::erase_if(
+        forms, [this](const Form* form) { return IsMinimized(form) || form->isWindow() || !form->Grows(); });
+    return forms;
+}
+
+void ChildArea::Tile() {
+    tiled_ = true;
+    PlaceTiles();
+}
+
+void ChildArea::PlaceTiles() {
+    const std::vector<Form*> forms = Arranged();
+    std::vector<QSize> smallest;
+    for (const Form* form : forms) smallest.push_back(form->SmallestSize());
+    const std::vector<QRect> places = Tiles(size(), smallest);
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        forms[i]->SetMaximized(false);
+        forms[i]->setGeometry(places[i]);
+    }
+}
+
+void ChildArea::Cascade() {
+    tiled_ = false;
+    std::vector<Form*> forms = Arranged();
+    // The active one comes last and so to the front.
+    std::stable_partition(forms.begin(), forms.end(), [this](const Form* form) { return form != active_; });
+    std::vector<QSize> sizes;
+    for (const Form* form : forms) sizes.push_back(form->OriginalSize());
+    const std::vector<QRect> places = ui::Cascade(size(), sizes);
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        forms[i]->SetMaximized(false);
+        forms[i]->setGeometry(places[i]);
+        forms[i]->raise();
+    }
 }
 
 Form* ChildArea::Active() const {
@@ -159,6 +207,7 @@ bool ChildArea::eventFilter(QObject* object, QEvent* event) {
         case QEvent::Hide:
             if (!isVisible()) break;  // the whole frame went
             if (active_ == object) ActivateFront();
+            if (tiled_) PlaceTiles();
             update();
             emit FormsChanged();
             break;
@@ -188,7 +237,15 @@ void ChildArea::paintEvent(QPaintEvent*) {
 
 // A form must stay within reach when the frame shrinks.
 void ChildArea::resizeEvent(QResizeEvent*) {
-    for (Form* form : OpenForms()) form->MoveTo(form->pos());
+    for (Form* form : OpenForms()) {
+        if (form->isWindow()) continue;
+        if (form->IsMaximized()) {
+            form->FillArea();
+        } else {
+            form->MoveTo(form->pos());
+        }
+    }
+    if (tiled_) PlaceTiles();
 }
 
 }  // namespace norvelis::ui

@@ -27,6 +27,10 @@ class ChildArea : public QWidget {
     void Minimize(Form* form);
     void ActivateNext(int step);  ///< Round the open forms, forwards or backwards.
 
+    /// Side by side, and so for every form that is opened, until a person arranges them otherwise.
+    void Tile();
+    void Cascade();  ///< Behind each other, at the sizes they open at.
+
     Form* Active() const;
     bool IsMinimized(const Form* form) const;
     /// All that have been made, the hidden ones among them.
@@ -51,13 +55,16 @@ class ChildArea : public QWidget {
     Child* Find(const Form* form);
     const Child* Find(const Form* form) const;
     void FocusMoved(QWidget* to);
-    void Left(Form* form);  ///< It was closed.
-    void ActivateFront();   ///< The active form went: the one in front of the others follows.
+    void Left(Form* form);                ///< It was closed.
+    void ActivateFront();                 ///< The active form went: the one in front of the others follows.
+    std::vector<Form*> Arranged() const;  ///< The forms that tiles and cascade are made of.
+    void PlaceTiles();
 
     Picture background_;
     QPixmap painted_;  ///< The background at the area's size.
     std::vector<Child> children_;
     QPointer<Form> active_;
+    bool tiled_ = false;
 };
 
 }  // namespace norvelis::ui

@@ -13,7 +13,7 @@ struct MenuEntry {
     const char* caption = "";
     void (MenuCommands::*command)() = nullptr;
     bool whileBusy = true;  ///< May be chosen while a long command runs.
-    const char* keys = "";
+    const char* keys = "";  ///< The first is shown; others, after "; ", do the same.
 };
 
 struct MenuColumn {
@@ -21,7 +21,7 @@ struct MenuColumn {
     std::span<const MenuEntry> entries;
 };
 
-/// In order. The entries of mnuWindow, the open screens, come when it opens.
+/// In order. In mnuWindow the open screens come first, as they are at the moment.
 std::span<const MenuColumn> FrameMenu();
 
 }  // namespace norvelis::ui

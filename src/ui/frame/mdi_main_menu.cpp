@@ -34,6 +34,7 @@ mdiMainMenu::mdiMainMenu(const FrameParts& parts)
     : fail_(parts.fail),
       entries_(parts.screens),
       commands_(parts.app.host, parts.fail),
+      focusReturn_(commands_),
       skin_(parts.app),
       area_(new ChildArea(this)),
       context_{parts.app,
@@ -45,7 +46,7 @@ mdiMainMenu::mdiMainMenu(const FrameParts& parts)
                *area_,
                [this](const ScreenRequest& request) { Request(request); },
                [this](const char* name) { return findChild<QAction*>(name); }},
-      menu_(context_),
+      menu_(context_, *area_),
       tray_(new fbTrayIcon(this)) {
     setObjectName("mdiMainMenu");
     setWindowTitle(QApplication::applicationDisplayName());
@@ -80,12 +81,6 @@ mdiMainMenu::mdiMainMenu(const FrameParts& parts)
     cancel->setEnabled(false);
     connect(cancel, &QShortcut::activated, &commands_, &LongCommands::Cancel);
     connect(&commands_, &LongCommands::BusyChanged, cancel, &QShortcut::setEnabled);
-    const std::pair<Qt::KeyboardModifiers, int> rounds[] = {{Qt::ControlModifier, 1},
-                                                            {Qt::ControlModifier | Qt::ShiftModifier, -1}};
-    for (const auto& [modifiers, step] : rounds) {
-        auto* shortcut = new QShortcut(QKeyCombination(modifiers, Qt::Key_Tab), this);
-        connect(shortcut, &QShortcut::activated, area_, [this, step = step] { area_->ActivateNext(step); });
-    }
 }
 
 mdiMainMenu::~mdiMainMenu() = default;
@@ -101,27 +96,33 @@ void mdiMainMenu::BuildMenu() {
             }
             QAction* action = menu->addAction(entry.caption);
             action->setObjectName(entry.name);
-            action->setShortcut(QKeySequence(entry.keys));
+            action->setShortcuts(QKeySequence::listFromString(entry.keys));
             connect(action, &QAction::triggered, this,
                     [this, command = entry.command] { Run([this, command] { (menu_.*command)(); }); });
             if (!entry.whileBusy)
                 connect(&commands_, &LongCommands::BusyChanged, action, &QAction::setDisabled);
         }
-        if (column.entries.empty()) mnuWindow_ = menu;
     }
+    mnuWindow_ = menuBar()->findChild<QMenu*>("mnuWindow");
+    belowScreens_ = mnuWindow_->actions().front();
     connect(mnuWindow_, &QMenu::aboutToShow, this, &mdiMainMenu::FillWindowMenu);
 }
 
 void mdiMainMenu::FillWindowMenu() {
-    mnuWindow_->clear();
+    while (mnuWindow_->actions().front() != belowScreens_) delete mnuWindow_->actions().front();
+    const auto add = [this](const QString& text) {
+        auto* action = new QAction(text, mnuWindow_);
+        mnuWindow_->insertAction(belowScreens_, action);
+        return action;
+    };
     int number = 0;
     for (Form* form : area_->OpenForms()) {
-        QAction* action = mnuWindow_->addAction(QString("&%1 %2").arg(++number).arg(form->windowTitle()));
+        QAction* action = add(QString("&%1 %2").arg(++number).arg(form->windowTitle()));
         action->setCheckable(true);
         action->setChecked(form == area_->Active());
         connect(action, &QAction::triggered, area_, [this, form] { area_->Activate(form); });
     }
-    if (number == 0) mnuWindow_->addAction("No open screens")->setEnabled(false);
+    if (number == 0) add("No open screens")->setEnabled(false);
 }
 
 // Minimised screens wait as buttons in the status bar.
@@ -204,6 +205,7 @@ void mdiMainMenu::LoadScreen(Screen screen) {
     screens_[screen] = form;
     if (!entry.kept) connect(form, &Form::Closed, this, [this, screen] { screens_.erase(screen); });
     form->Load();
+    form->RestoreGeometry();
 }
 
 void mdiMainMenu::OpenScreen(Screen screen, bool modal) {

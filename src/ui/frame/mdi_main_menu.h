@@ -9,6 +9,7 @@
 #include <span>
 
 #include "commands/start_up.h"
+#include "ui/forms/focus_return.h"
 #include "ui/forms/screen_context.h"
 #include "ui/forms/screen_entry.h"
 #include "ui/frame/menu_commands.h"
@@ -85,12 +86,14 @@ class mdiMainMenu : public QMainWindow, public commands::MainFrame, public HostD
     LongCommands::Fail fail_;
     std::span<const ScreenEntry> entries_;
     LongCommands commands_;
+    FocusReturn focusReturn_;
     CurrentSkin skin_;
     ChildArea* area_;
     ScreenContext context_;
     MenuCommands menu_;
     fbTrayIcon* tray_;
     QMenu* mnuWindow_ = nullptr;
+    QAction* belowScreens_ = nullptr;  ///< The first of mnuWindow behind the open screens.
     QTimer Timer1_;
     bool gColorFlag_ = false, gSkinFlag_ = false;
     std::map<Screen, QPointer<Form>> screens_;

@@ -8,7 +8,8 @@
 #include "base/text.h"
 #include "commands/frame_commands.h"
 #include "core/places.h"
-#include "ui/forms/screen_context.h"
+#include "ui/forms/form.h"
+#include "ui/frame/child_area.h"
 
 namespace norvelis::ui {
 
@@ -79,6 +80,38 @@ void MenuCommands::mnu_help() {
 
 void MenuCommands::mnu_about() {
     context_.app.host.OpenScreen(Screen::About, false);
+}
+
+void MenuCommands::mnuTile() {
+    area_.Tile();
+}
+
+void MenuCommands::mnuCascade() {
+    area_.Cascade();
+}
+
+void MenuCommands::mnuMaximize() {
+    if (Form* form = area_.Active()) form->ToggleMaximized();
+}
+
+void MenuCommands::mnuOriginalSize() {
+    if (Form* form = area_.Active()) form->BackToOriginalSize();
+}
+
+void MenuCommands::mnuMinimize() {
+    if (Form* form = area_.Active()) emit form->Minimized();
+}
+
+void MenuCommands::mnuNext() {
+    area_.ActivateNext(1);
+}
+
+void MenuCommands::mnuPrevious() {
+    area_.ActivateNext(-1);
+}
+
+void MenuCommands::mnuClose() {
+    if (Form* form = area_.Active()) form->close();
 }
 
 }  // namespace norvelis::ui

@@ -2,12 +2,13 @@
 
 namespace norvelis::ui {
 
+class ChildArea;
 struct ScreenContext;
 
 /// What the entries of the main frame's menu do, under their names.
 class MenuCommands {
   public:
-    explicit MenuCommands(const ScreenContext& context) : context_(context) {}
+    MenuCommands(const ScreenContext& context, ChildArea& area) : context_(context), area_(area) {}
 
     void mnuColors();
     void mnuPrinterSetup();
@@ -23,8 +24,19 @@ class MenuCommands {
     void mnu_help();
     void mnu_about();
 
+    // Of the window menu, below the open screens; what is about one screen is about the active one.
+    void mnuTile();
+    void mnuCascade();
+    void mnuMaximize();
+    void mnuOriginalSize();
+    void mnuMinimize();
+    void mnuNext();
+    void mnuPrevious();
+    void mnuClose();
+
   private:
     const ScreenContext& context_;
+    ChildArea& area_;
 };
 
 }  // namespace norvelis::ui

@@ -1,10 +1,13 @@
 #include "ui/skins/button_face.h"
 
+#include <algorithm>
+
 namespace norvelis::ui {
 
 namespace {
 
-constexpr double kRim = 8, kRound = 4;  // In points.
+constexpr double kRound = 4;  // In points.
+constexpr QMarginsF kFaceMargins(8, 8, 8, 8);
 
 }  // namespace
 
@@ -25,9 +28,14 @@ void PaintFocusRing(QPainter& painter, const QRectF& area, const QColor& accent,
     painter.drawRoundedRect(area.adjusted(1, 1, -1, -1), radius, radius);
 }
 
+int ButtonHeight(const Picture& picture, int textHeight) {
+    constexpr int kAir = 8;
+    return std::max(picture.Size().height(), textHeight + kAir);
+}
+
 void PaintButtonFace(QPainter& painter, const QRectF& area, const PicturePair& pictures, const QColor& accent,
                      ButtonState state) {
-    (state.down ? pictures.second : pictures.first).PaintStretched(painter, area, kRim);
+    (state.down ? pictures.second : pictures.first).PaintPatches(painter, area, kFaceMargins);
     if (state.down) return;
     if (state.underMouse) PaintUnderMouse(painter, area, accent, kRound);
     if (state.ringed) PaintFocusRing(painter, area, accent, kRound);

@@ -11,6 +11,9 @@ namespace norvelis::ui {
 void PaintUnderMouse(QPainter& painter, const QRectF& area, const QColor& accent, double radius);
 void PaintFocusRing(QPainter& painter, const QRectF& area, const QColor& accent, double radius);
 
+/// Of a push button: its picture's, or more for larger text.
+int ButtonHeight(const Picture& picture, int textHeight);
+
 struct ButtonState {
     bool down, underMouse, ringed;
 };

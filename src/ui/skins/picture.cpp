@@ -4,6 +4,7 @@
 #include <QImage>
 #include <QPixmap>
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <map>
 
@@ -72,7 +73,7 @@ QColor Picture::At(QPoint place) const {
 }
 
 void Picture::Paint(QPainter& painter, const QRectF& target) const {
-    PaintStretched(painter, target, 0);
+    PaintPart(painter, target, QRectF(QPointF(), Size()));
 }
 
 void Picture::PaintPart(QPainter& painter, const QRectF& target, const QRectF& part) const {
@@ -94,24 +95,40 @@ void Picture::PaintCovering(QPainter& painter, const QRectF& target) const {
               QRectF(QPointF(size.width() - seen.width(), size.height() - seen.height()), seen));
 }
 
-void Picture::PaintStretched(QPainter& painter, const QRectF& target, double edge) const {
+namespace {
+
+/// One direction of nine patches: where they begin and end in the picture and in the target.
+struct Patches {
+    std::array<double, 3> fromStart, fromEnd;
+    std::array<double, 4> to;
+
+    Patches(double size, double start, double length, double before, double behind) {
+        before = std::min(before, length / 2);
+        behind = std::min(behind, length - before);
+        fromStart = {0, before, size - behind};
+        fromEnd = {before, std::min(size, length) - behind, size};
+        to = {start, start + before, start + length - behind, start + length};
+    }
+};
+
+}  // namespace
+
+void Picture::PaintPatches(QPainter& painter, const QRectF& target, const QMarginsF& margins) const {
     if (!data_) return;
     const double display = painter.device()->devicePixelRatioF();
     const QPixmap pixmap = data_->For(display);
     const double ratio = pixmap.devicePixelRatio();
     const QSizeF size = data_->size;
-    edge = std::min({edge, target.width() / 2, target.height() / 2});
-    const double fromX[] = {0, edge, size.width() - edge, size.width()};
-    const double fromY[] = {0, edge, size.height() - edge, size.height()};
-    const double toX[] = {target.left(), target.left() + edge, target.right() - edge, target.right()};
-    const double toY[] = {target.top(), target.top() + edge, target.bottom() - edge, target.bottom()};
+    const Patches across(size.width(), target.left(), target.width(), margins.left(), margins.right());
+    const Patches down(size.height(), target.top(), target.height(), margins.top(), margins.bottom());
     painter.save();
     painter.setRenderHint(QPainter::SmoothPixmapTransform, ratio != display);
-    for (int row = 0; row < 3; ++row) {
-        for (int column = 0; column < 3; ++column) {
-            const QRectF to(QPointF(toX[column], toY[row]), QPointF(toX[column + 1], toY[row + 1]));
-            const QRectF from(QPointF(fromX[column], fromY[row]) * ratio,
-                              QPointF(fromX[column + 1], fromY[row + 1]) * ratio);
+    for (std::size_t row = 0; row < 3; ++row) {
+        for (std::size_t column = 0; column < 3; ++column) {
+            const QRectF to(QPointF(across.to[column], down.to[row]),
+                            QPointF(across.to[column + 1], down.to[row + 1]));
+            const QRectF from(QPointF(across.fromStart[column], down.fromStart[row]) * ratio,
+                              QPointF(across.fromEnd[column], down.fromEnd[row]) * ratio);
             if (to.width() > 0 && to.height() > 0) painter.drawPixmap(to, pixmap, from);
         }
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <QMarginsF>
 #include <QPainter>
 #include <QRectF>
 #include <QSize>
@@ -30,8 +31,9 @@ class Picture {
     void PaintCovering(QPainter& painter, const QRectF& target) const;
     /// Fills the target with a part of the picture.
     void PaintPart(QPainter& painter, const QRectF& target, const QRectF& part) const;
-    /// Fills the target and keeps a margin of `edge` points unstretched.
-    void PaintStretched(QPainter& painter, const QRectF& target, double edge) const;
+    /// Fills the target as nine patches: corners keep their size, and what is between them stretches. Where
+    /// the target is smaller than the picture the middle is cut instead.
+    void PaintPatches(QPainter& painter, const QRectF& target, const QMarginsF& margins) const;
 
   private:
     struct Data;

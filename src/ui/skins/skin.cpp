@@ -62,14 +62,14 @@ QPalette Skin::Palette() const {
     palette.setColor(QPalette::Base, base);
     palette.setColor(QPalette::AlternateBase, Mixed(base, text, 0.035));
     palette.setColor(QPalette::Text, text);
-    palette.setColor(QPalette::PlaceholderText, Mixed(text, base, 0.45));
+    palette.setColor(QPalette::PlaceholderText, Mixed(text, base, 0.35));
     palette.setColor(QPalette::Button, button);
     palette.setColor(QPalette::ButtonText, buttonText);
     palette.setColor(QPalette::ToolTipBase, Mixed(base, text, 0.06));
     palette.setColor(QPalette::ToolTipText, text);
     palette.setColor(QPalette::Highlight, accent);
     palette.setColor(QPalette::HighlightedText, ButtonDownColor());
-    palette.setColor(QPalette::Link, accent);
+    palette.setColor(QPalette::Link, Mixed(accent, label, 0.4));
     palette.setColor(QPalette::Light, Mixed(body, Qt::white, 0.5));
     palette.setColor(QPalette::Midlight, Mixed(body, label, 0.10));
     palette.setColor(QPalette::Mid, Mixed(body, label, 0.28));
@@ -78,6 +78,8 @@ QPalette Skin::Palette() const {
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         palette.setColor(QPalette::Disabled, role, Mixed(palette.color(QPalette::Active, role), body, 0.55));
     palette.setColor(QPalette::Disabled, QPalette::Highlight, Mixed(accent, body, 0.6));
+    for (const auto role : {QPalette::Base, QPalette::Button})
+        palette.setColor(QPalette::Disabled, role, body);
     return palette;
 }
 

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QFontInfo>
 #include <QPainter>
 #include <QPainterPath>
 #include <QProxyStyle>
@@ -142,7 +143,7 @@ class SkinStyle : public QProxyStyle {
         QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
         if (type == CT_ItemViewItem || type == CT_MenuItem) size.rheight() += kRowAir;
         if (type == CT_MenuBarItem) size.rheight() += kMenuBarAir;
-        if (type == CT_PushButton) size.setHeight(buttons_.first.Size().height());
+        if (type == CT_PushButton) size.setHeight(ButtonHeight(buttons_.first, option->fontMetrics.height()));
         return size;
     }
 
@@ -182,6 +183,7 @@ class SkinStyle : public QProxyStyle {
         switch (hint) {
             case SH_EtchDisabledText:
             case SH_ComboBox_Popup:
+            case SH_ComboBox_AllowWheelScrolling:  // A wheel that passes over a closed list is no choice.
             case SH_DialogButtonBox_ButtonsHaveIcons:
             case SH_ItemView_ActivateItemOnSingleClick:
             case SH_ItemView_ShowDecorationSelected:
@@ -288,10 +290,14 @@ class SkinStyle : public QProxyStyle {
 void UseSkinStyle(QApplication& application) {
     QFont font = application.font();
     font.setFamilies({"Noto Sans", "Liberation Sans", font.family()});
-    font.setPixelSize(kFontPixels);
+    if (QFontInfo(font).pixelSize() < kFontPixels) font.setPixelSize(kFontPixels);
     QApplication::setFont(font);
     QApplication::setStyle(new SkinStyle);
     SetStyleSkin(PlainSkin());
+}
+
+double TextScale() {
+    return std::max(1.0, QFontInfo(QApplication::font()).pixelSize() / static_cast<double>(kFontPixels));
 }
 
 void SetStyleSkin(const Skin& skin) {

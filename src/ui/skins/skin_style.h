@@ -10,6 +10,9 @@ struct Skin;
 /// they belong to the skinned forms.
 void UseSkinStyle(QApplication& application);
 
+/// How much larger the desktop's text is than the text that the screens are made for; 1 or more.
+double TextScale();
+
 /// Takes palette and button pictures of a skin.
 void SetStyleSkin(const Skin& skin);
 

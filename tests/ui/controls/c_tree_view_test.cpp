@@ -202,6 +202,22 @@ TEST_F(TreeViewTest, TellsWhereTheMouseIs) {
     EXPECT_EQ(hovered.last()[0].value<NodeIndex>(), kNoNode);
 }
 
+TEST_F(TreeViewTest, TheNodeThatTheKeysReachIsToldLikeTheOneUnderTheMouse) {
+    QSignalSpy hovered(&view, &cTreeView::NodeHovered);
+    Press(Qt::Key_Down);
+    ASSERT_EQ(hovered.count(), 1);
+    EXPECT_EQ(hovered[0][0].value<NodeIndex>(), 1u);
+    const QPoint place = hovered[0][1].toPoint();
+    EXPECT_TRUE(LineAt(1).contains(place));
+    EXPECT_GT(place.x(), TreeLineDelegate::TextLeft(2)) << "beside the text";
+    Press(Qt::Key_Up);
+    Press(Qt::Key_Up);
+    EXPECT_EQ(hovered.count(), 2) << "at the first line there is nothing new";
+    QFocusEvent out(QEvent::FocusOut);
+    QApplication::sendEvent(&view, &out);
+    EXPECT_EQ(hovered.last()[0].value<NodeIndex>(), kNoNode);
+}
+
 TEST_F(TreeViewTest, ARecordIsFoundNearTheSelectedNode) {
     view.Select(7);
     EXPECT_TRUE(view.SelectRecord("REC-2"));

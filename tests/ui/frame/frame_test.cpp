@@ -141,7 +141,9 @@ TEST_F(FrameTest, TheWindowMenuListsOpenScreensAndBringsThemBack) {
     ui.Choose("mnuColors");
     auto* menu = ui.Find<QMenu>("mnuWindow");
     emit menu->aboutToShow();
-    ASSERT_EQ(menu->actions().size(), 2);
+    emit menu->aboutToShow();
+    ASSERT_GT(menu->actions().size(), 2);
+    EXPECT_TRUE(menu->actions()[2]->isSeparator()) << "the commands that arrange them";
     EXPECT_EQ(menu->actions()[0]->text(), "&1 RECORDS TREEVIEW");
     EXPECT_EQ(menu->actions()[1]->text(), "&2 SETTINGS");
     EXPECT_FALSE(menu->actions()[0]->isChecked());

@@ -3,6 +3,7 @@
 
 #include <QLineEdit>
 #include <QListWidget>
+#include <cmath>
 
 #include "ui/controls/click_label.h"
 #include "ui/controls/picture_controls.h"
@@ -119,6 +120,8 @@ TEST_F(SkinsTest, PlacesOfTheCaptionComeInTwipsAndZeroLeavesThem) {
     SetIni("850x510", "CaptionTop", "150");
     SetIni("850x510", "CloseLeft", "0");
     SetIni("850x510", "CloseTop", "900");
+    ui.frame->resize(1100, 720);
+    UiApp::Settle();
     Dress();
     EXPECT_EQ(form->findChild<QWidget*>("lblCaption")->pos(), QPoint(40, 10));
     EXPECT_EQ(form->findChild<QWidget*>("imgClose")->pos(), PlacesFor(QSize(850, 510)).imgClose);
@@ -206,6 +209,60 @@ TEST(Pictures, TheSharpestVariantThatADisplayNeedsIsTaken) {
         EXPECT_EQ(display.pixelColor(display.width() / 2, display.height() / 2).green() < 50, ratio == 2.0);
     }
     EXPECT_TRUE(Picture::FromFile("nowhere.Jpg").IsNull());
+}
+
+double Luminance(const QColor& color) {
+    const auto linear = [](double part) {
+        return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+double Contrast(const QColor& a, const QColor& b) {
+    const auto [dark, light] = std::minmax(Luminance(a), Luminance(b));
+    return (light + 0.05) / (dark + 0.05);
+}
+
+TEST_F(SkinsTest, TextCanBeReadInEveryDeliveredSkin) {
+    constexpr double kReadable = 4.5;
+    using P = QPalette;
+    constexpr std::pair<P::ColorRole, P::ColorRole> kTexts[] = {{P::WindowText, P::Window},
+                                                                {P::Text, P::Base},
+                                                                {P::Text, P::AlternateBase},
+                                                                {P::ButtonText, P::Button},
+                                                                {P::Text, P::Mid},
+                                                                {P::HighlightedText, P::Highlight},
+                                                                {P::ToolTipText, P::ToolTipBase},
+                                                                {P::PlaceholderText, P::Base},
+                                                                {P::Link, P::Base},
+                                                                {P::Link, P::Window}};
+    for (const std::string& name : InstalledSkins(ui.app)) {
+        ASSERT_TRUE(ui.frame->Context().skin.ChangeTo(name));
+        const Skin& skin = ui.frame->Context().skin.Get();
+        const QPalette palette = skin.Palette();
+        for (const auto& [text, ground] : kTexts)
+            EXPECT_GE(Contrast(palette.color(text), palette.color(ground)), kReadable)
+                << name << " " << text << " on " << ground;
+        const auto reads = [&](int color, const QColor& ground, const char* what) {
+            EXPECT_GE(Contrast(ColorOf(color), ground), kReadable) << name << ": " << what;
+        };
+        const Picture& up = skin[SkinPicture::ButtonUp];
+        for (const int y : {4, up.Size().height() / 2, up.Size().height() - 4})
+            reads(skin.colors.ButtonForeColor, up.At(QPoint(40, y)), "a button");
+        reads(skin.colors.TextBoxForeColor, ColorOf(skin.colors.ListBoxBackColor), "a list");
+        const Picture form = FormPicture(ui.app, kFormTag);
+        for (int x = 20; x < 700; x += 40) reads(skin.colors.TitleColor, form.At(QPoint(x, 20)), "a title");
+    }
+}
+
+TEST_F(SkinsTest, ADisabledListLooksDisabled) {
+    Dress();
+    const QColor text = PixelOf(form->list, QPoint(30, 30));
+    form->list->setEnabled(false);
+    EXPECT_NE(PixelOf(form->list, QPoint(30, 30)), text) << "its ground";
+    EXPECT_EQ(form->list->palette().color(QPalette::Text),
+              QApplication::palette().color(QPalette::Disabled, QPalette::Text));
+    EXPECT_LT(Contrast(Of(form->list, QPalette::Text), Of(form->list, QPalette::Base)), 4.5);
 }
 
 }  // namespace

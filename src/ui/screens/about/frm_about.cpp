@@ -6,6 +6,7 @@
 #include "ui/controls/picture_controls.h"
 #include "ui/skins/art/skin_files.h"
 #include "ui/skins/program_icon.h"
+#include "ui/skins/skin_style.h"
 
 namespace norvelis::ui {
 
@@ -15,7 +16,7 @@ frmAbout::frmAbout(const ScreenContext& context)
     picture->setPixmap(ProgramIcon().pixmap(72, 72));
     auto* name = MakeLabel(this, "lblProduct", "Norvelis");
     QFont font = name->font();
-    font.setPixelSize(24);
+    font.setPixelSize(qRound(24 * TextScale()));
     font.setWeight(QFont::DemiBold);
     name->setFont(font);
     auto* version = MakeLabel(this, "lblVersion", "Version " + QApplication::applicationVersion());

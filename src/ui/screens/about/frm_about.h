@@ -11,6 +11,7 @@ class frmAbout : public Form {
 
     /// In the middle of the frame, where it hides no other form's caption.
     void Place() override;
+    bool Grows() const override { return false; }
 
   protected:
     void LoadINISettings() override;

@@ -1,5 +1,7 @@
 #include "ui/screens/browse/screen_drawing.h"
 
+#include <QScrollBar>
+
 #include "base/paths.h"
 #include "ui/controls/c_tree_view.h"
 #include "ui/controls/drawing_control.h"
@@ -13,14 +15,17 @@ ScreenDrawing::ScreenDrawing(const ScreenContext& context, cTreeView& tree, Draw
       panel_(panel),
       before_(panel.Drawing().Src()),
       drawn_(tree.Tree()),
+      sideways_(tree.horizontalScrollBar()->value()),
       state_(context.app, *context.app.gConnection, context.engine, *this) {
     state_.options.layout = panel.Layout();
 }
 
 ScreenDrawing::~ScreenDrawing() {
+    if (!OnShow()) return;
+    tree_.horizontalScrollBar()->setValue(sideways_);
     DrawingControl2& control = panel_.Drawing();
     const std::string shown = control.Src().toStdString();
-    if (OnShow() && !shown.empty() && !FileExists(shown)) control.SetSrc(before_);
+    if (!shown.empty() && !FileExists(shown)) control.SetSrc(before_);
 }
 
 bool ScreenDrawing::OnShow() const {

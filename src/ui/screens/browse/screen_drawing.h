@@ -19,7 +19,8 @@ class ScreenDrawing : private DrawScreen {
     using Show = std::function<void(const QString&)>;
 
     ScreenDrawing(const ScreenContext& context, cTreeView& tree, DrawingPanel& panel);
-    /// A snapshot of a drawing that was not finished gives way to what was on show before.
+    /// A snapshot of a drawing that was not finished gives way to what was on show before, and the tree is not
+    /// left scrolled sideways by the boxes that it followed.
     ~ScreenDrawing();
 
     DrawingState& State() { return state_; }
@@ -40,6 +41,7 @@ class ScreenDrawing : private DrawScreen {
     DrawingPanel& panel_;
     QString before_;
     RecordTree drawn_;
+    int sideways_;  ///< How far the tree was scrolled.
     DrawingState state_;
 };
 

@@ -25,7 +25,8 @@ constexpr PagingButton kPaging[] = {
     {"HM", "Go to Top of Treeview", "Top"}, {"PUP", "Page Up", "Page up"},
     {"UP", "Scroll 1 line up", "Line up"},  {"DN", "Scroll 1 line down", "Line down"},
     {"PDN", "Page Down", "Page down"},      {"END", "Go to bottom of tree view", "Bottom"}};
-constexpr int kPagingWidth = 42;
+constexpr int kPagingAir = 14;  ///< Beside the caption of a paging button.
+constexpr auto kNoSchema = "No schema yet: IDMS Report > Extract IDMS Report";
 
 QBoxLayout* Row() {
     auto* row = new QHBoxLayout;
@@ -42,6 +43,7 @@ TreeForm::TreeForm(const ScreenContext& context, const QString& name, const QStr
       hover_(new NodeHover(*this, *Tview_)),
       variant_(variant),
       search_(new SearchBox(context.app.host, *Tview_, this)) {
+    Tview_->SetEmptyText(kNoSchema);
     connect(Tview_, &cTreeView::NodeClicked, this, &TreeForm::ClickNode);
     connect(search_, &SearchBox::Searching, hover_, &NodeHover::Hide);
     auto* again = new QShortcut(QKeySequence::Refresh, this);
@@ -95,7 +97,7 @@ QBoxLayout* TreeForm::PagingStrip() {
         auto* button = new SkinButton(QString("cmdMove%1").arg(i), paging.caption, this);
         button->setToolTip(paging.toolTip);
         button->setAccessibleName(paging.spoken);
-        button->setFixedWidth(kPagingWidth);
+        button->setFixedWidth(button->fontMetrics().horizontalAdvance("PDN") + kPagingAir);
         connect(button, &QPushButton::clicked, Tview_,
                 [this, i] { Tview_->ScrollView(static_cast<cTreeView::Scroll>(i)); });
         strip->addWidget(button);
@@ -125,8 +127,10 @@ void TreeForm::loadtreeform() {
 
 void TreeForm::process_Refresh() {
     AppState& app = App();
+    Tview_->SetEmptyText({});  // It is not empty but being filled.
     Tview_->SetTree({});
     Tview_->SetTree(norvelis::process_Refresh(app, *app.gConnection, variant_));
+    Tview_->SetEmptyText(kNoSchema);
 }
 
 void TreeForm::ClickNode(NodeIndex node) {

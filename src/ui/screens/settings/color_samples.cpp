@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QListWidget>
+#include <algorithm>
 
 #include "ui/controls/click_label.h"
 #include "ui/controls/picture_controls.h"
@@ -16,7 +17,7 @@ namespace norvelis::ui {
 
 namespace {
 
-constexpr int kSampleHeight = 28;
+constexpr int kSampleHeight = 28;  ///< With the usual text.
 
 /// Of the items, in their order.
 constexpr const char* kItemNames[] = {"Label",
@@ -64,7 +65,8 @@ QLayout* ColorSamples::SampleRows() {
               "TitleColor", TitleColor);
     lblTitleColor_->setAutoFillBackground(true);
     lblTitleColor_->setMargin(4);
-    lblTitleColor_->setFixedHeight(kSampleHeight);
+    const int height = std::max(kSampleHeight, fontMetrics().height() + 10);
+    lblTitleColor_->setFixedHeight(height);
     const auto textBox = [this](const char* name, const char* text) {
         auto* made = new QLineEdit(text, this);
         made->setObjectName(name);
@@ -77,12 +79,12 @@ QLayout* ColorSamples::SampleRows() {
     auto* list = new QListWidget(this);
     list->setObjectName("lstListBoxBackGroundColor");
     list->addItem("Listbox Background Color");
-    list->item(0)->setSizeHint(QSize(0, kSampleHeight - 4));
+    list->item(0)->setSizeHint(QSize(0, height - 4));
     list->setSelectionMode(QAbstractItemView::NoSelection);
     list->setFocusPolicy(Qt::NoFocus);
     for (QWidget* box :
          {static_cast<QWidget*>(txtBack), static_cast<QWidget*>(txtFore), static_cast<QWidget*>(list)})
-        box->setFixedHeight(kSampleHeight);
+        box->setFixedHeight(height);
 
     samples_ = {{Label, {lblLabelColor, QPalette::WindowText, &SkinColors::LabelForeColor}},
                 {ButtonLabel, {lblButtonLabelColor, QPalette::WindowText, &SkinColors::ButtonForeColor}},

@@ -15,6 +15,7 @@ ViewVisioFile::ViewVisioFile(const ScreenContext& context)
     : Form(context, "ViewVisioFile", "DRAWING", kLargeForm),
       DrawingControl2_(new DrawingControl2("DrawingControl2", context.openDrawing, this)),
       lblFile_(new ElidedLabel("lblFile", {}, this)) {
+    DrawingControl2_->SetEmptyText("No drawing on show: OPEN FILE shows one");
     auto* row = new ButtonRow(this);
     row->addWidget(lblFile_, 1);
     DrawingControl2* drawing = DrawingControl2_;

@@ -45,7 +45,7 @@ Theme Midnight() {
     theme.caption = theme.captionEnd = Hex(0x171D25);
     theme.captionLine = Hex(0x2E3946);
     theme.glyph = Hex(0xB6C2D0);
-    theme.accent = Hex(0x3D8BE6);
+    theme.accent = Hex(0x2B72C8);
     theme.buttonTop = theme.buttonBottom = Hex(0x2C3744);
     theme.buttonBorder = Hex(0x46556A);
     theme.markBorder = Hex(0x76879D);
@@ -69,7 +69,7 @@ Theme Classic() {
     theme.body = Hex(0xE9E6DF);
     theme.border = Hex(0x5C6F8C);
     theme.caption = Hex(0x2B5288);
-    theme.captionEnd = Hex(0x7C9CC4);
+    theme.captionEnd = Hex(0x4A70A4);
     theme.captionLine = Hex(0x24446F);
     theme.glyph = Hex(0xFFFFFF);
     theme.accent = Hex(0x3A67A6);
