@@ -14,7 +14,12 @@
 namespace norvelis::cli {
 
 void CommandContext::OpenStore() {
-    app->gConnection = Connection::Open(ConnectionString(app->AppPath(places::kStore)));
+    try {
+        app->gConnection = Connection::Open(ConnectionString(app->AppPath(places::kStore)));
+    } catch (const RuntimeFailure& failure) {
+        throw RuntimeFailure(failure.Number(),
+                             failure.Detail() + "; \"norvelis-cli store create\" makes an empty one");
+    }
 }
 
 int Refuse(const std::string& reason) {

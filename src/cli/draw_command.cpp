@@ -127,7 +127,7 @@ void AddDraw(CLI::App& program, CommandContext& context) {
     auto request = std::make_shared<DrawRequest>();
     auto words = std::make_shared<Words>();
     auto* command = program.add_subcommand("draw", "Draw a schema's Bachman diagram as a Visio drawing");
-    command->add_option("SCHEMA", request->schema, "Schema of the dictionary")->required()->check(named);
+    command->add_option("SCHEMA", request->schema, "Schema of the dictionary")->required();
     auto* separate =
         command->add_flag("--separate", request->separate, "A file for each record that is an entry");
     command->add_option("--record", request->record, "This record with all below it")

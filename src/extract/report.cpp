@@ -5,13 +5,15 @@
 #include <cstring>
 
 #include "base/text.h"
-#include "extract/keywords.h"
+#include "extract/format/keywords.h"
 
 namespace norvelis {
 
 namespace {
 
 using namespace keywords;
+
+constexpr std::size_t kMilestoneDistance = 4096;
 
 std::size_t Find(std::string_view bytes, std::string_view sought, std::size_t from) {
     const void* found = sought.size() == 1
@@ -38,8 +40,8 @@ class Occurrences {
     std::size_t next_;
 };
 
-constexpr std::uint16_t Bit(KeywordKind kind) {
-    return static_cast<std::uint16_t>(kind);
+constexpr std::uint32_t Bit(KeywordKind kind) {
+    return static_cast<std::uint32_t>(kind);
 }
 
 struct DottedKeyword {
@@ -55,13 +57,15 @@ constexpr std::array<DottedKeyword, 7> kDotted = {{{kRecordName, KeywordKind::Re
                                                    {kCalcSet, KeywordKind::CalcSet},
                                                    {kMember, KeywordKind::Member}}};
 
-std::uint16_t DottedKinds(std::string_view line) {
-    std::uint16_t kinds = 0;
+std::uint32_t DottedKinds(std::string_view line) {
+    std::uint32_t kinds = 0;
     for (const auto& dotted : kDotted) {
         if (Column(line, dotted.keyword) != 0) kinds |= Bit(dotted.kind);
     }
     if (line.starts_with(kRecordNameAtStart)) kinds |= Bit(KeywordKind::RecordNameAtStart);
     if (line.starts_with(kSetAtStart)) kinds |= Bit(KeywordKind::SetAtStart);
+    if (line.starts_with(kMembershipAtStart)) kinds |= Bit(KeywordKind::Membership);
+    if (line.starts_with(kOwnershipAtStart)) kinds |= Bit(KeywordKind::Ownership);
     if (Column(line, kOwner, 2) != 0) kinds |= Bit(KeywordKind::Owner);
     return kinds;
 }
@@ -85,11 +89,17 @@ Report::Report(std::string bytes) : bytes_(std::move(bytes)) {
     Occurrences dataItems(all, kDataItem);
     Occurrences controlItems(all, kControlItem);
     std::optional<std::size_t> lastText;
+    std::size_t number = 0, nextMilestone = 0;
 
     for (std::size_t begin = 0; begin < all.size();) {
+        ++number;
+        if (begin >= nextMilestone) {
+            milestones_.push_back({begin, number});
+            nextMilestone = begin + kMilestoneDistance;
+        }
         const auto [line, next] = LineAt(all, begin);
         const std::size_t end = begin + line.size();
-        std::uint16_t kinds = 0;
+        std::uint32_t kinds = 0;
         if (dots.IsIn(begin, end)) kinds |= DottedKinds(line);
         if (equals.IsIn(begin, end)) {
             if (Column(line, kRecordLength) != 0) kinds |= Bit(KeywordKind::RecordLength);
@@ -100,7 +110,11 @@ Report::Report(std::string bytes) : bytes_(std::move(bytes)) {
             Column(line, kIndexMember) == kIndexMemberColumn) {
             kinds |= Bit(KeywordKind::IndexMember);
         }
-        if (IsFieldLine(line)) kinds |= Bit(KeywordKind::Field);
+        if (IsFieldLine(line)) {
+            kinds |= Bit(KeywordKind::Field);
+        } else if (IsOtherLevelLine(line)) {
+            kinds |= Bit(KeywordKind::OtherLevel);
+        }
         if (controlItems.IsIn(begin, end)) {
             kinds |= Bit(KeywordKind::ControlItem);
             if (lastText) above_.push_back({lines_.size(), *lastText});
@@ -120,6 +134,16 @@ std::optional<std::string_view> Report::NextLine(std::size_t& position) const {
     const auto [line, next] = LineAt(bytes_, position);
     position = next;
     return line;
+}
+
+std::size_t Report::NumberOfLine(std::size_t begin) const {
+    const auto behind = std::upper_bound(milestones_.begin(), milestones_.end(), begin,
+                                         [](std::size_t b, const Milestone& m) { return b < m.begin; });
+    if (behind == milestones_.begin()) return 1;
+    const Milestone& milestone = *std::prev(behind);
+    const std::string_view between =
+        std::string_view(bytes_).substr(milestone.begin, begin - milestone.begin);
+    return milestone.number + static_cast<std::size_t>(std::count(between.begin(), between.end(), '\n'));
 }
 
 std::optional<std::size_t> Report::TextAbove(std::size_t lineNumber) const {

@@ -5,6 +5,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "extract/head_lines.h"
 #include "extract/report.h"
 
 namespace norvelis {
@@ -26,6 +27,7 @@ class PrefixIndex {
     /// In order of lines, the first place of each line.
     std::vector<Occurrence> Matches(std::string_view name) const;
     std::optional<std::size_t> FirstLine(std::string_view name) const;
+    std::optional<std::size_t> LastLineBefore(std::string_view name, std::size_t limit) const;
 
   private:
     std::pair<std::size_t, std::size_t> Range(std::string_view name) const;
@@ -44,6 +46,17 @@ class ReportIndex {
     std::optional<std::size_t> SectionStart(std::string_view record) const {
         return sections_.FirstLine(record);
     }
+
+    /// The last such line before line `limit`.
+    std::optional<std::size_t> LastSectionStart(std::string_view record, std::size_t limit) const {
+        return sections_.LastLineBefore(record, limit);
+    }
+
+    /// The set line that counts for this name: the first of a set whose name begins with it.
+    std::optional<std::size_t> SetLine(std::string_view set) const { return sets_.FirstLine(set); }
+
+    /// Worked out when first asked for.
+    const HeadLines& Heads();
 
     struct Membership {
         std::string_view member, set;
@@ -80,6 +93,7 @@ class ReportIndex {
 
     const Report& report_;
     PrefixIndex sections_, sets_, members_, controlItems_;
+    std::optional<HeadLines> heads_;
     std::optional<SetRegion> region_;  // of the set last asked for: its members follow one another
     std::unordered_map<std::string_view, std::vector<Membership>> ownerships_;
     std::unordered_map<std::string_view, std::size_t> blocks_;  // record to its first name line at column 1

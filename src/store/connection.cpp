@@ -30,6 +30,12 @@ std::string PartOf(std::string_view connectionString, std::string_view key) {
     return {};
 }
 
+std::string TablesScript() {
+    std::string script = "BEGIN;";
+    for (const auto& table : AllTables()) script += CreationScript(table);
+    return script + "COMMIT;";
+}
+
 void RequireTables(Connection& connection) {
     for (const auto& table : AllTables()) {
         if (connection.Count(
@@ -67,10 +73,14 @@ std::shared_ptr<Connection> Connection::Open(std::string_view connectionString) 
 void Connection::CreateStore(const std::string& path) {
     WriteFileThrough(path, [](const std::string& temporary) {
         DeleteFile(temporary);
-        std::string script = "BEGIN;";
-        for (const auto& table : AllTables()) script += CreationScript(table);
-        Database(temporary, std::string(kPassword), true).RunScript(script + "COMMIT;");
+        Database(temporary, std::string(kPassword), true).RunScript(TablesScript());
     });
+}
+
+std::shared_ptr<Connection> Connection::InMemory() {
+    auto database = std::make_shared<Database>(":memory:", std::string(kPassword), true);
+    database->RunScript(TablesScript());
+    return std::shared_ptr<Connection>(new Connection(std::move(database)));
 }
 
 Connection::~Connection() = default;

@@ -31,6 +31,9 @@ class Connection {
     /// Makes an empty store with all tables at `path`, over whatever is there.
     static void CreateStore(const std::string& path);
 
+    /// An empty store with all tables in memory, gone with the connection.
+    static std::shared_ptr<Connection> InMemory();
+
     ~Connection();
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;

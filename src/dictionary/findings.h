@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "store/connection.h"
+
+// What extractions found wrong with their reports: rows of a table of our own, which other programs do not
+// know and do not need. It is made when it is first needed. Its form has a number; a table of a newer form is
+// a RuntimeFailure (StoreFailure) with words that say so.
+namespace norvelis::dictionary {
+
+struct FindingRow {
+    std::string severity, kind;
+    std::size_t line = 0;  ///< 0: about the whole report.
+    std::string subject, reason, remedy;
+};
+
+/// The schema's findings, in place of those that are there.
+void ReplaceFindings(Connection& store, std::string_view schema, const std::vector<FindingRow>& findings);
+
+/// In the order in which they were written; empty when there is no such table.
+std::vector<FindingRow> FindingsOf(Connection& store, std::string_view schema);
+
+/// Of one schema, or of all.
+void ClearFindings(Connection& store, const std::optional<std::string_view>& schema);
+
+/// The names of the schema's records that have no box text: their sections were not read to the end.
+std::vector<std::string> IncompleteRecords(Connection& store, std::string_view schema);
+
+}  // namespace norvelis::dictionary
