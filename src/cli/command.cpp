@@ -14,12 +14,7 @@
 namespace norvelis::cli {
 
 void CommandContext::OpenStore() {
-    try {
-        app->gConnection = Connection::Open(ConnectionString(app->AppPath(places::kStore)));
-    } catch (const RuntimeFailure& failure) {
-        throw RuntimeFailure(failure.Number(),
-                             failure.Detail() + "; \"norvelis-cli store create\" makes an empty one");
-    }
+    app->gConnection = Connection::Open(ConnectionString(app->AppPath(places::kStore)));
 }
 
 int Refuse(const std::string& reason) {

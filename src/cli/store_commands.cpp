@@ -1,21 +1,22 @@
 #include <cstdio>
 
-#include "base/failure.h"
 #include "base/paths.h"
 #include "cli/command.h"
 #include "core/places.h"
 #include "store/connection.h"
 #include "store/former_store.h"
+#include "store/store_failure.h"
 
 namespace norvelis::cli {
 
 namespace {
 
+// Opening also takes back what a program left in the middle of a change.
 bool IsUsable(const std::string& store) {
     try {
         Connection::Open(ConnectionString(store));
         return true;
-    } catch (const RuntimeFailure&) {
+    } catch (const UnusableStore&) {
         return false;
     }
 }
@@ -34,6 +35,7 @@ int Create(CommandContext& context) {
 
 int Restore(CommandContext& context) {
     const std::string store = Resolve(context.app->AppPath(places::kStore));
+    if (FileExists(store)) IsUsable(store);
     RestoreFormerStore(store);
     std::printf("The former dictionary is in its place again: %s\nThe one before is kept as %s\n",
                 store.c_str(), FormerStorePath(store).c_str());

@@ -25,6 +25,12 @@ std::string_view KeyWords(std::string_view line) {
     return displacement == 0 ? words : Trim(words.substr(0, displacement - 1));
 }
 
+// `line` is a number of Report::Lines.
+void FindAt(ExtractionState& state, FindingKind kind, std::size_t line, std::string_view subject,
+            std::string_view reason) {
+    state.Find(kind, state.report.Lines()[line].Begin(), subject, reason);
+}
+
 /// A list of fields that is not met in so many lines is looked for in another manner.
 constexpr std::size_t kNearLines = 64;
 
@@ -103,7 +109,10 @@ class SectionReader {
             ownFields_ = nameLines_ == 1;
         }
         if (!inFields_) return;
-        if (line.Has(KeywordKind::Field)) AddField(line, text);
+        if (line.Has(KeywordKind::Field)) {
+            AddField(line, text);
+            CheckFieldName(line, text);
+        }
         if (line.Has(KeywordKind::OtherLevel)) ++otherLevels_;
         if (line.Has(KeywordKind::Field) || line.Has(KeywordKind::OtherLevel)) CheckPosition(line, text);
     }
@@ -118,6 +127,13 @@ class SectionReader {
         state_.writer->AddField(
             record_, {TextIn(text, kFieldLevel), TextIn(text, kFieldName), TextIn(text, kFieldUsage),
                       TextIn(text, kFieldPicture), TextIn(text, kFieldStart), TextIn(text, kFieldEnd)});
+    }
+
+    void CheckFieldName(const ReportLine& line, std::string_view text) {
+        const Span behind{kFieldName.column + kFieldName.count, 1};
+        if (NameIn(text, behind).empty()) return;
+        Find(FindingKind::NameTooLong, line,
+             fmt::format("the name of field {} is longer than its columns", TextIn(text, kFieldName)));
     }
 
     void CheckPosition(const ReportLine& line, std::string_view text) {
@@ -191,8 +207,12 @@ void UpdateRecordLayout(ExtractionState& state, std::string_view record, std::st
     if (state.reportsRecords) state.app.host.Status("Extracting Record: " + ToUtf8(record));
     const auto start = state.index->SectionStart(record);
     if (!start) {
-        state.FindInReport(FindingKind::LengthMissing, record,
-                           "no RLGTH= on its name line: the record is not completed");
+        constexpr std::string_view kReason = "no RLGTH= on its name line: the record is not completed";
+        if (const auto block = state.index->BlockStart(record)) {
+            FindAt(state, FindingKind::LengthMissing, *block, record, kReason);
+        } else {
+            state.FindInReport(FindingKind::LengthMissing, record, kReason);
+        }
         return;
     }
     SectionReader section(state, record);
@@ -216,9 +236,8 @@ void CheckMemberLine(ExtractionState& state, const Occurrence& place, std::strin
                      std::string_view set) {
     const std::string_view found = Trim(place.tail);
     if (found == member || member.empty()) return;
-    state.Find(
-        FindingKind::MemberOfAnother, state.report.Lines()[place.line].Begin(), member,
-        fmt::format("its texts in set {} are those of {}, whose name begins with this one", set, found));
+    FindAt(state, FindingKind::MemberOfAnother, place.line, member,
+           fmt::format("its texts in set {} are those of {}, whose name begins with this one", set, found));
 }
 
 void CollectSetMember(ExtractionState& state, std::string_view owner, std::string_view member,
@@ -252,14 +271,13 @@ std::string_view SortOption(const ExtractionState& state, std::string_view index
 
 void CheckKeyLine(ExtractionState& state, const Occurrence& place, std::string_view index,
                   std::string_view field) {
-    const std::size_t begin = state.report.Lines()[place.line].Begin();
-    const std::string_view found = Trim(place.tail.substr(0, place.tail.find(' ')));
+    const std::string_view found = place.tail.substr(0, place.tail.find(' '));
     if (found != index) {
-        state.Find(FindingKind::KeyOfAnother, begin, index,
-                   fmt::format("a key of index {} is taken for one of its own", found));
+        FindAt(state, FindingKind::KeyOfAnother, place.line, index,
+               fmt::format("a key of index {} is taken for one of its own", found));
     } else if (!IsFieldLine(field)) {
-        state.Find(FindingKind::KeyWithoutField, begin, index,
-                   fmt::format("the key is taken from \"{}\", which is no field", Trim(field)));
+        FindAt(state, FindingKind::KeyWithoutField, place.line, index,
+               fmt::format("the key is taken from \"{}\", which is no field", Trim(field)));
     }
 }
 
@@ -273,25 +291,34 @@ void SaveIndexDetails(IndexRow& row, std::size_t slot, std::string_view key, std
     if (!filled) row.keys.push_back({slot, Trim(key), Trim(order)});
 }
 
-void CollectSortKeys(ExtractionState& state, std::string_view index, std::string_view record) {
+void CheckIndexName(ExtractionState& state, const ReportIndex::IndexLine& place) {
+    const Span behind{kIndexName.column + kIndexName.count, 1};
+    if (NameIn(state.report.TextOf(state.report.Lines()[place.line]), behind).empty()) return;
+    FindAt(state, FindingKind::NameTooLong, place.line, place.index,
+           "the name of this index is longer than its columns");
+}
+
+void CollectSortKeys(ExtractionState& state, const ReportIndex::IndexLine& place, std::string_view record) {
+    const std::string_view index = place.index;
     auto& names = state.gIndexNames;
     if (std::find(names.begin(), names.end(), index) != names.end()) return;
     // A ninth index finds no space in the list and is read all the same.
     if (const auto free = std::find(names.begin(), names.end(), std::string_view()); free != names.end()) {
         *free = index;
     } else {
-        state.FindInReport(FindingKind::NinthIndex, record,
-                           fmt::format("index {} is beyond the eight that a record has", index));
+        FindAt(state, FindingKind::NinthIndex, place.line, record,
+               fmt::format("index {} is beyond the eight that a record has", index));
     }
+    CheckIndexName(state, place);
 
     const auto& lines = state.report.Lines();
     IndexRow* row = nullptr;
     int keyCount = 0;
     std::size_t lastKeyLine = 0;
     std::optional<std::size_t> used;  // where the control line begins that took the line above it
-    for (const Occurrence& place : state.index->ControlItems(index)) {
-        const ReportLine& line = lines[place.line];
-        const auto above = state.report.TextAbove(place.line);
+    for (const Occurrence& item : state.index->ControlItems(index)) {
+        const ReportLine& line = lines[item.line];
+        const auto above = state.report.TextAbove(item.line);
         const bool fresh = above && (!used || *above > *used);
         used = line.Begin();
         if (!fresh) continue;
@@ -306,33 +333,33 @@ void CollectSortKeys(ExtractionState& state, std::string_view index, std::string
                 fmt::format("record {}, line {}, key {} of at most {} of index {}", ToUtf8(record),
                             state.report.NumberOfLine(line.Begin()), keyCount, kMostSortKeys, ToUtf8(index)));
         }
-        lastKeyLine = place.line;
+        lastKeyLine = item.line;
         const std::string_view text = state.report.TextOf(line);
         std::string_view order;
         for (const std::string_view word : kSortOrders) {
             if (const auto p = Column(text, word); p != 0)
                 order = Text(text, static_cast<long>(p), kSortOrderWidth);
         }
-        CheckKeyLine(state, place, index, field);
+        CheckKeyLine(state, item, index, field);
         if (row == nullptr) row = &state.writer->IndexOf(index, record);
         SaveIndexDetails(*row, static_cast<std::size_t>(keyCount), TextIn(field, kKeyName), order);
     }
     if (row != nullptr) {
         row->sortOption = SortOption(state, index, record, lines.size());
     } else {
-        state.FindInReport(FindingKind::IndexWithoutKeys, index,
-                           fmt::format("no sort key is found for record {}", record));
+        FindAt(state, FindingKind::IndexWithoutKeys, place.line, index,
+               fmt::format("no sort key is found for record {}", record));
     }
-    if (keyCount > static_cast<int>(IndexRow::kSlots))
-        state.FindInReport(FindingKind::SeventeenthKey, index,
-                           fmt::format("{} keys are beyond the sixteen that an index has",
-                                       keyCount - static_cast<int>(IndexRow::kSlots)));
+    if (keyCount > static_cast<int>(IndexRow::kSlots)) {
+        FindAt(state, FindingKind::SeventeenthKey, place.line, index,
+               fmt::format("{} keys are beyond the sixteen that an index has",
+                           keyCount - static_cast<int>(IndexRow::kSlots)));
+    }
 }
 
 void CollectIndexes(ExtractionState& state, std::string_view record) {
     state.gIndexNames = {};
-    for (const std::string_view index : state.index->IndexNames(record))
-        CollectSortKeys(state, index, record);
+    for (const auto& place : state.index->IndexLines(record)) CollectSortKeys(state, place, record);
 }
 
 }  // namespace

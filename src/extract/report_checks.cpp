@@ -17,7 +17,7 @@ namespace {
 
 using namespace keywords;
 
-constexpr std::string_view kTotals = "TOTAL";
+constexpr std::string_view kTotals = "TOTAL", kRecords = " RECORDS", kSets = " SETS";
 /// Totals are printed before the sections or behind them.
 constexpr std::size_t kWhereTotalsAre = 65536;
 
@@ -32,31 +32,38 @@ std::optional<std::size_t> NumberBefore(std::string_view line, std::string_view 
     return error == std::errc() && end != digits.data() ? std::optional(number) : std::nullopt;
 }
 
-void CompareTotal(ExtractionState& state, std::size_t begin, std::string_view line, std::string_view word,
-                  std::size_t found) {
-    const auto total = NumberBefore(line, word);
+// Where the line begins.
+std::optional<std::size_t> FindTotals(const Report& report) {
+    const std::size_t size = report.Bytes().size();
+    for (const std::size_t start : {std::size_t(0), size - std::min(size, kWhereTotalsAre)}) {
+        std::size_t position = start;
+        while (position < std::min(start + kWhereTotalsAre, size)) {
+            const std::size_t begin = position;
+            const std::string_view line = *report.NextLine(position);
+            if (Column(line, kTotals) != 0 && NumberBefore(line, kRecords)) return begin;
+        }
+    }
+    return std::nullopt;
+}
+
+void CompareTotal(ExtractionState& state, std::size_t begin, std::string_view word, std::size_t found) {
+    std::size_t position = begin;
+    const auto total = NumberBefore(*state.report.NextLine(position), word);
     if (!total || *total <= found) return;
     state.Find(FindingKind::TotalsShort, begin, {},
                fmt::format("the report's totals say {}{}, it has sections for {}", *total, word, found));
 }
 
 void CheckTotals(ExtractionState& state) {
-    const std::string_view bytes = state.report.Bytes();
-    std::size_t at = bytes.substr(0, kWhereTotalsAre).find(kTotals);
-    if (at == std::string_view::npos && bytes.size() > kWhereTotalsAre)
-        at = bytes.find(kTotals, bytes.size() - kWhereTotalsAre);
-    if (at == std::string_view::npos) return;
-    const std::size_t begin = bytes.rfind('\n', at) + 1;
-    std::size_t position = begin;
-    const std::string_view line = *state.report.NextLine(position);
-
+    const auto totals = FindTotals(state.report);
+    if (!totals) return;
     std::size_t records = 0, sets = 0;
-    for (const ReportLine& each : state.report.Lines()) {
-        if (each.Has(KeywordKind::RecordName)) ++records;
-        if (each.Has(KeywordKind::SetAtStart) && !each.Has(KeywordKind::CalcSet)) ++sets;
+    for (const ReportLine& line : state.report.Lines()) {
+        if (line.Has(KeywordKind::RecordName)) ++records;
+        if (line.Has(KeywordKind::SetAtStart) && !line.Has(KeywordKind::CalcSet)) ++sets;
     }
-    CompareTotal(state, begin, line, " RECORDS", records);
-    CompareTotal(state, begin, line, " SETS", sets);
+    CompareTotal(state, *totals, kRecords, records);
+    CompareTotal(state, *totals, kSets, sets);
 }
 
 // A last line that belongs to a section and has no end was hardly printed so.

@@ -159,17 +159,20 @@ std::vector<Occurrence> ReportIndex::MemberLines(std::string_view set, std::stri
     return region_->members.Matches(member);
 }
 
-std::vector<std::string_view> ReportIndex::IndexNames(std::string_view record) const {
-    std::vector<std::string_view> names;
+std::optional<std::size_t> ReportIndex::BlockStart(std::string_view record) const {
     const auto block = blocks_.find(record);
-    if (block == blocks_.end()) return names;
+    return block == blocks_.end() ? std::nullopt : std::optional(block->second);
+}
+
+std::vector<ReportIndex::IndexLine> ReportIndex::IndexLines(std::string_view record) const {
+    std::vector<IndexLine> indexes;
     const auto& lines = report_.Lines();
-    for (std::size_t i = block->second; i < lines.size(); ++i) {
+    for (std::size_t i = BlockStart(record).value_or(lines.size()); i < lines.size(); ++i) {
         const std::string_view text = report_.TextOf(lines[i]);
         if (lines[i].Has(KeywordKind::RecordNameAtStart) && NameIn(text, kIndexName) != record) break;
-        if (lines[i].Has(KeywordKind::IndexMember)) names.push_back(NameIn(text, kIndexName));
+        if (lines[i].Has(KeywordKind::IndexMember)) indexes.push_back({NameIn(text, kIndexName), i});
     }
-    return names;
+    return indexes;
 }
 
 std::optional<std::size_t> ReportIndex::LastMemberLine(std::string_view index, std::string_view record,

@@ -67,9 +67,15 @@ class ReportIndex {
     /// Member lines for this member in the first set whose name begins with `set`.
     std::vector<Occurrence> MemberLines(std::string_view set, std::string_view member);
 
-    /// Names on the index lines of the record's first block, in order, repeated where the report repeats
-    /// them.
-    std::vector<std::string_view> IndexNames(std::string_view record) const;
+    /// The record's first name line at column 1, where its block begins.
+    std::optional<std::size_t> BlockStart(std::string_view record) const;
+
+    struct IndexLine {
+        std::string_view index;
+        std::size_t line;
+    };
+    /// The index lines of the record's first block, in order; the report may repeat a name.
+    std::vector<IndexLine> IndexLines(std::string_view record) const;
 
     /// Lines with "SET CONTROL ITEM FOR" this index.
     std::vector<Occurrence> ControlItems(std::string_view index) const {

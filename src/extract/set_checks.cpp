@@ -34,7 +34,7 @@ class SetReader {
         const auto& lines = state_.report.Lines();
         for (std::size_t i = 0; i < lines.size(); ++i) ReadLine(i, lines[i]);
         EndSet();
-        if (!inSets_ && !claims_.empty())
+        if (!inSets_ && (hasParts_ || !claims_.empty()))
             state_.FindInReport(FindingKind::SetsMissing, {},
                                 "no set line at column 1, so there are no sets");
         if (inSets_) CheckClaims();
@@ -61,7 +61,9 @@ class SetReader {
                 {PartOf(NameIn(text, kIndexName), record_), number, line.Has(KeywordKind::Membership)});
         }
         if (line.Has(KeywordKind::SetAtStart)) BeginSet(number, text);
-        if (!inSets_ || isCalc_) return;
+        if (isCalc_) return;
+        hasParts_ = hasParts_ || line.Has(KeywordKind::Owner) || line.Has(KeywordKind::Member);
+        if (!inSets_) return;
         if (line.Has(KeywordKind::Owner)) ReadOwner(line, text);
         if (line.Has(KeywordKind::Member) && Column(text, kMember, 2) != 0) ReadMember(line, text);
     }
@@ -155,6 +157,7 @@ class SetReader {
     std::string_view record_, set_, owner_;
     std::size_t setBegin_ = 0, members_ = 0;
     bool inSets_ = false, isCalc_ = false;
+    bool hasParts_ = false;  ///< Owners or members of sets other than CALC were met.
 };
 
 }  // namespace

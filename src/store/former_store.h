@@ -24,11 +24,13 @@ class FormerStore {
     std::string store_, copy_;
 };
 
-/// Changes store and former store, so that a second time changes them back. RuntimeFailure 53 when there is
-/// no former store.
+/// Exchanges store and former store, so that a second time changes them back; nobody may have the store open.
+/// RuntimeFailure 53 when there is no former store, 75 when a program left the store in the middle of a
+/// change, which opening it takes back.
 void RestoreFormerStore(const std::string& store);
 
-/// Moves a damaged store out of the place of a new one, to a free name beside it, which is given back.
+/// Moves a damaged store with its journal out of the place of a new one, to a free name beside it, which is
+/// given back.
 std::string KeepDamagedStore(const std::string& store);
 
 }  // namespace norvelis

@@ -70,9 +70,33 @@ struct Edit {
     std::size_t before = 0;  ///< How many lines, for HeaderFilled.
 };
 
+/// The names of the indexes that records are members of. What the keys of others are taken from does no harm.
+std::vector<std::string_view> UsedIndexes(std::string_view bytes) {
+    std::vector<std::string_view> names;
+    ForEachLine(bytes, [&](const Line& line) {
+        if (Column(line.text, kIndexMember) == kIndexMemberColumn)
+            names.push_back(NameIn(line.text, kIndexName));
+    });
+    std::sort(names.begin(), names.end());
+    names.erase(std::unique(names.begin(), names.end()), names.end());
+    return names;
+}
+
 /// Reads a report line by line and notes what must be edited.
 class SectionReader {
   public:
+    explicit SectionReader(std::string_view bytes) : usedIndexes_(UsedIndexes(bytes)) {
+        ForEachLine(bytes, [&](const Line& line) { Read(line.text); });
+    }
+
+    std::vector<Edit> TakeEdits() {
+        if (!schemaFound_ && schemaLike_) edits_.push_back(*std::move(schemaLike_));
+        std::stable_sort(edits_.begin(), edits_.end(),
+                         [](const Edit& a, const Edit& b) { return a.line < b.line; });
+        return std::move(edits_);
+    }
+
+  private:
     void Read(std::string_view line) {
         ++number_;
         if (number_ <= kHeaderLines) ReadHeaderLine(line);
@@ -89,19 +113,11 @@ class SectionReader {
         if (nameLine_ != 0) {
             ReadHeadLine(line);
         } else {
-            if (Column(line, kControlItem) != 0 && PassedHeading()) Remove();
+            if (PassedHeading() && IsKeyOfUsedIndex(line)) Remove();
             passed_.clear();
         }
     }
 
-    std::vector<Edit> TakeEdits() {
-        if (!schemaFound_ && schemaLike_) edits_.push_back(*std::move(schemaLike_));
-        std::stable_sort(edits_.begin(), edits_.end(),
-                         [](const Edit& a, const Edit& b) { return a.line < b.line; });
-        return std::move(edits_);
-    }
-
-  private:
     void ReadHeaderLine(std::string_view line) {
         if (Column(line, kSchema) != 0) schemaFound_ = true;
         if (auto text = WithSchemaKeyword(line); text && !schemaLike_)
@@ -130,11 +146,20 @@ class SectionReader {
                            [](const Edit& edit) { return edit.kind == ChangeKind::HeadingsRemoved; });
     }
 
+    bool IsKeyOfUsedIndex(std::string_view line) const {
+        const std::string_view name =
+            TextBehind(line, kControlItem, {static_cast<long>(kControlItem.size()), kNameWidth});
+        return Column(line, kControlItem) != 0 &&
+               std::any_of(usedIndexes_.begin(), usedIndexes_.end(),
+                           [&](std::string_view used) { return name.starts_with(used); });
+    }
+
     void Remove() {
         edits_.insert(edits_.end(), passed_.begin(), passed_.end());
         passed_.clear();
     }
 
+    const std::vector<std::string_view> usedIndexes_;
     std::size_t number_ = 0, nameLine_ = 0;
     Headings headings_;
     std::vector<Edit> passed_, edits_;
@@ -222,9 +247,7 @@ std::optional<std::string> WithSchemaKeyword(std::string_view line) {
 }
 
 void RepairSections(RepairedReport& report) {
-    SectionReader reader;
-    ForEachLine(report.bytes, [&](const Line& line) { reader.Read(line.text); });
-    const std::vector<Edit> edits = reader.TakeEdits();
+    const std::vector<Edit> edits = SectionReader(report.bytes).TakeEdits();
     if (edits.empty()) return;
     std::vector<Change> changes;
     for (const Edit& edit : edits) CountChange(changes, edit);
