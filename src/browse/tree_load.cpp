@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "browse/next_step.h"
 #include "core/log.h"
+#include "dictionary/findings.h"
 #include "dictionary/records.h"
 #include "dictionary/schemas.h"
 
@@ -80,6 +81,11 @@ class TreeLoader {
                 const NodeIndex root = tree_.Add(kNoNode, tree_.Intern(schema));
                 Guarded("loadrecords", [&] { loadrecords(schema, root); });
             }
+        });
+        Guarded("loadnodesfromaccess", [this] {
+            auto records = dictionary::IncompleteRecords(store_);
+            for (; !records.Eof(); records.MoveNext())
+                tree_.MarkIncomplete(records.Text("schemaname"), records.Text("Recordname"));
         });
         return std::move(tree_).Complete();
     }

@@ -31,6 +31,7 @@ ReportFile Read(const ReportOptions& options) {
 // What is wrong with the file when it cannot be a report; nothing when it is one.
 std::optional<int> RefusedFile(const ReportFile& report) {
     if (report.check == ReportCheck::Valid) return std::nullopt;
+    if (report.check == ReportCheck::NotNamed) return Refuse("IDMS Report file has not been set.");
     if (report.check == ReportCheck::NoReport) {
         PrintFindings(CheckForm(report.bytes), false);
         return Refuse("Invalid IDMS Report File :" + report.path + "\r\nAction terminated");
@@ -40,12 +41,12 @@ std::optional<int> RefusedFile(const ReportFile& report) {
     return Refuse("Report File :" + report.path + "\r\ndoes not exist. Please set it.");
 }
 
-int RefuseWarnings(std::size_t warnings) {
-    return Refuse(fmt::format("{} warnings, so the dictionary is as it was", warnings));
-}
-
 std::string CountText(std::size_t warnings) {
     return warnings == 0 ? "no warnings" : warnings == 1 ? "1 warning" : fmt::format("{} warnings", warnings);
+}
+
+int RefuseWarnings(std::size_t warnings) {
+    return Refuse(CountText(warnings) + ", so the dictionary is as it was");
 }
 
 int Validate(CommandContext& context, const ReportOptions& options) {
@@ -90,7 +91,9 @@ class Extract {
         if (!options_.json) PrintFindings(result.findings, options_.notes);
         if (result.done) setreportlocation(*context_.app, path_);
         options_.json ? PrintJson(result) : PrintText(result);
-        return result.done ? kDone : RefuseWarnings(CountWarnings(result.findings));
+        if (result.done) return kDone;
+        const std::size_t warnings = CountWarnings(result.findings);
+        return warnings == 0 ? Refuse(context_.host.LastText()) : RefuseWarnings(warnings);
     }
 
   private:

@@ -52,21 +52,27 @@ void ReplaceFindings(Connection& store, std::string_view schema, const std::vect
     for (const FindingRow& finding : findings) {
         const std::string line = std::to_string(finding.line);
         const std::array<std::optional<std::string_view>, 7> values = {
-            schema, finding.severity, finding.kind, line, finding.subject, finding.reason, finding.remedy};
+            finding.schema,  finding.severity, finding.kind,  line,
+            finding.subject, finding.reason,   finding.remedy};
         rows.Add(values);
     }
 }
 
-std::vector<FindingRow> FindingsOf(Connection& store, std::string_view schema) {
+std::vector<FindingRow> Findings(Connection& store) {
     std::vector<FindingRow> findings;
     if (!HasFindings(store)) return findings;
-    for (Recordset row = store.Select("Select * FROM norvelis_findings where schemaname = ?", {schema});
-         !row.Eof(); row.MoveNext()) {
-        findings.push_back({row.Text("severity"), row.Text("kind"),
+    for (Recordset row = store.Select("Select * FROM norvelis_findings"); !row.Eof(); row.MoveNext()) {
+        findings.push_back({row.Text("schemaname"), row.Text("severity"), row.Text("kind"),
                             static_cast<std::size_t>(Val(row.Text("line"))), row.Text("subject"),
                             row.Text("reason"), row.Text("remedy")});
     }
     return findings;
+}
+
+std::size_t CountWarnings(Connection& store) {
+    if (!HasFindings(store)) return 0;
+    return static_cast<std::size_t>(
+        store.Count("Select count(*) FROM norvelis_findings where severity = ?", {kWarning}));
 }
 
 void ClearFindings(Connection& store, const std::optional<std::string_view>& schema) {
@@ -78,14 +84,8 @@ void ClearFindings(Connection& store, const std::optional<std::string_view>& sch
     }
 }
 
-std::vector<std::string> IncompleteRecords(Connection& store, std::string_view schema) {
-    std::vector<std::string> names;
-    for (Recordset row = store.Select(
-             "Select * FROM Record_Details where schemaname = ? and Information is null", {schema});
-         !row.Eof(); row.MoveNext()) {
-        names.push_back(row.Text("Recordname"));
-    }
-    return names;
+Recordset IncompleteRecords(Connection& store) {
+    return store.Select("Select * FROM Record_Details where Information is null");
 }
 
 }  // namespace norvelis::dictionary

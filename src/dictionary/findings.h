@@ -13,22 +13,25 @@
 // a RuntimeFailure (StoreFailure) with words that say so.
 namespace norvelis::dictionary {
 
+inline constexpr std::string_view kWarning = "warning", kNote = "note";
+
 struct FindingRow {
-    std::string severity, kind;
+    std::string schema, severity, kind;
     std::size_t line = 0;  ///< 0: about the whole report.
     std::string subject, reason, remedy;
 };
 
-/// The schema's findings, in place of those that are there.
+/// The schema's findings, in place of those that are there. All rows must be of this schema.
 void ReplaceFindings(Connection& store, std::string_view schema, const std::vector<FindingRow>& findings);
 
-/// In the order in which they were written; empty when there is no such table.
-std::vector<FindingRow> FindingsOf(Connection& store, std::string_view schema);
+/// Of all schemas, in the order in which they were written; empty when there is no such table.
+std::vector<FindingRow> Findings(Connection& store);
+std::size_t CountWarnings(Connection& store);
 
 /// Of one schema, or of all.
 void ClearFindings(Connection& store, const std::optional<std::string_view>& schema);
 
-/// The names of the schema's records that have no box text: their sections were not read to the end.
-std::vector<std::string> IncompleteRecords(Connection& store, std::string_view schema);
+/// The rows of Record_Details that have no box text: the sections of these records were not read to the end.
+Recordset IncompleteRecords(Connection& store);
 
 }  // namespace norvelis::dictionary

@@ -118,8 +118,9 @@ void StoreFindings(Connection& store, const std::string& schema, const std::vect
     std::vector<dictionary::FindingRow> rows;
     rows.reserve(findings.size());
     for (const Finding& finding : findings) {
-        rows.push_back({std::string(NameOf(SeverityOf(finding.kind))), std::string(NameOf(finding.kind)),
-                        finding.line, finding.subject, finding.reason, std::string(RemedyFor(finding.kind))});
+        rows.push_back({schema, std::string(NameOf(SeverityOf(finding.kind))),
+                        std::string(NameOf(finding.kind)), finding.line, finding.subject, finding.reason,
+                        std::string(RemedyFor(finding.kind))});
     }
     dictionary::ReplaceFindings(store, schema, rows);
 }

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <array>
 
+#include "dictionary/findings.h"
+
 namespace norvelis {
 
 namespace {
@@ -76,7 +78,7 @@ Severity SeverityOf(FindingKind kind) {
 }
 
 std::string_view NameOf(Severity severity) {
-    return severity == Warning ? "warning" : "note";
+    return severity == Warning ? dictionary::kWarning : dictionary::kNote;
 }
 
 std::string_view NameOf(FindingKind kind) {

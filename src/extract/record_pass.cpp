@@ -47,10 +47,8 @@ class SectionReader {
         const auto& lines = state_.report.Lines();
         start_ = start;
         bool done = false;
-        for (std::size_t i = ReadHead(start); i < lines.size() && !done; ++i) {
-            ReadLine(lines[i], state_.report.TextOf(lines[i]));
-            done = inFields_ && (lines[i].Has(KeywordKind::RecordName) || lines[i].Has(KeywordKind::CalcSet));
-        }
+        for (std::size_t i = ReadHead(start); i < lines.size() && !done; ++i)
+            done = ReadLine(lines[i], state_.report.TextOf(lines[i]));
         CheckSection(done);
         return done;
     }
@@ -87,13 +85,14 @@ class SectionReader {
         return fields;
     }
 
-    void ReadLine(const ReportLine& line, std::string_view text) {
+    // True when the section ends with this line.
+    bool ReadLine(const ReportLine& line, std::string_view text) {
         if (line.Has(KeywordKind::RecordName)) {
             ++nameLines_;
             if (line.Has(KeywordKind::RecordLength) && Column(text, nameWords_) != 0)
                 found_.length = TextBehind(text, kRecordLength, kBehindLength);
         }
-        if (found_.length.empty()) return;
+        if (found_.length.empty()) return false;
         if (line.Has(KeywordKind::DataLength))
             found_.length = dataLength_ = TextBehind(text, kDataLength, kBehindLength);
         if (line.Has(KeywordKind::RecordId)) found_.tableId = TextBehind(text, kRecordId, kBehindRecordId);
@@ -108,13 +107,14 @@ class SectionReader {
             inFields_ = true;
             ownFields_ = nameLines_ == 1;
         }
-        if (!inFields_) return;
+        if (!inFields_) return false;
         if (line.Has(KeywordKind::Field)) {
             AddField(line, text);
             CheckFieldName(line, text);
         }
         if (line.Has(KeywordKind::OtherLevel)) ++otherLevels_;
         if (line.Has(KeywordKind::Field) || line.Has(KeywordKind::OtherLevel)) CheckPosition(line, text);
+        return line.Has(KeywordKind::RecordName) || line.Has(KeywordKind::CalcSet);
     }
 
     void AddField(const ReportLine& line, std::string_view text) {

@@ -70,7 +70,7 @@ std::shared_ptr<Connection> Connection::Open(std::string_view connectionString) 
 }
 
 void Connection::CreateStore(const std::string& path) {
-    WriteFileThrough(path, [](const std::string& temporary) {
+    WriteFileThrough(path, [&path](const std::string& temporary) {
         DeleteFile(temporary);
         DeleteFile(path + "-journal");  // Of a store that was here: it would be played back into this one.
         Database(temporary, std::string(kPassword), true).RunScript(TablesScript());

@@ -222,21 +222,24 @@ TEST_F(DriverTest, WarningsCanRefuseAnExtraction) {
     driver.refusesWarnings = true;
     EXPECT_FALSE(Extract(driver));
     EXPECT_EQ(Records("ONE"), 1);
-    const auto present = dictionary::FindingsOf(store, "ONE");
+    const auto present = dictionary::Findings(store);
     ASSERT_EQ(present.size(), 1u);
     EXPECT_EQ(present[0].kind, "calc-set");
 
     driver.refusesWarnings = false;
     EXPECT_TRUE(Extract(driver));
-    const auto findings = dictionary::FindingsOf(store, "ONE");
+    const auto findings = dictionary::Findings(store);
     ASSERT_EQ(findings.size(), 2u);
     EXPECT_EQ(findings[0].kind, "data-items-missing");
     EXPECT_EQ(findings[0].line, 11u);
-    EXPECT_EQ(dictionary::IncompleteRecords(store, "ONE"), (std::vector<std::string>{"EMP", "NEW"}));
+    auto incomplete = dictionary::IncompleteRecords(store);
+    EXPECT_EQ(incomplete.Text("Recordname"), "EMP");
+    incomplete.MoveNext();
+    EXPECT_EQ(incomplete.Text("Recordname"), "NEW");
 
     SetReport(ReportOf("ONE"));
     Extract();
-    EXPECT_EQ(dictionary::FindingsOf(store, "ONE").size(), 1u) << "gone with their schema";
+    EXPECT_EQ(dictionary::Findings(store).size(), 1u) << "gone with their schema";
 }
 
 TEST_F(DriverTest, FindingsOfANewerFormAreRefusedInWords) {

@@ -93,11 +93,15 @@ TEST(Repair, OnlyHeadingsThatDoHarmAreRemoved) {
     const std::string harmless = start + RecordHead("EMP", "DIRECT") + field + key + heading + field;
     EXPECT_TRUE(RepairReport(harmless).changes.empty());
 
-    const std::string harmful = start + RecordHead("EMP", "DIRECT") + field + heading + "\n" + key + field;
-    const RepairedReport repaired = RepairReport(harmful);
-    EXPECT_EQ(repaired.bytes, start + RecordHead("EMP", "DIRECT") + field + key + field);
-    EXPECT_EQ(KindsOf(repaired), (std::vector{ChangeKind::HeadingsRemoved, ChangeKind::BlankLinesRemoved}));
-    EXPECT_EQ(repaired.changes[0].firstLine, 18u);
+    const std::string unused = start + RecordHead("EMP", "DIRECT") + field + heading + key + field;
+    EXPECT_TRUE(RepairReport(unused).changes.empty()) << "no record is a member of the index";
+
+    const std::string head = start + RecordHead("EMP", "DIRECT") +
+                             LineOf({{2, "SET MEMBERSHIP..... IX"}, {39, "INDEX MEMBER"}}) + field;
+    const RepairedReport repaired = RepairReport(head + heading + "\n" + key + field);
+    EXPECT_EQ(repaired.bytes, head + key + field);
+    ASSERT_EQ(KindsOf(repaired), (std::vector{ChangeKind::HeadingsRemoved, ChangeKind::BlankLinesRemoved}));
+    EXPECT_EQ(repaired.changes[0].firstLine, 19u);
     EXPECT_EQ(repaired.changes[0].count, 2u);
 }
 

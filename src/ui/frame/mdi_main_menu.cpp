@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "base/failure.h"
+#include "browse/findings_list.h"
 #include "store/connection.h"
 #include "ui/controls/fb_tray_icon.h"
 #include "ui/forms/form.h"
@@ -45,7 +46,8 @@ mdiMainMenu::mdiMainMenu(const FrameParts& parts)
                *area_,
                [this](const ScreenRequest& request) { Request(request); }},
       menu_(context_),
-      tray_(new fbTrayIcon(this)) {
+      tray_(new fbTrayIcon(this)),
+      warnings_(new QToolButton) {
     setObjectName("mdiMainMenu");
     setWindowTitle(QApplication::applicationDisplayName());
     setCentralWidget(area_);
@@ -53,6 +55,11 @@ mdiMainMenu::mdiMainMenu(const FrameParts& parts)
     BuildMenu();
     statusBar()->setObjectName("StatusBar1");
     statusBar()->setSizeGripEnabled(false);
+    warnings_->setObjectName("warnings");
+    warnings_->setToolTip("What reading the dictionary's reports lost");
+    warnings_->hide();
+    statusBar()->addPermanentWidget(warnings_);
+    connect(warnings_, &QToolButton::clicked, this, [this] { Request(ShowFindings{}); });
     Timer1_.setSingleShot(true);
     connect(&Timer1_, &QTimer::timeout, this, &mdiMainMenu::Timer1_Timer);
     connect(&skin_, &CurrentSkin::Applied, this, [this] { area_->SetBackground(skin_.Get().frame); });
@@ -64,6 +71,7 @@ mdiMainMenu::mdiMainMenu(const FrameParts& parts)
         gSkinFlag_ = true;
         Timer1_.start(0);
     });
+    connect(&commands_, &LongCommands::BusyChanged, this, &mdiMainMenu::UpdateWarnings);
     connect(&commands_, &LongCommands::BusyChanged, this, &mdiMainMenu::CloseWhenDone);
     connect(area_, &ChildArea::FormsChanged, this, &mdiMainMenu::UpdateMinimized);
     tray_->SetTrayIconTip(QApplication::applicationDisplayName());
@@ -130,6 +138,14 @@ void mdiMainMenu::UpdateMinimized() {
     }
 }
 
+// The dictionary may be another one behind a command.
+void mdiMainMenu::UpdateWarnings() {
+    if (!context_.app.gConnection) return;
+    const std::size_t count = CountFoundWarnings(*context_.app.gConnection);
+    warnings_->setText(count == 1 ? QString("1 warning") : QString("%1 warnings").arg(count));
+    warnings_->setVisible(count > 0);
+}
+
 void mdiMainMenu::Run(const std::function<void()>& command) {
     try {
         command();
@@ -161,6 +177,7 @@ void mdiMainMenu::ShowVersion() {
     version->setObjectName("version");
     version->setContentsMargins(0, 0, 10, 0);
     statusBar()->addPermanentWidget(version);
+    UpdateWarnings();
 }
 
 void mdiMainMenu::ApplySkinAndShow() {

@@ -14,6 +14,8 @@
 #include "ui/frame/menu_commands.h"
 #include "ui/frame/qt_host.h"
 
+class QToolButton;
+
 namespace norvelis::ui {
 
 class ChildArea;
@@ -77,6 +79,7 @@ class mdiMainMenu : public QMainWindow, public commands::MainFrame, public HostD
     void BuildMenu();
     void FillWindowMenu();
     void UpdateMinimized();
+    void UpdateWarnings();
     void Timer1_Timer();
     bool CloseForms();
     void CloseWhenDone(bool busy);
@@ -90,6 +93,7 @@ class mdiMainMenu : public QMainWindow, public commands::MainFrame, public HostD
     MenuCommands menu_;
     fbTrayIcon* tray_;
     QMenu* mnuWindow_ = nullptr;
+    QToolButton* warnings_;  ///< In the status bar: their number.
     QTimer Timer1_;
     bool gColorFlag_ = false, gSkinFlag_ = false;
     std::map<Screen, QPointer<Form>> screens_;
