@@ -147,8 +147,8 @@ std::string LossBy(const ReportContents& contents, const std::string& schema, Co
                                        : "the schemas " + Joined(removed));
     }
     if (contents.records * 2 < static_cast<std::size_t>(present)) {
-        return fmt::format("The report yields {} records of schema {}. The dictionary has {}.",
-                           contents.records, schema, present);
+        return fmt::format("Records of schema {}: the report yields {}, the dictionary has {}.", schema,
+                           contents.records, present);
     }
     if (!removed.empty() && schema.empty())
         return "The report has no schema name, and these schemas would be removed: " + Joined(removed) + ".";
@@ -203,8 +203,7 @@ class Extraction {
             const auto counts = Commit(transaction, InOrder(std::move(state_.findings), lines_));
             throw RuntimeFailure(
                 failure.Number(),
-                fmt::format("{}; the dictionary holds the {} records and {} fields that were "
-                            "gathered until then",
+                fmt::format("{}; what was gathered until then is in the dictionary (records: {}, fields: {})",
                             failure.Detail(), counts.records, counts.fields));
         }
         result.findings = InOrder(std::move(state_.findings), lines_);

@@ -105,7 +105,7 @@ std::vector<Finding> CheckForm(std::string_view bytes) {
         findings.push_back({FindingKind::ColumnsShifted,
                             0,
                             {},
-                            fmt::format("everything is {} columns too far right", form.shift)});
+                            fmt::format("every line begins in column {}", form.shift + 1)});
     }
     if (form.cutAt != 0) {
         findings.push_back({FindingKind::ColumnsCut,

@@ -72,7 +72,7 @@ inline constexpr std::array<DamageKind, 27> kDamageKinds = {{
     {Damage::SetLineLost, "set line lost", 0.95, 0},
     {Damage::OwnerLost, "owner line lost", 0.95, 0},
     {Damage::KeyLost, "control item line lost", 0, 0},
-    {Damage::AreaLost, "area line lost", 0, 0},
+    {Damage::AreaLost, "area line lost", 0.95, 0},
     {Damage::PictureChanged, "picture changed", 0, 0},
 }};
 

@@ -92,15 +92,15 @@ TEST_F(BadInput, LimitsPassedAreRunTimeFailures) {
     const std::string member = LineOf({{21, "IX"}, {39, "INDEX MEMBER"}});
     ExpectRefusal(program.Run("extract --append " + Report(SmallReport("NEW", fields))),
                   "Run-time error '9': Subscript out of range: record EMP, line 617, field 601 of at most "
-                  "600; the dictionary holds the 1 records and 600 fields that were gathered until then");
-    ExpectRefusal(program.Run("extract --append " + Report(SmallReport("NEW", member + keys))),
-                  "Run-time error '9': Subscript out of range: record EMP, line 1019, key 501 of at most "
-                  "500 of index IX; the dictionary holds the 1 records and 1 fields that were gathered "
-                  "until then");
+                  "600; what was gathered until then is in the dictionary (records: 1, fields: 600)");
+    ExpectRefusal(
+        program.Run("extract --append " + Report(SmallReport("NEW", member + keys))),
+        "Run-time error '9': Subscript out of range: record EMP, line 1019, key 501 of at most "
+        "500 of index IX; what was gathered until then is in the dictionary (records: 1, fields: 1)");
     ExpectRefusal(
         program.Run("extract --append " + Report(SmallReport("NEW") + " RECORD NAME........ LAST\n")),
         "Run-time error '62': Input past end of file: record LAST, line 19, has no location mode before the "
-        "report ends; the dictionary holds the 1 records and 0 fields that were gathered until then");
+        "report ends; what was gathered until then is in the dictionary (records: 1, fields: 0)");
     EXPECT_EQ(Dump("--schema KEPT"), kept);
 }
 

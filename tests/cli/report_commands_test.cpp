@@ -77,7 +77,7 @@ TEST_F(ReportCommands, WhatWouldLoseTheDictionaryIsRefusedUnlessForced) {
     const std::pair<std::string, const char*> cases[] = {
         {" RECORD NAME........ EMP\n", "The report yields no record."},
         {HeaderOf("EMPSCHM") + Record("EMP") + SetLine("CALC"),
-         "The report yields 1 records of schema EMPSCHM."},
+         "Records of schema EMPSCHM: the report yields 1, the dictionary has 14."},
         {HeaderOf("") + Record("EMP") + SetLine("CALC"), "these schemas would be removed: EMPSCHM."}};
     for (const auto& [content, words] : cases) {
         const auto refused = program.Run("extract " + Report("less", content));

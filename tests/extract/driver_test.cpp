@@ -183,7 +183,7 @@ TEST_F(DriverTest, NothingIsLostByAccident) {
         std::string report, words;
     } cases[] = {
         {" RECORD NAME........ EMP\n", "The report yields no record."},
-        {ReportOf("ONE"), "The report yields 1 records of schema ONE. The dictionary has 3."},
+        {ReportOf("ONE"), "Records of schema ONE: the report yields 1, the dictionary has 3."},
         {ReportOf(""), "The report has no schema name, and these schemas would be removed: ONE."},
     };
     for (const auto& c : cases) {

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <ctime>
+#include <limits>
 #include <set>
 
 #include "base/failure.h"
@@ -127,11 +129,21 @@ TEST_F(FindingsTest, ANameCanBeGivenToANamelessSchema) {
     EXPECT_EQ(std::ranges::find(findings, FindingKind::SchemaUnnamed, &Finding::kind), findings.end());
 }
 
-TEST_F(FindingsTest, SectionsWithoutFieldsAreReadInLittleTime) {
-    // Each of them would be read to the end of the report.
-    std::string report = HeaderOf("S");
-    for (int i = 0; i < 8000; ++i) report += RecordHead("R" + std::to_string(10000 + i), "DIRECT");
-    EXPECT_GE(Of(report + kEmp + kEnd).size(), 8000u);
+TEST_F(FindingsTest, SectionsWithoutFieldsAreReadInTimeThatGrowsWithTheirNumber) {
+    // Each of them is read up to the only list of fields, at the end of the report.
+    const auto processorTime = [this](int records) {
+        std::string report = HeaderOf("S");
+        for (int i = 0; i < records; ++i) report += RecordHead("R" + std::to_string(10000 + i), "DIRECT");
+        report += kEmp + kEnd;
+        std::clock_t best = std::numeric_limits<std::clock_t>::max();
+        for (int run = 0; run < 3; ++run) {
+            const std::clock_t start = std::clock();
+            EXPECT_GE(Of(report).size(), static_cast<std::size_t>(records));
+            best = std::min(best, std::clock() - start);
+        }
+        return best;
+    };
+    EXPECT_LT(processorTime(8000), 20 * processorTime(1000)) << "a walk of squares takes 64 times as long";
 }
 
 }  // namespace

@@ -110,9 +110,8 @@ void ShiftColumns(RepairedReport& report, long shift) {
             {ChangeKind::CarriageControl, 1, count,
              fmt::format("the column of carriage control was put back in {} lines", count)});
     } else {
-        report.changes.push_back(
-            {ChangeKind::ColumnsRemoved, 1, count,
-             fmt::format("the first {} of the columns were removed in {} lines", shift, count)});
+        report.changes.push_back({ChangeKind::ColumnsRemoved, 1, count,
+                                  fmt::format("{} lines were read from column {} on", count, shift + 1)});
     }
 }
 
