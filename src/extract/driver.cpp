@@ -267,7 +267,7 @@ ExtractionResult process_Classic_Extract_Report(AppState& app, const ExtractionD
 }
 
 std::vector<Finding> FindingsIn(AppState& app, ReportFile report, const std::string& schemaWhenUnnamed) {
-    const std::shared_ptr<Connection> store = Connection::InMemory();
+    const std::shared_ptr<Connection> store = Connection::WithoutMemory();
     ExtractionDriver driver{false, {}, *store, {}};
     driver.schemaWhenUnnamed = schemaWhenUnnamed;
     return Extraction(app, driver, std::move(report)).Run(false).findings;

@@ -77,9 +77,14 @@ void Connection::CreateStore(const std::string& path) {
     });
 }
 
-std::shared_ptr<Connection> Connection::InMemory() {
+std::shared_ptr<Connection> Connection::WithoutMemory() {
     auto database = std::make_shared<Database>(":memory:", std::string(kPassword), true);
     database->RunScript(TablesScript());
+    for (const auto& table : AllTables()) {
+        const std::string name(table.name);
+        database->RunScript("CREATE TRIGGER forget_" + name + " BEFORE INSERT ON " + name +
+                            " BEGIN SELECT RAISE(IGNORE); END");
+    }
     return std::shared_ptr<Connection>(new Connection(std::move(database)));
 }
 

@@ -31,8 +31,9 @@ class Connection {
     /// Makes an empty store with all tables at `path`, over whatever is there.
     static void CreateStore(const std::string& path);
 
-    /// An empty store with all tables in memory, gone with the connection.
-    static std::shared_ptr<Connection> InMemory();
+    /// A store without a file that takes rows of all tables and forgets them: what writes to it can be run for
+    /// what else it does.
+    static std::shared_ptr<Connection> WithoutMemory();
 
     ~Connection();
     Connection(const Connection&) = delete;
