@@ -16,6 +16,9 @@ namespace norvelis::cli {
 
 namespace {
 
+/// The drawing of a schema that has no name.
+const std::string kNameless = "nameless";
+
 struct DrawRequest {
     std::string schema, record, out;
     bool separate = false;
@@ -57,6 +60,8 @@ class Draw {
     }
 
     int Schema(const std::string& schema) {
+        if (schema.empty())
+            return Finish(DrawNamelessSchema(drawing_, kNameless), FileOf(kNameless, kNameless));
         const DrawResult result = DrawVisioDiagramSingle(drawing_, schema, nullptr);
         if (result != DrawResult::NoEngine)
             reported_.pop_back();  // "Done Drawing", whether or not it is true.

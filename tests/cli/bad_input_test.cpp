@@ -95,7 +95,7 @@ TEST_F(BadInput, LimitsPassedAreRunTimeFailures) {
                   "600; what was gathered until then is in the dictionary (records: 1, fields: 600)");
     ExpectRefusal(
         program.Run("extract --append " + Report(SmallReport("NEW", member + keys))),
-        "Run-time error '9': Subscript out of range: record EMP, line 1019, key 501 of at most "
+        "Run-time error '9': Subscript out of range: record EMP, line 1020, key 501 of at most "
         "500 of index IX; what was gathered until then is in the dictionary (records: 1, fields: 1)");
     ExpectRefusal(
         program.Run("extract --append " + Report(SmallReport("NEW") + " RECORD NAME........ LAST\n")),
