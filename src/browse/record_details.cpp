@@ -94,9 +94,19 @@ void ReadIndexRows(const Recordset& record, const DetailsWords& words, RecordDet
     }
 }
 
-void ReadItems(Connection& store, std::string_view name, const DetailsWords& words, RecordDetails& details) {
-    auto record = dictionary::RecordsNamed(store, name);
-    if (record.Eof()) return;
+RecordLabels LabelsOf(const Recordset& record) {
+    return {UpperCase(OrBlank(record, "Recordname")),
+            OrBlank(record, "areaname"),
+            OrBlank(record, "tableid"),
+            OrBlank(record, "recmode"),
+            OrBlank(record, "reckey"),
+            OrBlank(record, "reclen"),
+            OrBlank(record, "rectype"),
+            OrBlank(record, "dn")};
+}
+
+void ReadItems(Connection& store, const Recordset& record, std::string_view name, const DetailsWords& words,
+               RecordDetails& details) {
     details.currentRecord = "CURRENT RECORD: " + OrBlank(record, "Recordname");
     for (const auto& [item, column] : words.items) {
         if (!item.empty()) details.items.push_back({std::string(item), " " + OrBlank(record, column)});
@@ -128,9 +138,15 @@ void IgnoringFailures(const Step& step) {
     }
 }
 
-RecordDetails ReadDetails(Connection& store, std::string_view name, const DetailsWords& words) {
+RecordDetails ReadDetails(Connection& store, std::string_view name, const DetailsWords& words,
+                          std::optional<RecordLabels>* labels = nullptr) {
     RecordDetails details;
-    IgnoringFailures([&] { ReadItems(store, name, words, details); });
+    IgnoringFailures([&] {
+        const auto record = dictionary::RecordsNamed(store, name);
+        if (record.Eof()) return;
+        if (labels != nullptr) *labels = LabelsOf(record);
+        ReadItems(store, record, name, words, details);
+    });
     IgnoringFailures([&] { ReadLayout(store, name, details); });
     while (details.layout.size() < kLayoutRows) details.layout.push_back({" ", " ", " ", " ", " ", " "});
     return details;
@@ -146,6 +162,14 @@ RecordDetails getinfo2(Connection& store, std::string_view recordName) {
     return ReadDetails(store, recordName, kListWords);
 }
 
+ListedRecord ReadListedRecord(Connection& store, std::string_view recordName) {
+    ListedRecord listed;
+    listed.details = ReadDetails(store, recordName, kListWords, &listed.labels);
+    // The labels are looked for without the blanks before a name, the details with them.
+    if (recordName.starts_with(' ')) listed.labels = ReadRecordLabels(store, "", recordName);
+    return listed;
+}
+
 std::optional<RecordLabels> ReadRecordLabels(Connection& store, std::string_view schema,
                                              std::string_view recordName) {
     std::optional<RecordLabels> labels;
@@ -154,14 +178,7 @@ std::optional<RecordLabels> ReadRecordLabels(Connection& store, std::string_view
         auto record = schema.empty() ? dictionary::RecordsNamed(store, name)
                                      : dictionary::RecordIn(store, Trim(schema), name);
         if (record.Eof()) return;
-        labels = RecordLabels{UpperCase(OrBlank(record, "Recordname")),
-                              OrBlank(record, "areaname"),
-                              OrBlank(record, "tableid"),
-                              OrBlank(record, "recmode"),
-                              OrBlank(record, "reckey"),
-                              OrBlank(record, "reclen"),
-                              OrBlank(record, "rectype"),
-                              OrBlank(record, "dn")};
+        labels = LabelsOf(record);
     });
     return labels;
 }

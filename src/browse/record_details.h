@@ -38,6 +38,14 @@ struct RecordLabels {
 std::optional<RecordLabels> ReadRecordLabels(Connection& store, std::string_view schema,
                                              std::string_view recordName);
 
+/// What the list screen shows of one record by itself: the result of getinfo2, and the labels of its box, for
+/// one statement less than both cost.
+struct ListedRecord {
+    RecordDetails details;
+    std::optional<RecordLabels> labels;
+};
+ListedRecord ReadListedRecord(Connection& store, std::string_view recordName);
+
 /// The labels of frmToolTip2.
 struct SchemaLabels {
     std::string lblRecordname, lblSchemaRelease, lblschemaVersion, lblschemadate;

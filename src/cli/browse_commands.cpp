@@ -130,6 +130,8 @@ void AddBrowseCommands(CLI::App& program, CommandContext& context) {
     find->callback([&context, options] {
         context.run = [&context, options] { return Find(context, options->text, options->json); };
     });
+
+    AddRecordList(program, context);
 }
 
 }  // namespace norvelis::cli

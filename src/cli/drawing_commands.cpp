@@ -71,6 +71,7 @@ void AddDrawingCommands(CLI::App& program, CommandContext& context) {
     AddDraw(program, context);
     AddExport(program, context);
     AddStencil(program, context);
+    AddPrint(program, context);
 }
 
 }  // namespace norvelis::cli

@@ -4,7 +4,8 @@
 
 namespace norvelis::cli {
 
-void AddDrawingCommands(CLI::App& program, CommandContext& context);  ///< draw, export, stencil.
+void AddDrawingCommands(CLI::App& program, CommandContext& context);  ///< draw, export, stencil, print.
 void AddDraw(CLI::App& program, CommandContext& context);
+void AddPrint(CLI::App& program, CommandContext& context);
 
 }  // namespace norvelis::cli

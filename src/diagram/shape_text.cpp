@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/text.h"
 
@@ -26,6 +27,16 @@ void SetCharacterSize(engine::Page& page, const std::string& cell, const std::st
     for (int i = 1; i <= count; ++i) {
         if (const ShapeRef shape = shapes->Item(i)) SetFormula(shape->Cells(cell), size);
     }
+}
+
+std::vector<PageRef> PagesOf(engine::Document& drawing) {
+    std::vector<PageRef> found;
+    const auto pages = drawing.Pages();
+    const int count = pages ? pages->Count() : 0;
+    for (int i = 1; i <= count; ++i) {
+        if (PageRef page = pages->Item(i)) found.push_back(std::move(page));
+    }
+    return found;
 }
 
 }  // namespace
@@ -100,12 +111,12 @@ void FontChange(engine::Page& page) {
     SetCharacterSize(page, "Char.Size", kSixPoints);
 }
 
+void FontChange(engine::Document& drawing) {
+    for (const PageRef& page : PagesOf(drawing)) FontChange(*page);
+}
+
 void fMakeChart(engine::Document& drawing) {
-    const auto pages = drawing.Pages();
-    const int count = pages ? pages->Count() : 0;
-    for (int i = 1; i <= count; ++i) {
-        if (const PageRef page = pages->Item(i)) SetCharacterSize(*page, "Char.Size[1]", "= 6 pt.");
-    }
+    for (const PageRef& page : PagesOf(drawing)) SetCharacterSize(*page, "Char.Size[1]", "= 6 pt.");
 }
 
 }  // namespace norvelis

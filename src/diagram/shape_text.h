@@ -16,6 +16,7 @@ void TextFieldAndFormattingDemo(engine::Shape& shape);
 
 /// Six points for the first character row of every shape of the page, or of all pages of a drawing.
 void FontChange(engine::Page& page);
+void FontChange(engine::Document& drawing);
 void fMakeChart(engine::Document& drawing);
 
 /// The text's first line ends here: the position of its first line break counted from 1, 0 when it has none.

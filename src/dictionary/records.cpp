@@ -19,6 +19,13 @@ Recordset RecordsByName(Connection& store, std::string_view schema) {
         {schema});
 }
 
+Recordset RecordNames(Connection& store, std::string_view schema) {
+    return store.Select(
+        "Select Recordname FROM Record_Details where schemaname = ? and recordtype = 'Record' "
+        "order by recordname asc, rowid",
+        {schema});
+}
+
 Recordset MemberLists(Connection& store) {
     return store.Select("Select Recordname, next_step FROM Record_Details where recordtype = 'Record'");
 }

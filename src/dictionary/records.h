@@ -16,6 +16,9 @@ Recordset RecordIn(Connection& store, std::string_view schema, std::string_view 
 /// The records of one schema by name.
 Recordset RecordsByName(Connection& store, std::string_view schema);
 
+/// Column Recordname of the same, read at once.
+Recordset RecordNames(Connection& store, std::string_view schema);
+
 /// Columns Recordname and next_step of all records, read at once: for walks over many of them.
 Recordset MemberLists(Connection& store);
 

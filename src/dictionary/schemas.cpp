@@ -12,6 +12,10 @@ Recordset SchemasByName(Connection& store) {
     return store.Select("Select distinct(schemaname) FROM Parents order by schemaname");
 }
 
+Recordset SchemasOfRecords(Connection& store) {
+    return store.Select("Select DISTINCT(schemaname) FROM Record_Details order by schemaname asc");
+}
+
 Recordset SchemaHeader(Connection& store, std::string_view schema) {
     return store.Select("Select * FROM schema_details where schemaname = ?", {schema});
 }

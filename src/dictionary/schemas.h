@@ -14,6 +14,9 @@ namespace norvelis::dictionary {
 Recordset Schemas(Connection& store);
 Recordset SchemasByName(Connection& store);
 
+/// Column schemaname, each schema that has a record of any kind once, by name.
+Recordset SchemasOfRecords(Connection& store);
+
 /// The rows of schema_details; one at most.
 Recordset SchemaHeader(Connection& store, std::string_view schema);
 

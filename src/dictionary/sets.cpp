@@ -8,6 +8,20 @@ Recordset Sets(Connection& store) {
         "order by recordname asc, next_step asc, rowid");
 }
 
+Recordset SetsOfMember(Connection& store, std::string_view member) {
+    return store.Select(
+        "Select schemaname, Recordname, next_step, set FROM Connection_Details where next_step = ? "
+        "order by recordname, rowid",
+        {member});
+}
+
+Recordset SetsOfOwner(Connection& store, std::string_view owner) {
+    return store.Select(
+        "Select schemaname, Recordname, next_step, set FROM Connection_Details where Recordname = ? "
+        "order by next_step, rowid",
+        {owner});
+}
+
 Recordset Indexes(Connection& store) {
     return store.Select("Select * FROM Index_Details");
 }

@@ -11,6 +11,11 @@ namespace norvelis::dictionary {
 /// Columns recordname, next_step, set and connection of every set of every schema, by owner and member.
 Recordset Sets(Connection& store);
 
+/// Columns schemaname, Recordname, next_step and set of the sets in which a record of that name is the member
+/// or the owner, whatever the schema; by the name at the other end.
+Recordset SetsOfMember(Connection& store, std::string_view member);
+Recordset SetsOfOwner(Connection& store, std::string_view owner);
+
 Recordset Indexes(Connection& store);
 Recordset IndexesOf(Connection& store, std::string_view member);
 

@@ -255,10 +255,12 @@ ExtractionResult process_Classic_Extract_Report(AppState& app, const ExtractionD
                                                 ReportFile report) {
     app.gReportFile = report.path;
     if (!Accept(app, driver, report)) return {};
+    app.host.SetAfterCancel("The dictionary is as it was before.");
     const bool deleteAll = DecideToDelete(app, driver);
     ExtractionResult result = Extraction(app, driver, std::move(report)).Run(deleteAll);
     if (!result.done) return result;
 
+    app.host.SetAfterCancel("The report is in the dictionary; REFRESH shows it in the tree.");
     if (driver.refresh) driver.refresh();
     Say(app, driver,
         "Done Extracting Records from report file: " + std::string(kLineBreak) + app.gReportFile +

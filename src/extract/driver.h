@@ -45,7 +45,8 @@ struct ExtractionResult {
 
 /// Extracts a report, which becomes gReportFile. Not done when it was refused: in words to the person, by
 /// acceptsLoss, or for its warnings. A RuntimeFailure that the report itself causes (9, 62) goes through
-/// after what was gathered is in the store; any other leaves the store as it was.
+/// after what was gathered is in the store; any other leaves the store as it was, as Canceled does until
+/// the dictionary is whole.
 ExtractionResult process_Classic_Extract_Report(AppState& app, const ExtractionDriver& driver,
                                                 ReportFile report);
 

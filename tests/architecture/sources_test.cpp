@@ -15,8 +15,8 @@ using ::testing::IsEmpty;
 using ::testing::UnorderedElementsAre;
 
 // The folders that may include Qt, with all below them.
-constexpr std::array<std::string_view, 4> kQtFolders = {"ui/", "desktop/", "drawing/render/",
-                                                        "drawing/export/"};
+constexpr std::array<std::string_view, 5> kQtFolders = {"ui/", "desktop/", "drawing/render/",
+                                                        "drawing/export/", "drawing/sheets/"};
 
 bool IsQt(const std::string& include) {
     return include.starts_with("Q") && include.find('.') == std::string::npos;

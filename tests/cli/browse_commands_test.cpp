@@ -53,5 +53,49 @@ TEST_F(BrowseCommandsTest, FindShowsEveryPlaceOfAName) {
     EXPECT_EQ(none.error, "norvelis-cli: End of search for record: NOTHING\n");
 }
 
+TEST_F(BrowseCommandsTest, TheListWalksFromSchemasToARecord) {
+    {
+        const auto store = Connection::Open(ConnectionString(program.StorePath()));
+        SchemaRows rows(*store);
+        rows.Set("OFFICE-EMPLOYEE", "OFFICE", "EMPLOYEE");
+        rows.Set("EMP-COVERAGE", "EMPLOYEE", "COVERAGE");
+    }
+    EXPECT_EQ(program.Run("list").out, "EMPSCHM\nOTHER\n");
+    EXPECT_EQ(program.Run("list --schema empschm").out, "COVERAGE\nDEPARTMENT\nEMPLOYEE\nOFFICE\n");
+    EXPECT_EQ(nlohmann::json::parse(program.Run("list --schema OTHER --json").out),
+              nlohmann::json::array({"JOB"}));
+    EXPECT_EQ(program.Run("list --record employee").out,
+              "EMPLOYEE\n415  F  116  CALC\nEMP-ID-0415  DN\nEMP-REGION\n"
+              "\nOWNERS\n  OFFICE  (OFFICE-EMPLOYEE)\n"
+              "\nMEMBERS\n  COVERAGE  (EMP-COVERAGE)\n"
+              "\n  ITEM  VALUE\n  ID    415\n  MODE  CALC\n  KEY   EMP-ID-0415\n  TYPE  F\n  LEN   116\n"
+              "  SORT\n  IDX\n"
+              "\n  LVL  NAME  PICTURE  USAGE  OCCURS  OCCUR COUNT\n");
+    const auto refused = program.Run("list --schema NONE");
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_EQ(refused.error, "norvelis-cli: there is no schema NONE in the dictionary\n");
+    EXPECT_EQ(program.Run("list --schema A --record B").status, 2);
+}
+
+TEST_F(BrowseCommandsTest, ARecordAsJsonHasAllThatTheScreensShow) {
+    const auto json = nlohmann::json::parse(program.Run("list --record ' EMPLOYEE ' --json").out);
+    EXPECT_TRUE(json["details"].empty()) << "the grids know no name that begins with a blank";
+    EXPECT_EQ(json["labels"]["lblRecordname"], "EMPLOYEE");
+    const auto known = nlohmann::json::parse(program.Run("list --record EMPLOYEE --json").out);
+    EXPECT_EQ(known["details"][0], nlohmann::json::array({"ID", " 415"}));
+    EXPECT_EQ(known["getinfo"]["Label1"], "CURRENT RECORD: EMPLOYEE");
+    EXPECT_EQ(known["getinfo"]["details"][0], nlohmann::json::array({"RECORD NAME", " EMPLOYEE"}));
+
+    const auto result = program.Run("list --record NOBODY --json");
+    EXPECT_EQ(result.status, 0);
+    const auto unknown = nlohmann::json::parse(result.out);
+    EXPECT_TRUE(unknown["owners"].empty() && unknown["members"].empty() && unknown["details"].empty());
+    EXPECT_EQ(unknown["labels"].size(), 8u);
+    EXPECT_EQ(unknown["labels"]["lblDN2"], "");
+    EXPECT_EQ(unknown["getinfo"]["Label1"], "");
+    ASSERT_EQ(unknown["layout"].size(), 30u);
+    EXPECT_EQ(unknown["layout"][29], nlohmann::json::array({" ", " ", " ", " ", " ", " "}));
+}
+
 }  // namespace
 }  // namespace norvelis

@@ -80,6 +80,7 @@ struct Recorder : std::enable_shared_from_this<Recorder> {
     std::vector<std::shared_ptr<FakeShape>> shapes;
     std::shared_ptr<FakeShape> pageSheet = std::make_shared<FakeShape>();
     std::string pageName = "Page-1";
+    int pageCount = 1;  ///< All are the same page.
     std::vector<std::string> openDocuments;
     int nextId = 1, nextFont = 1;
     std::map<std::string, int> fonts;

@@ -82,9 +82,9 @@ class PageHandle : public engine::Page {
 class PagesHandle : public engine::Pages {
   public:
     explicit PagesHandle(R r) : r_(std::move(r)) {}
-    int Count() override { return 1; }
+    int Count() override { return r_->pageCount; }
     engine::Ref<engine::Page> Item(int index) override {
-        return index == 1 ? r_->Give("Pages.Item", PageOf(r_)) : nullptr;
+        return index >= 1 && index <= r_->pageCount ? r_->Give("Pages.Item", PageOf(r_)) : nullptr;
     }
 
   private:

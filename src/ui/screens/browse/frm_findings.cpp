@@ -12,9 +12,10 @@ namespace norvelis::ui {
 
 frm_Findings::frm_Findings(const ScreenContext& context)
     : Form(context, "frm_Findings", "WHAT READING THE REPORTS LOST", kLargeForm),
-      FlxGrid_(new FlxGrid("FlxGrid", kFindingsHeading, this)),
+      FlxGrid_(new FlxGrid("FlxGrid", kFindingsHeading, context.app.host, this)),
       lblCount_(MakeLabel(this, "lblCount", {})) {
     FlxGrid_->setAccessibleName("Findings");
+    FlxGrid_->AllowSorting();
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(16, Body().top() + 12, 16, 16);
     column->addWidget(lblCount_);

@@ -1,0 +1,88 @@
+#include "browse/record_list.h"
+
+#include <algorithm>
+#include <array>
+
+#include "base/paths.h"
+#include "base/text.h"
+#include "core/places.h"
+#include "dictionary/records.h"
+#include "dictionary/schemas.h"
+#include "dictionary/sets.h"
+
+namespace norvelis {
+
+namespace {
+
+/// The names already listed. Every row takes a slot, that of a repeated name too, so the repeats of what
+/// comes when the slots are full are listed again. A free slot is an empty name: a row without a name counts
+/// as listed while there is one.
+class NameMemory {
+  public:
+    bool Holds(std::string_view name) const { return std::ranges::find(slots_, name) != slots_.end(); }
+    void Put(const std::string& name) {
+        const auto free = std::ranges::find(slots_, "");
+        if (free != slots_.end()) *free = name;
+    }
+
+  private:
+    std::array<std::string, 10> slots_;
+};
+
+std::vector<Neighbor> ReadNeighbors(Recordset sets, std::string_view column, std::string_view schema) {
+    std::vector<Neighbor> neighbors;
+    NameMemory memory;
+    for (; !sets.Eof(); sets.MoveNext()) {
+        const std::string name = sets.Text(column);
+        const bool listed = memory.Holds(name);
+        memory.Put(name);
+        if (!listed) neighbors.push_back({name, {}, !schema.empty()});
+        const auto entry = std::ranges::find(neighbors.rbegin(), neighbors.rend(), name, &Neighbor::name);
+        if (entry == neighbors.rend()) continue;
+        entry->sets.push_back(sets.Text("set"));
+        if (SameName(sets.Text("schemaname"), schema)) entry->ofOtherSchema = false;
+    }
+    return neighbors;
+}
+
+std::vector<std::string> TrimmedColumn(Recordset rows, std::string_view column) {
+    std::vector<std::string> texts;
+    for (; !rows.Eof(); rows.MoveNext()) texts.emplace_back(Trim(rows.Text(column)));
+    return texts;
+}
+
+}  // namespace
+
+std::vector<std::string> LoadSchemaList(AppState& app) {
+    if (!FileExists(app.AppPath(places::kStore))) {
+        app.host.MessageBox("Please locate and extract IDMS Report File.");
+        return {};
+    }
+    return TrimmedColumn(dictionary::SchemasOfRecords(*app.gConnection), "schemaname");
+}
+
+std::vector<std::string> LoadRecordsList(Connection& store, std::string_view schema) {
+    return TrimmedColumn(dictionary::RecordNames(store, schema), "Recordname");
+}
+
+ChosenRecord ShowRecord(Connection& store, std::string_view name, std::string_view schema) {
+    const std::string key = UpperCase(Trim(name));
+    ChosenRecord chosen;
+    chosen.record = ReadListedRecord(store, name);
+    chosen.owners = ReadNeighbors(dictionary::SetsOfMember(store, key), "Recordname", schema);
+    chosen.members = ReadNeighbors(dictionary::SetsOfOwner(store, key), "next_step", schema);
+    return chosen;
+}
+
+void RecordTrail::Choose(std::string_view name) {
+    if (!names_.empty() && SameName(names_.back(), name)) return;
+    names_.emplace_back(name);
+    if (names_.size() > kMost + 1) names_.erase(names_.begin());
+}
+
+const std::string& RecordTrail::Back() {
+    names_.pop_back();
+    return names_.back();
+}
+
+}  // namespace norvelis
