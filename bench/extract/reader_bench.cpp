@@ -11,11 +11,10 @@
 #include "base/paths.h"
 #include "extract/report.h"
 #include "extract/report_file.h"
-#include "extract/report_index.h"
 #include "testing/report_generator.h"
 #include "testing/temporary_folder.h"
 
-// The reader alone, from the file to the index of its keywords, next to the time in which grep counts the
+// The reader alone, from the file to the places of its keywords, next to the time in which grep counts the
 // lines that hold one word of the same file.
 namespace norvelis {
 namespace {
@@ -35,7 +34,6 @@ double Median(std::vector<double> values) {
 
 std::size_t LinesRead(const std::string& path) {
     const Report report(ValidateReportFile(path).bytes);
-    const ReportIndex index(report);
     return report.Lines().size();
 }
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 
 #include "base/text.h"
 #include "extract/format/keywords.h"
@@ -15,12 +14,21 @@ using namespace keywords;
 
 constexpr std::size_t kMilestoneDistance = 4096;
 
+// By the first two bytes of what is sought, a block at a time: a loop that a compiler turns into a few wide
+// instructions, several times as fast as a search that compares the whole at each place.
 std::size_t Find(std::string_view bytes, std::string_view sought, std::size_t from) {
-    const void* found = sought.size() == 1
-                            ? std::memchr(bytes.data() + from, sought.front(), bytes.size() - from)
-                            : memmem(bytes.data() + from, bytes.size() - from, sought.data(), sought.size());
-    if (found == nullptr) return std::string_view::npos;
-    return static_cast<std::size_t>(static_cast<const char*>(found) - bytes.data());
+    if (sought.size() == 1) return bytes.find(sought.front(), from);
+    constexpr std::size_t kBlock = 64;
+    for (; from + kBlock < bytes.size(); from += kBlock) {
+        const char* block = bytes.data() + from;
+        int hits = 0;
+        for (std::size_t i = 0; i < kBlock; ++i)
+            hits |= static_cast<int>(block[i] == sought[0]) & static_cast<int>(block[i + 1] == sought[1]);
+        if (hits == 0) continue;
+        const std::size_t found = bytes.substr(from, kBlock + sought.size() - 1).find(sought);
+        if (found != std::string_view::npos) return from + found;
+    }
+    return bytes.find(sought, from);
 }
 
 // Finds the next occurrence of a text in the whole report, remembering it from line to line, so that the
