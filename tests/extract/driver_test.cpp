@@ -249,7 +249,8 @@ TEST_F(DriverTest, CanceledItKeepsTheOldDictionaryUntilTheNewOneIsWhole) {
     SetReport(ReportOf("ONE"));
     Extract();
     const std::string before = EveryRow(store);
-    SetReport(ReportOf("TWO") + RecordHead("LAST", "DIRECT"));
+    SetReport(ReportOf("TWO") + RecordHead("NEXT", "DIRECT") + RecordHead("THIRD", "DIRECT") +
+              RecordHead("LAST", "DIRECT"));
     bool inRefresh = false;
     const auto refresh = [&] {
         inRefresh = true;
@@ -266,7 +267,7 @@ TEST_F(DriverTest, CanceledItKeepsTheOldDictionaryUntilTheNewOneIsWhole) {
                         : "The report is in the dictionary; REFRESH shows it in the tree.");
     }
     EXPECT_GT(turn, 10);
-    EXPECT_EQ(Records("TWO"), 2);
+    EXPECT_EQ(Records("TWO"), 4);
 }
 
 }  // namespace
