@@ -40,6 +40,8 @@ RuntimeFailure::RuntimeFailure(FailureNumber number)
     : std::runtime_error(ClassicText(number)), number_(number) {}
 
 RuntimeFailure::RuntimeFailure(FailureNumber number, const std::string& detail)
-    : std::runtime_error(std::string(ClassicText(number)) + ": " + detail), number_(number) {}
+    : std::runtime_error(std::string(ClassicText(number)) + ": " + detail),
+      detail_(detail),
+      number_(number) {}
 
 }  // namespace norvelis

@@ -31,8 +31,10 @@ class RuntimeFailure : public std::runtime_error {
     RuntimeFailure(FailureNumber number, const std::string& detail);
 
     FailureNumber Number() const { return number_; }
+    const std::string& Detail() const { return detail_; }  ///< Empty with the classic text alone.
 
   private:
+    std::string detail_;
     FailureNumber number_;
 };
 

@@ -72,8 +72,12 @@ NodeIndex RecordTreeBuilder::Add(NodeIndex parent, RecordTree::TextId text) {
     return Size() - 1;
 }
 
+void RecordTreeBuilder::MarkIncomplete(std::string_view schema, std::string_view record) {
+    content_->incomplete.insert({Intern(schema), Intern(record)});
+}
+
 RecordTree RecordTreeBuilder::Complete() && {
-    auto& [nodes, textIds, texts, byText, begin, guidHigh, guidLow] = *content_;
+    auto& [nodes, textIds, texts, byText, begin, guidHigh, guidLow, incomplete] = *content_;
     begin.assign(texts.size() + 1, 0);
     for (NodeIndex i = Size(); i-- > 0;) {
         RecordTree::Node& node = nodes[i];

@@ -2,9 +2,11 @@
 
 #include <cstdint>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "base/random.h"
@@ -32,6 +34,11 @@ class RecordTree {
     const std::string& TextOf(TextId text) const { return *content_->texts[text]; }
     std::size_t TextCount() const { return content_->texts.size(); }
     const std::string& Schema(NodeIndex node) const { return TextOf(At(node).schema); }
+    /// True for a record whose section of the report was not read to the end.
+    bool IsIncomplete(NodeIndex node) const {
+        const Node& record = At(node);
+        return content_->incomplete.contains({record.schema, record.text});
+    }
 
     /// Schema, "**" and 32 hexadecimal digits that no other node has. Only the part before "**" means
     /// something.
@@ -64,9 +71,10 @@ class RecordTree {
     struct Content {
         std::vector<Node> nodes;
         std::unordered_map<std::string, TextId> textIds;
-        std::vector<const std::string*> texts;       ///< The map's keys, which stay where they are.
-        std::vector<NodeIndex> byText, byTextBegin;  ///< Nodes by their text, and where each text begins.
-        std::uint64_t guidHigh = 0, guidLow = 0;     ///< The GUID of node 0.
+        std::vector<const std::string*> texts;           ///< The map's keys, which stay where they are.
+        std::vector<NodeIndex> byText, byTextBegin;      ///< Nodes by their text, and where each text begins.
+        std::uint64_t guidHigh = 0, guidLow = 0;         ///< The GUID of node 0.
+        std::set<std::pair<TextId, TextId>> incomplete;  ///< Schema and record.
     };
 
     RecordTree(std::shared_ptr<const Content> content, NodeIndex first, NodeIndex end)
@@ -87,6 +95,8 @@ class RecordTreeBuilder {
     /// A root (a schema, parent kNoNode) or a child of a node of the branch added last.
     NodeIndex Add(NodeIndex parent, RecordTree::TextId text);
     NodeIndex Size() const { return static_cast<NodeIndex>(content_->nodes.size()); }
+    /// All nodes of this record, whether or not they are there yet.
+    void MarkIncomplete(std::string_view schema, std::string_view record);
 
     RecordTree Complete() &&;
 

@@ -10,6 +10,7 @@
 #include "base/text.h"
 #include "browse/next_step.h"
 #include "core/log.h"
+#include "dictionary/findings.h"
 #include "dictionary/records.h"
 #include "dictionary/schemas.h"
 
@@ -83,6 +84,7 @@ class TreeLoader {
                 Guarded("loadrecords", [&] { loadrecords(schema, root); });
             }
         });
+        MarkIncomplete();
         return std::move(tree_).Complete();
     }
 
@@ -92,6 +94,16 @@ class TreeLoader {
         if (!FileExists(store_.Path()))
             throw RuntimeFailure(FailureNumber::StoreFailure,
                                  store_.Path() + ": the file is not there any more");
+    }
+
+    void MarkIncomplete() {
+        try {
+            auto records = dictionary::IncompleteRecords(store_);
+            for (; !records.Eof(); records.MoveNext())
+                tree_.MarkIncomplete(records.Text("schemaname"), records.Text("Recordname"));
+        } catch (const RuntimeFailure&) {
+            // A tree without its marks; what else the store refused is in the log.
+        }
     }
 
     void loadrecords(const std::string& schema, NodeIndex root) {

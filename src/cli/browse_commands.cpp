@@ -1,6 +1,7 @@
 #include <cstdio>
 #include <limits>
 #include <nlohmann/json.hpp>
+#include <optional>
 
 #include "base/text.h"
 #include "browse/record_search.h"
@@ -49,14 +50,15 @@ RecordTree LoadTree(CommandContext& context) {
     return loadnodesfromaccess(*context.app, *context.app->gConnection, kTreeview);
 }
 
-int PrintTree(CommandContext& context, const std::string& schema, int depth, bool json) {
+// Without a schema: all of them. One may have an empty name.
+int PrintTree(CommandContext& context, const std::optional<std::string>& schema, int depth, bool json) {
     const RecordTree tree = LoadTree(context);
     NodeIndex begin = 0, end = tree.Size();
-    if (!schema.empty()) {
+    if (schema) {
         const auto roots = tree.Roots();
         const auto root = std::find_if(roots.begin(), roots.end(),
-                                       [&](NodeIndex node) { return SameName(tree.Text(node), schema); });
-        if (root == roots.end()) return Refuse("there is no schema " + schema + " in the dictionary");
+                                       [&](NodeIndex node) { return SameName(tree.Text(node), *schema); });
+        if (root == roots.end()) return Refuse("there is no schema " + *schema + " in the dictionary");
         begin = *root;
         end = tree.SubtreeEnd(*root);
     }
@@ -114,9 +116,11 @@ void AddBrowseCommands(CLI::App& program, CommandContext& context) {
     tree->add_option("--depth", options->depth, "Levels to print, the schemas being level 1 (default: all)")
         ->check(CLI::Range(1, std::numeric_limits<int>::max()));
     tree->add_flag("--json", options->json, "As a JSON array in the order of the tree");
-    tree->callback([&context, options] {
-        context.run = [&context, options] {
-            return PrintTree(context, options->schema, options->depth, options->json);
+    tree->callback([&context, options, tree] {
+        const bool one = tree->count("SCHEMA") > 0;
+        context.run = [&context, options, one] {
+            return PrintTree(context, one ? std::optional(options->schema) : std::nullopt, options->depth,
+                             options->json);
         };
     });
 

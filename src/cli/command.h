@@ -36,9 +36,10 @@ std::string WithNewlines(const std::string& text);
 
 std::string AbsolutePath(const std::string& path);
 
-void AddDictionaryCommands(CLI::App& program,
-                           CommandContext& context);                 ///< validate, extract, dump, setting.
-void AddBrowseCommands(CLI::App& program, CommandContext& context);  ///< tree, find, list.
+void AddReportCommands(CLI::App& program, CommandContext& context);      ///< validate, extract.
+void AddStoreCommands(CLI::App& program, CommandContext& context);       ///< store create, store restore.
+void AddDictionaryCommands(CLI::App& program, CommandContext& context);  ///< dump, setting.
+void AddBrowseCommands(CLI::App& program, CommandContext& context);      ///< tree, find, list.
 void AddRecordList(CLI::App& program, CommandContext& context);
 void AddSqlProgram(CLI::App& program, CommandContext& context);  ///< sql, which norvelis-sql then does.
 

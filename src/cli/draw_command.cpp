@@ -16,6 +16,9 @@ namespace norvelis::cli {
 
 namespace {
 
+/// The drawing of a schema that has no name.
+const std::string kNameless = "nameless";
+
 struct DrawRequest {
     std::string schema, record, out;
     bool separate = false;
@@ -63,6 +66,8 @@ class Draw {
     }
 
     int Schema(const std::string& schema) {
+        if (schema.empty())
+            return Finish(DrawNamelessSchema(drawing_, kNameless), FileOf(kNameless, kNameless));
         const DrawResult result = DrawVisioDiagramSingle(drawing_, schema, nullptr);
         if (result != DrawResult::NoEngine)
             reported_.pop_back();  // "Done Drawing", whether or not it is true.
@@ -132,7 +137,7 @@ void AddDraw(CLI::App& program, CommandContext& context) {
     auto request = std::make_shared<DrawRequest>();
     auto words = std::make_shared<Words>();
     auto* command = program.add_subcommand("draw", "Draw a schema's Bachman diagram as a Visio drawing");
-    command->add_option("SCHEMA", request->schema, "Schema of the dictionary")->required()->check(named);
+    command->add_option("SCHEMA", request->schema, "Schema of the dictionary")->required();
     auto* separate =
         command->add_flag("--separate", request->separate, "A file for each record that is an entry");
     command->add_option("--record", request->record, "This record with all below it")

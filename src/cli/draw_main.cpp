@@ -6,7 +6,7 @@
 
 int main(int argc, char** argv) {
     using namespace norvelis::cli;
-    return RunProgram(
-        argc, argv,
-        {AddDictionaryCommands, AddBrowseCommands, AddScheduleCommands, AddDrawingCommands, AddSqlProgram});
+    return RunProgram(argc, argv,
+                      {AddReportCommands, AddStoreCommands, AddDictionaryCommands, AddBrowseCommands,
+                       AddScheduleCommands, AddDrawingCommands, AddSqlProgram});
 }

@@ -6,6 +6,7 @@
 int main(int argc, char** argv) {
     using namespace norvelis::cli;
     return RunProgram(argc, argv,
-                      {AddDictionaryCommands, AddBrowseCommands, AddScheduleCommands, AddSqlProgram},
+                      {AddReportCommands, AddStoreCommands, AddDictionaryCommands, AddBrowseCommands,
+                       AddScheduleCommands, AddSqlProgram},
                       "norvelis-draw");
 }

@@ -51,13 +51,15 @@ bool Agreed(AppState& app, const std::string& question, const std::string& title
 
 }  // namespace
 
-void mnu_Classic_Extract_Report(AppState& app, const std::function<void()>& refresh) {
+std::size_t mnu_Classic_Extract_Report(AppState& app, const std::function<void()>& refresh) {
     std::optional<ReportFile> report = TakeReport(app, kExtracting);
-    if (!report) return;
-    if (!Agreed(app, "Are you sure you want to extract IDMS report?", "Extract Confirmation")) return;
+    if (!report) return 0;
+    if (!Agreed(app, "Are you sure you want to extract IDMS report?", "Extract Confirmation")) return 0;
     const ShownBars bars(app.progress, kTreeBars);
     app.host.OpenScreen(Screen::Treeview, false);
-    process_Classic_Extract_Report(app, InteractiveDriver(app, refresh), *std::move(report));
+    const ExtractionResult result =
+        process_Classic_Extract_Report(app, InteractiveDriver(app, refresh), *std::move(report));
+    return CountWarnings(result.findings);
 }
 
 void mnu_View_IDMS_Report_File(AppState& app) {

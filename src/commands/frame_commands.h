@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 
 #include "core/app_state.h"
@@ -11,8 +12,9 @@ namespace norvelis::commands {
 /// Draws what the dictionary holds: all on one page, or a file for each parent.
 using DrawAll = std::function<void(bool singlePage)>;
 
-/// `refresh` shows the new dictionary. A failure of the extraction goes through.
-void mnu_Classic_Extract_Report(AppState& app, const std::function<void()>& refresh);
+/// `refresh` shows the new dictionary. Gives how many warnings the extraction had. A failure of it goes
+/// through.
+std::size_t mnu_Classic_Extract_Report(AppState& app, const std::function<void()>& refresh);
 
 void mnu_View_IDMS_Report_File(AppState& app);
 /// A draw button: all on one page.

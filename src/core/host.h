@@ -34,7 +34,8 @@ enum class Screen {
     Scheduler,
     ReportViewer,
     DrawingViewer,
-    About
+    About,
+    Findings
 };
 
 /// The bars that show progress: a pair (a line of text, a value) on the tree screen and one on the progress

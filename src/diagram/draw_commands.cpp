@@ -167,6 +167,22 @@ void DrawVisioDiagram(DrawingState& drawing, const RecordTree* tree) {
     }
 }
 
+namespace {
+
+DrawResult DrawWhole(DrawingState& drawing, DrawOrder& order) {
+    order.visible = WantsToWatch(drawing);
+    order.location = DrawingLocation(drawing);
+    return DrawDrawing(drawing, kDrawSingle, order);
+}
+
+}  // namespace
+
+DrawResult DrawNamelessSchema(DrawingState& drawing, const std::string& name) {
+    DrawOrder order = OrderOfSchema(drawing, {}, nullptr);
+    order.name = order.subfolder = name;
+    return DrawWhole(drawing, order);
+}
+
 DrawResult DrawVisioDiagramSingle(DrawingState& drawing, const std::string& schema, const RecordTree* tree) {
     drawing.BeginCommand();
     DrawResult result;
@@ -177,9 +193,7 @@ DrawResult DrawVisioDiagramSingle(DrawingState& drawing, const std::string& sche
             drawing.report("Request denied. Visio File to be generated must be named.");
             return DrawResult::NotSaved;
         }
-        order.visible = WantsToWatch(drawing);
-        order.location = DrawingLocation(drawing);
-        result = DrawDrawing(drawing, kDrawSingle, order);
+        result = DrawWhole(drawing, order);
     }
     ReportNotWritten(drawing);
     if (result != DrawResult::NoEngine) {

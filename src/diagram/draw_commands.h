@@ -16,8 +16,10 @@ namespace norvelis {
 /// or every parent of every dictionary in a file of its own.
 void DrawVisioDiagram(DrawingState& drawing, const RecordTree* tree);
 
-/// One whole dictionary: location\schema\schema.vsd.
+/// One whole dictionary: location\schema\schema.vsd. One without a name is refused.
 DrawResult DrawVisioDiagramSingle(DrawingState& drawing, const std::string& schema, const RecordTree* tree);
+/// The dictionary without a name: location\name\name.vsd.
+DrawResult DrawNamelessSchema(DrawingState& drawing, const std::string& name);
 
 /// Every parent of every dictionary: location\schema\record.vsd.
 void DrawVisioDiagramSeparate(DrawingState& drawing, const RecordTree* tree);

@@ -90,7 +90,7 @@ void ShowStep(DrawingState& drawing, std::string_view text, const std::string& n
 
 /// A name that is one file in its folder and cannot lead out of it.
 bool IsFileName(const std::string& name) {
-    return !name.empty() && name != "." && name != ".." &&
+    return name != "." && name != ".." &&
            name.find_first_of(std::string_view("/\\\0", 3)) == std::string::npos;
 }
 

@@ -24,6 +24,10 @@ Recordset SchemaHeader(Connection& store, std::string_view schema);
 /// letter case.
 std::optional<std::string> StoredSchemaName(Connection& store, std::string_view schema);
 
+/// Column schemaname, each schema that has a record once, by name; and how many records it has.
+Recordset SchemasWithRecords(Connection& store);
+long CountRecords(Connection& store, std::string_view schema);
+
 /// The rows of Parents of one schema: in the order of the report, or by name.
 Recordset EntryRecords(Connection& store, std::string_view schema);
 Recordset EntryRecordsByName(Connection& store, std::string_view schema);

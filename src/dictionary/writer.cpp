@@ -89,14 +89,15 @@ void Writer::AddParent(std::string_view record) {
     parents_.Add(row.All());
 }
 
-void Writer::AddRecord(std::string_view record, std::string_view mode, std::string_view dn) {
-    if (Trim(record).empty() || recordsByName_.contains(Folded(record))) return;
+bool Writer::AddRecord(std::string_view record, std::string_view mode, std::string_view dn) {
+    if (Trim(record).empty() || recordsByName_.contains(Folded(record))) return false;
     recordsByName_.try_emplace(Folded(Trim(record)), records_.size());
     RecordRow row;
     row.name = Trim(record);
     row.mode = mode;
     row.dn = dn;
     records_.push_back(std::move(row));
+    return true;
 }
 
 RecordRow& Writer::RecordNamed(std::string_view name) {

@@ -55,9 +55,10 @@ class Writer {
     /// The row of schema_details.
     void AddSchema(std::string_view release, std::string_view version, std::string_view date);
 
-    /// Each adds the row unless one of that (untrimmed) name is there; an empty name adds nothing.
+    /// Each adds the row unless one of that (untrimmed) name is there; an empty name adds nothing. AddRecord
+    /// is true when it added one.
     void AddParent(std::string_view record);
-    void AddRecord(std::string_view record, std::string_view mode, std::string_view dn);
+    bool AddRecord(std::string_view record, std::string_view mode, std::string_view dn);
 
     std::deque<RecordRow>& Records() { return records_; }
     /// The first row of that name, whatever its case.

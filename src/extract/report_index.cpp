@@ -3,17 +3,13 @@
 #include <algorithm>
 
 #include "base/text.h"
-#include "extract/keywords.h"
+#include "extract/format/keywords.h"
 
 namespace norvelis {
 
 namespace {
 
 using namespace keywords;
-
-std::string_view NameAt(std::string_view line, Span span) {
-    return Trim(Text(line, span.column, span.count));
-}
 
 // Calls `use` for every place of the keyword in the line, from column `from` on.
 template <typename Use>
@@ -66,6 +62,16 @@ std::optional<std::size_t> PrefixIndex::FirstLine(std::string_view name) const {
     return line;
 }
 
+std::optional<std::size_t> PrefixIndex::LastLineBefore(std::string_view name, std::size_t limit) const {
+    const auto [first, last] = Range(name);
+    std::optional<std::size_t> line;
+    for (std::size_t i = first; i < last; ++i) {
+        if (occurrences_[i].line < limit && (!line || occurrences_[i].line > *line))
+            line = occurrences_[i].line;
+    }
+    return line;
+}
+
 ReportIndex::ReportIndex(const Report& report) : report_(report) {
     const auto& lines = report_.Lines();
     for (std::size_t i = 0; i < lines.size(); ++i) {
@@ -98,18 +104,18 @@ void ReportIndex::ReadSets() {
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const std::string_view text = report_.TextOf(lines[i]);
         if (lines[i].Has(KeywordKind::SetAtStart)) {
-            set = NameAt(text, kSetOrOwnerOrMember);
+            set = NameIn(text, kSetOrOwnerOrMember);
             // The pseudo-set comes before the real ones; behind them its name no longer means anything.
-            if (set != "CALC") inSets = true;
+            if (set != kCalcName) inSets = true;
             owned = nullptr;
         }
         if (!inSets) continue;
         if (lines[i].Has(KeywordKind::Owner)) {
-            const std::string_view owner = NameAt(text, kSetOrOwnerOrMember);
+            const std::string_view owner = NameIn(text, kSetOrOwnerOrMember);
             owned = owner.empty() ? nullptr : &ownerships_[owner];
         }
         if (owned != nullptr && lines[i].Has(KeywordKind::Member) && Column(text, kMember, 2) != 0) {
-            owned->push_back({NameAt(text, kSetOrOwnerOrMember), set});
+            owned->push_back({NameIn(text, kSetOrOwnerOrMember), set});
         }
     }
 }
@@ -118,7 +124,7 @@ void ReportIndex::ReadBlocks() {
     const auto& lines = report_.Lines();
     for (std::size_t i = 0; i < lines.size(); ++i) {
         if (lines[i].Has(KeywordKind::RecordNameAtStart))
-            blocks_.try_emplace(NameAt(report_.TextOf(lines[i]), kIndexName), i);
+            blocks_.try_emplace(NameIn(report_.TextOf(lines[i]), kIndexName), i);
     }
 }
 
@@ -135,6 +141,11 @@ ReportIndex::SetRegion ReportIndex::ReadRegion(std::size_t start) const {
     return region;
 }
 
+const HeadLines& ReportIndex::Heads() {
+    if (!heads_) heads_.emplace(report_);
+    return *heads_;
+}
+
 const std::vector<ReportIndex::Membership>& ReportIndex::MembersOf(std::string_view owner) const {
     static const std::vector<Membership> none;
     const auto found = ownerships_.find(owner);
@@ -148,17 +159,20 @@ std::vector<Occurrence> ReportIndex::MemberLines(std::string_view set, std::stri
     return region_->members.Matches(member);
 }
 
-std::vector<std::string_view> ReportIndex::IndexNames(std::string_view record) const {
-    std::vector<std::string_view> names;
+std::optional<std::size_t> ReportIndex::BlockStart(std::string_view record) const {
     const auto block = blocks_.find(record);
-    if (block == blocks_.end()) return names;
+    return block == blocks_.end() ? std::nullopt : std::optional(block->second);
+}
+
+std::vector<ReportIndex::IndexLine> ReportIndex::IndexLines(std::string_view record) const {
+    std::vector<IndexLine> indexes;
     const auto& lines = report_.Lines();
-    for (std::size_t i = block->second; i < lines.size(); ++i) {
+    for (std::size_t i = BlockStart(record).value_or(lines.size()); i < lines.size(); ++i) {
         const std::string_view text = report_.TextOf(lines[i]);
-        if (lines[i].Has(KeywordKind::RecordNameAtStart) && NameAt(text, kIndexName) != record) break;
-        if (lines[i].Has(KeywordKind::IndexMember)) names.push_back(NameAt(text, kIndexName));
+        if (lines[i].Has(KeywordKind::RecordNameAtStart) && NameIn(text, kIndexName) != record) break;
+        if (lines[i].Has(KeywordKind::IndexMember)) indexes.push_back({NameIn(text, kIndexName), i});
     }
-    return names;
+    return indexes;
 }
 
 std::optional<std::size_t> ReportIndex::LastMemberLine(std::string_view index, std::string_view record,

@@ -5,6 +5,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "extract/head_lines.h"
 #include "extract/report.h"
 
 namespace norvelis {
@@ -26,6 +27,7 @@ class PrefixIndex {
     /// In order of lines, the first place of each line.
     std::vector<Occurrence> Matches(std::string_view name) const;
     std::optional<std::size_t> FirstLine(std::string_view name) const;
+    std::optional<std::size_t> LastLineBefore(std::string_view name, std::size_t limit) const;
 
   private:
     std::pair<std::size_t, std::size_t> Range(std::string_view name) const;
@@ -45,6 +47,17 @@ class ReportIndex {
         return sections_.FirstLine(record);
     }
 
+    /// The last such line before line `limit`.
+    std::optional<std::size_t> LastSectionStart(std::string_view record, std::size_t limit) const {
+        return sections_.LastLineBefore(record, limit);
+    }
+
+    /// The set line that counts for this name: the first of a set whose name begins with it.
+    std::optional<std::size_t> SetLine(std::string_view set) const { return sets_.FirstLine(set); }
+
+    /// Worked out when first asked for.
+    const HeadLines& Heads();
+
     struct Membership {
         std::string_view member, set;
     };
@@ -54,9 +67,15 @@ class ReportIndex {
     /// Member lines for this member in the first set whose name begins with `set`.
     std::vector<Occurrence> MemberLines(std::string_view set, std::string_view member);
 
-    /// Names on the index lines of the record's first block, in order, repeated where the report repeats
-    /// them.
-    std::vector<std::string_view> IndexNames(std::string_view record) const;
+    /// The record's first name line at column 1, where its block begins.
+    std::optional<std::size_t> BlockStart(std::string_view record) const;
+
+    struct IndexLine {
+        std::string_view index;
+        std::size_t line;
+    };
+    /// The index lines of the record's first block, in order; the report may repeat a name.
+    std::vector<IndexLine> IndexLines(std::string_view record) const;
 
     /// Lines with "SET CONTROL ITEM FOR" this index.
     std::vector<Occurrence> ControlItems(std::string_view index) const {
@@ -80,6 +99,7 @@ class ReportIndex {
 
     const Report& report_;
     PrefixIndex sections_, sets_, members_, controlItems_;
+    std::optional<HeadLines> heads_;
     std::optional<SetRegion> region_;  // of the set last asked for: its members follow one another
     std::unordered_map<std::string_view, std::vector<Membership>> ownerships_;
     std::unordered_map<std::string_view, std::size_t> blocks_;  // record to its first name line at column 1

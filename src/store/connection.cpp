@@ -8,6 +8,7 @@
 #include "base/text.h"
 #include "store/database.h"
 #include "store/statement_run.h"
+#include "store/store_failure.h"
 #include "store/tables.h"
 
 namespace norvelis {
@@ -30,14 +31,19 @@ std::string PartOf(std::string_view connectionString, std::string_view key) {
     return {};
 }
 
+std::string TablesScript() {
+    std::string script = "BEGIN;";
+    for (const auto& table : AllTables()) script += CreationScript(table);
+    return script + "COMMIT;";
+}
+
 void RequireTables(Connection& connection) {
     for (const auto& table : AllTables()) {
         if (connection.Count(
                 "Select count(*) FROM sqlite_master where type = 'table' and name = ? collate nocase",
                 {table.name}) == 0)
-            throw RuntimeFailure(
-                FailureNumber::StoreFailure,
-                connection.Path() + ": no dictionary store, it lacks the table " + std::string(table.name));
+            throw UnusableStore(connection.Path() + ": no dictionary store, it lacks the table " +
+                                std::string(table.name));
     }
 }
 
@@ -52,8 +58,7 @@ Connection::Connection(std::shared_ptr<Database> database) : database_(std::move
 
 std::shared_ptr<Connection> Connection::Open(std::string_view connectionString) {
     const std::string path = Resolve(PartOf(connectionString, "Data Source"));
-    if (!FileExists(path))
-        throw RuntimeFailure(FailureNumber::StoreFailure, path + ": the file does not exist");
+    if (!FileExists(path)) throw UnusableStore(path + ": the file does not exist");
     auto database =
         std::make_shared<Database>(path, PartOf(connectionString, "Jet OLEDB:Database password"), false);
     database->RunScript(
@@ -65,12 +70,22 @@ std::shared_ptr<Connection> Connection::Open(std::string_view connectionString) 
 }
 
 void Connection::CreateStore(const std::string& path) {
-    WriteFileThrough(path, [](const std::string& temporary) {
+    WriteFileThrough(path, [&path](const std::string& temporary) {
         DeleteFile(temporary);
-        std::string script = "BEGIN;";
-        for (const auto& table : AllTables()) script += CreationScript(table);
-        Database(temporary, std::string(kPassword), true).RunScript(script + "COMMIT;");
+        DeleteFile(path + "-journal");  // Of a store that was here: it would be played back into this one.
+        Database(temporary, std::string(kPassword), true).RunScript(TablesScript());
     });
+}
+
+std::shared_ptr<Connection> Connection::WithoutMemory() {
+    auto database = std::make_shared<Database>(":memory:", std::string(kPassword), true);
+    database->RunScript(TablesScript());
+    for (const auto& table : AllTables()) {
+        const std::string name(table.name);
+        database->RunScript("CREATE TRIGGER forget_" + name + " BEFORE INSERT ON " + name +
+                            " BEGIN SELECT RAISE(IGNORE); END");
+    }
+    return std::shared_ptr<Connection>(new Connection(std::move(database)));
 }
 
 Connection::~Connection() = default;

@@ -5,16 +5,12 @@
 
 #include <cerrno>
 
-#include "base/failure.h"
-
 namespace norvelis {
 
 namespace {
 
 std::string Reason(sqlite3* engine, const std::string& path) {
     switch (sqlite3_errcode(engine) & 0xFF) {
-        case SQLITE_NOTADB:
-            return "wrong password, or the file is no dictionary store";
         case SQLITE_BUSY:
         case SQLITE_LOCKED:
             return "locked by another program";
@@ -26,8 +22,6 @@ std::string Reason(sqlite3* engine, const std::string& path) {
             return access(path.c_str(), R_OK) != 0 ? "may not be read" : "its folder may not be written to";
         case SQLITE_IOERR:
             return "the disk refused to read or write it";
-        case SQLITE_CORRUPT:
-            return "the file is damaged";
         default:
             return sqlite3_errmsg(engine);
     }
@@ -43,9 +37,21 @@ void ThrowVanished(const std::string& path) {
     throw RuntimeFailure(FailureNumber::StoreFailure, path + ": the file is not there any more");
 }
 
+UnusableStore::UnusableStore(const std::string& reason)
+    : RuntimeFailure(
+          FailureNumber::StoreFailure,
+          reason + "; \"norvelis-cli store create\" makes an empty store and keeps a damaged one") {}
+
 void ThrowStoreFailure(sqlite3* engine, const std::string& path) {
-    throw RuntimeFailure(FailureNumber::StoreFailure,
-                         path + ": " + (engine != nullptr ? Reason(engine, path) : "out of memory"));
+    if (engine == nullptr) throw RuntimeFailure(FailureNumber::StoreFailure, path + ": out of memory");
+    switch (sqlite3_errcode(engine) & 0xFF) {
+        case SQLITE_NOTADB:
+            throw UnusableStore(path + ": wrong password, or the file is no dictionary store");
+        case SQLITE_CORRUPT:
+            throw UnusableStore(path + ": the file is damaged");
+        default:
+            throw RuntimeFailure(FailureNumber::StoreFailure, path + ": " + Reason(engine, path));
+    }
 }
 
 }  // namespace norvelis

@@ -2,9 +2,17 @@
 
 #include <string>
 
+#include "base/failure.h"
+
 struct sqlite3;
 
 namespace norvelis {
+
+/// A store that is missing or damaged: only another one in its place helps, and the text says how.
+class UnusableStore : public RuntimeFailure {
+  public:
+    explicit UnusableStore(const std::string& reason);
+};
 
 /// The one text for a refusal of the engine: throws RuntimeFailure (StoreFailure) with the file and the
 /// reason.

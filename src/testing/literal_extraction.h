@@ -22,6 +22,8 @@ class Row {
     /// UTF-8 as the store holds it; nothing for null.
     std::optional<std::string> Value(const std::string& column) const;
 
+    bool operator==(const Row&) const = default;
+
   private:
     std::map<std::string, std::string> values_;
 };
@@ -33,6 +35,8 @@ struct Dictionary {
 
     /// By name in its classic spelling.
     const Table& ByName(std::string_view name) const;
+
+    bool operator==(const Dictionary&) const = default;
 };
 
 /// The lines of a report: LF or CRLF ends them, the last one may lack its end.

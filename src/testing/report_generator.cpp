@@ -186,13 +186,17 @@ class Schema {
 
     void PrintRecord(Listing& listing, int number) {
         const Record& record = RecordAt(number);
+        const std::vector<FieldType> types = PickTypes();
+        const int length = DataLength(types);
+        const std::string recordLength = fmt::format("RLGTH={:5}", length + 20);
+        const std::string dataLength = fmt::format("DLGTH={:5}", length);
         const std::string id = fmt::format("{:04}", number + 100);
         const std::string area = Area(number);
         listing.Add('0', {{2, "* * * * *"}}, 10);
         listing.Add(
-            ' ', {{2, "RECORD NAME........ "}, {22, record.name}, {46, "VERSION 0001"}, {66, "RLGTH=  400"}});
+            ' ', {{2, "RECORD NAME........ "}, {22, record.name}, {46, "VERSION 0001"}, {66, recordLength}});
         listing.Add(' ', {{2, "RECORD ID.......... "}, {22, id}});
-        listing.Add(' ', {{2, "RECORD LENGTH...... FIXED"}, {66, "DLGTH=  380"}});
+        listing.Add(' ', {{2, "RECORD LENGTH...... FIXED"}, {66, dataLength}});
         if (record.viaSet >= 0) {
             listing.Add(' ', {{2, "LOCATION MODE...... VIA SET"},
                               {34, SetAt(record.viaSet).name},
@@ -219,7 +223,24 @@ class Schema {
             '0',
             {{2, "DATA ITEM"}, {39, "USAGE"}, {87, "PICTURE"}, {112, " STRT"}, {121, " LGTH"}, {128, " END"}},
             4);
-        PrintFields(listing, number);
+        PrintFields(listing, number, types);
+    }
+
+    static bool IsGroup(int field, int fieldCount) { return field % 9 == 4 && field + 1 < fieldCount; }
+
+    std::vector<FieldType> PickTypes() {
+        std::vector<FieldType> types;
+        for (int field = 0; field < fieldCount_; ++field)
+            types.push_back(kFieldTypes[Below(kFieldTypes.size())]);
+        return types;
+    }
+
+    int DataLength(const std::vector<FieldType>& types) const {
+        int length = 0;
+        for (int field = 0; field < fieldCount_; ++field) {
+            if (!IsGroup(field, fieldCount_)) length += types[static_cast<std::size_t>(field)].length;
+        }
+        return length;
     }
 
     std::string FieldName(int record, int field) const {
@@ -227,14 +248,14 @@ class Schema {
         return fmt::format("{}-{:02}-{:04}", kFieldWords[word], field + 1, record + 100);
     }
 
-    void PrintFields(Listing& listing, int number) {
+    void PrintFields(Listing& listing, int number, const std::vector<FieldType>& types) {
         const Record& record = RecordAt(number);
         int start = 1;
         for (int field = 0; field < fieldCount_; ++field) {
-            const bool group = field % 9 == 4 && field + 1 < fieldCount_;
+            const bool group = IsGroup(field, fieldCount_);
             const char* level = field % 9 == 5 || field % 9 == 6 ? "03" : "02";
             const std::string name = FieldName(number, field);
-            const FieldType& type = kFieldTypes[Below(kFieldTypes.size())];
+            const FieldType& type = types[static_cast<std::size_t>(field)];
             const std::string startText = fmt::format("{:5}", start);
             const std::string lengthText = fmt::format("{:4}", type.length);
             const std::string endText = fmt::format("{:5}", start + type.length - 1);

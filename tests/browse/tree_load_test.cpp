@@ -210,6 +210,22 @@ TEST_F(TreeLoadTest, AFailingStoreLeavesAPartialTreeAndOneEntryInTheLog) {
                 HasSubstr("frmTreeview ---- loadnodesfromaccess ---- "));
 }
 
+TEST_F(TreeLoadTest, RecordsThatWereNotReadToTheirEndAreMarkedWhereverTheyAre) {
+    {
+        SchemaRows rows(*store);
+        rows.Entry("A", "B,C");
+        rows.Record("B");
+        rows.Record("C");
+    }
+    store->Execute("Update Record_Details set Information = 'box' where Recordname <> 'B'");
+    const RecordTree tree = Load();
+    EXPECT_FALSE(tree.IsIncomplete(tree.FirstOf("EMPSCHM")));
+    EXPECT_FALSE(tree.IsIncomplete(tree.FirstOf("A")));
+    EXPECT_TRUE(tree.IsIncomplete(tree.FirstOf("B")));
+    EXPECT_FALSE(tree.IsIncomplete(tree.FirstOf("C")));
+    EXPECT_TRUE(tree.Subtree(1).IsIncomplete(1)) << "B below A";
+}
+
 TEST_F(TreeLoadTest, MorePathsThanMemoryStopAtTheLimitWithAWord) {
     {
         SchemaRows rows(*store);

@@ -68,9 +68,15 @@ TEST_F(BadInput, WhatIsNoReportLeavesTheDictionaryAlone) {
         ExpectRefusal(program.Run("extract " + Report(content)),
                       "Invalid IDMS Report File :" + program.Path("report") + " Action terminated");
     }
-    for (const std::string& path : {program.Path("app"), program.Path("none"), std::string("/dev/zero")}) {
-        ExpectRefusal(program.Run("extract " + path),
-                      "Report File :" + path + " does not exist. Please set it.");
+    ASSERT_EQ(mkfifo(program.Path("pipe").c_str(), 0600), 0);
+    const std::pair<std::string, const char*> noFiles[] = {
+        {program.Path("none"), "does not exist. Please set it."},
+        {program.Path("app"), "is a folder"},
+        {program.Path("pipe"), "is a pipe"},
+        {"/dev/zero", "is a device"}};
+    for (const auto& [path, words] : noFiles) {
+        for (const char* command : {"extract ", "validate "})
+            ExpectRefusal(program.Run(command + path), "Report File :" + path + " " + words);
     }
     ExpectRefusal(program.Run("extract ''"), "IDMS Report file has not been set.");
     chmod(Report(SmallReport("NEW")).c_str(), 0);
@@ -85,12 +91,16 @@ TEST_F(BadInput, LimitsPassedAreRunTimeFailures) {
     for (int i = 0; i < 501; ++i) keys += FieldLine("11", "KEY") + ControlItem("IX");
     const std::string member = LineOf({{21, "IX"}, {39, "INDEX MEMBER"}});
     ExpectRefusal(program.Run("extract --append " + Report(SmallReport("NEW", fields))),
-                  "Run-time error '9': Subscript out of range");
-    ExpectRefusal(program.Run("extract --append " + Report(SmallReport("NEW", member + keys))),
-                  "Run-time error '9': Subscript out of range");
+                  "Run-time error '9': Subscript out of range: record EMP, line 617, field 601 of at most "
+                  "600; what was gathered until then is in the dictionary (records: 1, fields: 600)");
+    ExpectRefusal(
+        program.Run("extract --append " + Report(SmallReport("NEW", member + keys))),
+        "Run-time error '9': Subscript out of range: record EMP, line 1020, key 501 of at most "
+        "500 of index IX; what was gathered until then is in the dictionary (records: 1, fields: 1)");
     ExpectRefusal(
         program.Run("extract --append " + Report(SmallReport("NEW") + " RECORD NAME........ LAST\n")),
-        "Run-time error '62': Input past end of file");
+        "Run-time error '62': Input past end of file: record LAST, line 19, has no location mode before the "
+        "report ends; what was gathered until then is in the dictionary (records: 1, fields: 0)");
     EXPECT_EQ(Dump("--schema KEPT"), kept);
 }
 
@@ -110,9 +120,10 @@ TEST_F(BadInput, AStoreThatCannotBeUsedIsNamedWithTheReason) {
     ExpectRefusal(program.Run(extract, AsOrdinaryUser()), failure + "may not be read");
     chmod(program.StorePath().c_str(), 0644);
     WriteFile(program.StorePath(), std::string(5000, 'x'));
-    ExpectRefusal(program.Run("dump"), failure + "wrong password, or the file is no dictionary store");
+    const std::string help = "; \"norvelis-cli store create\" makes an empty store and keeps a damaged one";
+    ExpectRefusal(program.Run("dump"), failure + "wrong password, or the file is no dictionary store" + help);
     DeleteFile(program.StorePath());
-    ExpectRefusal(program.Run("dump"), failure + "the file does not exist");
+    ExpectRefusal(program.Run("dump"), failure + "the file does not exist" + help);
 }
 
 TEST_F(BadInput, AFullDiskLeavesTheOldState) {

@@ -94,7 +94,6 @@ TEST_F(DrawCommandTest, RefusalsSayWhyInOneLine) {
         {"EMPSCHM --seed x", "--seed: x is no seed\n", 2},
         {"EMPSCHM --seed=-1", "--seed: -1 is no seed\n", 2},
         {"EMPSCHM --seed 18446744073709551616", "is no seed\n", 2},
-        {"''", "SCHEMA: the name is empty\n", 2},
         {"EMPSCHM --record ''", "--record: the name is empty\n", 2},
         {"EMPSCHM --out ''", "--out: the name is empty\n", 2},
         {"EMPSCHM --separate --record CLIENT", "excludes", 2},

@@ -1,10 +1,13 @@
 #include "extract/driver.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "base/failure.h"
 #include "base/paths.h"
 #include "core/settings.h"
+#include "dictionary/findings.h"
+#include "store/former_store.h"
 #include "testing/every_row.h"
 #include "testing/small_report.h"
 #include "testing/test_store.h"
@@ -25,7 +28,7 @@ class DriverTest : public ::testing::Test {
     }
     bool Extract(const ExtractionDriver& driver) {
         const ReportFile file = ValidateReportFile(getreportlocation(app));
-        return process_Classic_Extract_Report(app, driver, file).has_value();
+        return process_Classic_Extract_Report(app, driver, file).done;
     }
     bool Extract() { return Extract(InteractiveDriver(app, {})); }
     long Records(const std::string& schema) {
@@ -162,11 +165,92 @@ TEST_F(DriverTest, AStoreThatRefusesInTheMiddleKeepsItsOldState) {
     EXPECT_TRUE(Extract()) << "the store is not left locked";
 }
 
+TEST_F(DriverTest, NothingIsLostByAccident) {
+    SetReport(HeaderOf("ONE") + RecordHead("A", "DIRECT") + RecordHead("B", "DIRECT") +
+              RecordHead("C", "DIRECT"));
+    ASSERT_TRUE(Extract());
+    const struct {
+        std::string report, words;
+    } cases[] = {
+        {" RECORD NAME........ EMP\n", "The report yields no record."},
+        {ReportOf("ONE"), "Records of schema ONE: the report yields 1, the dictionary has 3."},
+        {ReportOf(""), "The report has no schema name, and these schemas would be removed: ONE."},
+    };
+    for (const auto& c : cases) {
+        SetReport(c.report);
+        test.host.messages.clear();
+        test.host.answers = {Answer::Yes, Answer::No};
+        EXPECT_FALSE(Extract());
+        ASSERT_EQ(test.host.messages.size(), 2u) << c.words;
+        EXPECT_NE(test.host.messages[1].text.find(c.words), std::string::npos) << test.host.messages[1].text;
+        EXPECT_EQ(test.host.messages[1].defaultAnswer, Answer::No);
+        EXPECT_EQ(Records("ONE"), 3);
+    }
+    test.host.answers = {Answer::Yes, Answer::Yes};
+    EXPECT_TRUE(Extract());
+    EXPECT_EQ(Records("ONE"), 0);
+}
+
+TEST_F(DriverTest, TheFormerStoreIsKeptOnceAndRestored) {
+    SetReport(ReportOf("ONE"));
+    Extract();
+    SetReport(ReportOf("TWO"));
+    Extract();
+    EXPECT_TRUE(FileExists(FormerStorePath(test.StorePath())));
+    store.Close();
+    RestoreFormerStore(test.StorePath());
+    const auto restored = Connection::Open(ConnectionString(test.StorePath()));
+    EXPECT_EQ(restored->Count("Select count(*) FROM Parents where schemaname = 'ONE'"), 1);
+    EXPECT_EQ(restored->Count("Select count(*) FROM Parents where schemaname = 'TWO'"), 0);
+}
+
+TEST_F(DriverTest, WarningsCanRefuseAnExtraction) {
+    SetReport(ReportOf("ONE"));
+    Extract();
+    SetReport(HeaderOf("ONE") + RecordHead("EMP", "DIRECT") + RecordHead("NEW", "DIRECT"));
+    ExtractionDriver driver = InteractiveDriver(app, {});
+    driver.refusesWarnings = true;
+    EXPECT_FALSE(Extract(driver));
+    EXPECT_EQ(Records("ONE"), 1);
+    const auto present = dictionary::Findings(store);
+    ASSERT_EQ(present.size(), 1u);
+    EXPECT_EQ(present[0].kind, "calc-set");
+
+    driver.refusesWarnings = false;
+    EXPECT_TRUE(Extract(driver));
+    const auto findings = dictionary::Findings(store);
+    ASSERT_EQ(findings.size(), 2u);
+    EXPECT_EQ(findings[0].kind, "data-items-missing");
+    EXPECT_EQ(findings[0].line, 11u);
+    auto incomplete = dictionary::IncompleteRecords(store);
+    EXPECT_EQ(incomplete.Text("Recordname"), "EMP");
+    incomplete.MoveNext();
+    EXPECT_EQ(incomplete.Text("Recordname"), "NEW");
+
+    SetReport(ReportOf("ONE"));
+    Extract();
+    EXPECT_EQ(dictionary::Findings(store).size(), 1u) << "gone with their schema";
+}
+
+TEST_F(DriverTest, FindingsOfANewerFormAreRefusedInWords) {
+    SetReport(HeaderOf("ONE") + RecordHead("EMP", "DIRECT"));
+    Extract();
+    store.Execute("Update norvelis_forms set form = '2'");
+    try {
+        Extract();
+        FAIL() << "the table was written all the same";
+    } catch (const RuntimeFailure& failure) {
+        EXPECT_THAT(failure.what(), testing::HasSubstr("made by a newer Norvelis"));
+    }
+    EXPECT_EQ(Records("ONE"), 1);
+}
+
 TEST_F(DriverTest, CanceledItKeepsTheOldDictionaryUntilTheNewOneIsWhole) {
     SetReport(ReportOf("ONE"));
     Extract();
     const std::string before = EveryRow(store);
-    SetReport(ReportOf("TWO") + RecordHead("LAST", "DIRECT"));
+    SetReport(ReportOf("TWO") + RecordHead("NEXT", "DIRECT") + RecordHead("THIRD", "DIRECT") +
+              RecordHead("LAST", "DIRECT"));
     bool inRefresh = false;
     const auto refresh = [&] {
         inRefresh = true;
@@ -183,7 +267,7 @@ TEST_F(DriverTest, CanceledItKeepsTheOldDictionaryUntilTheNewOneIsWhole) {
                         : "The report is in the dictionary; REFRESH shows it in the tree.");
     }
     EXPECT_GT(turn, 10);
-    EXPECT_EQ(Records("TWO"), 2);
+    EXPECT_EQ(Records("TWO"), 4);
 }
 
 }  // namespace

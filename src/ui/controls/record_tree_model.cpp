@@ -62,6 +62,8 @@ QVariant RecordTreeModel::data(const QModelIndex& index, int role) const {
             return QString::fromStdString(Tree().Text(node));
         case Qt::ForegroundRole:
             return red_.contains(node) ? QVariant(ColorOf(kRed)) : QVariant();
+        case kIncompleteRole:
+            return Tree().IsIncomplete(node);
         case Qt::AccessibleTextRole:
             return Spoken(node);
         default:
@@ -87,6 +89,7 @@ QModelIndexList RecordTreeModel::match(const QModelIndex& start, int, const QVar
 QString RecordTreeModel::Spoken(NodeIndex node) const {
     QString text =
         QString("%1, level %2").arg(QString::fromStdString(Tree().Text(node))).arg(Tree().Level(node));
+    if (Tree().IsIncomplete(node)) text += ", incomplete";
     if (branches_.HasChildren(node)) text += branches_.Expanded(node) ? ", open" : ", closed";
     return text;
 }

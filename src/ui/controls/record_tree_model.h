@@ -14,6 +14,8 @@ class RecordTreeModel : public QAbstractListModel {
     Q_OBJECT
 
   public:
+    static constexpr int kIncompleteRole = Qt::UserRole;  ///< A record that was not read to its end.
+
     explicit RecordTreeModel(QObject* parent);
 
     /// Who walks a tree while the screen lives takes a copy: the screen may get another one meanwhile.

@@ -1,12 +1,15 @@
 #include "ui/controls/tree_line_delegate.h"
 
 #include <QPainter>
+#include <algorithm>
 
 namespace norvelis::ui {
 
 namespace {
 
 constexpr int kHoverAlpha = 28;
+constexpr QColor kIncomplete(214, 137, 16);
+constexpr int kMarkDistance = 8;  ///< Between a record's name and the mark behind it.
 
 }  // namespace
 
@@ -41,8 +44,30 @@ void TreeLineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
     }
     painter->setFont(line.font);
     painter->setPen(line.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
-    painter->drawText(line.rect.adjusted(TextLeft(level), 0, 0, 0),
-                      Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, line.text);
+    const QRect text = line.rect.adjusted(TextLeft(level), 0, 0, 0);
+    painter->drawText(text, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, line.text);
+    if (index.data(RecordTreeModel::kIncompleteRole).toBool()) {
+        const int width = painter->fontMetrics().horizontalAdvance(line.text) + kMarkDistance;
+        PaintIncomplete(*painter, text.adjusted(width, 0, 0, 0));
+    }
+}
+
+// A triangle with an exclamation mark, as high as the letters, at the left of its place.
+void TreeLineDelegate::PaintIncomplete(QPainter& painter, const QRect& place) {
+    const int height = painter.fontMetrics().ascent();
+    const QRect box(place.left(), place.center().y() - height / 2, height, height);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(kIncomplete);
+    painter.drawPolygon(QPolygon{box.bottomLeft(), QPoint(box.center().x(), box.top()), box.bottomRight()});
+    QFont font = painter.font();
+    font.setPixelSize(std::max(1, height * 2 / 3));
+    font.setBold(true);
+    painter.setFont(font);
+    painter.setPen(Qt::white);
+    painter.drawText(box.adjusted(0, height / 5, 0, 0), Qt::AlignCenter, "!");
+    painter.restore();
 }
 
 // A line under each branch that goes on below, as far as the branch's own sign.

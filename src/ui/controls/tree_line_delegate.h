@@ -20,6 +20,7 @@ class TreeLineDelegate : public QStyledItemDelegate {
                const QModelIndex& index) const override;
 
   private:
+    static void PaintIncomplete(QPainter& painter, const QRect& place);
     void PaintGuides(QPainter& painter, const QStyleOptionViewItem& line, NodeIndex node, int level) const;
 
     const RecordTreeModel& lines_;

@@ -47,8 +47,13 @@ struct PickDrawingFolder {
     static constexpr Screen kScreen = Screen::Settings;
 };
 
+/// Shows what reading the dictionary's reports lost, as it is in the store now.
+struct ShowFindings {
+    static constexpr Screen kScreen = Screen::Findings;
+};
+
 using ScreenRequest = std::variant<LoadTree, RefreshTree, DrawDictionary, ShowLargerTree, IsolateRecord,
-                                   ShowDrawing, PickReport, PickDrawingFolder>;
+                                   ShowDrawing, PickReport, PickDrawingFolder, ShowFindings>;
 
 inline Screen ScreenOf(const ScreenRequest& request) {
     return std::visit([](const auto& each) { return each.kScreen; }, request);

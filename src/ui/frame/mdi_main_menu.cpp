@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "base/failure.h"
+#include "browse/findings_list.h"
 #include "store/connection.h"
 #include "ui/controls/fb_tray_icon.h"
 #include "ui/forms/form.h"
@@ -47,7 +48,8 @@ mdiMainMenu::mdiMainMenu(const FrameParts& parts)
                [this](const ScreenRequest& request) { Request(request); },
                [this](const char* name) { return findChild<QAction*>(name); }},
       menu_(context_, *area_),
-      tray_(new fbTrayIcon(this)) {
+      tray_(new fbTrayIcon(this)),
+      warnings_(new QToolButton) {
     setObjectName("mdiMainMenu");
     setWindowTitle(QApplication::applicationDisplayName());
     setCentralWidget(area_);
@@ -55,6 +57,11 @@ mdiMainMenu::mdiMainMenu(const FrameParts& parts)
     BuildMenu();
     statusBar()->setObjectName("StatusBar1");
     statusBar()->setSizeGripEnabled(false);
+    warnings_->setObjectName("warnings");
+    warnings_->setToolTip("What reading the dictionary's reports lost");
+    warnings_->hide();
+    statusBar()->addPermanentWidget(warnings_);
+    connect(warnings_, &QToolButton::clicked, this, [this] { Request(ShowFindings{}); });
     Timer1_.setSingleShot(true);
     connect(&Timer1_, &QTimer::timeout, this, &mdiMainMenu::Timer1_Timer);
     connect(&skin_, &CurrentSkin::Applied, this, [this] { area_->SetBackground(skin_.Get().frame); });
@@ -68,6 +75,7 @@ mdiMainMenu::mdiMainMenu(const FrameParts& parts)
     });
     connect(&commands_, &LongCommands::BusyChanged, this, [this](bool busy) {
         if (busy) ClearProgress();
+        UpdateWarnings();
         CloseWhenDone(busy);
     });
     connect(area_, &ChildArea::FormsChanged, this, &mdiMainMenu::UpdateMinimized);
@@ -139,6 +147,14 @@ void mdiMainMenu::UpdateMinimized() {
     }
 }
 
+// The dictionary may be another one behind a command.
+void mdiMainMenu::UpdateWarnings() {
+    if (!context_.app.gConnection) return;
+    const std::size_t count = CountFoundWarnings(*context_.app.gConnection);
+    warnings_->setText(count == 1 ? QString("1 warning") : QString("%1 warnings").arg(count));
+    warnings_->setVisible(count > 0);
+}
+
 void mdiMainMenu::Run(const std::function<void()>& command) {
     try {
         command();
@@ -170,6 +186,7 @@ void mdiMainMenu::ShowVersion() {
     version->setObjectName("version");
     version->setContentsMargins(0, 0, 10, 0);
     statusBar()->addPermanentWidget(version);
+    UpdateWarnings();
 }
 
 void mdiMainMenu::ApplySkinAndShow() {

@@ -15,6 +15,8 @@
 #include "ui/frame/menu_commands.h"
 #include "ui/frame/qt_host.h"
 
+class QToolButton;
+
 namespace norvelis::ui {
 
 class ChildArea;
@@ -78,6 +80,7 @@ class mdiMainMenu : public QMainWindow, public commands::MainFrame, public HostD
     void BuildMenu();
     void FillWindowMenu();
     void UpdateMinimized();
+    void UpdateWarnings();
     void Timer1_Timer();
     bool CloseForms();
     void ClearProgress();
@@ -94,6 +97,7 @@ class mdiMainMenu : public QMainWindow, public commands::MainFrame, public HostD
     fbTrayIcon* tray_;
     QMenu* mnuWindow_ = nullptr;
     QAction* belowScreens_ = nullptr;  ///< The first of mnuWindow behind the open screens.
+    QToolButton* warnings_;  ///< In the status bar: their number.
     QTimer Timer1_;
     bool gColorFlag_ = false, gSkinFlag_ = false;
     std::map<Screen, QPointer<Form>> screens_;

@@ -31,7 +31,9 @@ void MenuCommands::mnu_View_IDMS_Report_File() {
 
 void MenuCommands::mnu_Classic_Extract_Report() {
     context_.commands.Run({"Extract IDMS Report", Screen::Treeview}, [this] {
-        commands::mnu_Classic_Extract_Report(context_.app, [this] { context_.request(RefreshTree{}); });
+        const std::size_t warnings =
+            commands::mnu_Classic_Extract_Report(context_.app, [this] { context_.request(RefreshTree{}); });
+        if (warnings > 0) context_.request(ShowFindings{});
     });
 }
 

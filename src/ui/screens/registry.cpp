@@ -3,6 +3,7 @@
 #include <array>
 
 #include "ui/screens/about/frm_about.h"
+#include "ui/screens/browse/frm_findings.h"
 #include "ui/screens/browse/frm_isolateview.h"
 #include "ui/screens/browse/frm_treeview.h"
 #include "ui/screens/browse/frm_treeviewmax.h"
@@ -19,7 +20,7 @@ Form* Make(const ScreenContext& context) {
 }
 
 // A new screen gets its line here.
-constexpr std::array<ScreenEntry, 10> kScreens = {
+constexpr std::array<ScreenEntry, 11> kScreens = {
     {{Screen::Treeview, "Record Treeview", Make<frm_Treeview>, true},
      {Screen::TreeviewMax, "Record Treeview Max", Make<frm_Treeviewmax>, true},
      {Screen::Listview, "Record Listview", nullptr, true},
@@ -29,7 +30,8 @@ constexpr std::array<ScreenEntry, 10> kScreens = {
      {Screen::Scheduler, "Scheduler", nullptr, true},
      {Screen::ReportViewer, "View IDMS Report File", nullptr, false},
      {Screen::DrawingViewer, "Drawing Viewer", Make<ViewVisioFile>, false},
-     {Screen::About, "About", Make<frmAbout>, false}}};
+     {Screen::About, "About", Make<frmAbout>, false},
+     {Screen::Findings, "Findings", Make<frm_Findings>, true}}};
 
 }  // namespace
 
