@@ -20,13 +20,19 @@ class SilentHost : public Host {
         return {};
     }
     std::optional<std::string> OpenFileDialog(const std::string&, const std::string&) override { return {}; }
+    std::optional<std::string> SaveFileDialog(const std::string&, const std::string&,
+                                              const std::string&) override {
+        return {};
+    }
     std::optional<std::string> FolderDialog(const std::string&) override { return {}; }
     void Status(const std::string&) override {}
     void ProgressChanged(Bar, const ProgressBar&) override { ++turns; }
     void WaitCursor(bool) override {}
-    void Yield() override { ++turns; }
     void OpenScreen(Screen, bool) override {}
     long turns = 0;
+
+  private:
+    void Turn() override { ++turns; }
 };
 
 void LoadTree(benchmark::State& state) {

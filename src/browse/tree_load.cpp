@@ -192,16 +192,10 @@ RecordTree loadnodesfromaccess(AppState& app, Connection& store, const TreeVaria
 }
 
 RecordTree process_Refresh(AppState& app, Connection& store, const TreeVariant& variant) {
-    const auto showBars = [&](bool visible) {
-        if (!variant.showsProgress) return;
-        for (const Bar bar : {Bar::TreeviewText, Bar::TreeviewValue, Bar::BackgroundValue}) {
-            app.progress.SetVisible(bar, visible);
-        }
-    };
-    showBars(true);
-    RecordTree tree = loadnodesfromaccess(app, store, variant);
-    showBars(false);
-    return tree;
+    if (!variant.showsProgress) return loadnodesfromaccess(app, store, variant);
+    static constexpr Bar kShown[] = {Bar::TreeviewText, Bar::TreeviewValue, Bar::BackgroundValue};
+    const ShownBars bars(app.progress, kShown);
+    return loadnodesfromaccess(app, store, variant);
 }
 
 }  // namespace norvelis

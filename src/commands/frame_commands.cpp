@@ -49,29 +49,13 @@ bool Agreed(AppState& app, const std::string& question, const std::string& title
     return app.host.MessageBox({question, title, Buttons::YesNo, Icon::None, Answer::Ok}) == Answer::Yes;
 }
 
-/// The tree screen's progress controls for the length of a command.
-class TreeBars {
-  public:
-    explicit TreeBars(AppState& app) : app_(app) { Show(true); }
-    ~TreeBars() { Show(false); }
-    TreeBars(const TreeBars&) = delete;
-    TreeBars& operator=(const TreeBars&) = delete;
-
-  private:
-    void Show(bool visible) {
-        app_.progress.SetVisible(Bar::TreeviewText, visible);
-        app_.progress.SetVisible(Bar::TreeviewValue, visible);
-    }
-    AppState& app_;
-};
-
 }  // namespace
 
 void mnu_Classic_Extract_Report(AppState& app, const std::function<void()>& refresh) {
     std::optional<ReportFile> report = TakeReport(app, kExtracting);
     if (!report) return;
     if (!Agreed(app, "Are you sure you want to extract IDMS report?", "Extract Confirmation")) return;
-    const TreeBars bars(app);
+    const ShownBars bars(app.progress, kTreeBars);
     app.host.OpenScreen(Screen::Treeview, false);
     process_Classic_Extract_Report(app, InteractiveDriver(app, refresh), *std::move(report));
 }
@@ -81,7 +65,7 @@ void mnu_View_IDMS_Report_File(AppState& app) {
 }
 
 void DrawSinglePage(AppState& app, const DrawAll& draw) {
-    const TreeBars bars(app);
+    const ShownBars bars(app.progress, kTreeBars);
     draw(true);
 }
 
@@ -95,7 +79,7 @@ void mnu_Draw_Fancy_Single(AppState& app, const DrawAll& draw) {
 }
 
 void mnu_Draw_Fancy_Separate(AppState& app, const DrawAll& draw) {
-    const TreeBars bars(app);
+    const ShownBars bars(app.progress, kTreeBars);
     draw(false);
 }
 

@@ -42,6 +42,10 @@ std::optional<std::string> ConsoleHost::InputBox(const std::string&, const std::
 std::optional<std::string> ConsoleHost::OpenFileDialog(const std::string&, const std::string&) {
     return std::nullopt;
 }
+std::optional<std::string> ConsoleHost::SaveFileDialog(const std::string&, const std::string&,
+                                                       const std::string&) {
+    return std::nullopt;
+}
 std::optional<std::string> ConsoleHost::FolderDialog(const std::string&) {
     return std::nullopt;
 }

@@ -27,14 +27,16 @@ class ConsoleHost : public Host {
     Answer MessageBox(const Message& message) override;
     std::optional<std::string> InputBox(const std::string&, const std::string&, const std::string&) override;
     std::optional<std::string> OpenFileDialog(const std::string&, const std::string&) override;
+    std::optional<std::string> SaveFileDialog(const std::string&, const std::string&,
+                                              const std::string&) override;
     std::optional<std::string> FolderDialog(const std::string&) override;
     void Status(const std::string& text) override;
     void ProgressChanged(Bar bar, const ProgressBar& state) override;
     void WaitCursor(bool) override {}
-    void Yield() override {}
     void OpenScreen(Screen, bool) override {}
 
   private:
+    void Turn() override {}
     void ClearLine();
     void Repaint();
 

@@ -41,6 +41,10 @@ enum class Screen {
 /// form.
 enum class Bar { TreeviewText, TreeviewValue, BackgroundText, BackgroundValue };
 
+inline constexpr Bar kAllBars[] = {Bar::TreeviewText, Bar::TreeviewValue, Bar::BackgroundText,
+                                   Bar::BackgroundValue};
+inline constexpr Bar kTreeBars[] = {Bar::TreeviewText, Bar::TreeviewValue};
+
 /// A bar's state, changed by BResetprogressbar and BStepprogressbar (core/progress.h).
 struct ProgressBar {
     std::string Text;
@@ -53,6 +57,11 @@ struct ProgressBar {
 /// Work that may run in another thread. It asks the token where it may stop early, calls nothing of the Host,
 /// and nobody else touches what it works on meanwhile.
 using BackgroundWork = std::function<void(std::stop_token canceled)>;
+
+/// What ends a command that the person has canceled: thrown by Host::Yield, taken by Host::RunCancelable. It
+/// is no std::exception, so that handlers of failures let it through; what a scope has begun, its destructors
+/// take back.
+struct Canceled {};
 
 class Host {
   public:
@@ -68,15 +77,20 @@ class Host {
                                                 const std::string& initial) = 0;
     virtual std::optional<std::string> OpenFileDialog(const std::string& title,
                                                       const std::string& filter) = 0;
+    /// Where to write a file; the person has agreed when there is one already. `suffix` (without dot) is
+    /// added to a name that has none.
+    virtual std::optional<std::string> SaveFileDialog(const std::string& title, const std::string& filter,
+                                                      const std::string& suffix) = 0;
     virtual std::optional<std::string> FolderDialog(const std::string& title) = 0;
 
     virtual void Status(const std::string& text) = 0;
     virtual void ProgressChanged(Bar bar, const ProgressBar& state) = 0;
     virtual void WaitCursor(bool on) = 0;
 
-    /// A turn of the event loop. Called at every row and line, so it must cost next to nothing: an
-    /// implementation does real work at most about every 20 ms.
-    virtual void Yield() = 0;
+    /// A turn of the event loop. Called at every row and line, so it costs next to nothing. In a cancelable
+    /// command it throws Canceled once the person has canceled; in what an event starts meanwhile it does
+    /// not.
+    void Yield();
 
     /// Shows a screen; modal waits until the person closes it.
     virtual void OpenScreen(Screen screen, bool modal) = 0;
@@ -85,28 +99,58 @@ class Host {
     /// gives it turns meanwhile; one without simply does the work.
     virtual void RunInBackground(const BackgroundWork& work) { work(Cancellation()); }
 
-    // The person's wish that the running command ends early, stated in the Host's own thread. A command asks
-    // for it where it may stop; work in the background is handed the token.
-    std::stop_token Cancellation() const { return cancellation_.get_token(); }
+    /// Runs a command that the person may cancel, one at a time; false when it was canceled.
+    bool RunCancelable(const std::function<void()>& command);
+
+    /// The person's wish that the running command ends, stated in the Host's own thread. Work in the
+    /// background is handed the token, which belongs to that command.
     void Cancel() { cancellation_.request_stop(); }
-    void ForgetCancellation() { cancellation_ = {}; }  ///< Before a command starts.
+    std::stop_token Cancellation() const { return cancellation_.get_token(); }
+
+    /// What the person reads when the command is canceled from here on: what then is as it was before, and
+    /// what is done. Each stage of a command replaces the words of the one before.
+    void SetAfterCancel(const std::string& words) { afterCancel_ = words; }
+    const std::string& AfterCancel() const { return afterCancel_; }
+
+  protected:
+    /// While it lives, events may start something that is not part of the running command.
+    class EventsMeanwhile {
+      public:
+        explicit EventsMeanwhile(Host& host) : host_(host) { ++host_.depth_; }
+        ~EventsMeanwhile() { --host_.depth_; }
+        EventsMeanwhile(const EventsMeanwhile&) = delete;
+        EventsMeanwhile& operator=(const EventsMeanwhile&) = delete;
+
+      private:
+        Host& host_;
+    };
+
+    /// Gives the event loop its turn; does real work at most about every 20 ms.
+    virtual void Turn() = 0;
+    /// A turn that does not end the command.
+    void TakeTurn() {
+        const EventsMeanwhile events(*this);
+        Turn();
+    }
 
   private:
     std::stop_source cancellation_;
+    std::string afterCancel_;
+    int depth_ = 0;                    ///< Of events that are being handled.
+    std::optional<int> cancelableAt_;  ///< Depth at which the cancelable command runs.
 };
 
 /// The wait cursor for the length of a command, whichever way it is left.
 class clsHourglass {
   public:
-    explicit clsHourglass(Host& host) : host_(host) {
-        host_.WaitCursor(true);
-        host_.Yield();
-    }
+    /// What is thrown behind the call of the other constructor finds an object to destroy.
+    explicit clsHourglass(Host& host) : clsHourglass(host, true) { host_.Yield(); }
     ~clsHourglass() { host_.WaitCursor(false); }
     clsHourglass(const clsHourglass&) = delete;
     clsHourglass& operator=(const clsHourglass&) = delete;
 
   private:
+    clsHourglass(Host& host, bool on) : host_(host) { host_.WaitCursor(on); }
     Host& host_;
 };
 

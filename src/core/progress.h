@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <span>
 #include <string_view>
 
 #include "core/host.h"
@@ -31,6 +32,24 @@ class Progress {
 
     Host& host_;
     std::array<ProgressBar, 4> bars_;
+};
+
+/// Bars that are to be seen for the length of a command, whichever way it is left. The list must outlive it.
+class ShownBars {
+  public:
+    ShownBars(Progress& progress, std::span<const Bar> bars) : progress_(progress), bars_(bars) {
+        Show(true);
+    }
+    ~ShownBars() { Show(false); }
+    ShownBars(const ShownBars&) = delete;
+    ShownBars& operator=(const ShownBars&) = delete;
+
+  private:
+    void Show(bool visible) {
+        for (const Bar bar : bars_) progress_.SetVisible(bar, visible);
+    }
+    Progress& progress_;
+    std::span<const Bar> bars_;
 };
 
 }  // namespace norvelis

@@ -16,25 +16,9 @@ namespace norvelis {
 
 namespace {
 
-constexpr Bar kBars[] = {Bar::TreeviewText, Bar::TreeviewValue, Bar::BackgroundText, Bar::BackgroundValue};
 constexpr Bar kValueBars[] = {Bar::TreeviewValue, Bar::BackgroundValue};
 
 const std::string kNoLocation = "You must select a location to store visio files.";
-
-/// The bars for the length of a command.
-class ShownBars {
-  public:
-    explicit ShownBars(Progress& progress) : progress_(progress) { Show(true); }
-    ~ShownBars() { Show(false); }
-    ShownBars(const ShownBars&) = delete;
-    ShownBars& operator=(const ShownBars&) = delete;
-
-  private:
-    void Show(bool visible) {
-        for (const Bar bar : kBars) progress_.SetVisible(bar, visible);
-    }
-    Progress& progress_;
-};
 
 bool Confirmed(DrawingState& drawing, const std::string& text, const std::string& title) {
     return drawing.app.host.MessageBox({text, title, Buttons::YesNo, Icon::Information, Answer::No}) ==
@@ -112,6 +96,22 @@ DrawOrder OrderOfRecord(DrawingState& drawing, const DrawKind& kind, const std::
     return order;
 }
 
+/// An engine that ends when the scope is left; null where there is none.
+class HiddenEngine {
+  public:
+    explicit HiddenEngine(engine::DrawingEngine& engine)
+        : application_(engine.CreateHidden().value_or(nullptr)) {}
+    ~HiddenEngine() {
+        if (application_) application_->Quit();
+    }
+    HiddenEngine(const HiddenEngine&) = delete;
+    HiddenEngine& operator=(const HiddenEngine&) = delete;
+    engine::Application* Get() const { return application_.get(); }
+
+  private:
+    engine::Ref<engine::Application> application_;
+};
+
 /// The folder chosen for this drawing, else the one of the setting; empty when there is neither.
 std::string ChosenLocation(DrawingState& drawing) {
     const auto& chosen = drawing.options.location;
@@ -163,7 +163,7 @@ DrawResult DrawVisioDiagramSingle(DrawingState& drawing, const std::string& sche
     DrawResult result;
     DrawOrder order = OrderOfSchema(drawing, schema, tree);
     {
-        const ShownBars bars(drawing.app.progress);
+        const ShownBars bars(drawing.app.progress, kAllBars);
         if (schema.empty()) {
             drawing.report("Request denied. Visio File to be generated must be named.");
             return DrawResult::NotSaved;
@@ -197,7 +197,7 @@ void DrawVisioDiagramSeparate(DrawingState& drawing, const RecordTree* tree) {
 SeparateResult DrawVisioDiagramSeparateParent(DrawingState& drawing, const RecordTree* tree, bool visible) {
     drawing.reported.clear();
     SeparateResult result;
-    const ShownBars bars(drawing.app.progress);
+    const ShownBars bars(drawing.app.progress, kAllBars);
     const std::vector<std::string> parents = ParentsOf(drawing, drawing.gDrawSchema);
     ProgressSetMax(drawing, static_cast<int>(parents.size()));
     for (const std::string& parent : parents) {
@@ -283,22 +283,21 @@ DrawResult DrawIsolatedRecord(DrawingState& drawing, const std::string& schema, 
 
 bool ApplyLayoutToFile(DrawingState& drawing, const std::string& file) {
     if (file.empty() || !FileExists(file)) return false;
-    const clsHourglass hourglass(drawing.app.host);
-    const auto application = drawing.drawingEngine.CreateHidden().value_or(nullptr);
-    if (!application) return false;
+    Host& host = drawing.app.host;
+    host.SetAfterCancel("The drawing is as it was before.");
+    const clsHourglass hourglass(host);
+    const HiddenEngine engine(drawing.drawingEngine);
+    if (!engine.Get()) return false;
     const std::string path = NativePath(file);
-    const auto documents = application->Documents();
+    const auto documents = engine.Get()->Documents();
     const auto document = documents ? documents->Open(path) : nullptr;
     const auto pages = document ? document->Pages() : nullptr;
     const PageRef page = pages ? pages->Item(1) : nullptr;
-    bool saved = false;
-    if (page) {
-        ApplyLayout(drawing.app.host, *page, drawing.options.layout);
-        page->PlaceNotes();
-        saved = document->SaveAs(path);
-    }
-    application->Quit();
-    return saved;
+    if (!page) return false;
+    ApplyLayout(host, *page, drawing.options.layout);
+    page->PlaceNotes();
+    host.Yield();
+    return document->SaveAs(path);
 }
 
 }  // namespace norvelis

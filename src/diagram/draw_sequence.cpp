@@ -166,7 +166,16 @@ bool DrawPage(DrawingState& drawing, const DrawKind& kind, const DrawOrder& orde
     drawing.app.host.Yield();
     page->PlaceNotes();
     ShowStep(drawing, kind.finished, order.name);
+    drawing.app.host.Yield();  // The last one at which nothing is written yet.
     return order.MakeFolder() && document->SaveAs(Resolve(order.File()));
+}
+
+void SayWhatCancelKeeps(DrawingState& drawing) {
+    const int saved = drawing.savedFiles;
+    drawing.app.host.SetAfterCancel(
+        saved == 0   ? "All drawings are as they were before."
+        : saved == 1 ? "One drawing was saved; all others are as they were before."
+                     : std::to_string(saved) + " drawings were saved; all others are as they were before.");
 }
 
 }  // namespace
@@ -180,13 +189,18 @@ bool DrawOrder::MakeFolder() const {
 }
 
 DrawResult DrawDrawing(DrawingState& drawing, const DrawKind& kind, const DrawOrder& order) {
+    SayWhatCancelKeeps(drawing);
     RunningEngine engine(drawing, kind, order);
     if (!drawing.VisioApp) return DrawResult::NoEngine;
     ResetDrawing(drawing, kind);
     const bool saved = DrawPage(drawing, kind, order);
     engine.Quit();
     drawing.screen.ShowFile(order.File());
-    if (saved) drawing.screen.DrawingSaved(order.File());
+    if (saved) {
+        ++drawing.savedFiles;
+        drawing.screen.DrawingSaved(order.File());
+    }
+    SayWhatCancelKeeps(drawing);
     return saved ? DrawResult::Saved : DrawResult::NotSaved;
 }
 

@@ -50,7 +50,8 @@ struct BoxFields {
 /// The state of drawing: what the commands share, and what belongs to the one drawing on the table.
 ///
 /// A step that the engine refuses is skipped, and the rest of the drawing comes. A failure of the store is no
-/// such step: it ends the draw as RuntimeFailure, and a drawing that was saved before stays.
+/// such step: it ends the draw as RuntimeFailure, and a drawing that was saved before stays. So does one when
+/// the draw is canceled.
 struct DrawingState {
     DrawingState(AppState& appState, Connection& dictionary, engine::DrawingEngine& engine,
                  DrawScreen& drawScreen)
@@ -67,6 +68,7 @@ struct DrawingState {
     bool gSingleDrawing = true;  ///< One file for the dictionary; otherwise one for each parent.
     std::string gDrawSchema;
     std::string gDrawFileName;  ///< Without extension, in separate mode.
+    int savedFiles = 0;         ///< Drawings on disk so far.
 
     /// Where words to the person go.
     Reporter report = [this](const std::string& text) { app.host.MessageBox(text); };

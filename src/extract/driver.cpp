@@ -132,10 +132,12 @@ std::optional<dictionary::Counts> process_Classic_Extract_Report(AppState& app,
                                                                  ReportFile report) {
     app.gReportFile = report.path;
     if (!Accept(app, driver, report)) return std::nullopt;
+    app.host.SetAfterCancel("The dictionary is as it was before.");
     const bool deleteAll = DecideToDelete(app, driver);
     const dictionary::Counts counts =
         WriteDictionary(app, driver, Report(std::move(report.bytes)), deleteAll);
 
+    app.host.SetAfterCancel("The report is in the dictionary; REFRESH shows it in the tree.");
     if (driver.refresh) driver.refresh();
     Say(app, driver,
         "Done Extracting Records from report file: " + std::string(kLineBreak) + app.gReportFile +

@@ -27,7 +27,7 @@ ExtractionDriver SchedulerDriver(AppState& app, Connection& batchConnection);
 
 /// Extracts a report, which becomes gReportFile. Nothing when it was refused, in words to the person. A
 /// RuntimeFailure that the report itself causes (9, 62) goes through after what was gathered is in the store;
-/// any other leaves the store as it was.
+/// any other leaves the store as it was, as Canceled does until the dictionary is whole.
 std::optional<dictionary::Counts> process_Classic_Extract_Report(AppState& app,
                                                                  const ExtractionDriver& driver,
                                                                  ReportFile report);

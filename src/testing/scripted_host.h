@@ -45,17 +45,18 @@ class ScriptedHost : public Host {
     std::optional<std::string> OpenFileDialog(const std::string&, const std::string&) override {
         return NextInput();
     }
+    std::optional<std::string> SaveFileDialog(const std::string&, const std::string&,
+                                              const std::string&) override {
+        return NextInput();
+    }
     std::optional<std::string> FolderDialog(const std::string&) override { return NextInput(); }
     void Status(const std::string& text) override { statuses.push_back(text); }
     void ProgressChanged(Bar bar, const ProgressBar& state) override { progress.emplace_back(bar, state); }
     void WaitCursor(bool on) override { waitCursor += on ? 1 : -1; }
-    void Yield() override {
-        if (++yields == cancelAtYield) Cancel();
-    }
     void OpenScreen(Screen screen, bool modal) override { screens.push_back({screen, modal}); }
     /// In a thread of its own, as on the desktop, after the one turn that tests can count on.
     void RunInBackground(const BackgroundWork& work) override {
-        Yield();
+        TakeTurn();
         std::async(std::launch::async, work, Cancellation()).get();
     }
 
@@ -66,6 +67,9 @@ class ScriptedHost : public Host {
     }
 
   private:
+    void Turn() override {
+        if (++yields == cancelAtYield) Cancel();
+    }
     std::optional<std::string> NextInput() {
         if (inputs.empty()) return std::nullopt;
         auto input = inputs.front();

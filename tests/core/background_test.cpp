@@ -28,11 +28,15 @@ class BackgroundTest : public ::testing::Test {
 using Hosts = ::testing::Types<ConsoleHost, ScriptedHost>;
 TYPED_TEST_SUITE(BackgroundTest, Hosts);
 
-TYPED_TEST(BackgroundTest, ItIsCancelledUntilThatIsForgotten) {
-    EXPECT_FALSE(this->RunAndSeeIfCanceled());
-    this->host.Cancel();
-    EXPECT_TRUE(this->RunAndSeeIfCanceled());
-    this->host.ForgetCancellation();
+TYPED_TEST(BackgroundTest, ItIsCanceledWithItsCommand) {
+    bool before = true, after = false;
+    this->host.RunCancelable([&] {
+        before = this->RunAndSeeIfCanceled();
+        this->host.Cancel();
+        after = this->RunAndSeeIfCanceled();
+    });
+    EXPECT_FALSE(before);
+    EXPECT_TRUE(after);
     EXPECT_FALSE(this->RunAndSeeIfCanceled());
 }
 
@@ -45,15 +49,6 @@ TYPED_TEST(BackgroundTest, ATokenThatWasTakenEarlierLearnsOfTheCancellation) {
     const std::stop_token token = this->host.Cancellation();
     this->host.Cancel();
     EXPECT_TRUE(token.stop_requested());
-}
-
-TEST(ScriptedCancellation, ThePersonCancelsAtTheGivenTurn) {
-    ScriptedHost host;
-    host.cancelAtYield = 3;
-    for (int turn = 1; turn <= 4; ++turn) {
-        host.Yield();
-        EXPECT_EQ(host.Cancellation().stop_requested(), turn >= 3) << turn;
-    }
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include "base/failure.h"
 #include "base/paths.h"
 #include "core/settings.h"
-#include "dictionary/table_rows.h"
+#include "testing/every_row.h"
 #include "testing/small_report.h"
 #include "testing/test_store.h"
 
@@ -113,16 +113,6 @@ TEST_F(DriverTest, AReportThatVanishesBehindItsCheckIsMissing) {
     EXPECT_EQ(test.host.Texts().back(), "IDMS Report file is missing");
 }
 
-/// Every row of the dictionary, to compare states of the store.
-std::string RowsOf(Connection& store) {
-    std::string all;
-    for (const TableDefinition& table : DictionaryTables()) {
-        for (auto rows = dictionary::RowsOf(store, table, std::nullopt); !rows.Eof(); rows.MoveNext())
-            for (const auto& column : table.columns) all += rows.Value(column.name).value_or("null") + '|';
-    }
-    return all;
-}
-
 TEST_F(DriverTest, AFailureOfTheReportKeepsWhatWasGatheredAndOtherSchemas) {
     std::string tooManyFields = RecordHead("LAST", "DIRECT") + LineOf({{1, "0DATA ITEM"}});
     for (int i = 0; i < 601; ++i) tooManyFields += FieldLine("02", "F");
@@ -156,7 +146,7 @@ TEST_F(DriverTest, AFailureOfTheReportKeepsWhatWasGatheredAndOtherSchemas) {
 TEST_F(DriverTest, AStoreThatRefusesInTheMiddleKeepsItsOldState) {
     SetReport(ReportOf("ONE"));
     Extract();
-    const std::string before = RowsOf(store);
+    const std::string before = EveryRow(store);
     SetReport(ReportOf("TWO"));
     // At the first row, while the sections are read, when the records are written at last; and the engine
     // going back by itself, as it does when the disk is full.
@@ -167,9 +157,33 @@ TEST_F(DriverTest, AStoreThatRefusesInTheMiddleKeepsItsOldState) {
         store.Execute("CREATE TRIGGER full BEFORE INSERT ON " + place + "; END");
         EXPECT_THROW(Extract(), RuntimeFailure) << place;
         store.Execute("DROP TRIGGER full");
-        EXPECT_EQ(RowsOf(store), before) << place;
+        EXPECT_EQ(EveryRow(store), before) << place;
     }
     EXPECT_TRUE(Extract()) << "the store is not left locked";
+}
+
+TEST_F(DriverTest, CanceledItKeepsTheOldDictionaryUntilTheNewOneIsWhole) {
+    SetReport(ReportOf("ONE"));
+    Extract();
+    const std::string before = EveryRow(store);
+    SetReport(ReportOf("TWO") + RecordHead("LAST", "DIRECT"));
+    bool inRefresh = false;
+    const auto refresh = [&] {
+        inRefresh = true;
+        test.host.Yield();
+    };
+    long turn = 0;
+    while (!inRefresh) {
+        test.host.cancelAtYield = test.host.yields + ++turn;
+        EXPECT_FALSE(test.host.RunCancelable([&] { Extract(InteractiveDriver(app, refresh)); })) << turn;
+        const bool isOld = EveryRow(store) == before;
+        EXPECT_EQ(isOld, !inRefresh) << turn;
+        EXPECT_EQ(test.host.AfterCancel(),
+                  isOld ? "The dictionary is as it was before."
+                        : "The report is in the dictionary; REFRESH shows it in the tree.");
+    }
+    EXPECT_GT(turn, 10);
+    EXPECT_EQ(Records("TWO"), 2);
 }
 
 }  // namespace

@@ -32,6 +32,7 @@ class RecordingHost : public QtHost {
     std::vector<Message> messages;
     std::deque<Answer> answers;
     std::function<void(const Message&)> during;  ///< What happens while a box is open.
+    std::function<void()> eachTurn = [] {};
     bool everyTurn =
         false;  ///< Take each offered turn, so that what is seen does not hang on the machine's speed.
 
@@ -44,11 +45,12 @@ class RecordingHost : public QtHost {
         answers.pop_front();
         return answer;
     }
-    void Yield() override {
+    void Turn() override {
+        eachTurn();
         if (everyTurn) {
             QApplication::processEvents();
         } else {
-            QtHost::Yield();
+            QtHost::Turn();
         }
     }
     std::vector<std::string> TakeTexts() {

@@ -1,11 +1,14 @@
 #include "ui/controls/c_tree_view.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <algorithm>
 #include <vector>
 
+#include "ui/controls/context_menu.h"
 #include "ui/controls/tree_line_delegate.h"
 
 namespace norvelis::ui {
@@ -21,6 +24,12 @@ cTreeView::cTreeView(const QString& name, QWidget* parent)
     setMouseTracking(true);
     connect(this, &QAbstractItemView::clicked, this,
             [this](const QModelIndex& index) { emit NodeClicked(lines_->NodeOf(index)); });
+    ContextMenu menu(this);
+    menu.Add("&Open record\tReturn", [this] {
+        if (SelectedNode() != kNoNode) emit NodeClicked(SelectedNode());
+    });
+    menu.Add("&Copy name", QKeySequence::Copy,
+             [this] { QGuiApplication::clipboard()->setText(currentIndex().data().toString()); });
 }
 
 void cTreeView::SetTree(RecordTree tree) {

@@ -13,6 +13,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "ui/controls/context_menu.h"
+
 namespace norvelis::ui {
 
 namespace {
@@ -57,6 +59,11 @@ DrawingControl2::DrawingControl2(const QString& name, OpenDrawing open, QWidget*
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setMinimumSize(80, 60);
+    ContextMenu menu(this);
+    menu.Add("&Whole page\t0", [this] { Fit(); });
+    menu.Add("&Life size\t1", [this] { ShowLifeSize(rect().center()); });
+    menu.Add("Zoom &in\t+", [this] { ZoomIn(); });
+    menu.Add("Zoom &out\t-", [this] { ZoomOut(); });
     slow_.setSingleShot(true);
     slow_.setInterval(kSlow);
     connect(&slow_, &QTimer::timeout, this, &DrawingControl2::SayOpening);
@@ -136,6 +143,10 @@ void DrawingControl2::SetScale(double scale, QPointF anchor) {
     origin_ = anchor - place * scale;
     KeepInReach();
     update();
+}
+
+void DrawingControl2::ShowLifeSize(QPointF anchor) {
+    if (picture_) SetScale(logicalDpiX() / picture_->UnitsPerInch(), anchor);
 }
 
 void DrawingControl2::MoveBy(QPointF pixels) {
@@ -254,7 +265,7 @@ void DrawingControl2::Click(QPointF pixel, Qt::KeyboardModifiers keys) {
 void DrawingControl2::mouseDoubleClickEvent(QMouseEvent* event) {
     if (!picture_) return;
     if (fitted_) {
-        SetScale(logicalDpiX() / picture_->UnitsPerInch(), event->position());
+        ShowLifeSize(event->position());
     } else {
         Fit();
     }
@@ -273,7 +284,7 @@ void DrawingControl2::keyPressEvent(QKeyEvent* event) {
         case Qt::Key_Home:
             return Fit();
         case Qt::Key_1:
-            return picture_ ? SetScale(logicalDpiX() / picture_->UnitsPerInch(), anchor) : void();
+            return ShowLifeSize(anchor);
         case Qt::Key_Left:
             return MoveBy({kArrowStep, 0});
         case Qt::Key_Right:

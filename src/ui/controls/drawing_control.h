@@ -59,6 +59,7 @@ class DrawingControl2 : public QWidget {
     double FitScale() const;
     /// The same place of the page stays under `anchor`.
     void SetScale(double scale, QPointF anchor);
+    void ShowLifeSize(QPointF anchor);
     void MoveBy(QPointF pixels);
     void KeepInReach();
     QPointF PageAt(QPointF pixel) const { return (pixel - origin_) / scale_; }

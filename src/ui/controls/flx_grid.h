@@ -1,65 +1,65 @@
 #pragma once
 
-#include <QAbstractTableModel>
-#include <QColor>
 #include <QTableView>
 #include <array>
 #include <string>
+#include <string_view>
 #include <vector>
+
+namespace norvelis {
+class Host;
+}
 
 namespace norvelis::ui {
 
-/// Rows of text below headings, read-only.
-class GridModel : public QAbstractTableModel {
-  public:
-    explicit GridModel(QObject* parent) : QAbstractTableModel(parent) {}
+class GridModel;
 
-    /// Headings are split at the bars; the rows go.
-    void SetHeadings(std::string_view headings);
-
-    template <std::size_t Columns>
-    void SetRows(const std::vector<std::array<std::string, Columns>>& rows) {
-        beginResetModel();
-        cells_.clear();
-        for (const auto& row : rows) {
-            for (const std::string& cell : row) cells_.push_back(QString::fromStdString(cell));
-        }
-        endResetModel();
-    }
-
-    int rowCount(const QModelIndex& parent = {}) const override;
-    int columnCount(const QModelIndex& parent = {}) const override;
-    /// The back colour of rows with an odd number, counted from 1 below the headings.
-    void SetOddRowColor(const QColor& color);
-
-    QVariant data(const QModelIndex& index, int role) const override;
-    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
-
-  private:
-    QStringList headings_;
-    std::vector<QString> cells_;
-    QColor oddRows_;
-};
-
-/// A grid of a browsing screen: fixed headings, columns as wide as their widest cell, every other row tinted
-/// in the skin's colours.
+/// A grid of text below fixed headings, columns as wide as their widest cell, every other row tinted in the
+/// skin's colors. A person selects cells, rows (by the strip at their left), columns or all, copies them and
+/// saves the grid as a CSV file; the commands are in its context menu.
 class FlxGrid : public QTableView {
-  public:
-    FlxGrid(const QString& name, std::string_view headings, QWidget* parent);
+    Q_OBJECT
 
+  public:
+    /// The headings are split at the bars. The host, which asks for file names, must outlive the grid.
+    FlxGrid(const QString& name, std::string_view headings, Host& host, QWidget* parent);
+
+    /// Rows of one cell for each heading. Any number of rows: what is not in view costs its text alone.
     template <std::size_t Columns>
     void SetRows(const std::vector<std::array<std::string, Columns>>& rows) {
-        model_->SetRows(rows);
-        FitColumns();
+        std::vector<std::string> cells;
+        cells.reserve(rows.size() * Columns);
+        for (const auto& row : rows) cells.insert(cells.end(), row.begin(), row.end());
+        SetCells(std::move(cells));
     }
+
+    /// For rows whose order says nothing: a click on a heading sorts by it, a second one the other way
+    /// around, a third gives the first order back.
+    void AllowSorting();
+
+    /// The selected cells as tab-separated lines, each without the one blank at its left; what lies between
+    /// them is empty. Rows of nothing at the end are left out.
+    std::string SelectedText(bool withHeadings) const;
+    /// The whole grid with its headings, as a CSV file.
+    std::string Csv() const;
 
   protected:
     void changeEvent(QEvent*) override;
 
   private:
+    void SetCells(std::vector<std::string> cells);
+    void MakeMenu();
     void FitColumns();
-    void MSFlexGridColors(const QColor& color) { model_->SetOddRowColor(color); }
+    void MSFlexGridColors(const QColor& color);
+    std::string Heading(int column) const;
 
+    void Copy(bool withHeadings);
+    void SelectWholeRows();
+    void SaveAsCsv();
+    void Sort(Qt::SortOrder order);
+    void OrderAsGiven();
+
+    Host& host_;
     GridModel* model_;
 };
 

@@ -1,6 +1,8 @@
 #include "ui/forms/long_commands.h"
 
-#include <QWidget>
+#include <QAbstractButton>
+
+#include "base/text.h"
 
 namespace norvelis::ui {
 
@@ -13,11 +15,10 @@ void LongCommands::Run(const LongCommand& command, const std::function<void()>& 
         return;
     }
     command_ = command;
-    host_.ForgetCancellation();
     busy_ = true;
     emit BusyChanged(true);
     try {
-        work();
+        if (!host_.RunCancelable(work)) ConfirmCancel();
     } catch (const std::exception& failure) {
         fail_(failure);
     }
@@ -25,9 +26,31 @@ void LongCommands::Run(const LongCommand& command, const std::function<void()>& 
     emit BusyChanged(false);
 }
 
-void LongCommands::DisableWhileBusy(QWidget* control) {
-    control->setDisabled(busy_);
-    connect(this, &LongCommands::BusyChanged, control, &QWidget::setDisabled);
+void LongCommands::Cancel() {
+    if (!busy_) return;
+    host_.Cancel();
+    host_.Status("Canceling...");
+}
+
+void LongCommands::ConfirmCancel() {
+    host_.Status({});
+    host_.MessageBox({command_.name + " was canceled." + std::string(kLineBreak) + host_.AfterCancel(),
+                      {},
+                      Buttons::Ok,
+                      Icon::Information,
+                      Answer::Ok});
+}
+
+void LongCommands::CancelsBy(QAbstractButton* button) {
+    button->setVisible(busy_);
+    connect(button, &QAbstractButton::clicked, this, [this, button] {
+        button->setEnabled(false);
+        Cancel();
+    });
+    connect(this, &LongCommands::BusyChanged, button, [button](bool busy) {
+        button->setEnabled(true);
+        button->setVisible(busy);
+    });
 }
 
 }  // namespace norvelis::ui

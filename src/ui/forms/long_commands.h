@@ -6,7 +6,7 @@
 
 #include "core/host.h"
 
-class QWidget;
+class QAbstractButton;
 
 namespace norvelis::ui {
 
@@ -26,12 +26,22 @@ class LongCommands : public QObject {
 
     LongCommands(Host& host, Fail fail);
 
-    /// Runs the command to its end; a failure that comes out of it ends the program. While another one runs a
-    /// box says so instead.
+    /// Runs the command to its end, or until the person cancels it, which a box confirms. A failure that
+    /// comes out of it ends the program. While another one runs a box says so instead.
     void Run(const LongCommand& command, const std::function<void()>& work);
 
     bool Busy() const { return busy_; }
-    void DisableWhileBusy(QWidget* control);
+    void Cancel();  ///< Asks the running command to end; nothing when none runs.
+
+    /// A QWidget or another QObject that can be enabled.
+    template <typename T>
+    void DisableWhileBusy(T* control) {
+        control->setEnabled(!busy_);
+        connect(this, &LongCommands::BusyChanged, control,
+                [control](bool busy) { control->setEnabled(!busy); });
+    }
+    /// The button that cancels: there while a command runs, and to be pressed once.
+    void CancelsBy(QAbstractButton* button);
 
     /// Of the command that runs or ran last: what it reported at its end may be painted after it.
     Screen ProgressScreen() const { return command_.progress; }
@@ -40,6 +50,8 @@ class LongCommands : public QObject {
     void BusyChanged(bool busy);
 
   private:
+    void ConfirmCancel();
+
     Host& host_;
     Fail fail_;
     LongCommand command_{{}, Screen::Treeview};

@@ -10,6 +10,7 @@
 #include "ui/forms/screen_request.h"
 #include "ui/skins/current_skin.h"
 
+class QAction;
 class QWidget;
 
 namespace norvelis::ui {
@@ -24,6 +25,8 @@ struct ScreenContext {
     CurrentSkin& skin;
     QWidget& area;  ///< In which the forms are; its window is the main frame.
     std::function<void(const ScreenRequest&)> request;
+    /// An entry of the main frame's menu by its name, for the context menu of a control; null for none.
+    std::function<QAction*(const char* name)> menuEntry;
 };
 
 }  // namespace norvelis::ui

@@ -43,7 +43,8 @@ mdiMainMenu::mdiMainMenu(const FrameParts& parts)
                commands_,
                skin_,
                *area_,
-               [this](const ScreenRequest& request) { Request(request); }},
+               [this](const ScreenRequest& request) { Request(request); },
+               [this](const char* name) { return findChild<QAction*>(name); }},
       menu_(context_),
       tray_(new fbTrayIcon(this)) {
     setObjectName("mdiMainMenu");
@@ -72,6 +73,10 @@ mdiMainMenu::mdiMainMenu(const FrameParts& parts)
         raise();
         activateWindow();
     });
+    auto* cancel = new QShortcut(Qt::Key_Escape, this);
+    cancel->setEnabled(false);
+    connect(cancel, &QShortcut::activated, &commands_, &LongCommands::Cancel);
+    connect(&commands_, &LongCommands::BusyChanged, cancel, &QShortcut::setEnabled);
     const std::pair<Qt::KeyboardModifiers, int> rounds[] = {{Qt::ControlModifier, 1},
                                                             {Qt::ControlModifier | Qt::ShiftModifier, -1}};
     for (const auto& [modifiers, step] : rounds) {

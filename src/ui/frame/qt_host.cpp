@@ -106,6 +106,7 @@ QtHost::QtHost() {
 
 Answer QtHost::MessageBox(const Message& message) {
     const WithoutWaitCursor ordinary;
+    const EventsMeanwhile events(*this);
     QMessageBox box(IconOf(message.icon), TitleOr(message.title), Shown(message.text),
                     ButtonsOf(message.buttons), Window());
     box.setTextFormat(Qt::PlainText);
@@ -116,6 +117,7 @@ Answer QtHost::MessageBox(const Message& message) {
 std::optional<std::string> QtHost::InputBox(const std::string& prompt, const std::string& title,
                                             const std::string& initial) {
     const WithoutWaitCursor ordinary;
+    const EventsMeanwhile events(*this);
     bool accepted = false;
     const QString text = QInputDialog::getText(Window(), TitleOr(title), Shown(prompt), QLineEdit::Normal,
                                                QString::fromStdString(initial), &accepted);
@@ -125,11 +127,24 @@ std::optional<std::string> QtHost::InputBox(const std::string& prompt, const std
 
 std::optional<std::string> QtHost::OpenFileDialog(const std::string& title, const std::string& filter) {
     const WithoutWaitCursor ordinary;
+    const EventsMeanwhile events(*this);
     return Chosen(QFileDialog::getOpenFileName(Window(), TitleOr(title), {}, QString::fromStdString(filter)));
+}
+
+std::optional<std::string> QtHost::SaveFileDialog(const std::string& title, const std::string& filter,
+                                                  const std::string& suffix) {
+    const WithoutWaitCursor ordinary;
+    const EventsMeanwhile events(*this);
+    QFileDialog dialog(Window(), TitleOr(title), {}, QString::fromStdString(filter));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QString::fromStdString(suffix));
+    if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+    return Chosen(dialog.selectedFiles().value(0));
 }
 
 std::optional<std::string> QtHost::FolderDialog(const std::string& title) {
     const WithoutWaitCursor ordinary;
+    const EventsMeanwhile events(*this);
     return Chosen(QFileDialog::getExistingDirectory(Window(), TitleOr(title)));
 }
 
@@ -161,7 +176,7 @@ void QtHost::WaitCursor(bool on) {
     }
 }
 
-void QtHost::Yield() {
+void QtHost::Turn() {
     const auto now = std::chrono::steady_clock::now();
     if (now - lastTurn_ < kTurnEvery) return;
     QApplication::processEvents();
@@ -169,13 +184,14 @@ void QtHost::Yield() {
 }
 
 void QtHost::OpenScreen(Screen screen, bool modal) {
+    const EventsMeanwhile events(*this);
     if (display_) display_->OpenScreen(screen, modal);
 }
 
 void QtHost::RunInBackground(const BackgroundWork& work) {
     constexpr auto kBetweenTurns = std::chrono::milliseconds(5);
     auto done = std::async(std::launch::async, work, Cancellation());
-    while (done.wait_for(kBetweenTurns) != std::future_status::ready) Yield();
+    while (done.wait_for(kBetweenTurns) != std::future_status::ready) TakeTurn();
     done.get();
 }
 

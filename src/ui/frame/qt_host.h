@@ -37,13 +37,17 @@ class QtHost : public QObject, public Host {
     std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
                                         const std::string& initial) override;
     std::optional<std::string> OpenFileDialog(const std::string& title, const std::string& filter) override;
+    std::optional<std::string> SaveFileDialog(const std::string& title, const std::string& filter,
+                                              const std::string& suffix) override;
     std::optional<std::string> FolderDialog(const std::string& title) override;
     void Status(const std::string& text) override;
     void ProgressChanged(Bar bar, const ProgressBar& state) override;
     void WaitCursor(bool on) override;
-    void Yield() override;
     void OpenScreen(Screen screen, bool modal) override;
     void RunInBackground(const BackgroundWork& work) override;
+
+  protected:
+    void Turn() override;
 
   private:
     QWidget* Window() const { return display_ ? display_->Window() : nullptr; }

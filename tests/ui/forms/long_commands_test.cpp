@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <QWidget>
+#include <QPushButton>
 #include <stdexcept>
 
 #include "testing/scripted_host.h"
@@ -12,6 +12,7 @@ namespace norvelis::ui {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::IsEmpty;
 
 class LongCommandsTest : public ::testing::Test {
   protected:
@@ -58,16 +59,34 @@ TEST_F(LongCommandsTest, AFailureIsHandedOnAndTheNextCommandRuns) {
     EXPECT_TRUE(ran);
 }
 
-TEST_F(LongCommandsTest, ACancelledCommandDoesNotCancelTheNext) {
+TEST_F(LongCommandsTest, ABoxSaysWhatACanceledCommandLeaves) {
+    commands.Cancel();
+    EXPECT_FALSE(host.Cancellation().stop_requested()) << "none is running";
+    QPushButton cancel;
+    commands.CancelsBy(&cancel);
+    EXPECT_TRUE(cancel.isHidden());
+    bool ran = false;
     commands.Run(first, [&] {
-        host.Cancel();
-        EXPECT_TRUE(host.Cancellation().stop_requested());
+        EXPECT_FALSE(cancel.isHidden());
+        host.SetAfterCancel("All is as it was before.");
+        cancel.click();
+        EXPECT_FALSE(cancel.isEnabled());
         commands.Run(second, [] {});
-        EXPECT_TRUE(host.Cancellation().stop_requested()) << "a refused one forgets nothing";
+        host.Yield();
+        ran = true;
     });
-    bool canceled = true;
-    commands.Run(second, [&] { canceled = host.Cancellation().stop_requested(); });
-    EXPECT_FALSE(canceled);
+    EXPECT_FALSE(ran);
+    EXPECT_TRUE(cancel.isHidden());
+    EXPECT_TRUE(cancel.isEnabled());
+    EXPECT_THAT(host.Texts(),
+                ElementsAre("First is still running.", "First was canceled.\r\nAll is as it was before."));
+    EXPECT_THAT(host.statuses, ElementsAre("Canceling...", ""));
+    EXPECT_THAT(failures, IsEmpty());
+    commands.Run(second, [&] {
+        host.Yield();
+        ran = true;
+    });
+    EXPECT_TRUE(ran);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "ui/screens/browse/frm_isolateview.h"
 
 #include <QHBoxLayout>
+#include <QScopeGuard>
 #include <QShortcut>
 #include <QSplitter>
 
@@ -59,18 +60,19 @@ frm_IsolateView::frm_IsolateView(const ScreenContext& context)
     auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
     escape->setContext(Qt::WidgetWithChildrenShortcut);
     connect(escape, &QShortcut::activated, this, &QWidget::close);
+    context.commands.DisableWhileBusy(escape);  // Then it cancels.
 }
 
 QWidget* frm_IsolateView::TreeAndDetails() {
     Tviewrec_ = new cTreeView("Tviewrec", this);
-    FlxGrid_ = new FlxGrid("FlxGrid", kIsolateDetailsHeading, this);
+    FlxGrid_ = new FlxGrid("FlxGrid", kIsolateDetailsHeading, App().host, this);
     FlxGrid_->setToolTip("Record Details");
     return Stacked(Tviewrec_, FlxGrid_, 200, 190);
 }
 
 QWidget* frm_IsolateView::DrawingAndLayout() {
     DrawingControl2_ = new DrawingControl2("DrawingControl2", Context().openDrawing, this);
-    FlxGrid2_ = new FlxGrid("FlxGrid2", kLayoutHeading, this);
+    FlxGrid2_ = new FlxGrid("FlxGrid2", kLayoutHeading, App().host, this);
     FlxGrid2_->setToolTip("Record Layout");
     return Stacked(DrawingControl2_, FlxGrid2_, 240, 150);
 }
@@ -82,6 +84,10 @@ QLayout* frm_IsolateView::Commands() {
     auto* row = new QHBoxLayout;
     row->setSpacing(6);
     row->addWidget(Label1_, 1);
+    auto* cancel = new SkinButton("cmdCancel", "CANCEL", this);
+    cancel->setToolTip("Cancel the running command (Escape)");
+    Context().commands.CancelsBy(cancel);
+    row->addWidget(cancel);
     row->addWidget(LayoutTypes_);
     const auto addButton = [&](const QString& name, const QString& caption, const QString& toolTip,
                                const auto& command) {
@@ -151,9 +157,11 @@ void frm_IsolateView::ProcessSingle() {
         const clsHourglass hourglass(App().host);
         ScreenDrawing drawing(Context(), *Tviewrec_, *DrawingControl2_, LayoutTypes_->currentIndex());
         drawing.showText = [this](const QString& text) { Label1_->setText(text); };
-        const QString before = Label1_->text();
-        const DrawResult result = norvelis::ProcessSingle(drawing.State(), schema_, drawing.Tree());
-        if (result != DrawResult::Saved && drawing.OnShow()) Label1_->setText(before);
+        auto labelAsBefore = qScopeGuard([this, &drawing, before = Label1_->text()] {
+            if (drawing.OnShow()) Label1_->setText(before);
+        });
+        if (norvelis::ProcessSingle(drawing.State(), schema_, drawing.Tree()) == DrawResult::Saved)
+            labelAsBefore.dismiss();
     });
 }
 

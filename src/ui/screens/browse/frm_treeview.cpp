@@ -13,6 +13,7 @@
 #include "diagram/draw_commands.h"
 #include "diagram/print_drawing.h"
 #include "ui/controls/c_tree_view.h"
+#include "ui/controls/context_menu.h"
 #include "ui/controls/drawing_control.h"
 #include "ui/controls/layout_types.h"
 #include "ui/controls/picture_controls.h"
@@ -39,6 +40,12 @@ frm_Treeview::frm_Treeview(const ScreenContext& context)
     tree->addLayout(SearchRow());
     QBoxLayout* buttons = TreeButtons();
     buttons->addWidget(maximize);
+    ContextMenu menu(Tview_);
+    menu.Add("&Larger tree", maximize);
+    menu.AddLine();
+    for (const char* entry :
+         {"mnu_Draw_Fancy_Single", "mnu_Draw_Fancy_Separate", "mnu_Classic_Extract_Report"})
+        menu.Add(Context().menuEntry(entry));
     tree->addLayout(buttons);
     auto* columns = new QSplitter(Qt::Horizontal, this);
     columns->setChildrenCollapsible(false);
@@ -70,6 +77,10 @@ QBoxLayout* frm_Treeview::ProgressRow() {
     row->addWidget(lblStatus_);
     row->addWidget(vbalProgressBar1_, 3);
     row->addWidget(vbalProgressBar3_, 3);
+    auto* cancel = new SkinButton("cmdCancel", "CANCEL", this);
+    cancel->setToolTip("Cancel the running command (Escape)");
+    Context().commands.CancelsBy(cancel);
+    row->addWidget(cancel);
     return row;
 }
 

@@ -11,9 +11,15 @@ ScreenDrawing::ScreenDrawing(const ScreenContext& context, cTreeView& tree, Draw
                              int layout)
     : tree_(tree),
       control_(control),
+      before_(control.Src()),
       drawn_(tree.Tree()),
       state_(context.app, *context.app.gConnection, context.engine, *this) {
     state_.options.layout = layout;
+}
+
+ScreenDrawing::~ScreenDrawing() {
+    const std::string shown = control_.Src().toStdString();
+    if (OnShow() && !shown.empty() && !FileExists(shown)) control_.SetSrc(before_);
 }
 
 bool ScreenDrawing::OnShow() const {

@@ -1,10 +1,9 @@
 #pragma once
 
+#include <QString>
 #include <functional>
 
 #include "diagram/drawing_state.h"
-
-class QString;
 
 namespace norvelis::ui {
 
@@ -20,6 +19,8 @@ class ScreenDrawing : private DrawScreen {
     using Show = std::function<void(const QString&)>;
 
     ScreenDrawing(const ScreenContext& context, cTreeView& tree, DrawingControl2& control, int layout);
+    /// A snapshot of a drawing that was not finished gives way to what was on show before.
+    ~ScreenDrawing();
 
     DrawingState& State() { return state_; }
     bool OnShow() const;  ///< The screen still shows what is drawn.
@@ -37,6 +38,7 @@ class ScreenDrawing : private DrawScreen {
 
     cTreeView& tree_;
     DrawingControl2& control_;
+    QString before_;
     RecordTree drawn_;
     DrawingState state_;
 };

@@ -7,6 +7,7 @@
 #include "base/failure.h"
 #include "browse/tree_load.h"
 #include "ui/controls/c_tree_view.h"
+#include "ui/controls/context_menu.h"
 #include "ui/controls/drawing_files.h"
 #include "ui/controls/picture_controls.h"
 #include "ui/controls/search_box.h"
@@ -86,6 +87,11 @@ QBoxLayout* TreeForm::TreeButtons() {
     connect(refresh, &QPushButton::clicked, this, &TreeForm::RunLoad);
     auto* row = Row();
     for (SkinButton* button : {expand, collapse, refresh}) row->addWidget(button);
+    ContextMenu menu(Tview_);
+    menu.AddLine();
+    menu.Add("&Expand all", expand);
+    menu.Add("Co&llapse all", collapse);
+    menu.Add("&Refresh\tF5", refresh);
     return row;
 }
 
@@ -107,7 +113,16 @@ QBoxLayout* TreeForm::PagingStrip() {
 }
 
 void TreeForm::RunLoad() {
-    Context().commands.Run({"Loading the tree", Screen::Treeview}, [this] { loadtreeform(); });
+    Context().commands.Run({"Loading the tree", Screen::Treeview}, [this] {
+        const RecordTree before = Tview_->Tree();
+        App().host.SetAfterCancel("The tree is as it was before.");
+        try {
+            loadtreeform();
+        } catch (const Canceled&) {
+            Tview_->SetTree(before);
+            throw;
+        }
+    });
 }
 
 void TreeForm::loadtreeform() {
