@@ -57,8 +57,8 @@ void ParseGrid(std::string_view text, SheetChoice& choice) {
     const auto by = text.find_first_of("xX");
     const auto columns = Number(text.substr(0, by));
     const auto rows = by == std::string_view::npos ? std::nullopt : Number(text.substr(by + 1));
-    if (!columns || !rows || *columns > kMostSheetsAside || *rows > kMostSheetsAside)
-        Refuse("sheets are columns and rows from 1 to " + std::to_string(kMostSheetsAside) +
+    if (!columns || !rows || *columns > kMostSheetsInRow || *rows > kMostSheetsInRow)
+        Refuse("sheets are columns and rows from 1 to " + std::to_string(kMostSheetsInRow) +
                ", such as 3x2, not " + std::string(text));
     choice.fit = Fit::Grid;
     choice.columns = *columns;

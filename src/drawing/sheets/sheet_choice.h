@@ -40,7 +40,7 @@ struct SheetChoice {
     bool cropMarks = true;
 };
 
-inline constexpr int kMostSheetsAside = 100;
+inline constexpr int kMostSheetsInRow = 100;
 inline constexpr double kLeastPercent = 1, kMostPercent = 1000, kMostOverlap = 50;
 
 /// "3x2" is three columns and two rows. Each Parse throws RuntimeFailure 5 that says what was expected.

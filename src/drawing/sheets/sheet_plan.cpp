@@ -11,7 +11,7 @@ namespace norvelis::drawing::sheets {
 
 namespace {
 
-constexpr int kMostSheets = kMostSheetsAside * kMostSheetsAside;
+constexpr int kMostSheets = kMostSheetsInRow * kMostSheetsInRow;
 
 /// Columns or rows: `count` windows, each `overlap` into the one before.
 struct Axis {
