@@ -69,7 +69,10 @@ void ChildArea::Activate(Form* form) {
         if (child->focus && child->focus->isVisibleTo(form)) {
             child->focus->setFocus();
         } else if (QWidget* first = form->nextInFocusChain()) {
-            while (first != form && !(first->focusPolicy() & Qt::TabFocus)) first = first->nextInFocusChain();
+            const auto takesFocus = [form](const QWidget* control) {
+                return (control->focusPolicy() & Qt::TabFocus) && control->isVisibleTo(form);
+            };
+            while (first != form && !takesFocus(first)) first = first->nextInFocusChain();
             first->setFocus(Qt::TabFocusReason);
         }
     }
