@@ -31,8 +31,8 @@ class Connection {
     /// Makes an empty store with all tables at `path`, over whatever is there.
     static void CreateStore(const std::string& path);
 
-    /// A store without a file that takes rows of all tables and forgets them: what writes to it can be run for
-    /// what else it does.
+    /// A store without a file that takes rows of all tables and forgets them: what writes to it can be run
+    /// for what else it does.
     static std::shared_ptr<Connection> WithoutMemory();
 
     ~Connection();

@@ -97,7 +97,7 @@ class mdiMainMenu : public QMainWindow, public commands::MainFrame, public HostD
     fbTrayIcon* tray_;
     QMenu* mnuWindow_ = nullptr;
     QAction* belowScreens_ = nullptr;  ///< The first of mnuWindow behind the open screens.
-    QToolButton* warnings_;  ///< In the status bar: their number.
+    QToolButton* warnings_;            ///< In the status bar: their number.
     QTimer Timer1_;
     bool gColorFlag_ = false, gSkinFlag_ = false;
     std::map<Screen, QPointer<Form>> screens_;

@@ -19,8 +19,8 @@ class ScreenDrawing : private DrawScreen {
     using Show = std::function<void(const QString&)>;
 
     ScreenDrawing(const ScreenContext& context, cTreeView& tree, DrawingPanel& panel);
-    /// A snapshot of a drawing that was not finished gives way to what was on show before, and the tree is not
-    /// left scrolled sideways by the boxes that it followed.
+    /// A snapshot of a drawing that was not finished gives way to what was on show before, and the tree is
+    /// not left scrolled sideways by the boxes that it followed.
     ~ScreenDrawing();
 
     DrawingState& State() { return state_; }
