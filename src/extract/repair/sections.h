@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "extract/repair/repair.h"
+#include "extract/repair/repaired_report.h"
 
 namespace norvelis::repair {
 
