@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "base/text.h"
-#include "extract/keywords.h"
+#include "extract/format/keywords.h"
 
 namespace norvelis::viewer {
 
