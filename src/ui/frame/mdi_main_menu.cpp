@@ -1,5 +1,7 @@
 #include "ui/frame/mdi_main_menu.h"
 
+#include <fmt/format.h>
+
 #include <QApplication>
 #include <QCloseEvent>
 #include <QLabel>
@@ -248,11 +250,8 @@ void mdiMainMenu::Request(const ScreenRequest& request) {
 }
 
 void mdiMainMenu::ReportMissing(Screen screen) {
-    context_.app.host.MessageBox({"\"" + std::string(EntryOf(screen).caption) + "\" is not there yet.",
-                                  {},
-                                  Buttons::Ok,
-                                  Icon::Information,
-                                  Answer::Ok});
+    const std::string words = fmt::format("\"{}\" is not there yet.", EntryOf(screen).caption);
+    context_.app.host.MessageBox({words, {}, Buttons::Ok, Icon::Information, Answer::Ok});
 }
 
 void mdiMainMenu::loadtreeform() {
