@@ -1,5 +1,7 @@
 #include "extract/findings.h"
 
+#include <fmt/format.h>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -133,7 +135,7 @@ TEST_F(FindingsTest, SectionsWithoutFieldsAreReadInTimeThatGrowsWithTheirNumber)
     // Each of them is read up to the only list of fields, at the end of the report.
     const auto processorTime = [this](int records) {
         std::string report = HeaderOf("S");
-        for (int i = 0; i < records; ++i) report += RecordHead("R" + std::to_string(10000 + i), "DIRECT");
+        for (int i = 0; i < records; ++i) report += RecordHead(fmt::format("R{}", 10000 + i), "DIRECT");
         report += kEmp + kEnd;
         std::clock_t best = std::numeric_limits<std::clock_t>::max();
         for (int run = 0; run < 3; ++run) {

@@ -1,3 +1,5 @@
+#include <fmt/format.h>
+
 #include <gtest/gtest.h>
 
 #include "base/failure.h"
@@ -120,7 +122,7 @@ TEST_F(PassesTest, IndexesGatherTheirKeysFromTheWholeReport) {
 TEST_F(PassesTest, TheSixHundredAndFirstFieldEndsTheExtraction) {
     std::string report = HeaderOf("S") + RecordHead("A", "DIRECT") + kFields + RecordHead("B", "DIRECT") +
                          LineOf({{1, "0DATA ITEM"}});
-    for (int i = 0; i < 601; ++i) report += FieldLine("02", "F" + std::to_string(i));
+    for (int i = 0; i < 601; ++i) report += FieldLine("02", fmt::format("F{}", i));
     Extract(report + kEnd);
     EXPECT_EQ(failure_, FailureNumber::SubscriptOutOfRange);
     EXPECT_EQ(store.Count("Select count(*) FROM Record_layout where recordname =?", {"B"}), 600);
