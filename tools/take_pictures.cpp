@@ -109,6 +109,8 @@ class Photographer {
         const auto hover = [&](NodeIndex node) {
             const QModelIndex line = Tview.model()->index(static_cast<int>(node), 0);
             emit Tview.NodeHovered(node, QPoint(130, Tview.visualRect(line).center().y()));
+            const auto* rest = screen.findChild<QTimer*>("rest");
+            while (rest->isActive()) LetPaint();
         };
         hover(0);
         hover(kNoNode);

@@ -163,8 +163,9 @@ void LargeDrawing() {
     Measure("1,000 records drawn on one page",
             [&] { windows.frame->findChild<QAction*>("mnu_Draw_Fancy_Single")->trigger(); });
     control.SetSrc({});
-    Measure("the mouse over its schema shows the drawing", [&] {
+    Measure("the mouse that rests on its schema shows the drawing", [&] {
         emit windows.Tview().NodeHovered(0, QPoint(40, 10));
+        QTest::qWaitFor([&] { return !control.Src().isEmpty(); });
         UntilShown(control);
     });
     fmt::print("\n| 1,000 boxes, a drag | median ms | of 95 in 100 | longest |\n|---|--:|--:|--:|\n");
@@ -187,7 +188,7 @@ int main(int argc, char** argv) {
     std::string only;
     program.add_option("--only", only, "tree or drawing; without it both");
     CLI11_PARSE(program, argc, argv);
-    QApplication::setApplicationDisplayName("Norvelis");
+    QApplication::setApplicationName("Norvelis");
     QApplication::setQuitOnLastWindowClosed(false);
     norvelis::ui::UseSkinStyle(application);
     fmt::print("| | s | longest wait s | grown MB |\n|---|--:|--:|--:|\n");

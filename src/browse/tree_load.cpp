@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/failure.h"
+#include "base/paths.h"
 #include "base/text.h"
 #include "browse/next_step.h"
 #include "core/log.h"
@@ -74,6 +75,7 @@ class TreeLoader {
     RecordTree loadnodesfromaccess() {
         ShowText(Bar::TreeviewText, "Retrieving Records Details..");
         Guarded("loadnodesfromaccess", [this] {
+            RequireFile();
             auto schemas = dictionary::SchemasByName(store_);
             for (; !schemas.Eof(); schemas.MoveNext()) {
                 const std::string schema = schemas.Text("schemaname");
@@ -85,6 +87,13 @@ class TreeLoader {
     }
 
   private:
+    /// An open store can be read after its file was removed, and nobody would know.
+    void RequireFile() const {
+        if (!FileExists(store_.Path()))
+            throw RuntimeFailure(FailureNumber::StoreFailure,
+                                 store_.Path() + ": the file is not there any more");
+    }
+
     void loadrecords(const std::string& schema, NodeIndex root) {
         if (variant_.showsProgress) {
             ShowText(Bar::TreeviewText, "Retrieving Records Details..");

@@ -34,6 +34,12 @@ std::string BackgroundNamed(const std::string& name) {
     return {};
 }
 
+std::string Joined(const std::vector<std::string>& parts, const char* between) {
+    std::string text;
+    for (const auto& part : parts) text += (text.empty() ? "" : between) + part;
+    return text;
+}
+
 DrawOptions OptionsOf(const DrawRequest& request) {
     DrawOptions options;
     options.layout = request.layout;
@@ -70,11 +76,10 @@ class Draw {
         drawing_.gDrawSchema = schema;
         const SeparateResult result = DrawVisioDiagramSeparateParent(drawing_, nullptr, false);
         if (result.noEngine) return Refuse(reported_.front());
-        if (!result.notSaved.empty()) {
-            std::string names;
-            for (const auto& name : result.notSaved) names += (names.empty() ? "" : ", ") + name;
-            return Refuse("these drawings could not be saved in " + location + ": " + names);
-        }
+        if (!result.notSaved.empty())
+            return Refuse("these drawings could not be saved in " + location + ": " +
+                          Joined(result.notSaved, ", ") + ". " + drawing_.notWritten.front());
+        if (!drawing_.notWritten.empty()) return Refuse(Joined(drawing_.notWritten, "; "));
         if (!reported_.empty())
             return Refuse(reported_.front() + "; the drawings in " + location + " are not complete");
         std::printf("Done Drawing. Visio Files saved at folder:\n%s\n", location.c_str());
@@ -87,7 +92,7 @@ class Draw {
     }
     int Finish(DrawResult result, const std::string& file) const {
         if (result == DrawResult::NoEngine) return Refuse(reported_.front());
-        if (result == DrawResult::NotSaved) return Refuse("the drawing could not be saved as " + file);
+        if (!drawing_.notWritten.empty()) return Refuse(Joined(drawing_.notWritten, "; "));
         if (!reported_.empty())
             return Refuse(reported_.front() + "; the drawing " + file + " is not complete");
         std::printf("Done Drawing. File saved as:%s\n", file.c_str());

@@ -75,10 +75,12 @@ void mnu_Draw_Fancy_Single(AppState& app, const DrawAll& draw) {
         app.host.OpenScreen(Screen::Settings, false);
         return;
     }
+    app.host.OpenScreen(Screen::Treeview, false);
     DrawSinglePage(app, draw);
 }
 
 void mnu_Draw_Fancy_Separate(AppState& app, const DrawAll& draw) {
+    app.host.OpenScreen(Screen::Treeview, false);
     const ShownBars bars(app.progress, kTreeBars);
     draw(false);
 }

@@ -27,14 +27,26 @@ void LogFrame(AppState& app, std::string_view message) {
     WriteToProcessLog(app, "mdiMainmenu", "Load main Form", message);
 }
 
+/// A failure with its text as it is and, on a line of its own, what helps to mend the cause.
+class WithHint : public RuntimeFailure {
+  public:
+    WithHint(const RuntimeFailure& failure, const std::string& hint)
+        : RuntimeFailure(failure), text_(failure.what() + kEnd + hint) {}
+    const char* what() const noexcept override { return text_.c_str(); }
+
+  private:
+    std::string text_;
+};
+
 void ReadUseSkins(AppState& app) {
     const std::string text = ReadINIValue("Skins", "UseSkins", app.gLocalIni);
     try {
         app.gUseSkins = ToBoolean(text);
-    } catch (const RuntimeFailure&) {
-        throw RuntimeFailure(
-            FailureNumber::TypeMismatch,
-            "UseSkins of section Skins in " + app.AppPath(places::kLocalIni) + " must be True or False");
+    } catch (const RuntimeFailure& failure) {
+        const std::string file = app.AppPath(places::kLocalIni);
+        throw WithHint(failure, app.gLocalIni.empty()
+                                    ? "The file is missing: " + file
+                                    : "UseSkins of section Skins must be True or False: " + file);
     }
 }
 

@@ -51,6 +51,7 @@ std::optional<std::string> ConsoleHost::FolderDialog(const std::string&) {
 }
 
 void ConsoleHost::Status(const std::string& text) {
+    if (text.empty()) return;  // What is done stays on the line until the next box.
     status_ = text;
     Repaint();
 }

@@ -13,7 +13,7 @@ bool Host::RunCancelable(const std::function<void()>& command) {
     struct Scope {
         explicit Scope(Host& owner) : host(owner) {
             host.cancellation_ = {};
-            host.afterCancel_.clear();
+            host.afterCancel_ = "All is as it was before.";
             host.cancelableAt_ = host.depth_;
         }
         ~Scope() {

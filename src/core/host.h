@@ -108,7 +108,7 @@ class Host {
     std::stop_token Cancellation() const { return cancellation_.get_token(); }
 
     /// What the person reads when the command is canceled from here on: what then is as it was before, and
-    /// what is done. Each stage of a command replaces the words of the one before.
+    /// what is done. Each stage of a command replaces the words of the one before; at first all is as before.
     void SetAfterCancel(const std::string& words) { afterCancel_ = words; }
     const std::string& AfterCancel() const { return afterCancel_; }
 

@@ -26,8 +26,7 @@ std::string Words(const std::exception& failure) {
 }  // namespace
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
-    setApplicationName("Norvelis");
-    setApplicationDisplayName("Norvelis");
+    setApplicationName("Norvelis");  // No display name: the platform would add it to every box's title.
     setApplicationVersion(NORVELIS_VERSION);
     setWindowIcon(ui::ProgramIcon());
     setQuitOnLastWindowClosed(false);  // Boxes come before the frame and are no last window.

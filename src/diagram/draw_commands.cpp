@@ -20,6 +20,15 @@ constexpr Bar kValueBars[] = {Bar::TreeviewValue, Bar::BackgroundValue};
 
 const std::string kNoLocation = "You must select a location to store visio files.";
 
+/// The bars for the length of a command, which begins with nothing done.
+ShownBars BarsFromNothing(Progress& progress) {
+    for (const Bar bar : kValueBars) {
+        progress.BResetprogressbar(bar, 0);
+        progress.SetText(bar, "");
+    }
+    return {progress, kAllBars};
+}
+
 bool Confirmed(DrawingState& drawing, const std::string& text, const std::string& title) {
     return drawing.app.host.MessageBox({text, title, Buttons::YesNo, Icon::Information, Answer::No}) ==
            Answer::Yes;
@@ -159,11 +168,11 @@ void DrawVisioDiagram(DrawingState& drawing, const RecordTree* tree) {
 }
 
 DrawResult DrawVisioDiagramSingle(DrawingState& drawing, const std::string& schema, const RecordTree* tree) {
-    drawing.reported.clear();
+    drawing.BeginCommand();
     DrawResult result;
     DrawOrder order = OrderOfSchema(drawing, schema, tree);
     {
-        const ShownBars bars(drawing.app.progress, kAllBars);
+        const ShownBars bars = BarsFromNothing(drawing.app.progress);
         if (schema.empty()) {
             drawing.report("Request denied. Visio File to be generated must be named.");
             return DrawResult::NotSaved;
@@ -172,6 +181,7 @@ DrawResult DrawVisioDiagramSingle(DrawingState& drawing, const std::string& sche
         order.location = DrawingLocation(drawing);
         result = DrawDrawing(drawing, kDrawSingle, order);
     }
+    ReportNotWritten(drawing);
     if (result != DrawResult::NoEngine) {
         drawing.report("Done Drawing. File saved as:" + order.File());
     }
@@ -194,10 +204,11 @@ void DrawVisioDiagramSeparate(DrawingState& drawing, const RecordTree* tree) {
         std::string("Done Drawing. Visio Files saved at folder:").append(kLineBreak).append(location));
 }
 
-SeparateResult DrawVisioDiagramSeparateParent(DrawingState& drawing, const RecordTree* tree, bool visible) {
-    drawing.reported.clear();
+namespace {
+
+SeparateResult DrawParents(DrawingState& drawing, const RecordTree* tree, bool visible) {
     SeparateResult result;
-    const ShownBars bars(drawing.app.progress, kAllBars);
+    const ShownBars bars = BarsFromNothing(drawing.app.progress);
     const std::vector<std::string> parents = ParentsOf(drawing, drawing.gDrawSchema);
     ProgressSetMax(drawing, static_cast<int>(parents.size()));
     for (const std::string& parent : parents) {
@@ -224,6 +235,15 @@ SeparateResult DrawVisioDiagramSeparateParent(DrawingState& drawing, const Recor
     return result;
 }
 
+}  // namespace
+
+SeparateResult DrawVisioDiagramSeparateParent(DrawingState& drawing, const RecordTree* tree, bool visible) {
+    drawing.BeginCommand();
+    SeparateResult result = DrawParents(drawing, tree, visible);
+    ReportNotWritten(drawing);
+    return result;
+}
+
 DrawResult DrawParentDrawing(DrawingState& drawing, const std::string& recordName, bool visible) {
     std::string location = ChosenLocation(drawing);
     if (location.empty()) {
@@ -237,15 +257,17 @@ DrawResult DrawParentDrawing(DrawingState& drawing, const std::string& recordNam
 }
 
 DrawResult DrawScheduledDiagram(DrawingState& drawing, const std::string& schema, const std::string& job) {
-    drawing.reported.clear();
+    drawing.BeginCommand();
     DrawOrder order = OrderOfSchema(drawing, schema, nullptr);
     order.location = drawing.app.AppPath(places::kBatchJobs);
     order.subfolder = job;
-    return DrawDrawing(drawing, kDrawSingle, order);
+    const DrawResult result = DrawDrawing(drawing, kDrawSingle, order);
+    ReportNotWritten(drawing);
+    return result;
 }
 
 DrawResult ProcessSingle(DrawingState& drawing, const std::string& schema, const RecordTree& Tviewrec) {
-    drawing.reported.clear();
+    drawing.BeginCommand();
     try {
         ShowText(drawing, "Preparing to Draw, Please Wait..");
         std::string location = ChosenLocation(drawing);
@@ -256,8 +278,8 @@ DrawResult ProcessSingle(DrawingState& drawing, const std::string& schema, const
         }
         const std::string target = Tviewrec.Size() > 0 ? Tviewrec.Text(0) : "";
         DrawOrder order = OrderOfRecord(drawing, kDrawIsolated, location, schema, target, false);
-        order.MakeFolder();
         if (target.empty()) return DrawResult::NoEngine;
+        order.MakeFolder();
         order.visible = WantsToWatch(drawing);
         if (target == schema) {
             order.addShapes = [&](const PageRef& page) {
@@ -266,9 +288,10 @@ DrawResult ProcessSingle(DrawingState& drawing, const std::string& schema, const
             };
         }
         const DrawResult result = DrawDrawing(drawing, kDrawIsolated, order);
+        ReportNotWritten(drawing);
         if (result != DrawResult::NotSaved) return result;
-    } catch (const RuntimeFailure&) {
-        // Said below.
+    } catch (const RuntimeFailure& failure) {
+        drawing.report(NotWritten({false, failure.what()}));
     }
     drawing.report("Error has been encountered. Close visio and try again.");
     return DrawResult::NotSaved;
@@ -276,24 +299,27 @@ DrawResult ProcessSingle(DrawingState& drawing, const std::string& schema, const
 
 DrawResult DrawIsolatedRecord(DrawingState& drawing, const std::string& schema, const std::string& recordName,
                               bool visible) {
-    return DrawDrawing(
+    drawing.BeginCommand();
+    const DrawResult result = DrawDrawing(
         drawing, kDrawIsolated,
         OrderOfRecord(drawing, kDrawIsolated, DrawingLocation(drawing), schema, recordName, visible));
+    ReportNotWritten(drawing);
+    return result;
 }
 
-bool ApplyLayoutToFile(DrawingState& drawing, const std::string& file) {
-    if (file.empty() || !FileExists(file)) return false;
+engine::SaveResult ApplyLayoutToFile(DrawingState& drawing, const std::string& file) {
+    if (file.empty() || !FileExists(file)) return {};
     Host& host = drawing.app.host;
     host.SetAfterCancel("The drawing is as it was before.");
     const clsHourglass hourglass(host);
     const HiddenEngine engine(drawing.drawingEngine);
-    if (!engine.Get()) return false;
+    if (!engine.Get()) return {};
     const std::string path = NativePath(file);
     const auto documents = engine.Get()->Documents();
     const auto document = documents ? documents->Open(path) : nullptr;
     const auto pages = document ? document->Pages() : nullptr;
     const PageRef page = pages ? pages->Item(1) : nullptr;
-    if (!page) return false;
+    if (!page) return {};
     ApplyLayout(host, *page, drawing.options.layout);
     page->PlaceNotes();
     host.Yield();

@@ -45,9 +45,9 @@ DrawResult ProcessSingle(DrawingState& drawing, const std::string& schema, const
 DrawResult DrawIsolatedRecord(DrawingState& drawing, const std::string& schema, const std::string& recordName,
                               bool visible);
 
-/// Lays a saved drawing out again by the chosen layout and saves it under its name; false when the file is
-/// not there or the engine refuses, and the file is then as it was.
-bool ApplyLayoutToFile(DrawingState& drawing, const std::string& file);
+/// Lays a saved drawing out again by the chosen layout and saves it under its name. Not saved when the file
+/// is not there or the engine refuses; the file is then as it was.
+engine::SaveResult ApplyLayoutToFile(DrawingState& drawing, const std::string& file);
 
 /// The folder of all drawings: the one chosen for this drawing, else the setting, else the default. Only the
 /// first file of a parent makes the default the setting.

@@ -3,7 +3,10 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <filesystem>
+#include <system_error>
 
+#include "base/failure.h"
 #include "base/paths.h"
 #include "base/text.h"
 #include "core/places.h"
@@ -143,12 +146,21 @@ void ResetDrawing(DrawingState& drawing, const DrawKind& kind) {
     drawing.nextSnapshot = drawing.steadyNow() + kSnapshotEvery;
 }
 
-/// Everything from the empty page to the file; whether that is on disk.
-bool DrawPage(DrawingState& drawing, const DrawKind& kind, const DrawOrder& order) {
+engine::SaveResult Save(engine::Document& document, const DrawOrder& order) {
+    try {
+        order.MakeFolder();
+    } catch (const RuntimeFailure& failure) {
+        return {false, failure.what()};
+    }
+    return document.SaveAs(Resolve(order.File()));
+}
+
+/// Everything from the empty page to the file.
+engine::SaveResult DrawPage(DrawingState& drawing, const DrawKind& kind, const DrawOrder& order) {
     const auto document = NewDrawing(*drawing.VisioApp);
     const auto pages = document ? document->Pages() : nullptr;
     const PageRef page = pages ? pages->Item(1) : nullptr;
-    if (!page) return false;
+    if (!page) return {false, "the drawing engine gives no page"};
 
     ShowStep(drawing, kind.starting, order.name);
     order.addShapes(page);
@@ -167,7 +179,7 @@ bool DrawPage(DrawingState& drawing, const DrawKind& kind, const DrawOrder& orde
     page->PlaceNotes();
     ShowStep(drawing, kind.finished, order.name);
     drawing.app.host.Yield();  // The last one at which nothing is written yet.
-    return order.MakeFolder() && document->SaveAs(Resolve(order.File()));
+    return Save(*document, order);
 }
 
 void SayWhatCancelKeeps(DrawingState& drawing) {
@@ -184,8 +196,33 @@ std::string DrawOrder::File() const {
     return NativePath(location + "\\" + subfolder + "\\" + name + ".vsd");
 }
 
-bool DrawOrder::MakeFolder() const {
-    return IsFileName(subfolder) && IsFileName(name) && CreateFolder(location + "\\" + subfolder);
+void DrawOrder::MakeFolder() const {
+    for (const std::string& part : {subfolder, name}) {
+        if (!IsFileName(part))
+            throw RuntimeFailure(FailureNumber::PathFileAccess, "\"" + part + "\" is no file name");
+    }
+    const std::string folder = Resolve(location + "\\" + subfolder);
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (!FolderExists(folder))
+        throw RuntimeFailure(FailureNumber::PathFileAccess, folder + ": " + error.message());
+}
+
+std::string NotWritten(const engine::SaveResult& result) {
+    if (!result.saved) return "The drawing was not written: " + result.failure;
+    if (result.failure.empty()) return {};
+    return "The .vsdx copy of the drawing was not written: " + result.failure;
+}
+
+void ReportNotWritten(DrawingState& drawing) {
+    constexpr std::size_t kMost = 10;  // A full disk refuses the drawings of hundreds of records.
+    const std::vector<std::string>& lines = drawing.notWritten;
+    if (lines.empty()) return;
+    std::string text = lines.front();
+    for (std::size_t i = 1; i < std::min(lines.size(), kMost); ++i) text.append(kLineBreak).append(lines[i]);
+    if (lines.size() > kMost)
+        text.append(kLineBreak).append("and " + std::to_string(lines.size() - kMost) + " more");
+    drawing.report(text);
 }
 
 DrawResult DrawDrawing(DrawingState& drawing, const DrawKind& kind, const DrawOrder& order) {
@@ -193,15 +230,18 @@ DrawResult DrawDrawing(DrawingState& drawing, const DrawKind& kind, const DrawOr
     RunningEngine engine(drawing, kind, order);
     if (!drawing.VisioApp) return DrawResult::NoEngine;
     ResetDrawing(drawing, kind);
-    const bool saved = DrawPage(drawing, kind, order);
+    const engine::SaveResult result = DrawPage(drawing, kind, order);
     engine.Quit();
-    drawing.screen.ShowFile(order.File());
-    if (saved) {
+    const std::string file = order.File();
+    if (std::string words = NotWritten(result); !words.empty())
+        drawing.notWritten.push_back(std::move(words));
+    drawing.screen.ShowFile(file);
+    if (result.saved) {
         ++drawing.savedFiles;
-        drawing.screen.DrawingSaved(order.File());
+        drawing.screen.DrawingSaved(file);
     }
     SayWhatCancelKeeps(drawing);
-    return saved ? DrawResult::Saved : DrawResult::NotSaved;
+    return result.saved ? DrawResult::Saved : DrawResult::NotSaved;
 }
 
 void AddParentToPage(DrawingState& drawing, const DrawKind& kind, const PageRef& page,

@@ -35,14 +35,21 @@ struct DrawOrder {
     std::function<void(const PageRef& page)> addShapes;
 
     std::string File() const;
-    /// Makes the folder of the file; false where its names are no file names or the disk refuses.
-    bool MakeFolder() const;
+    /// Makes the folder of the file; RuntimeFailure where its names are no file names or the disk refuses.
+    void MakeFolder() const;
 };
 
 enum class DrawResult { NoEngine, NotSaved, Saved };
 
-/// Draws and saves. A file that is there is replaced when the new one is whole, and not before.
+/// Draws and saves. A file that is there is replaced when the new one is whole, and not before. What was not
+/// written goes to `notWritten` of the state.
 DrawResult DrawDrawing(DrawingState& drawing, const DrawKind& kind, const DrawOrder& order);
+
+/// Tells the person in one box what the drawings of a command lack on disk, and why; as a rule there is none.
+void ReportNotWritten(DrawingState& drawing);
+
+/// The words for a drawing, or its .vsdx copy, that is not on disk; empty when both are.
+std::string NotWritten(const engine::SaveResult& result);
 
 /// One parent: names the page after it, draws the record's tree, takes a snapshot. Nothing for a blank name.
 void AddParentToPage(DrawingState& drawing, const DrawKind& kind, const PageRef& page,

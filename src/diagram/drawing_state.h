@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <unordered_set>
+#include <vector>
 
 #include "browse/record_tree.h"
 #include "core/app_state.h"
@@ -77,6 +78,11 @@ struct DrawingState {
         if (reported.insert(text).second) report(text);
     };
     std::unordered_set<std::string> reported;
+    std::vector<std::string> notWritten;  ///< By this command: a line for each file, with the reason.
+    void BeginCommand() {
+        reported.clear();
+        notWritten.clear();
+    }
 
     // One drawing.
     engine::Ref<engine::Application> VisioApp;

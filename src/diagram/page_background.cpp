@@ -111,7 +111,8 @@ void formatBackgroundAndTitle(DrawingState& drawing, engine::Document& document,
     }
 }
 
-bool SaveWithBackground(DrawingState& drawing, engine::Document& document, const std::string& fileName) {
+engine::SaveResult SaveWithBackground(DrawingState& drawing, engine::Document& document,
+                                      const std::string& fileName) {
     formatBackgroundAndTitle(drawing, document, std::filesystem::path(fileName).stem().string());
     return document.SaveAs(fileName);
 }

@@ -14,6 +14,7 @@ void formatPageBackground(DrawingState& drawing, const PageRef& page, const std:
 void formatBackgroundAndTitle(DrawingState& drawing, engine::Document& document, const std::string& title);
 
 /// A finished drawing with background and title, its own title being the file's name, saved.
-bool SaveWithBackground(DrawingState& drawing, engine::Document& document, const std::string& fileName);
+engine::SaveResult SaveWithBackground(DrawingState& drawing, engine::Document& document,
+                                      const std::string& fileName);
 
 }  // namespace norvelis

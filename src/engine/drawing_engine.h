@@ -129,6 +129,13 @@ class Documents {
     virtual Ref<Document> Open(const std::string& path) = 0;
 };
 
+/// What came of saving a drawing, which goes to disk twice: under its name and as a .vsdx copy.
+struct SaveResult {
+    bool saved = false;   ///< The drawing is on disk under its name.
+    std::string failure;  ///< Which file was not written, and why; empty when both were.
+    explicit operator bool() const { return saved; }
+};
+
 /// A drawing or a stencil.
 class Document {
   public:
@@ -139,9 +146,9 @@ class Document {
     virtual Ref<engine::Fonts> Fonts() = 0;
     /// Copies a stencil's master into this document's own; the copy. x and y are 0.
     virtual Ref<Master> Drop(const Ref<Master>& master, double x, double y) = 0;
-    /// Writes the drawing; the document takes the path as its name. False leaves a file that was there
-    /// untouched.
-    virtual bool SaveAs(const std::string& path) = 0;
+    /// Writes the drawing; the document takes the path as its name. A drawing that is not saved leaves a file
+    /// that was there untouched.
+    virtual SaveResult SaveAs(const std::string& path) = 0;
     /// The printed footer's left field; "&d &t" is the date and time of printing.
     virtual bool SetFooterLeft(const std::string& text) = 0;
     /// Sends the document to the printer.

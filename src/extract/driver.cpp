@@ -30,6 +30,21 @@ void ShowStage(AppState& app, const ExtractionDriver& driver, const std::string&
     app.host.Yield();
 }
 
+/// The stage of an extraction is on the screen's status line for as long as it runs.
+class StageShown {
+  public:
+    StageShown(Host& host, const ExtractionDriver& driver) : host_(host), attended_(driver.attended) {}
+    ~StageShown() {
+        if (attended_) host_.Status({});
+    }
+    StageShown(const StageShown&) = delete;
+    StageShown& operator=(const StageShown&) = delete;
+
+  private:
+    Host& host_;
+    bool attended_;
+};
+
 /// Little memory for the store's pages while an extraction writes them.
 class WritingCache {
   public:
@@ -101,6 +116,7 @@ bool IsFailureOfTheReport(const RuntimeFailure& failure) {
 dictionary::Counts WriteDictionary(AppState& app, const ExtractionDriver& driver, Report report,
                                    bool deleteAll) {
     const WritingCache cache(driver.connection);
+    const StageShown stage(app.host, driver);
     Transaction transaction(driver.connection);
     if (deleteAll) dictionary::ClearAll(driver.connection);
     ExtractionState state(app, driver.connection, std::move(report), driver.attended);

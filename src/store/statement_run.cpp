@@ -36,6 +36,7 @@ bool StatementRun::Step() {
         case SQLITE_DONE:
             return false;
         default:
+            if (HasVanished(database_.Path())) ThrowVanished(database_.Path());
             ThrowStoreFailure(sqlite3_db_handle(statement_), database_.Path());
     }
 }

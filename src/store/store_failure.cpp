@@ -3,6 +3,8 @@
 #include <sqlcipher/sqlite3.h>
 #include <unistd.h>
 
+#include <cerrno>
+
 #include "base/failure.h"
 
 namespace norvelis {
@@ -32,6 +34,14 @@ std::string Reason(sqlite3* engine, const std::string& path) {
 }
 
 }  // namespace
+
+bool HasVanished(const std::string& path) {
+    return access(path.c_str(), F_OK) != 0 && errno == ENOENT;
+}
+
+void ThrowVanished(const std::string& path) {
+    throw RuntimeFailure(FailureNumber::StoreFailure, path + ": the file is not there any more");
+}
 
 void ThrowStoreFailure(sqlite3* engine, const std::string& path) {
     throw RuntimeFailure(FailureNumber::StoreFailure,

@@ -10,4 +10,9 @@ namespace norvelis {
 /// reason.
 [[noreturn]] void ThrowStoreFailure(sqlite3* engine, const std::string& path);
 
+/// The file of an open store was removed or renamed. Reading goes on without it; what is written would be
+/// lost, which the engine refuses in words that name another cause.
+bool HasVanished(const std::string& path);
+[[noreturn]] void ThrowVanished(const std::string& path);
+
 }  // namespace norvelis

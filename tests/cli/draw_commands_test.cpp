@@ -100,8 +100,8 @@ TEST_F(DrawCommandTest, RefusalsSayWhyInOneLine) {
         {"EMPSCHM --separate --record CLIENT", "excludes", 2},
         {"", "SCHEMA is required\n", 2},
         {"EMPSCHM --out " + program->Path("file"),
-         "norvelis-cli: the drawing could not be saved as " + program->Path("file/EMPSCHM/EMPSCHM.vsd") +
-             "\n",
+         "norvelis-cli: The drawing was not written: Path/File access error: " +
+             program->Path("file/EMPSCHM") + ": Not a directory\n",
          1},
         {"EMPSCHM --separate --out " + program->Path("file"),
          "norvelis-cli: these drawings could not be saved in " + program->Path("file") + ": ", 1},
@@ -114,13 +114,23 @@ TEST_F(DrawCommandTest, RefusalsSayWhyInOneLine) {
     }
 }
 
+TEST_F(DrawCommandTest, AMissingVsdxCopyIsNoSuccess) {
+    std::filesystem::create_directories(Out("EMPSCHM/EMPSCHM.vsdx"));
+    const auto result = Draw("EMPSCHM --seed 1");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.error,
+              "norvelis-cli: The .vsdx copy of the drawing was not written: Path/File access error: " +
+                  Out("EMPSCHM/EMPSCHM.vsdx") + " is a folder\n");
+    EXPECT_TRUE(FileExists(Out("EMPSCHM/EMPSCHM.vsd")));
+}
+
 TEST_F(DrawCommandTest, AFullDiskOrAKilledDrawLeavesWholeFilesAndNothingElse) {
     ASSERT_EQ(Draw("EMPSCHM --seed 1").status, 0);
     const std::string good = ReadFile(Out("EMPSCHM/EMPSCHM.vsd"));
     const auto full = Draw("EMPSCHM --seed 2", "ulimit -f 8; ");
     EXPECT_EQ(full.status, 1);
     EXPECT_EQ(full.error,
-              "norvelis-cli: the drawing could not be saved as " + Out("EMPSCHM/EMPSCHM.vsd") + "\n");
+              "norvelis-cli: The drawing was not written: Disk full: " + Out("EMPSCHM/EMPSCHM.vsd") + "\n");
     EXPECT_EQ(ReadFile(Out("EMPSCHM/EMPSCHM.vsd")), good);
 
     for (const char* seconds : {"0.05", "0.08", "0.1", "0.12", "0.14", "0.17", "0.2", "0.25"})

@@ -106,6 +106,8 @@ TEST_F(CommandsTest, OnlyTheSinglePageAsksForTheDrawingFolder) {
     setvisiolocation(app, test.folder.Path());
     mnu_Draw_Fancy_Single(app, draw);
     EXPECT_THAT(drawn, ElementsAre(false, true));
+    const ScriptedHost::OpenedScreen tree{Screen::Treeview, false};
+    EXPECT_THAT(test.host.screens, ElementsAre(settings, tree, tree)) << "on which the drawing is seen";
     EXPECT_FALSE(app.progress[Bar::TreeviewValue].Visible);
 }
 

@@ -197,7 +197,8 @@ TEST_F(StartUpTest, WithoutLocalIniOrStoreTheProgramStopsBeforeItsFrame) {
         EXPECT_TRUE(host.messages.empty());
     };
     DeleteFile(folder.Path("INI/Local.Ini"));
-    stopsWith(FailureNumber::TypeMismatch, "UseSkins");
+    stopsWith(FailureNumber::TypeMismatch,
+              "Type mismatch\r\nThe file is missing: " + folder.Path("INI/Local.Ini"));
     EXPECT_EQ(app.gLocalIni, "");
     WriteLocalIni("[Skins]\nUseSkins=maybe\n");
     stopsWith(FailureNumber::TypeMismatch, "UseSkins");

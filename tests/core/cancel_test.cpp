@@ -25,7 +25,7 @@ TEST(Cancel, ACommandEndsAtTheTurnAtWhichThePersonCancels) {
     EXPECT_THAT(done, ElementsAre(1, 2));
     EXPECT_EQ(host.AfterCancel(), "2 done.");
     EXPECT_TRUE(host.RunCancelable([&] { host.Yield(); })) << "the next one is not canceled";
-    EXPECT_EQ(host.AfterCancel(), "");
+    EXPECT_EQ(host.AfterCancel(), "All is as it was before.");
 }
 
 TEST(Cancel, OutsideOfACommandItEndsNothing) {

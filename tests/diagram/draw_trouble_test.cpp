@@ -4,6 +4,10 @@
 namespace norvelis {
 namespace {
 
+using ::testing::_;
+using ::testing::EndsWith;
+using ::testing::StartsWith;
+
 class DrawTroubleTest : public DrawnSchemaTest {
   protected:
     /// The same drawing each time.
@@ -24,7 +28,10 @@ TEST_F(DrawTroubleTest, ANameThatIsNoFileNameIsDrawnAndNotSaved) {
         EXPECT_EQ(DrawVisioDiagramSingle(drawing, name, nullptr), DrawResult::NotSaved);
         EXPECT_THAT(LinesWith("SaveAs"), IsEmpty());
         EXPECT_EQ(lines.back(), "Application.Quit");
-        EXPECT_THAT(test.host.Texts().back(), HasSubstr("Done Drawing. File saved as:"));
+        EXPECT_THAT(test.host.Texts(), ElementsAre(_,
+                                                   "The drawing was not written: Path/File access error: \"" +
+                                                       name + "\" is no file name",
+                                                   HasSubstr("Done Drawing. File saved as:")));
     }
     drawing.gDrawSchema = "..";
     EXPECT_THAT(DrawVisioDiagramSeparateParent(drawing, nullptr, false).notSaved, ElementsAre("R.."));
@@ -38,6 +45,29 @@ TEST_F(DrawTroubleTest, AMissingStencilIsToldOnceInACommand) {
     EXPECT_THAT(test.host.Texts(), ElementsAre(notFound + "Basic Flowchart Shapes (US units).vss",
                                                notFound + "Backgrounds (US units).vss"));
     EXPECT_THAT(LinesWith("SaveAs"), SizeIs(2));
+}
+
+TEST_F(DrawTroubleTest, WhatIsNotOnDiskIsSaidOnceAndWithItsReason) {
+    engine.recorder->copyFailure = "Permission denied: a.vsdx";
+    EXPECT_EQ(Draw(), DrawResult::Saved);
+    const std::string copy = "The .vsdx copy of the drawing was not written: Permission denied: a.vsdx";
+    EXPECT_THAT(test.host.Texts(), ElementsAre(_, copy, HasSubstr("Done Drawing. File saved as:")));
+    EXPECT_THAT(drawing.notWritten, ElementsAre(copy));
+    engine.recorder->copyFailure.clear();
+    EXPECT_EQ(Draw(), DrawResult::Saved);
+    EXPECT_THAT(drawing.notWritten, IsEmpty()) << "the next command begins with none";
+
+    for (int i = 0; i < 10; ++i) SchemaRows(*store).Entry("RECORD-" + std::to_string(i));
+    engine.recorder->FailWhere("SaveAs");
+    test.host.messages.clear();
+    DrawVisioDiagramSeparate(drawing, nullptr);
+    const auto refused = [this](const std::string& name) {
+        return "The drawing was not written: Disk full: " + Target(name);
+    };
+    ASSERT_EQ(test.host.messages.size(), 3u);
+    EXPECT_THAT(test.host.Texts()[1], StartsWith(refused("OFFICE") + "\r\n" + refused("DEPARTMENT")));
+    EXPECT_THAT(test.host.Texts()[1], EndsWith(refused("RECORD-7") + "\r\nand 2 more"));
+    EXPECT_THAT(test.host.Texts()[2], HasSubstr("Done Drawing. Visio Files saved at folder:"));
 }
 
 TEST_F(DrawTroubleTest, WhicheverOperationFailsTheRestOfTheDrawingComes) {

@@ -43,6 +43,7 @@ struct Recorder : std::enable_shared_from_this<Recorder> {
     std::vector<std::string> existingCells;
     /// Scripted reads: "Sheet.1!1,1,0" -> 3.5. What was written last is read otherwise, or 0.
     std::map<std::string, double> values;
+    std::string copyFailure;  ///< Of every save: why there is no .vsdx copy.
     /// What creating gives: nullopt fails, false gives a null reference.
     std::optional<bool> creation = true;
 

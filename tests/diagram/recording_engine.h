@@ -150,7 +150,10 @@ class DocumentHandle : public engine::Document {
         if (!r_->Do(fmt::format("Document.Drop \"{}\" at {}, {}", master->Name(), x, y))) return nullptr;
         return std::make_shared<MasterHandle>(r_, master->Name());
     }
-    bool SaveAs(const std::string& path) override { return r_->Do("Document.SaveAs " + path); }
+    engine::SaveResult SaveAs(const std::string& path) override {
+        const bool saved = r_->Do("Document.SaveAs " + path);
+        return {saved, saved ? r_->copyFailure : "Disk full: " + path};
+    }
     bool SetFooterLeft(const std::string& text) override { return r_->Do("Document.FooterLeft = " + text); }
     bool Print() override { return r_->Do("Document.Print"); }
     bool PrintPage(int page) override { return r_->Do(fmt::format("Document.PrintPage {}", page)); }

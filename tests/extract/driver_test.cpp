@@ -62,7 +62,7 @@ TEST_F(DriverTest, StagesQuestionAndFinalTextComeInOrder) {
     EXPECT_TRUE(refreshed);
     const std::vector<std::string> statuses = {
         "Collecting CALC and VIA Records ", "Adding more information to Records ", "Extracting Record: EMP",
-        "Adding Index and Connections Records "};
+        "Adding Index and Connections Records ", ""};
     EXPECT_EQ(test.host.statuses, statuses);
     EXPECT_EQ(test.host.messages[0].text, "Delete all dictionaries and extract report?");
     EXPECT_EQ(test.host.messages[0].icon, Icon::Question);

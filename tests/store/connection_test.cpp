@@ -44,6 +44,17 @@ TEST(Store, OpeningRefusesInWordsThatSayWhatIsWrongAndCreatesNothing) {
               std::string::npos);
 }
 
+TEST(Store, AFileThatVanishedIsNamedWhereItCounts) {
+    TestApp test;
+    Connection& store = *test.app.gConnection;
+    std::filesystem::rename(test.StorePath(), test.StorePath() + ".moved");
+    EXPECT_NE(FailureOf([&] {
+                  store.Execute("Insert into Parents (schemaname, recordname) values ('A', 'B')");
+              }).find(test.StorePath() + ": the file is not there any more"),
+              std::string::npos)
+        << "what is written would be lost";
+}
+
 TEST(Store, TheFileIsFoundInAnyCaseAndIsEncrypted) {
     TestApp test;
     EXPECT_NO_THROW(Connection::Open(ConnectionString(test.folder.Path() + "\\DATABASE\\Records.MDB")));

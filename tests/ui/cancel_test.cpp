@@ -31,7 +31,7 @@ class CancelTest : public ::testing::Test {
     std::map<long, std::function<void()>> atTurn;
 
     void SetUp() override {
-        WriteFile(ui.folder.Path(kOther), GenerateSchemaReport(12, 16, 3, 7));
+        WriteFile(ui.folder.Path(kOther), GenerateSchemaReport(5, 6, 3, 7));
         ui.Start();
         ui.host.eachTurn = [this] {
             if (const auto act = atTurn.find(++turn); act != atTurn.end()) act->second();
@@ -128,7 +128,7 @@ class CancelAtAnyMoment : public CancelTest, public ::testing::WithParamInterfac
   protected:
     std::map<std::string, std::string> rowsOf;    // Of each report, once it was extracted.
     std::map<std::string, std::size_t> shapesOf;  // Of each drawing.
-    std::string extracted = kSample;
+    std::string extracted = kOther;
 
     /// Runs the command; the words of its last box.
     std::string RunOn(const std::string& report) {
@@ -140,11 +140,11 @@ class CancelAtAnyMoment : public CancelTest, public ::testing::WithParamInterfac
 
     /// Runs everything to its end once; the turns that the command took.
     long RunWhole() {
-        for (const std::string& report : {kSample, kOther, kSample}) {
+        for (const std::string& report : {kOther, kSample, kOther}) {
             Extract(report);
             rowsOf[report] = Rows();
         }
-        RunOn(kSample);
+        RunOn(kOther);
         const long turns = turn;
         for (const auto& [file, time] : Drawings()) shapesOf[file] = ShapesIn(file);
         return turns;
@@ -172,7 +172,7 @@ TEST_P(CancelAtAnyMoment, AllIsAsBeforeOrWholeAndTheWordsSayWhich) {
     const auto any = [&random](long most) { return std::uniform_int_distribution<long>(1, most)(random); };
     int canceled = 0;
     for (int run = 0; run < 50 && !HasFailure(); ++run) {
-        const std::string report = Extracts() && run % 2 == 0 ? kOther : kSample;
+        const std::string report = Extracts() && run % 2 == 0 ? kSample : kOther;
         const long end = any(turns), meanwhile = any(end);
         SCOPED_TRACE("seed " + std::to_string(seed) + ", run " + std::to_string(run) + ", canceled at turn " +
                      std::to_string(end) + " of " + std::to_string(turns));

@@ -7,7 +7,7 @@
 int main(int argc, char** argv) {
     ::testing::InitGoogleTest(&argc, argv);
     QApplication application(argc, argv);
-    QApplication::setApplicationDisplayName("Norvelis");
+    QApplication::setApplicationName("Norvelis");
     QApplication::setApplicationVersion("1.2.3");
     QApplication::setQuitOnLastWindowClosed(false);
     QFont font = QApplication::font();  // Whatever the machine's is.

@@ -11,7 +11,9 @@
 #include "ui/controls/c_tree_view.h"
 #include "ui/controls/drawing_control.h"
 #include "ui/controls/picture_controls.h"
+#include "ui/controls/vbal_progress_bar.h"
 #include "ui/ui_app.h"
+#include "ui/until_rested.h"
 #include "ui/until_shown.h"
 
 namespace norvelis::ui {
@@ -50,6 +52,11 @@ class SessionTest : public ::testing::Test {
     QRect LineOf(const char* text) {
         Tview().SelectRecord(text);
         return Tview().visualRect(Tview().currentIndex());
+    }
+    void MouseRestsOn(const char* text, int right) {
+        QTest::mouseMove(Tview().viewport(), LineOf(text).topLeft() + QPoint(right, 4));
+        QApplication::processEvents();
+        UntilRested(*ui.frame->Find(Screen::Treeview));
     }
     /// Clicks the box of a record in the drawing beside the tree, which shows its whole page.
     void ClickBox(const QString& record) {
@@ -97,7 +104,7 @@ TEST_F(SessionTest, FromTheReportToThePrintedDiagram) {
     QTest::keyClick(OnTreeScreen<QLineEdit>("Text1"), Qt::Key_Return);
     EXPECT_EQ(Tview().Tree().Text(Tview().SelectedNode()), "REPAIR");
 
-    QTest::mouseMove(Tview().viewport(), LineOf("COMMISSION").topLeft() + QPoint(90, 4));
+    MouseRestsOn("COMMISSION", 90);
     auto* tip = OnTreeScreen<QWidget>("frmToolTip");
     EXPECT_TRUE(tip->isVisible());
     EXPECT_EQ(tip->findChild<QLabel*>("lblRecordname")->text(), "COMMISSION");
@@ -110,8 +117,8 @@ TEST_F(SessionTest, FromTheReportToThePrintedDiagram) {
     EXPECT_TRUE(FileExists(SavedDrawing("COMMISSION")));
     isolate->close();
 
-    QTest::mouseMove(Tview().viewport(), LineOf("REPAIR").topLeft() + QPoint(120, 4));
-    QTest::mouseMove(Tview().viewport(), LineOf("COMMISSION").topLeft() + QPoint(90, 4));
+    MouseRestsOn("REPAIR", 120);
+    MouseRestsOn("COMMISSION", 90);
     EXPECT_EQ(Drawing().Src().toStdString(), SavedDrawing("COMMISSION")) << "the mouse shows what was drawn";
     UntilShown(Drawing());
     EXPECT_LT(Drawing().Zoom(), 1) << "the whole page is in sight";
@@ -123,7 +130,7 @@ TEST_F(SessionTest, FromTheReportToThePrintedDiagram) {
                             "Draw diagram for dictionary EMPSCHM?", "Want to View While Norvelis is drawing",
                             "Done Drawing. File saved as:" + SavedDrawing("EMPSCHM")));
     EXPECT_EQ(Drawing().Src().toStdString(), SavedDrawing("EMPSCHM"));
-    EXPECT_EQ(OnTreeScreen<QLabel>("lblFile")->toolTip().toStdString(), SavedDrawing("EMPSCHM"));
+    EXPECT_EQ(OnTreeScreen<QLabel>("lblFile")->text().toStdString(), SavedDrawing("EMPSCHM"));
     ClickBox("SUPPLIER");
     EXPECT_EQ(Drawing().SelectedShape(), "SUPPLIER");
     EXPECT_EQ(Tview().Tree().Text(Tview().SelectedNode()), "SUPPLIER");
@@ -146,9 +153,9 @@ TEST_F(SessionTest, ADrawingThatIsHalfWrittenIsSaidWhereverItIsUsed) {
     const std::string whole = ReadFile(SavedDrawing("EMPSCHM"));
     WriteFile(SavedDrawing("EMPSCHM"), whole.substr(0, whole.size() / 2));
     ui.host.messages.clear();
-    QTest::mouseMove(Tview().viewport(), LineOf("REPAIR").topLeft() + QPoint(120, 4));
+    MouseRestsOn("REPAIR", 120);
     const QImage nothing = Drawing().grab().toImage();
-    QTest::mouseMove(Tview().viewport(), LineOf("EMPSCHM").topLeft() + QPoint(60, 4));
+    MouseRestsOn("EMPSCHM", 60);
     UntilShown(Drawing());
     EXPECT_EQ(Drawing().Src().toStdString(), SavedDrawing("EMPSCHM"));
     EXPECT_NE(Drawing().grab().toImage(), nothing) << "the reason is in its place";
@@ -208,6 +215,43 @@ TEST_F(SessionTest, WhileItDrawsNoSecondCommandStartsAndBrowsingGoesOn) {
     EXPECT_TRUE(FileExists(SavedDrawing("EMPSCHM")));
     EXPECT_TRUE(OnTreeScreen<QWidget>("cmdDraw")->isEnabled());
     EXPECT_FALSE(OnTreeScreen<QWidget>("vbalProgressBar1")->isVisible());
+}
+
+TEST_F(SessionTest, ACommandBeginsWithEmptyBarsAndShowsTheTreeScreen) {
+    StartAndExtract();
+    auto* text = OnTreeScreen<vbalProgressBar>("vbalProgressBar3");
+    EXPECT_THAT(text->text().toStdString(), HasSubstr("Loading")) << "the last words stay";
+    ui.frame->Find(Screen::Treeview)->close();
+    std::vector<std::string> seen;
+    ui.host.during = [&](const Message&) {
+        UiApp::Settle();
+        EXPECT_TRUE(ui.frame->Find(Screen::Treeview)->isVisible());
+        seen.push_back(text->text().toStdString() + " " + std::to_string(text->value()));
+    };
+    ui.Choose("mnu_Draw_Fancy_Single");
+    ASSERT_EQ(seen.size(), 4u);
+    seen.pop_back();  // "Done Drawing."
+    EXPECT_THAT(seen, ::testing::Each(" 0"));
+    EXPECT_EQ(text->text(), "100% ");
+}
+
+TEST_F(SessionTest, WhatIsNotOnDiskIsSaidBeforeTheEnd) {
+    StartAndExtract();
+    const std::string copy = ui.folder.Path("visio files/EMPSCHM/EMPSCHM.vsdx");
+    std::filesystem::create_directories(copy);
+    Press("cmdDraw");
+    auto texts = ui.host.TakeTexts();
+    ASSERT_EQ(texts.size(), 5u);
+    EXPECT_EQ(texts[3], "The .vsdx copy of the drawing was not written: Path/File access error: " + copy +
+                            " is a folder");
+    EXPECT_EQ(texts[4], "Done Drawing. File saved as:" + SavedDrawing("EMPSCHM"));
+    std::filesystem::remove(SavedDrawing("EMPSCHM"));
+    std::filesystem::create_directories(SavedDrawing("EMPSCHM"));
+    Press("cmdDraw");
+    texts = ui.host.TakeTexts();
+    ASSERT_EQ(texts.size(), 5u);
+    EXPECT_EQ(texts[3], "The drawing was not written: Path/File access error: " + SavedDrawing("EMPSCHM") +
+                            " is a folder");
 }
 
 TEST_F(SessionTest, AStoreThatFailsInTheMiddleOfADrawIsSaidAndTheProgramGoesOn) {

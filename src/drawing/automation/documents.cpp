@@ -191,12 +191,13 @@ Ref<engine::Master> DocumentHandle::Drop(const Ref<engine::Master>& master, doub
     return std::make_shared<MasterHandle>(context_, copy);
 }
 
-bool DocumentHandle::SaveAs(const std::string& path) {
-    if (!context_.Writable()) return false;
-    return Try(false, [&] {
-        context_.document->Save(path);
-        return true;
-    });
+engine::SaveResult DocumentHandle::SaveAs(const std::string& path) {
+    if (!context_.Writable()) return {false, path + " can only be read"};
+    try {
+        return {true, context_.document->Save(path)};
+    } catch (const std::exception& failure) {
+        return {false, failure.what()};
+    }
 }
 
 bool DocumentHandle::SetFooterLeft(const std::string& text) {

@@ -38,7 +38,7 @@ class DocumentHandle : public engine::Document {
     engine::Ref<engine::Masters> Masters() override;
     engine::Ref<engine::Fonts> Fonts() override;
     engine::Ref<engine::Master> Drop(const engine::Ref<engine::Master>& master, double x, double y) override;
-    bool SaveAs(const std::string& path) override;
+    engine::SaveResult SaveAs(const std::string& path) override;
     bool SetFooterLeft(const std::string& text) override;
     bool Print() override;
     bool PrintPage(int page) override;

@@ -47,23 +47,27 @@ Master& OpenDocument::OwnMaster(const OpenDocument& from, Master& master) {
     return *copy;
 }
 
-void OpenDocument::Save(const std::string& path) {
-    Shop().RunInBackground([&] { Write(path); });
+std::string OpenDocument::Save(const std::string& path) {
+    std::string failure;
+    Shop().RunInBackground([&] { failure = Write(path); });
     name = path;
+    return failure;
 }
 
-void OpenDocument::Write(const std::string& path) {
+std::string OpenDocument::Write(const std::string& path) {
     recalculation.Settle();
     model->title = std::filesystem::path(path).stem().string();
     const std::string bytes = WritePackage(*model);
     WriteFile(path, bytes);
     const std::string copy = CopyPathOf(path);
-    if (copy.empty() || IsBelow(path, Options().snapshotFolder)) return;
+    if (copy.empty() || IsBelow(path, Options().snapshotFolder)) return {};
     try {
         WriteFile(copy, bytes);
+        return {};
     } catch (const RuntimeFailure& failure) {
         // A stale copy would show another drawing; one that is write-protected is its owner's.
         if (failure.Number() != FailureNumber::PermissionDenied) DeleteFile(copy);
+        return failure.what();
     }
 }
 

@@ -45,9 +45,9 @@ class OpenDocument {
     Master& OwnMaster(const OpenDocument& from, Master& master);
     /// A further copy, whether or not there is one.
     Master& CopyOf(const OpenDocument& from, const Master& master);
-    /// Writes the file and, for all but snapshots, its .vsdx copy; RuntimeFailure when the file can not be
-    /// written.
-    void Save(const std::string& path);
+    /// Writes the file and, for all but snapshots, its .vsdx copy. RuntimeFailure when the file can not be
+    /// written; why its copy could not is the result, which is empty as a rule.
+    std::string Save(const std::string& path);
 
     const EngineOptions& Options() const { return workshop_.options; }
     Workshop& Shop() const { return workshop_; }
@@ -59,7 +59,7 @@ class OpenDocument {
     bool open = true;
 
   private:
-    void Write(const std::string& path);
+    std::string Write(const std::string& path);
 
     Workshop& workshop_;
     std::unordered_map<const Master*, Master*> copies_;

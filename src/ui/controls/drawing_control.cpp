@@ -76,9 +76,11 @@ DrawingControl2::~DrawingControl2() = default;
 void DrawingControl2::SetSrc(const QString& path) {
     const QDateTime changed = path.isEmpty() ? QDateTime() : QFileInfo(path).lastModified();
     if (path == src_ && changed == changed_) return;
-    rereads_ = path == src_ && picture_;
+    const bool another = path != src_;
+    rereads_ = !another && picture_;
     src_ = path;
     changed_ = changed;
+    if (another) emit SrcChanged(src_);
     setAccessibleDescription(src_.isEmpty() ? QString() : QFileInfo(src_).fileName());
     if (src_.isEmpty()) {
         loader_.Forget();

@@ -44,6 +44,7 @@ class DrawingControl2 : public QWidget {
 
   signals:
     void ShapeClicked(const QString& name);
+    void SrcChanged(const QString& path);  ///< Another file, or none; not when it is read again.
 
   protected:
     bool event(QEvent* event) override;

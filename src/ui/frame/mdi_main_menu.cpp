@@ -66,7 +66,10 @@ mdiMainMenu::mdiMainMenu(const FrameParts& parts)
         gSkinFlag_ = true;
         Timer1_.start(0);
     });
-    connect(&commands_, &LongCommands::BusyChanged, this, &mdiMainMenu::CloseWhenDone);
+    connect(&commands_, &LongCommands::BusyChanged, this, [this](bool busy) {
+        if (busy) ClearProgress();
+        CloseWhenDone(busy);
+    });
     connect(area_, &ChildArea::FormsChanged, this, &mdiMainMenu::UpdateMinimized);
     tray_->SetTrayIconTip(QApplication::applicationDisplayName());
     connect(tray_, &fbTrayIcon::Clicked, this, [this] {
@@ -271,6 +274,15 @@ bool mdiMainMenu::CloseForms() {
         return false;
     for (Form* form : forms) form->Unload();
     return true;
+}
+
+// A command starts with empty bars and leaves its last words on them.
+void mdiMainMenu::ClearProgress() {
+    Progress& progress = context_.app.progress;
+    for (const Bar bar : {Bar::TreeviewText, Bar::TreeviewValue, Bar::BackgroundText, Bar::BackgroundValue}) {
+        progress.BResetprogressbar(bar, 100);
+        progress.SetText(bar, "");
+    }
 }
 
 void mdiMainMenu::CloseWhenDone(bool busy) {

@@ -80,6 +80,7 @@ class mdiMainMenu : public QMainWindow, public commands::MainFrame, public HostD
     void UpdateMinimized();
     void Timer1_Timer();
     bool CloseForms();
+    void ClearProgress();
     void CloseWhenDone(bool busy);
 
     LongCommands::Fail fail_;

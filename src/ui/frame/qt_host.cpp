@@ -104,6 +104,11 @@ QtHost::QtHost() {
     connect(&flush_, &QTimer::timeout, this, &QtHost::Flush);
 }
 
+QWidget* QtHost::Window() const {
+    QWidget* window = display_ ? display_->Window() : nullptr;
+    return window && window->isVisible() ? window : nullptr;
+}
+
 Answer QtHost::MessageBox(const Message& message) {
     const WithoutWaitCursor ordinary;
     const EventsMeanwhile events(*this);

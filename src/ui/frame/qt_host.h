@@ -50,7 +50,8 @@ class QtHost : public QObject, public Host {
     void Turn() override;
 
   private:
-    QWidget* Window() const { return display_ ? display_->Window() : nullptr; }
+    /// Boxes are over it; before it is shown there is none, and they are in the middle of the screen.
+    QWidget* Window() const;
     void Flush();
 
     HostDisplay* display_ = nullptr;

@@ -312,7 +312,8 @@ TEST_F(EngineTest, ADrawingHasAVsdxCopyAndASnapshotHasNone) {
     std::filesystem::create_directories(folder.Path("Temp"));
     ASSERT_TRUE(drawing->SaveAs(folder.Path("Temp/7.05.vsd")));
     EXPECT_FALSE(FileExists(folder.Path("Temp/7.05.vsdx")));
-    EXPECT_FALSE(drawing->SaveAs(folder.Path("no such folder/a.vsd")));
+    EXPECT_EQ(drawing->SaveAs(folder.Path("no such folder/a.vsd")).failure,
+              "Path not found: " + folder.Path("no such folder/a.vsd"));
 }
 
 TEST_F(EngineTest, AVsdxCopyThatCannotBeRewrittenIsRemoved) {
@@ -322,7 +323,9 @@ TEST_F(EngineTest, AVsdxCopyThatCannotBeRewrittenIsRemoved) {
     Box(5, 5);
     // A folder in the place of the temporary file that the copy is first written to.
     std::filesystem::create_directories(folder.Path("a.vsdx.new" + std::to_string(getpid()) + "/x"));
-    ASSERT_TRUE(drawing->SaveAs(folder.Path("a.vsd"))) << "the drawing itself is saved";
+    const engine::SaveResult result = drawing->SaveAs(folder.Path("a.vsd"));
+    ASSERT_TRUE(result) << "the drawing itself is saved";
+    EXPECT_NE(result.failure.find(folder.Path("a.vsdx")), std::string::npos) << "and what is not, is named";
     EXPECT_NE(ReadFile(folder.Path("a.vsd")), stale);
     EXPECT_FALSE(FileExists(folder.Path("a.vsdx"))) << "it would show the drawing of before";
 }

@@ -218,7 +218,7 @@ TEST_F(FrameTest, ExtractionRunsToItsEndWhileTheWindowLives) {
     EXPECT_TRUE(sawDisabled);
     EXPECT_TRUE(ui.Find<QAction>("mnu_Classic_Extract_Report")->isEnabled());
     EXPECT_FALSE(tree->findChild<QWidget*>("vbalProgressBar1")->isVisible());
-    EXPECT_EQ(ui.Find<QLabel>("lblStatus")->text(), "Adding Index and Connections Records ");
+    EXPECT_EQ(ui.Find<QLabel>("lblStatus")->text(), "");
     EXPECT_GT(ui.Find<QAbstractItemView>("Tview")->model()->rowCount(), 5);
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }

@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QThread>
 #include <atomic>
 #include <chrono>
@@ -17,6 +18,24 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 constexpr auto kPatience = std::chrono::seconds(60);  // For what never comes.
+
+class Display : public HostDisplay {
+  public:
+    int statuses = 0, bars = 0;
+    QString status;
+    double value = 0;
+    QWidget* window = nullptr;
+    QWidget* Window() override { return window; }
+    void ShowStatus(const QString& text) override {
+        status = text;
+        ++statuses;
+    }
+    void ShowProgress(Bar, const ProgressBar& state) override {
+        value = state.Value;
+        ++bars;
+    }
+    void OpenScreen(Screen, bool) override {}
+};
 
 TEST(QtHostTest, BoxesShowTextTitleIconAndButtons) {
     QtHost host;
@@ -50,6 +69,30 @@ TEST(QtHostTest, BoxesShowTextTitleIconAndButtons) {
     EXPECT_EQ(host.MessageBox({"Ask", {}, Buttons::YesNo, Icon::None, Answer::Ok}), Answer::No);
 }
 
+TEST(QtHostTest, BoxesAreOverTheWindowAndBeforeItIsShownInTheMiddleOfTheScreen) {
+    QtHost host;
+    Display display;
+    QWidget window;
+    display.window = &window;
+    host.SetDisplay(&display);
+    const auto middleOfBox = [&] {
+        QPoint middle;
+        WhenWaiting([&](QWidget& box) {
+            middle = box.frameGeometry().center();
+            QTest::keyClick(&box, Qt::Key_Return);
+        });
+        host.MessageBox("Plain");
+        return middle;
+    };
+    const auto near = [](QPoint one, QPoint other) { return (one - other).manhattanLength() < 40; };
+    const QPoint screen = window.screen()->availableGeometry().center();
+    window.setGeometry(400, 420, 300, 300);
+    EXPECT_TRUE(near(middleOfBox(), screen));
+    window.show();
+    EXPECT_TRUE(near(middleOfBox(), window.geometry().center()));
+    EXPECT_FALSE(near(window.geometry().center(), screen));
+}
+
 TEST(QtHostTest, AnInputBoxGivesItsTextOrNothing) {
     QtHost host;
     WhenWaiting([](QWidget& waiting) {
@@ -79,23 +122,6 @@ TEST(QtHostTest, TheWaitCursorIsNotCountedAndAQuestionSuspendsIt) {
     host.WaitCursor(false);
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
-
-class Display : public HostDisplay {
-  public:
-    int statuses = 0, bars = 0;
-    QString status;
-    double value = 0;
-    QWidget* Window() override { return nullptr; }
-    void ShowStatus(const QString& text) override {
-        status = text;
-        ++statuses;
-    }
-    void ShowProgress(Bar, const ProgressBar& state) override {
-        value = state.Value;
-        ++bars;
-    }
-    void OpenScreen(Screen, bool) override {}
-};
 
 TEST(QtHostTest, HoweverOftenThingsChangeTheScreenSeesTheLastOfATurn) {
     QtHost host;

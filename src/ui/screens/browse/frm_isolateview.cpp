@@ -1,22 +1,24 @@
 #include "ui/screens/browse/frm_isolateview.h"
 
-#include <QHBoxLayout>
 #include <QScopeGuard>
 #include <QShortcut>
 #include <QSplitter>
+#include <QVBoxLayout>
 
 #include "base/failure.h"
 #include "base/text.h"
 #include "browse/record_details.h"
 #include "core/settings.h"
 #include "diagram/draw_commands.h"
-#include "diagram/print_drawing.h"
 #include "ui/controls/c_tree_view.h"
+#include "ui/controls/context_menu.h"
 #include "ui/controls/drawing_control.h"
 #include "ui/controls/drawing_files.h"
+#include "ui/controls/elided_label.h"
 #include "ui/controls/flx_grid.h"
-#include "ui/controls/layout_types.h"
 #include "ui/controls/picture_controls.h"
+#include "ui/forms/cancel_button.h"
+#include "ui/forms/drawing_panel.h"
 #include "ui/screens/browse/node_hover.h"
 #include "ui/screens/browse/screen_drawing.h"
 
@@ -25,6 +27,10 @@ namespace norvelis::ui {
 namespace {
 
 constexpr int kLeftWidth = 324;
+
+constexpr DrawingPanel::Words kPanelWords{"Draw the record with all that is below it",
+                                          "Print the diagram on show", "cmdEdit",
+                                          "You must Draw visio diagram then PRINT it"};
 
 QSplitter* Stacked(QWidget* upper, QWidget* lower, int upperHeight, int lowerHeight) {
     auto* stack = new QSplitter(Qt::Vertical);
@@ -44,19 +50,17 @@ frm_IsolateView::frm_IsolateView(const ScreenContext& context)
     sides->setChildrenCollapsible(false);
     sides->setHandleWidth(10);
     sides->addWidget(TreeAndDetails());
-    sides->addWidget(DrawingAndLayout());
+    sides->addWidget(DrawingAndFields());
     sides->setStretchFactor(1, 1);
     sides->setSizes({kLeftWidth, Body().width() - kLeftWidth});
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(16, Body().top() + 12, 16, 16);
-    column->setSpacing(8);
-    column->addWidget(sides, 1);
-    column->addLayout(Commands());
+    column->addWidget(sides);
 
     hover_ = new NodeHover(*this, *Tviewrec_);
-    hover_->ShowDrawingsIn(*DrawingControl2_);
+    hover_->ShowDrawingsIn(panel_->Drawing());
     connect(Tviewrec_, &cTreeView::NodeClicked, this, &frm_IsolateView::ClickNode);
-    connect(DrawingControl2_, &DrawingControl2::ShapeClicked, this, &frm_IsolateView::ClickShape);
+    connect(&panel_->Drawing(), &DrawingControl2::ShapeClicked, this, &frm_IsolateView::ClickShape);
     auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
     escape->setContext(Qt::WidgetWithChildrenShortcut);
     connect(escape, &QShortcut::activated, this, &QWidget::close);
@@ -67,46 +71,31 @@ QWidget* frm_IsolateView::TreeAndDetails() {
     Tviewrec_ = new cTreeView("Tviewrec", this);
     FlxGrid_ = new FlxGrid("FlxGrid", kIsolateDetailsHeading, App().host, this);
     FlxGrid_->setToolTip("Record Details");
-    return Stacked(Tviewrec_, FlxGrid_, 200, 190);
+    Label1_ = new ElidedLabel("Label1", {}, this);
+    auto* side = new QWidget(this);
+    auto* column = new QVBoxLayout(side);
+    column->setContentsMargins(0, 0, 0, 0);
+    auto* progress = new QHBoxLayout;
+    progress->addWidget(Label1_, 1);
+    AddCancelButton(Context(), *progress, this);
+    column->addLayout(progress);
+    column->addWidget(Stacked(Tviewrec_, FlxGrid_, 210, 200), 1);
+    return side;
 }
 
-QWidget* frm_IsolateView::DrawingAndLayout() {
-    DrawingControl2_ = new DrawingControl2("DrawingControl2", Context().openDrawing, this);
+QWidget* frm_IsolateView::DrawingAndFields() {
+    panel_ = new DrawingPanel(Context(), kPanelWords, this);
+    connect(panel_, &DrawingPanel::DrawWanted, this, &frm_IsolateView::ProcessSingle);
+    ButtonRow& buttons = panel_->Buttons();
+    SkinButton* arrange = buttons.Add(
+        "cmdApplyLayout", "ARRANGE", "Arrange the diagram on show by this layout", [this] { ApplyLayout(); });
+    buttons.insertWidget(1, arrange);  // beside the layouts
+    Context().commands.DisableWhileBusy(arrange);
+    ContextMenu(&panel_->Drawing()).Add("&Arrange", arrange);
+    ContextMenu(Tviewrec_).Add("&Draw diagram", [this] { ProcessSingle(); });
     FlxGrid2_ = new FlxGrid("FlxGrid2", kLayoutHeading, App().host, this);
     FlxGrid2_->setToolTip("Record Layout");
-    return Stacked(DrawingControl2_, FlxGrid2_, 240, 150);
-}
-
-QLayout* frm_IsolateView::Commands() {
-    Label1_ = MakeLabel(this, "Label1", {});
-    LayoutTypes_ = new LayoutTypes(this);
-    connect(LayoutTypes_, &LayoutTypes::Picked, this, &frm_IsolateView::ProcessSingle);
-    auto* row = new QHBoxLayout;
-    row->setSpacing(6);
-    row->addWidget(Label1_, 1);
-    auto* cancel = new SkinButton("cmdCancel", "CANCEL", this);
-    cancel->setToolTip("Cancel the running command (Escape)");
-    Context().commands.CancelsBy(cancel);
-    row->addWidget(cancel);
-    row->addWidget(LayoutTypes_);
-    const auto addButton = [&](const QString& name, const QString& caption, const QString& toolTip,
-                               const auto& command) {
-        auto* button = new SkinButton(name, caption, this);
-        button->setToolTip(toolTip);
-        connect(button, &QPushButton::clicked, this, command);
-        row->addWidget(button);
-        return button;
-    };
-    QWidget* arrange = addButton("cmdApplyLayout", "ARRANGE", "Arrange the diagram on show by this layout",
-                                 &frm_IsolateView::ApplyLayout);
-    QWidget* draw = addButton("cmdDraw", "DRAW DIAGRAM", "Draw the record with all that is below it",
-                              &frm_IsolateView::ProcessSingle);
-    QWidget* print = addButton("cmdPrint", "PRINT", "Print the diagram on show", &frm_IsolateView::Print);
-    addButton("cmdEdit", "EDIT VIEW", "View larger IDMS diagram",
-              [this] { Context().request(ShowDrawing{DrawingControl2_->Src().toStdString()}); });
-    for (QWidget* waiting : {static_cast<QWidget*>(LayoutTypes_), arrange, draw, print})
-        Context().commands.DisableWhileBusy(waiting);
-    return row;
+    return Stacked(panel_, FlxGrid2_, 290, 130);
 }
 
 void frm_IsolateView::Take(const ScreenRequest& request) {
@@ -123,7 +112,7 @@ void frm_IsolateView::Isolate(RecordTree tree) {
     Tviewrec_->SetTree(std::move(tree));
     Tviewrec_->ExpandAll();
     hover_->Hide();
-    DrawingControl2_->SetSrc(SavedDrawing(folder, schema, name));
+    panel_->Drawing().SetSrc(SavedDrawing(folder, schema, name));
     schema_ = Trim(schema);
 }
 
@@ -142,7 +131,7 @@ void frm_IsolateView::ClickNode(NodeIndex node) {
         const std::string folder = getvisiolocation(App());
         getinfo(name);
         hover_->Hide();
-        DrawingControl2_->SetSrc(SavedDrawing(folder, schema_, name));
+        panel_->Drawing().SetSrc(SavedDrawing(folder, schema_, name));
     } catch (const RuntimeFailure&) {
         // A failed look-up leaves the screen as it was.
     }
@@ -155,7 +144,7 @@ void frm_IsolateView::ClickShape(const QString& name) {
 void frm_IsolateView::ProcessSingle() {
     Context().commands.Run({"Draw Diagram", Screen::Treeview}, [this] {
         const clsHourglass hourglass(App().host);
-        ScreenDrawing drawing(Context(), *Tviewrec_, *DrawingControl2_, LayoutTypes_->currentIndex());
+        ScreenDrawing drawing(Context(), *Tviewrec_, *panel_);
         drawing.showText = [this](const QString& text) { Label1_->setText(text); };
         auto labelAsBefore = qScopeGuard([this, &drawing, before = Label1_->text()] {
             if (drawing.OnShow()) Label1_->setText(before);
@@ -166,22 +155,17 @@ void frm_IsolateView::ProcessSingle() {
 }
 
 void frm_IsolateView::ApplyLayout() {
-    const QString file = DrawingControl2_->Src();
+    const QString file = panel_->Drawing().Src();
     if (file.isEmpty()) return;
     Context().commands.Run({"Arrange", Screen::Treeview}, [this, file] {
-        ScreenDrawing drawing(Context(), *Tviewrec_, *DrawingControl2_, LayoutTypes_->currentIndex());
-        if (ApplyLayoutToFile(drawing.State(), file.toStdString())) {
-            if (DrawingControl2_->Src() == file) DrawingControl2_->SetSrc(file);
-        } else {
+        ScreenDrawing drawing(Context(), *Tviewrec_, *panel_);
+        const auto result = ApplyLayoutToFile(drawing.State(), file.toStdString());
+        if (const std::string words = NotWritten(result); !result.failure.empty())
+            App().host.MessageBox(words);
+        if (!result.saved)
             App().host.MessageBox("This drawing could not be arranged: " + file.toStdString());
-        }
-    });
-}
-
-void frm_IsolateView::Print() {
-    Context().commands.Run({"Print", Screen::Treeview}, [this] {
-        PrintDrawing(App(), Context().engine, DrawingControl2_->Src().toStdString(),
-                     "You must Draw visio diagram then PRINT it");
+        else if (panel_->Drawing().Src() == file)
+            panel_->Drawing().SetSrc(file);
     });
 }
 

@@ -6,9 +6,8 @@
 namespace norvelis::ui {
 
 class cTreeView;
-class DrawingControl2;
+class DrawingPanel;
 class FlxGrid;
-class LayoutTypes;
 class NodeHover;
 
 /// One record with everything below it, taken out of its schema: its tree, details and layout, and a drawing
@@ -29,19 +28,16 @@ class frm_IsolateView : public Form {
   private:
     void Isolate(RecordTree tree);
     QWidget* TreeAndDetails();
-    QWidget* DrawingAndLayout();
-    QLayout* Commands();
+    QWidget* DrawingAndFields();
     void ClickNode(NodeIndex node);
     void ClickShape(const QString& name);
     void ApplyLayout();
-    void Print();
 
     cTreeView* Tviewrec_;
     NodeHover* hover_;
     FlxGrid *FlxGrid_, *FlxGrid2_;
     QLabel* Label1_;
-    LayoutTypes* LayoutTypes_;
-    DrawingControl2* DrawingControl2_;
+    DrawingPanel* panel_;
     std::string schema_;
 };
 

@@ -11,13 +11,14 @@
 #include "core/places.h"
 #include "core/settings.h"
 #include "diagram/draw_commands.h"
-#include "diagram/print_drawing.h"
 #include "ui/controls/c_tree_view.h"
 #include "ui/controls/context_menu.h"
 #include "ui/controls/drawing_control.h"
-#include "ui/controls/layout_types.h"
+#include "ui/controls/elided_label.h"
 #include "ui/controls/picture_controls.h"
 #include "ui/controls/vbal_progress_bar.h"
+#include "ui/forms/cancel_button.h"
+#include "ui/forms/drawing_panel.h"
 #include "ui/screens/browse/node_hover.h"
 #include "ui/screens/browse/screen_drawing.h"
 
@@ -28,18 +29,21 @@ namespace {
 constexpr int kTreeSide = 376;  // The part with the tree, at first.
 constexpr int kProgressHeight = 20;
 
+constexpr DrawingPanel::Words kPanelWords{"Draw IDMS schema in a single page",
+                                          "Print the Diagram showing on the right", "Label1",
+                                          "You must select and Draw a record diagram then PRINT it"};
+
 }  // namespace
 
 frm_Treeview::frm_Treeview(const ScreenContext& context)
     : TreeForm(context, "frm_Treeview", "RECORDS TREEVIEW", QSize(850, 510), kTreeview) {
-    SkinButton* maximize = LongCommandButton("Max", "MAXIMIZE", "View Larger Tree View");
-    connect(maximize, &QPushButton::clicked, this, &frm_Treeview::Maximize);
     auto* tree = new QVBoxLayout;
     tree->setSpacing(kGap);
     tree->addLayout(TreeAndPaging(), 1);
     tree->addLayout(SearchRow());
-    QBoxLayout* buttons = TreeButtons();
-    buttons->addWidget(maximize);
+    ButtonRow* buttons = TreeButtons();
+    SkinButton* maximize = buttons->Add("Max", "MAXIMIZE", "View Larger Tree View", [this] { Maximize(); });
+    Context().commands.DisableWhileBusy(maximize);
     ContextMenu menu(Tview_);
     menu.Add("&Larger tree", maximize);
     menu.AddLine();
@@ -50,11 +54,14 @@ frm_Treeview::frm_Treeview(const ScreenContext& context)
     auto* columns = new QSplitter(Qt::Horizontal, this);
     columns->setChildrenCollapsible(false);
     columns->setHandleWidth(kMargin);
-    for (QLayout* side : {static_cast<QLayout*>(tree), static_cast<QLayout*>(DrawingColumn())}) {
-        auto* widget = new QWidget(columns);
-        side->setContentsMargins(0, 0, 0, 0);
-        widget->setLayout(side);
-    }
+    auto* treeSide = new QWidget(columns);
+    tree->setContentsMargins(0, 0, 0, 0);
+    treeSide->setLayout(tree);
+    panel_ = new DrawingPanel(context, kPanelWords, this);
+    hover_->ShowDrawingsIn(panel_->Drawing());
+    connect(&panel_->Drawing(), &DrawingControl2::ShapeClicked, Tview_, &cTreeView::SelectRecord);
+    connect(panel_, &DrawingPanel::DrawWanted, this, &frm_Treeview::DrawSinglePage);
+    columns->addWidget(panel_);
     columns->setStretchFactor(1, 1);
     columns->setSizes({kTreeSide, Body().width() - kTreeSide});
     auto* rows = new QVBoxLayout(this);
@@ -65,51 +72,19 @@ frm_Treeview::frm_Treeview(const ScreenContext& context)
 }
 
 QBoxLayout* frm_Treeview::ProgressRow() {
-    lblFile_ = MakeLabel(this, "lblFile", {});
-    lblFile_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    lblFile_ = new ElidedLabel("lblFile", {}, this);
     lblFile_->setFixedHeight(kProgressHeight);
-    lblStatus_ = MakeLabel(this, "lblStatus", {});
+    lblStatus_ = new ElidedLabel("lblStatus", {}, this);
     vbalProgressBar1_ = new vbalProgressBar("vbalProgressBar1", this);
     vbalProgressBar3_ = new vbalProgressBar("vbalProgressBar3", this);
     auto* row = new QHBoxLayout;
     row->setSpacing(kGap);
-    row->addWidget(lblFile_, 1);
-    row->addWidget(lblStatus_);
+    row->addWidget(lblFile_, 2);
+    row->addWidget(lblStatus_, 2);
     row->addWidget(vbalProgressBar1_, 3);
     row->addWidget(vbalProgressBar3_, 3);
-    auto* cancel = new SkinButton("cmdCancel", "CANCEL", this);
-    cancel->setToolTip("Cancel the running command (Escape)");
-    Context().commands.CancelsBy(cancel);
-    row->addWidget(cancel);
+    AddCancelButton(Context(), *row, this);
     return row;
-}
-
-QBoxLayout* frm_Treeview::DrawingColumn() {
-    DrawingControl2_ = new DrawingControl2("DrawingControl2", Context().openDrawing, this);
-    hover_->ShowDrawingsIn(*DrawingControl2_);
-    connect(DrawingControl2_, &DrawingControl2::ShapeClicked, Tview_, &cTreeView::SelectRecord);
-    LayoutTypes_ = new LayoutTypes(this);
-    Context().commands.DisableWhileBusy(LayoutTypes_);
-    connect(LayoutTypes_, &LayoutTypes::Picked, this, &frm_Treeview::DrawSinglePage);
-    SkinButton* draw = LongCommandButton("cmdDraw", "DRAW DIAGRAM", "Draw IDMS schema in a single page");
-    connect(draw, &QPushButton::clicked, this, &frm_Treeview::DrawSinglePage);
-    SkinButton* print = LongCommandButton("cmdPrint", "PRINT", "Print the Diagram showing on the right");
-    connect(print, &QPushButton::clicked, this, &frm_Treeview::Print);
-    auto* edit = new SkinButton("Label1", "EDIT VIEW", this);
-    edit->setToolTip("View larger IDMS diagram");
-    connect(edit, &QPushButton::clicked, this, [this] {
-        hover_->Hide();
-        Context().request(ShowDrawing{DrawingControl2_->Src().toStdString()});
-    });
-    auto* commands = new QHBoxLayout;
-    commands->setSpacing(kGap);
-    commands->addWidget(LayoutTypes_, 1);
-    for (SkinButton* button : {draw, print, edit}) commands->addWidget(button);
-    auto* column = new QVBoxLayout;
-    column->setSpacing(kGap);
-    column->addWidget(DrawingControl2_, 1);
-    column->addLayout(commands);
-    return column;
 }
 
 void frm_Treeview::Load() {
@@ -125,7 +100,7 @@ void frm_Treeview::Load() {
     Form::Load();
     log("Done LoadINISettings.....");
     log("DrawingControl2.....");
-    DrawingControl2_->SetSrc({});
+    panel_->Drawing().SetSrc({});
     log("Done DrawingControl2.....");
     log("DB check.....");
     if (FileExists(app.AppPath(places::kStore))) {
@@ -169,26 +144,16 @@ void frm_Treeview::DrawSinglePage() {
 void frm_Treeview::DrawAll(bool singlePage) {
     AppState& app = App();
     const clsHourglass hourglass(app.host);
+    if (Tview_->Tree().Size() == 0) process_Refresh();  // It may not have been filled yet.
     try {
-        ScreenDrawing drawing(Context(), *Tview_, *DrawingControl2_, LayoutTypes_->currentIndex());
-        drawing.showFile = [this](const QString& file) {
-            lblFile_->setText(lblFile_->fontMetrics().elidedText(file, Qt::ElideMiddle, lblFile_->width()));
-            lblFile_->setToolTip(file);
-        };
+        ScreenDrawing drawing(Context(), *Tview_, *panel_);
+        drawing.showFile = [this](const QString& file) { lblFile_->setText(file); };
         drawing.State().gSingleDrawing = singlePage;
-        // Before the tree was filled the dictionary alone says what there is to draw.
-        DrawVisioDiagram(drawing.State(), drawing.Tree().Size() > 0 ? &drawing.Tree() : nullptr);
+        DrawVisioDiagram(drawing.State(), &drawing.Tree());
     } catch (const RuntimeFailure& failure) {
         WriteToErrorLog(app, "frmTreeview", "DrawVisioDiagram", failure.what(),
                         static_cast<int>(failure.Number()));
     }
-}
-
-void frm_Treeview::Print() {
-    Context().commands.Run({"Print", Screen::Treeview}, [this] {
-        PrintDrawing(App(), Context().engine, DrawingControl2_->Src().toStdString(),
-                     "You must select and Draw a record diagram then PRINT it");
-    });
 }
 
 void frm_Treeview::Maximize() {

@@ -5,8 +5,7 @@
 
 namespace norvelis::ui {
 
-class DrawingControl2;
-class LayoutTypes;
+class DrawingPanel;
 class vbalProgressBar;
 
 /// The main screen: every schema of the dictionary with its records in a tree, beside it the drawing that
@@ -27,14 +26,11 @@ class frm_Treeview : public TreeForm, private ProgressView {
 
     void loadtreeform() override;
     void DrawAll(bool singlePage);
-    QBoxLayout* DrawingColumn();
     QBoxLayout* ProgressRow();
     void DrawSinglePage();
-    void Print();
     void Maximize();
 
-    DrawingControl2* DrawingControl2_;
-    LayoutTypes* LayoutTypes_;
+    DrawingPanel* panel_;
     QLabel *lblStatus_, *lblFile_;
     vbalProgressBar *vbalProgressBar1_, *vbalProgressBar3_;
 };

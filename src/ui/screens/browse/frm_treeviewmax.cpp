@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 
 #include "browse/tree_load.h"
+#include "ui/controls/button_row.h"
 #include "ui/skins/art/skin_files.h"
 
 namespace norvelis::ui {

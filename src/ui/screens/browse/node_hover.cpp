@@ -1,5 +1,7 @@
 #include "ui/screens/browse/node_hover.h"
 
+#include <chrono>
+
 #include "base/failure.h"
 #include "base/text.h"
 #include "browse/record_details.h"
@@ -16,6 +18,7 @@ namespace norvelis::ui {
 namespace {
 
 constexpr int kTipOffset = 1000 / 15;
+constexpr auto kRest = std::chrono::milliseconds(200);
 
 }  // namespace
 
@@ -24,37 +27,50 @@ NodeHover::NodeHover(Form& form, cTreeView& tree)
       form_(form),
       tree_(tree),
       recordTip_(new frmToolTip(&form)),
-      schemaTip_(new frmToolTip2(&form)) {
+      schemaTip_(new frmToolTip2(&form)),
+      rest_(this) {
+    rest_.setObjectName("rest");
+    rest_.setSingleShot(true);
+    rest_.setInterval(kRest);
+    connect(&rest_, &QTimer::timeout, this, &NodeHover::Rested);
     connect(&tree, &cTreeView::NodeHovered, this, &NodeHover::Moved);
     connect(&form, &Form::Closed, this, &NodeHover::Hide);
     connect(&form, &Form::Minimized, this, &NodeHover::Hide);
 }
 
 void NodeHover::Hide() {
+    rest_.stop();
     recordTip_->hide();
     schemaTip_->hide();
 }
 
 void NodeHover::Moved(NodeIndex node, QPoint place) {
+    rest_.stop();
     if (node == kNoNode) {
         hoverText_.clear();
         Hide();
         return;
     }
-    const std::string text(Trim(tree_.Tree().Text(node)));
-    if (text.empty()) return recordTip_->hide();
-    if (text == hoverText_) return;
-    hoverText_ = text;
+    restText_ = Trim(tree_.Tree().Text(node));
+    if (restText_.empty()) return recordTip_->hide();
+    if (restText_ == hoverText_) return;
+    restSchema_ = tree_.Tree().Schema(node);
+    restPlace_ = place;
+    rest_.start();
+}
+
+void NodeHover::Rested() {
+    hoverText_ = restText_;
     AppState& app = form_.App();
-    app.gSchemaName = tree_.Tree().Schema(node);
-    const QPoint tip = form_.mapToGlobal(place) + QPoint(kTipOffset, kTipOffset);
+    app.gSchemaName = restSchema_;
+    const QPoint tip = form_.mapToGlobal(restPlace_) + QPoint(kTipOffset, kTipOffset);
     try {
-        if (text != app.gSchemaName) {
-            ShowRecord(app.gSchemaName, text, tip);
+        if (hoverText_ != app.gSchemaName) {
+            ShowRecord(app.gSchemaName, hoverText_, tip);
         } else {
             ShowSchema(app.gSchemaName, tip);
         }
-        ShowDrawing(app.gSchemaName, text);
+        ShowDrawing(app.gSchemaName, hoverText_);
     } catch (const RuntimeFailure&) {
         // What cannot be looked up leaves the screen as it was.
     }

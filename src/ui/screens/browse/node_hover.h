@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QObject>
+#include <QPoint>
+#include <QTimer>
 #include <string>
 
 #include "browse/record_tree.h"
@@ -13,8 +15,9 @@ class Form;
 class frmToolTip;
 class frmToolTip2;
 
-/// What a screen shows of the node under the mouse: the tool tip of a record or schema and, beside the tree,
-/// the drawing last saved for it. The store is read only when the mouse reaches another text.
+/// What a screen shows of the node that the mouse rests on: the tool tip of a record or schema and, beside
+/// the tree, the drawing last saved for it. On its way to a button the mouse crosses other nodes, which
+/// changes nothing. The store is read only when the mouse rests on another text.
 class NodeHover : public QObject {
   public:
     /// Records alone.
@@ -26,6 +29,7 @@ class NodeHover : public QObject {
 
   private:
     void Moved(NodeIndex node, QPoint place);
+    void Rested();
     void ShowRecord(const std::string& schema, const std::string& record, QPoint place);
     void ShowSchema(const std::string& schema, QPoint place);
     void ShowDrawing(const std::string& schema, const std::string& name);
@@ -35,7 +39,10 @@ class NodeHover : public QObject {
     DrawingControl2* preview_ = nullptr;
     frmToolTip* recordTip_;
     frmToolTip2* schemaTip_;
-    std::string hoverText_;
+    std::string hoverText_;  ///< Of the node that is shown.
+    QTimer rest_;            ///< Runs while the mouse is over a node of another text.
+    std::string restSchema_, restText_;
+    QPoint restPlace_;  ///< In the tree.
 };
 
 }  // namespace norvelis::ui

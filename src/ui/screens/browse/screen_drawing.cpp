@@ -5,26 +5,27 @@
 #include "base/paths.h"
 #include "ui/controls/c_tree_view.h"
 #include "ui/controls/drawing_control.h"
+#include "ui/forms/drawing_panel.h"
 #include "ui/forms/screen_context.h"
 
 namespace norvelis::ui {
 
-ScreenDrawing::ScreenDrawing(const ScreenContext& context, cTreeView& tree, DrawingControl2& control,
-                             int layout)
+ScreenDrawing::ScreenDrawing(const ScreenContext& context, cTreeView& tree, DrawingPanel& panel)
     : tree_(tree),
-      control_(control),
-      before_(control.Src()),
+      panel_(panel),
+      before_(panel.Drawing().Src()),
       drawn_(tree.Tree()),
       sideways_(tree.horizontalScrollBar()->value()),
       state_(context.app, *context.app.gConnection, context.engine, *this) {
-    state_.options.layout = layout;
+    state_.options.layout = panel.Layout();
 }
 
 ScreenDrawing::~ScreenDrawing() {
-    const std::string shown = control_.Src().toStdString();
     if (!OnShow()) return;
     tree_.horizontalScrollBar()->setValue(sideways_);
-    if (!shown.empty() && !FileExists(shown)) control_.SetSrc(before_);
+    DrawingControl2& control = panel_.Drawing();
+    const std::string shown = control.Src().toStdString();
+    if (!shown.empty() && !FileExists(shown)) control.SetSrc(before_);
 }
 
 bool ScreenDrawing::OnShow() const {
@@ -52,7 +53,7 @@ void ScreenDrawing::ShowText(const std::string& text) {
 void ScreenDrawing::ShowFile(const std::string& path) {
     if (!OnShow()) return;
     const QString file = QString::fromStdString(path);
-    control_.SetSrc(FileExists(path) ? file : QString());
+    panel_.Drawing().SetSrc(FileExists(path) ? file : QString());
     showFile(file);
 }
 

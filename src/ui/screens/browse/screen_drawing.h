@@ -8,17 +8,17 @@
 namespace norvelis::ui {
 
 class cTreeView;
-class DrawingControl2;
+class DrawingPanel;
 struct ScreenContext;
 
 /// One draw command of a screen: what it works on, and how it is seen there. The screen's tree follows the
-/// boxes and its drawing control shows the drawing grow. The person may go on browsing meanwhile: once the
+/// boxes and its panel shows the drawing grow. The person may go on browsing meanwhile: once the
 /// tree shows something else, the drawing is finished without touching the screen.
 class ScreenDrawing : private DrawScreen {
   public:
     using Show = std::function<void(const QString&)>;
 
-    ScreenDrawing(const ScreenContext& context, cTreeView& tree, DrawingControl2& control, int layout);
+    ScreenDrawing(const ScreenContext& context, cTreeView& tree, DrawingPanel& panel);
     /// A snapshot of a drawing that was not finished gives way to what was on show before, and the tree is not
     /// left scrolled sideways by the boxes that it followed.
     ~ScreenDrawing();
@@ -38,7 +38,7 @@ class ScreenDrawing : private DrawScreen {
     void ShowFile(const std::string& path) override;
 
     cTreeView& tree_;
-    DrawingControl2& control_;
+    DrawingPanel& panel_;
     QString before_;
     RecordTree drawn_;
     int sideways_;  ///< How far the tree was scrolled.

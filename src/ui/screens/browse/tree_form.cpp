@@ -6,6 +6,7 @@
 
 #include "base/failure.h"
 #include "browse/tree_load.h"
+#include "ui/controls/button_row.h"
 #include "ui/controls/c_tree_view.h"
 #include "ui/controls/context_menu.h"
 #include "ui/controls/drawing_files.h"
@@ -50,13 +51,6 @@ TreeForm::TreeForm(const ScreenContext& context, const QString& name, const QStr
     connect(again, &QShortcut::activated, this, &TreeForm::RunLoad);
 }
 
-SkinButton* TreeForm::LongCommandButton(const QString& name, const QString& caption, const QString& toolTip) {
-    auto* button = new SkinButton(name, caption, this);
-    button->setToolTip(toolTip);
-    Context().commands.DisableWhileBusy(button);
-    return button;
-}
-
 QBoxLayout* TreeForm::TreeAndPaging() {
     auto* row = Row();
     row->addWidget(Tview_, 1);
@@ -71,12 +65,7 @@ QBoxLayout* TreeForm::SearchRow() {
     return row;
 }
 
-QBoxLayout* TreeForm::TreeButtons() {
-    auto* expand = new SkinButton("ExpandAll", "EXPAND", this);
-    expand->setToolTip("Expand the Tree View");
-    auto* collapse = new SkinButton("CollapseAll", "COLLAPSE", this);
-    collapse->setToolTip("Compress  the Tree View");
-    SkinButton* refresh = LongCommandButton("cmdRefresh", "REFRESH", "Click to Reload the Treev view");
+ButtonRow* TreeForm::TreeButtons() {
     const auto underWaitCursor = [this](void (cTreeView::*command)()) {
         return [this, command] {
             hover_->Hide();
@@ -84,11 +73,14 @@ QBoxLayout* TreeForm::TreeButtons() {
             std::invoke(command, *Tview_);
         };
     };
-    connect(expand, &QPushButton::clicked, this, underWaitCursor(&cTreeView::ExpandAll));
-    connect(collapse, &QPushButton::clicked, this, underWaitCursor(&cTreeView::CollapseAll));
-    connect(refresh, &QPushButton::clicked, this, &TreeForm::RunLoad);
-    auto* row = Row();
-    for (SkinButton* button : {expand, collapse, refresh}) row->addWidget(button);
+    auto* row = new ButtonRow(this);
+    SkinButton* expand =
+        row->Add("ExpandAll", "EXPAND", "Expand the Tree View", underWaitCursor(&cTreeView::ExpandAll));
+    SkinButton* collapse = row->Add("CollapseAll", "COLLAPSE", "Compress  the Tree View",
+                                    underWaitCursor(&cTreeView::CollapseAll));
+    SkinButton* refresh =
+        row->Add("cmdRefresh", "REFRESH", "Click to Reload the Treev view", [this] { RunLoad(); });
+    Context().commands.DisableWhileBusy(refresh);
     ContextMenu menu(Tview_);
     menu.AddLine();
     menu.Add("&Expand all", expand);

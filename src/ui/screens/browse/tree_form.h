@@ -12,9 +12,9 @@ struct TreeVariant;
 namespace norvelis::ui {
 
 class cTreeView;
+class ButtonRow;
 class NodeHover;
 class SearchBox;
-class SkinButton;
 
 /// What the screens that show the whole record tree share: the tree with paging, search, expand, collapse
 /// and refresh, what a click on a node and the mouse over one do.
@@ -34,9 +34,7 @@ class TreeForm : public Form {
     // The parts of the screen, to be put together by each.
     QBoxLayout* TreeAndPaging();
     QBoxLayout* SearchRow();
-    QBoxLayout* TreeButtons();
-    /// A button whose command waits while a long one runs.
-    SkinButton* LongCommandButton(const QString& name, const QString& caption, const QString& toolTip);
+    ButtonRow* TreeButtons();
 
     virtual void loadtreeform();  ///< Fills the tree from the store, under the wait cursor.
     void process_Refresh();       ///< The same without wait cursor.

@@ -12,6 +12,7 @@
 #include "core/places.h"
 #include "core/settings.h"
 #include "ui/controls/click_label.h"
+#include "ui/controls/elided_label.h"
 #include "ui/controls/picture_controls.h"
 #include "ui/forms/window_settings.h"
 #include "ui/screens/settings/background_choice.h"
@@ -36,11 +37,6 @@ QLabel* Heading(QWidget* parent, const QString& text) {
 Picture Bitmap(const AppState& app, const char* file) {
     return Picture::FromFile(
         QString::fromStdString(app.AppPath(std::string(places::kBitmaps) + "\\" + file)));
-}
-
-void ShowPath(QLabel* label, const QString& path) {
-    label->setText(label->fontMetrics().elidedText(path, Qt::ElideMiddle, label->width()));
-    label->setAccessibleName(path);
 }
 
 }  // namespace
@@ -94,10 +90,8 @@ QLayout* frmColors::RightColumn() {
     column->setSpacing(7);
     const auto path = [&](const char* heading, const char* name, const char* notSet, SkinButton* button) {
         column->addWidget(Heading(this, heading));
-        QLabel* label = MakeLabel(this, name, notSet);
-        label->setTextFormat(Qt::PlainText);
+        auto* label = new ElidedLabel(name, notSet, this);
         label->setToolTip(heading);
-        label->setFixedWidth(300);
         auto* row = new QHBoxLayout;
         row->addWidget(label, 1);
         row->addWidget(button);
@@ -216,7 +210,7 @@ void frmColors::LoadApplicationSettings() {
             return setting ? QString::fromStdString(setting->value) : QString();
         };
         const auto show = [&](QLabel* label, std::string_view name) {
-            if (const QString path = value(name); !path.isEmpty()) ShowPath(label, path);
+            if (const QString path = value(name); !path.isEmpty()) label->setText(path);
         };
         show(ReportLocation_, "ReportLocation");
         show(VisioLocation_, "visiolocation");  // Whether or not the folder is still there.
@@ -277,7 +271,7 @@ void frmColors::StoreReport(const QString& path) {
         AppState& app = App();
         const std::string report = NativePath(path.toStdString());
         setreportlocation(app, report);
-        ShowPath(ReportLocation_, path);
+        ReportLocation_->setText(path);
         app.host.MessageBox("IDMS report file has been set to:" + std::string(kLineBreak) + report);
     });
 }
@@ -296,7 +290,7 @@ void frmColors::StoreFolder(const QString& folder) {
     Guarded("changevisiolocation", [&] {
         AppState& app = App();
         setvisiolocation(app, folder.toStdString());
-        ShowPath(VisioLocation_, folder);
+        VisioLocation_->setText(folder);
         app.host.MessageBox("Visio Floder has been set to:" + std::string(kLineBreak) + folder.toStdString());
     });
 }

@@ -1,14 +1,18 @@
 #include "ui/screens/settings/set_directory.h"
 
+#include <QClipboard>
 #include <QComboBox>
 #include <QDir>
 #include <QGridLayout>
+#include <QGuiApplication>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QStorageInfo>
 #include <QStyle>
 #include <QStyledItemDelegate>
 
 #include "base/paths.h"
+#include "ui/controls/context_menu.h"
 #include "ui/forms/window_settings.h"
 #include "ui/skins/art/skin_files.h"
 
@@ -52,6 +56,18 @@ void AddItem(QListWidget* list, QStyle::StandardPixmap icon, const QString& text
     item->setData(kDepth, depth);
 }
 
+/// The context menu of a list: its click under this caption, and the path for the clipboard.
+void AddMenu(QListWidget* list, const QString& clickCaption) {
+    ContextMenu menu(list);
+    menu.Add(clickCaption + "\tReturn", [list] {
+        if (QListWidgetItem* item = list->currentItem()) emit list->itemActivated(item);
+    });
+    menu.Add("&Copy path", QKeySequence::Copy, [list] {
+        if (const QListWidgetItem* item = list->currentItem())
+            QGuiApplication::clipboard()->setText(item->data(kPath).toString());
+    });
+}
+
 }  // namespace
 
 setDirectory::setDirectory(const ScreenContext& context, Picks picks)
@@ -70,13 +86,19 @@ setDirectory::setDirectory(const ScreenContext& context, Picks picks)
     File1_->setObjectName("File1");
     File1_->setAccessibleName("Files");
     File1_->setVisible(picks == Picks::File);
-    lblFolder_ = MakeLabel(this, "lblFolder", {});
-    lblFolder_->setTextFormat(Qt::PlainText);
+    lblHint_ = MakeLabel(this, "lblHint", {});
+    lblHint_->setWordWrap(true);
+    txtPath_ = new QLineEdit(this);
+    txtPath_->setObjectName("txtPath");
+    txtPath_->setAccessibleName("Path");
     for (QListWidget* list : {Dir1_, File1_}) list->setIconSize(QSize(16, 16));
+    AddMenu(Dir1_, "&Open folder");
+    AddMenu(File1_, "&Take this report");
     connect(Drive1_, &QComboBox::activated, this, &setDirectory::Drive1_Change);
     connect(Dir1_, &QListWidget::itemActivated, this, &setDirectory::Dir1_Change);
     connect(File1_, &QListWidget::itemClicked, this, &setDirectory::File1_Click);
     connect(File1_, &QListWidget::itemActivated, this, &setDirectory::File1_Click);
+    connect(txtPath_, &QLineEdit::returnPressed, this, &setDirectory::TakeTypedPath);
 
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(18, Body().top() + 12, 18, 12);
@@ -85,7 +107,8 @@ setDirectory::setDirectory(const ScreenContext& context, Picks picks)
     grid->addWidget(Drive1_, 0, 0, 1, columns);
     grid->addWidget(Dir1_, 1, 0, 1, columns);
     if (picks == Picks::File) grid->addWidget(File1_, 0, 1, 2, 1);
-    grid->addWidget(lblFolder_, 2, 0, 1, 2);
+    grid->addWidget(lblHint_, 2, 0, 1, 2);
+    grid->addWidget(txtPath_, 3, 0, 1, 2);
     for (const int column : {0, 1}) grid->setColumnStretch(column, 1);
 }
 
@@ -142,8 +165,13 @@ void setDirectory::FillFolders() {
         AddItem(File1_, QStyle::SP_FileIcon, file.fileName(), file.absoluteFilePath());
     Dir1_->setCurrentRow(present);
     Dir1_->scrollToItem(Dir1_->item(present), QAbstractItemView::PositionAtTop);
-    lblFolder_->setText(lblFolder_->fontMetrics().elidedText(folder_, Qt::ElideMiddle, width() - 40));
-    lblFolder_->setToolTip(folder_);
+    txtPath_->setText(folder_);
+    txtPath_->setToolTip(folder_);
+    lblHint_->setText(
+        picks_ == Picks::File
+            ? "Click the report, or type its path and press Return."
+            : "Double click a folder, or type its path and press Return: each choice is kept at "
+              "once. Close the window when the path is right.");
 }
 
 void setDirectory::Drive1_Change() {
@@ -152,6 +180,22 @@ void setDirectory::Drive1_Change() {
 
 void setDirectory::Dir1_Change(const QListWidgetItem* item) {
     ChangeFolder(item->data(kPath).toString());
+}
+
+// As it is in a message or on another system, too: backslashes, letters in the wrong case.
+void setDirectory::TakeTypedPath() {
+    const QString typed = QDir(folder_).absoluteFilePath(
+        QString::fromStdString(NativePath(txtPath_->text().trimmed().toStdString())));
+    const std::string path = Resolve(typed.toStdString());
+    if (FolderExists(path)) {
+        ChangeFolder(QDir::cleanPath(QString::fromStdString(path)));
+    } else if (picks_ == Picks::File && FileExists(path)) {
+        emit FileChosen(QString::fromStdString(path));
+    } else {
+        lblHint_->setText(picks_ == Picks::File ? "There is no such file or folder."
+                                                : "There is no such folder.");
+        txtPath_->selectAll();
+    }
 }
 
 void setDirectory::ChangeFolder(const QString& folder) {

@@ -3,12 +3,14 @@
 #include "ui/forms/form.h"
 
 class QComboBox;
+class QLineEdit;
 class QListWidget;
 class QListWidgetItem;
 
 namespace norvelis::ui {
 
-/// The picker window: drives, folders, files. With the file list it picks a file, without it a folder.
+/// The picker window: drives, folders, files, and a path to type. With the file list it picks a file, without
+/// it a folder.
 class setDirectory : public Form {
     Q_OBJECT
 
@@ -32,6 +34,7 @@ class setDirectory : public Form {
     void Drive1_Change();
     void Dir1_Change(const QListWidgetItem* item);
     void File1_Click(const QListWidgetItem* item);
+    void TakeTypedPath();
     void ChangeFolder(const QString& folder);
     void FillDrives(const QString& folder);
     void FillFolders();
@@ -40,7 +43,8 @@ class setDirectory : public Form {
     QString folder_;
     QComboBox* Drive1_;
     QListWidget *Dir1_, *File1_;
-    QLabel* lblFolder_;
+    QLabel* lblHint_;
+    QLineEdit* txtPath_;
 };
 
 }  // namespace norvelis::ui

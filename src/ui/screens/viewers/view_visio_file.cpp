@@ -1,11 +1,12 @@
 #include "ui/screens/viewers/view_visio_file.h"
 
-#include <QHBoxLayout>
+#include <QVBoxLayout>
 
 #include "base/paths.h"
 #include "base/text.h"
+#include "ui/controls/button_row.h"
 #include "ui/controls/drawing_control.h"
-#include "ui/controls/picture_controls.h"
+#include "ui/controls/elided_label.h"
 #include "ui/skins/art/skin_files.h"
 
 namespace norvelis::ui {
@@ -13,23 +14,15 @@ namespace norvelis::ui {
 ViewVisioFile::ViewVisioFile(const ScreenContext& context)
     : Form(context, "ViewVisioFile", "DRAWING", kLargeForm),
       DrawingControl2_(new DrawingControl2("DrawingControl2", context.openDrawing, this)),
-      lblFile_(MakeLabel(this, "lblFile", {})) {
-    lblFile_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+      lblFile_(new ElidedLabel("lblFile", {}, this)) {
     DrawingControl2_->SetEmptyText("No drawing on show: OPEN FILE shows one");
-    auto* row = new QHBoxLayout;
+    auto* row = new ButtonRow(this);
     row->addWidget(lblFile_, 1);
-    const auto addButton = [&](const QString& name, const QString& caption, const QString& toolTip,
-                               const auto& command) {
-        auto* button = new SkinButton(name, caption, this);
-        button->setToolTip(toolTip);
-        connect(button, &QPushButton::clicked, this, command);
-        row->addWidget(button);
-    };
     DrawingControl2* drawing = DrawingControl2_;
-    addButton("cmdZoomOut", "ZOOM OUT", "Smaller (-)", [drawing] { drawing->ZoomOut(); });
-    addButton("cmdZoomIn", "ZOOM IN", "Larger (+)", [drawing] { drawing->ZoomIn(); });
-    addButton("cmdFit", "FIT", "The whole page", [drawing] { drawing->Fit(); });
-    addButton("cmdOpen", "OPEN FILE", "Show another drawing", [this] { PickFile(); });
+    row->Add("cmdZoomOut", "ZOOM OUT", "Smaller (-)", [drawing] { drawing->ZoomOut(); });
+    row->Add("cmdZoomIn", "ZOOM IN", "Larger (+)", [drawing] { drawing->ZoomIn(); });
+    row->Add("cmdFit", "FIT", "The whole page", [drawing] { drawing->Fit(); });
+    row->Add("cmdOpen", "OPEN FILE", "Show another drawing", [this] { PickFile(); });
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(16, Body().top() + 12, 16, 16);
     column->addLayout(row);
@@ -49,8 +42,7 @@ void ViewVisioFile::Take(const ScreenRequest& request) {
 }
 
 void ViewVisioFile::Show(const QString& file) {
-    lblFile_->setText(lblFile_->fontMetrics().elidedText(file, Qt::ElideMiddle, 420));
-    lblFile_->setToolTip(file);
+    lblFile_->setText(file);
     DrawingControl2_->SetSrc(file);
 }
 

@@ -10,6 +10,7 @@
 #include "ui/controls/c_tree_view.h"
 #include "ui/controls/drawing_control.h"
 #include "ui/controls/picture_controls.h"
+#include "ui/forms/drawing_panel.h"
 #include "ui/screens/browse/frm_isolateview.h"
 #include "ui/screens/browse/screen_drawing.h"
 #include "ui/ui_app.h"
@@ -187,8 +188,10 @@ TEST_F(IsolateViewTest, SaysWhatItLacks) {
 TEST_F(IsolateViewTest, ADrawingThatCanNotBeSavedIsSaid) {
     WriteFile(ui.folder.Path("visio files/EMPSCHM"), "a file where the folder should be");
     Press("cmdDraw");
-    EXPECT_THAT(ui.host.TakeTexts(), ElementsAre("Want to View While Norvelis is drawing",
-                                                 "Error has been encountered. Close visio and try again."));
+    EXPECT_THAT(ui.host.TakeTexts(),
+                ElementsAre("The drawing was not written: Path/File access error: " +
+                                ui.folder.Path("visio files/EMPSCHM") + ": Not a directory",
+                            "Error has been encountered. Close visio and try again."));
     EXPECT_EQ(Label1->text(), "CURRENT RECORD: INSTRUMENT");
     EXPECT_EQ(drawing->Src(), "");
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
@@ -198,7 +201,7 @@ TEST_F(IsolateViewTest, ADrawingGrowsOnTheScreenUntilThePersonGoesOn) {
     const std::string snapshot = ui.folder.Path("7.055475.vsd");
     WriteFile(snapshot, "as far as it got");
     QString text, file;
-    ScreenDrawing draw(ui.frame->Context(), *Tviewrec, *drawing, 0);
+    ScreenDrawing draw(ui.frame->Context(), *Tviewrec, *screen->findChild<DrawingPanel*>());
     draw.showText = [&](const QString& shown) { text = shown; };
     draw.showFile = [&](const QString& shown) { file = shown; };
     DrawScreen& shown = draw.State().screen;

@@ -11,6 +11,7 @@
 #include "ui/controls/picture_controls.h"
 #include "ui/screens/browse/frm_treeview.h"
 #include "ui/ui_app.h"
+#include "ui/until_rested.h"
 
 namespace norvelis::ui {
 namespace {
@@ -77,11 +78,16 @@ class TreeScreenTest : public ::testing::Test {
     QPoint PlaceOf(const QModelIndex& line) const {
         return Tview->visualRect(line).topLeft() + QPoint(110, 4);
     }
-    void Hover(const QModelIndex& line) {
+    void MoveTo(const QModelIndex& line) {
         const QPoint place = PlaceOf(line);
         QMouseEvent move(QEvent::MouseMove, place, Tview->viewport()->mapToGlobal(place), Qt::NoButton,
                          Qt::NoButton, Qt::NoModifier);
         QApplication::sendEvent(Tview->viewport(), &move);
+    }
+    /// The mouse comes to the line and stays there.
+    void Hover(const QModelIndex& line) {
+        MoveTo(line);
+        UntilRested(*Tview->window());
     }
     void Click(const QModelIndex& line) {
         QTest::mouseClick(Tview->viewport(), Qt::LeftButton, {}, PlaceOf(line));
@@ -288,6 +294,38 @@ TEST_F(TreeScreenTest, TheMouseOverASchemaTellsOfIt) {
     EXPECT_FALSE(tip->isVisible());
 }
 
+TEST_F(TreeScreenTest, WhatTheMouseCrossesOnItsWayToAButtonIsNotPrinted) {
+    StartWithTwoSchemas();
+    const QString looked = Drawing("EMPSCHM", "DEPT"), crossed = Drawing("EMPSCHM", "EMP");
+    auto* drawings = Control<DrawingControl2>("DrawingControl2");
+    auto* name = Control<QLabel>("lblDrawing");
+    EXPECT_EQ(name->text(), "");
+    Hover(Line("DEPT"));
+    EXPECT_EQ(name->text(), "EMPSCHM/DEPT.vsd");
+    MoveTo(Line("EMP"));
+    MoveTo(Line("OFFICE"));
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(Tview, &leave);
+    UntilRested(*screen);
+    EXPECT_EQ(drawings->Src(), looked);
+    Hover(Line("OFFICE"));
+    EXPECT_EQ(name->text(), "") << "nothing was drawn for it";
+    Hover(Line("DEPT"));
+
+    auto* print = Control<SkinButton>("cmdPrint");
+    QTest::mousePress(print, Qt::LeftButton);
+    drawings->SetSrc(crossed);
+    EXPECT_EQ(name->text(), "EMPSCHM/EMP.vsd");
+    QTest::mouseRelease(print, Qt::LeftButton);
+    UiApp::Settle();
+    EXPECT_THAT(ui.host.TakeTexts(), ElementsAre("This drawing can not be printed: " + looked.toStdString()));
+    print->setFocus();
+    QTest::keyClick(print, Qt::Key_Return);
+    UiApp::Settle();
+    EXPECT_THAT(ui.host.TakeTexts(),
+                ElementsAre("This drawing can not be printed: " + crossed.toStdString()));
+}
+
 TEST_F(TreeScreenTest, TheStoreIsReadOnlyWhenTheMouseReachesAnotherText) {
     StartWithTwoSchemas();
     auto* tip = Control<QWidget>("frmToolTip");
@@ -319,6 +357,14 @@ TEST_F(TreeScreenTest, AStoreThatVanishedLeavesTheScreensAsTheyWere) {
     EXPECT_THAT(ui.host.TakeTexts(), ElementsAre(HasSubstr("the store is closed"))) << "from the error log";
     EXPECT_THAT(ui.failures, IsEmpty());
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(TreeScreenTest, AStoreWhoseFileWasRemovedIsNamed) {
+    StartWithTwoSchemas();
+    std::filesystem::remove(ui.folder.Path("Database/records.mdb"));
+    Press("cmdRefresh");
+    EXPECT_THAT(ui.host.TakeTexts(), ElementsAre(HasSubstr("records.mdb: the file is not there any more")));
+    EXPECT_THAT(Lines(), IsEmpty());
 }
 
 TEST_F(TreeScreenTest, AStoreThatWasOverwrittenIsSaidAndTheProgramGoesOn) {

@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 
 #include "ui/screens/settings/set_directory.h"
@@ -57,7 +59,7 @@ TEST_F(PickerTest, AClickOnAFileStoresTheReportAndClosesThePicker) {
     const std::string report = ui.folder.Path("Reports/a.text");
     EXPECT_EQ(getreportlocation(ui.app), report);
     EXPECT_THAT(ui.host.TakeTexts(), ElementsAre("IDMS report file has been set to:\r\n" + report));
-    EXPECT_EQ(ui.Find<QLabel>("ReportLocation")->accessibleName().toStdString(), report);
+    EXPECT_EQ(ui.Find<QLabel>("ReportLocation")->text().toStdString(), report);
     EXPECT_NE(ui.Ini("setDirectory", "Left"), "");
     EXPECT_EQ(ui.Ini("setDirectory", "Width"), "");
 }
@@ -97,8 +99,37 @@ TEST_F(PickerTest, EveryChangeOfFolderIsStoredUntilTheWindowIsClosed) {
                             "Visio Floder has been set to:\r\n" + ui.folder.Path("Reports/"),
                             "Visio Floder has been set to:\r\n" + ui.folder.Path("Reports/Old/")));
     EXPECT_EQ(getvisiolocation(ui.app), ui.folder.Path("Reports/Old/"));
-    EXPECT_EQ(ui.Find<QLabel>("VisioLocation")->accessibleName().toStdString(),
-              ui.folder.Path("Reports/Old/"));
+    EXPECT_EQ(ui.Find<QLabel>("VisioLocation")->text().toStdString(), ui.folder.Path("Reports/Old/"));
+}
+
+TEST_F(PickerTest, ATypedPathIsAChoice) {
+    WhenWaiting([&](QWidget& picker) {
+        auto* path = picker.findChild<QLineEdit*>("txtPath");
+        auto* hint = picker.findChild<QLabel*>("lblHint");
+        const auto type = [path](const std::string& text) {
+            path->setText(QString::fromStdString(text));
+            QTest::keyClick(path, Qt::Key_Return);
+        };
+        EXPECT_TRUE(hint->text().startsWith("Double click a folder, or type its path"));
+        type(ui.folder.Path("nowhere"));
+        EXPECT_EQ(hint->text(), "There is no such folder.");
+        EXPECT_TRUE(ui.host.messages.empty());
+        type(ui.folder.Path("REPORTS\\old"));
+        EXPECT_EQ(path->text().toStdString(), ui.folder.Path("Reports/Old"));
+        type("..");
+        picker.close();
+    });
+    ui.Click("ChangeVisio");
+    EXPECT_THAT(ui.host.TakeTexts(),
+                ElementsAre("Visio Floder has been set to:\r\n" + ui.folder.Path("Reports/Old/"),
+                            "Visio Floder has been set to:\r\n" + ui.folder.Path("Reports/")));
+    WhenWaiting([&](QWidget& picker) {
+        auto* path = picker.findChild<QLineEdit*>("txtPath");
+        path->setText(QString::fromStdString(ui.folder.Path("Reports/Old/b.text")));
+        QTest::keyClick(path, Qt::Key_Return);
+    });
+    ui.Click("Changerpt");
+    EXPECT_EQ(getreportlocation(ui.app), ui.folder.Path("Reports/Old/b.text"));
 }
 
 TEST_F(PickerTest, ADriveSetsTheFolders) {

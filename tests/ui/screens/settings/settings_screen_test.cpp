@@ -122,8 +122,8 @@ TEST_F(SettingsScreenTest, ItOpensWithWhatIsStored) {
     EXPECT_EQ(Control<QComboBox>("cboSkinSchemes")->currentText(), "Daylight");
     EXPECT_EQ(Control<QComboBox>("cboSkinSchemes")->count(), 3);
     EXPECT_TRUE(Control<QAbstractButton>("imgSelected0")->isChecked());
-    EXPECT_EQ(Control<QLabel>("ReportLocation")->accessibleName().toStdString(), getreportlocation(ui.app));
-    EXPECT_EQ(Control<QLabel>("VisioLocation")->accessibleName().toStdString(), getvisiolocation(ui.app));
+    EXPECT_EQ(Control<QLabel>("ReportLocation")->text().toStdString(), getreportlocation(ui.app));
+    EXPECT_EQ(Control<QLabel>("VisioLocation")->text().toStdString(), getvisiolocation(ui.app));
     EXPECT_TRUE(Control<QAbstractButton>("imgVisioSet")->isChecked());
     EXPECT_TRUE(Control<QAbstractButton>("imgBackSelected5")->isChecked());
     EXPECT_EQ(Control<QComboBox>("cboStartUpForm")->currentText(), "Scheduler");

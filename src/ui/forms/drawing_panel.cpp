@@ -1,0 +1,73 @@
+#include "ui/forms/drawing_panel.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "core/places.h"
+#include "diagram/print_drawing.h"
+#include "ui/controls/context_menu.h"
+#include "ui/controls/drawing_control.h"
+#include "ui/controls/elided_label.h"
+#include "ui/controls/layout_types.h"
+#include "ui/controls/picture_controls.h"
+
+namespace norvelis::ui {
+
+DrawingPanel::DrawingPanel(const ScreenContext& context, const Words& words, QWidget* form)
+    : QWidget(form),
+      context_(context),
+      nothingToPrint_(words.nothingToPrint),
+      lblDrawing_(new ElidedLabel("lblDrawing", {}, this)),
+      DrawingControl2_(new DrawingControl2("DrawingControl2", context.openDrawing, this)),
+      LayoutTypes_(new LayoutTypes(this)),
+      buttons_(new ButtonRow(this)) {
+    connect(DrawingControl2_, &DrawingControl2::SrcChanged, this, &DrawingPanel::ShowName);
+    connect(LayoutTypes_, &LayoutTypes::Picked, this, &DrawingPanel::DrawWanted);
+    buttons_->addWidget(LayoutTypes_, 1);
+    SkinButton* draw =
+        buttons_->Add("cmdDraw", "DRAW DIAGRAM", words.drawToolTip, [this] { emit DrawWanted(); });
+    // Before a press is let go the mouse may have shown another drawing.
+    SkinButton* print = buttons_->Add("cmdPrint", "PRINT", words.printToolTip,
+                                      [this] { Print(std::exchange(toPrint_, {})); });
+    connect(print, &QPushButton::pressed, this, [this] { toPrint_ = DrawingControl2_->Src().toStdString(); });
+    SkinButton* edit = buttons_->Add(words.editName, "EDIT VIEW", "View larger IDMS diagram", [this] {
+        context_.request(ShowDrawing{DrawingControl2_->Src().toStdString()});
+    });
+    for (QWidget* waiting :
+         {static_cast<QWidget*>(LayoutTypes_), static_cast<QWidget*>(draw), static_cast<QWidget*>(print)})
+        context_.commands.DisableWhileBusy(waiting);
+    ContextMenu menu(DrawingControl2_);
+    menu.AddLine();
+    menu.Add("&Draw diagram", draw);
+    menu.Add("&Print", print);
+    menu.Add("&Edit view", edit);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(ButtonRow::kGap);
+    column->addWidget(lblDrawing_);
+    column->addWidget(DrawingControl2_, 1);
+    column->addLayout(buttons_);
+}
+
+int DrawingPanel::Layout() const {
+    return LayoutTypes_->currentIndex();
+}
+
+// The schema's folder tells drawings of one name apart. A snapshot's own name means nothing to anybody.
+void DrawingPanel::ShowName(const QString& file) {
+    const QFileInfo drawing(file);
+    const QDir snapshots(QString::fromStdString(context_.app.AppPath(places::kSnapshots)));
+    lblDrawing_->setText(file.isEmpty()               ? QString()
+                         : drawing.dir() == snapshots ? QString("Being drawn")
+                                                      : drawing.dir().dirName() + '/' + drawing.fileName());
+    lblDrawing_->setToolTip(file);
+}
+
+void DrawingPanel::Print(const std::string& file) const {
+    context_.commands.Run({"Print", Screen::Treeview},
+                          [&] { PrintDrawing(context_.app, context_.engine, file, nothingToPrint_); });
+}
+
+}  // namespace norvelis::ui

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QWidget>
+
+#include "ui/controls/button_row.h"
+#include "ui/forms/screen_context.h"
+
+class QLabel;
+
+namespace norvelis::ui {
+
+class DrawingControl2;
+class LayoutTypes;
+
+/// A drawing with its name above it and its commands below it: layout, draw, print, edit. A screen says what
+/// drawing means there; the rest is the panel's. Draw and print wait while a long command runs.
+class DrawingPanel : public QWidget {
+    Q_OBJECT
+
+  public:
+    /// Where the panels of the screens differ.
+    struct Words {
+        const char *drawToolTip, *printToolTip;
+        const char* editName;        ///< Of the control.
+        const char* nothingToPrint;  ///< In a box, when there is no drawing on show.
+    };
+
+    DrawingPanel(const ScreenContext& context, const Words& words, QWidget* form);
+
+    DrawingControl2& Drawing() const { return *DrawingControl2_; }
+    int Layout() const;  ///< The chosen one's place in kLayoutTypes.
+    /// The commands, for what a screen adds to them.
+    ButtonRow& Buttons() const { return *buttons_; }
+
+  signals:
+    void DrawWanted();  ///< By the button, or by a layout that the person picked.
+
+  private:
+    void ShowName(const QString& file);
+    void Print(const std::string& file) const;
+
+    const ScreenContext& context_;
+    const char* nothingToPrint_;
+    QLabel* lblDrawing_;
+    DrawingControl2* DrawingControl2_;
+    LayoutTypes* LayoutTypes_;
+    ButtonRow* buttons_;
+    std::string toPrint_;  ///< What the name above said when the button was pressed.
+};
+
+}  // namespace norvelis::ui
