@@ -233,6 +233,7 @@ TEST_F(SessionTest, ACommandBeginsWithEmptyBarsAndShowsTheTreeScreen) {
     seen.pop_back();  // "Done Drawing."
     EXPECT_THAT(seen, ::testing::Each(" 0"));
     EXPECT_EQ(text->text(), "100% ");
+    EXPECT_EQ(text->toolTip(), "100% ");
 }
 
 TEST_F(SessionTest, WhatIsNotOnDiskIsSaidBeforeTheEnd) {

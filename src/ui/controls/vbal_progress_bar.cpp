@@ -17,6 +17,7 @@ void vbalProgressBar::Show(const ProgressBar& state) {
     text_ = QString::fromStdString(state.Text);
     setRange(static_cast<int>(state.Min), static_cast<int>(state.Max));
     setValue(static_cast<int>(std::lround(state.Value)));
+    setToolTip(text_);  // What is painted may be shortened.
     setVisible(state.Visible);
     update();
 }

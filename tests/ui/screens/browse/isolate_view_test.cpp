@@ -150,6 +150,13 @@ TEST_F(IsolateViewTest, ALayoutIsAppliedToTheFileOnShow) {
     EXPECT_THAT(ui.host.messages, IsEmpty()) << "no question is asked";
     EXPECT_NE(ReadFile(DrawingFile("INSTRUMENT")), before);
     EXPECT_EQ(drawing->Src().toStdString(), DrawingFile("INSTRUMENT"));
+    const std::string copy = ui.folder.Path("visio files/EMPSCHM/INSTRUMENT.vsdx");
+    std::filesystem::remove(copy);
+    std::filesystem::create_directories(copy);
+    Press("cmdApplyLayout");
+    EXPECT_THAT(ui.host.TakeTexts(),
+                ElementsAre("The .vsdx copy of the drawing was not written: Path/File access error: " + copy +
+                            " is a folder"));
     WriteFile(DrawingFile("INSTRUMENT"), "no drawing");
     Press("cmdApplyLayout");
     EXPECT_THAT(ui.host.TakeTexts(),
