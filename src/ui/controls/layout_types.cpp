@@ -16,10 +16,6 @@ LayoutTypes::LayoutTypes(QWidget* parent) : QComboBox(parent) {
     });
 }
 
-QSize LayoutTypes::minimumSizeHint() const {
-    return {fontMetrics().horizontalAdvance("RadialDefault"), QComboBox::minimumSizeHint().height()};
-}
-
 // The open list takes its keys itself.
 void LayoutTypes::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {

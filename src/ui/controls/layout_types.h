@@ -12,8 +12,6 @@ class LayoutTypes : public QComboBox {
   public:
     explicit LayoutTypes(QWidget* parent);
 
-    QSize minimumSizeHint() const override;
-
   signals:
     void Picked();  ///< A click in the open list, or Return.
 

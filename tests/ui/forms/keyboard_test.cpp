@@ -63,7 +63,8 @@ TEST_F(KeyboardTest, OnEveryScreenTheOrderGoesRightAndDown) {
     QTest::keyClick(tree->findChild<QWidget*>("Tview"), Qt::Key_Return);
     for (const Screen screen : {Screen::Treeview, Screen::Settings, Screen::IsolateView}) {
         Form& form = *ui.frame->Find(screen);
-        const auto order = ReadingOrder(form);
+        auto order = ReadingOrder(form);
+        std::erase_if(order, [](const QWidget* control) { return !control->isVisible(); });
         ASSERT_GT(order.size(), 5u);
         for (std::size_t i = 1; i < order.size(); ++i) {
             const QRect before(order[i - 1]->mapTo(&form, QPoint()), order[i - 1]->size()),

@@ -1,6 +1,7 @@
 #include "ui/screens/browse/tree_form.h"
 
 #include <QHBoxLayout>
+#include <QScopeGuard>
 #include <QShortcut>
 #include <functional>
 
@@ -128,9 +129,9 @@ void TreeForm::loadtreeform() {
 void TreeForm::process_Refresh() {
     AppState& app = App();
     Tview_->SetEmptyText({});  // It is not empty but being filled.
+    const auto filled = qScopeGuard([this] { Tview_->SetEmptyText(kNoSchema); });
     Tview_->SetTree({});
     Tview_->SetTree(norvelis::process_Refresh(app, *app.gConnection, variant_));
-    Tview_->SetEmptyText(kNoSchema);
 }
 
 void TreeForm::ClickNode(NodeIndex node) {
