@@ -48,7 +48,6 @@ function(norvelis_test name)
     add_executable(${name}_test ${ARG_SOURCES} ${PROJECT_SOURCE_DIR}/tests/watchdog.cpp)
     target_include_directories(${name}_test PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     target_link_libraries(${name}_test PRIVATE ${ARG_LINKS} norvelis::testing GTest::gtest GTest::gmock GTest::gtest_main)
-    target_precompile_headers(${name}_test PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
     target_compile_definitions(${name}_test PRIVATE NORVELIS_SOURCE="${PROJECT_SOURCE_DIR}" NORVELIS_APP="${NORVELIS_APP}"
         NORVELIS_TEST_SECONDS=${test_seconds})
     add_test(NAME ${name} COMMAND ${name}_test)
@@ -57,16 +56,6 @@ function(norvelis_test name)
         add_custom_target(tests)
     endif()
     add_dependencies(tests ${name}_test)
-endfunction()
-
-# norvelis_widgets(ui): reading the headers of Qt's widgets is most of the work of compiling a screen, so they are read
-# once for the target. Sources include what they use all the same: the static checks read them without this.
-function(norvelis_widgets target)
-    set_target_properties(${target} PROPERTIES AUTOMOC ON)
-    target_precompile_headers(${target} PRIVATE
-        <QApplication> <QBoxLayout> <QComboBox> <QFileDialog> <QLabel> <QLineEdit> <QListWidget> <QMouseEvent>
-        <QPainter> <QPainterPath> <QPointer> <QPrinter> <QScreen> <QScrollBar> <QStatusBar> <QTimer> <QToolButton>
-        <QTreeView> <QWidget> <functional> <optional> <string> <variant> <vector>)
 endfunction()
 
 # norvelis_bench(extract LINKS ...): the benchmark program of one folder under bench/.
