@@ -4,8 +4,7 @@
 #include <QWindow>
 #include <algorithm>
 #include <optional>
-
-#include "ui/forms/form.h"
+#include <utility>
 
 namespace norvelis::ui {
 
@@ -31,7 +30,8 @@ Qt::CursorShape CursorFor(Qt::Edges edges) {
 
 class Grip : public QWidget {
   public:
-    Grip(Form& form, Qt::Edges edges) : QWidget(&form), form_(form), edges_(edges) {
+    Grip(const GrippedForm& gripped, Qt::Edges edges)
+        : QWidget(&gripped.form), gripped_(gripped), form_(gripped.form), edges_(edges) {
         setCursor(CursorFor(edges));
     }
 
@@ -51,14 +51,14 @@ class Grip : public QWidget {
 
   protected:
     void mousePressEvent(QMouseEvent* event) override {
-        emit form_.Touched();
+        gripped_.pressed();
         if (event->button() != Qt::LeftButton) return;
         if (form_.isWindow() && form_.windowHandle()->startSystemResize(edges_)) return;
         held_ = Held{event->globalPosition().toPoint(), form_.geometry()};
     }
     void mouseMoveEvent(QMouseEvent* event) override {
         if (!held_) return;
-        emit form_.ArrangedByPerson();
+        gripped_.dragged();
         form_.setGeometry(Dragged(event->globalPosition().toPoint() - held_->mouse));
     }
     void mouseReleaseEvent(QMouseEvent*) override { held_.reset(); }
@@ -70,7 +70,7 @@ class Grip : public QWidget {
     };
 
     QRect Dragged(QPoint by) const {
-        const QSize smallest = form_.SmallestSize();
+        const QSize smallest = gripped_.smallestSize();
         QRect to = held_->form;
         if (edges_ & Qt::LeftEdge)
             to.setLeft(std::min(to.left() + by.x(), to.right() + 1 - smallest.width()));
@@ -86,16 +86,17 @@ class Grip : public QWidget {
         return to;
     }
 
-    Form& form_;
+    const GrippedForm& gripped_;
+    QWidget& form_;
     Qt::Edges edges_;
     std::optional<Held> held_;
 };
 
 }  // namespace
 
-EdgeGrips::EdgeGrips(Form& form) : QObject(&form), form_(form) {
+EdgeGrips::EdgeGrips(GrippedForm gripped) : QObject(&gripped.form), gripped_(std::move(gripped)) {
     for (std::size_t i = 0; i < grips_.size(); ++i) {
-        grips_[i] = new Grip(form, kEdges[i]);
+        grips_[i] = new Grip(gripped_, kEdges[i]);
         grips_[i]->setObjectName(QString("grip%1").arg(i));
     }
 }

@@ -53,7 +53,8 @@ Form::Form(const ScreenContext& context, const QString& name, const QString& cap
     connect(imgClose_, &QPushButton::clicked, this, &QWidget::close);
     connect(imgMinimize_, &QPushButton::clicked, this, &Form::Minimized);
     connect(imgRestore_, &QPushButton::clicked, this, &Form::ToggleMaximized);
-    grips_ = new EdgeGrips(*this);
+    grips_ = new EdgeGrips({*this, [this] { return SmallestSize(); }, [this] { emit Touched(); },
+                            [this] { emit ArrangedByPerson(); }});
 }
 
 Form::~Form() = default;
