@@ -79,7 +79,7 @@ TEST_F(CancelTest, TheButtonBesideTheBarsAndEscapeCancel) {
     Extract(kSample);
     const std::string before = Rows();
     EXPECT_TRUE(CancelButton().isHidden());
-    atTurn[20] = [this] {
+    atTurn[5] = [this] {
         EXPECT_TRUE(CancelButton().isVisible());
         CancelButton().click();
     };

@@ -61,6 +61,7 @@ mdiMainMenu::mdiMainMenu(const FrameParts& parts)
     statusBar()->setSizeGripEnabled(false);
     warnings_->setObjectName("warnings");
     warnings_->setToolTip("What reading the dictionary's reports lost");
+    warnings_->setMaximumHeight(warnings_->fontMetrics().height());  // The bar keeps its height with it.
     warnings_->hide();
     statusBar()->addPermanentWidget(warnings_);
     connect(warnings_, &QToolButton::clicked, this, [this] { Request(ShowFindings{}); });
