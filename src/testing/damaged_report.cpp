@@ -251,7 +251,7 @@ void DamageLines(Damage damage, Damager& damager) {
 
 }  // namespace
 
-std::string DamageReport(std::string report, Damage damage, std::uint64_t seed) {
+std::string DamageReport(const std::string& report, Damage damage, std::uint64_t seed) {
     Damager damager(report, seed);
     if (damage == Damage::CutOff)
         return report.substr(0, report.size() / 8 + damager.Below(report.size() * 7 / 8));

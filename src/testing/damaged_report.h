@@ -78,6 +78,6 @@ inline constexpr std::array<DamageKind, 27> kDamageKinds = {{
 
 /// A generated report (GenerateSchemaReport) with one kind of damage. Equal arguments give equal bytes. The
 /// report as it was where it holds nothing that could be damaged so.
-std::string DamageReport(std::string report, Damage damage, std::uint64_t seed);
+std::string DamageReport(const std::string& report, Damage damage, std::uint64_t seed);
 
 }  // namespace norvelis
