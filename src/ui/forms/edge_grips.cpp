@@ -1,6 +1,7 @@
 #include "ui/forms/edge_grips.h"
 
 #include <QMouseEvent>
+#include <QWidget>
 #include <QWindow>
 #include <algorithm>
 #include <optional>

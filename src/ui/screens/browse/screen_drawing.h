@@ -21,7 +21,7 @@ class ScreenDrawing : private DrawScreen {
     ScreenDrawing(const ScreenContext& context, cTreeView& tree, DrawingPanel& panel);
     /// A snapshot of a drawing that was not finished gives way to what was on show before, and the tree is
     /// not left scrolled sideways by the boxes that it followed.
-    ~ScreenDrawing();
+    ~ScreenDrawing() override;
 
     DrawingState& State() { return state_; }
     bool OnShow() const;  ///< The screen still shows what is drawn.
