@@ -23,7 +23,7 @@ std::string_view WordsFor(FileChange change) {
     return {};
 }
 
-FileReader::FileReader(std::string path) : path_(Resolve(path)), descriptor_(-1) {
+FileReader::FileReader(const std::string& path) : path_(Resolve(path)), descriptor_(-1) {
     if (!FileExists(path_)) throw RuntimeFailure(FailureNumber::FileNotFound, path_);
     descriptor_ = open(path_.c_str(), O_RDONLY | O_CLOEXEC);
     if (descriptor_ < 0) throw RuntimeFailure(FailureNumber::PathFileAccess, path_);

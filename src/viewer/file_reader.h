@@ -22,7 +22,7 @@ std::string_view WordsFor(FileChange change);
 class FileReader {
   public:
     /// RuntimeFailure 53 or 75 with the path when it can not be opened.
-    explicit FileReader(std::string path);
+    explicit FileReader(const std::string& path);
     ~FileReader();
     FileReader(const FileReader&) = delete;
     FileReader& operator=(const FileReader&) = delete;

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QFont>
 
 #include "ui/skins/skin_style.h"
 

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QClipboard>
 #include <QHeaderView>
