@@ -52,10 +52,6 @@ function(norvelis_test name)
         NORVELIS_TEST_SECONDS=${test_seconds})
     add_test(NAME ${name} COMMAND ${name}_test)
     set_tests_properties(${name} PROPERTIES TIMEOUT ${program_seconds} ENVIRONMENT "${environment}")
-    if(NOT TARGET tests)
-        add_custom_target(tests)
-    endif()
-    add_dependencies(tests ${name}_test)
 endfunction()
 
 # norvelis_bench(extract LINKS ...): the benchmark program of one folder under bench/.

@@ -6,13 +6,13 @@
 #include <vector>
 
 #include "base/failure.h"
-#include "base/paths.h"
 #include "base/text.h"
 #include "browse/next_step.h"
 #include "core/log.h"
 #include "dictionary/findings.h"
 #include "dictionary/records.h"
 #include "dictionary/schemas.h"
+#include "store/store_failure.h"
 
 namespace norvelis {
 
@@ -91,9 +91,7 @@ class TreeLoader {
   private:
     /// An open store can be read after its file was removed, and nobody would know.
     void RequireFile() const {
-        if (!FileExists(store_.Path()))
-            throw RuntimeFailure(FailureNumber::StoreFailure,
-                                 store_.Path() + ": the file is not there any more");
+        if (HasVanished(store_.Path())) ThrowVanished(store_.Path());
     }
 
     void MarkIncomplete() {

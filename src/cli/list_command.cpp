@@ -1,9 +1,9 @@
 #include <cstdio>
-#include <nlohmann/json.hpp>
 
 #include "base/text.h"
 #include "browse/record_list.h"
 #include "cli/command.h"
+#include "cli/json_output.h"
 #include "dictionary/schemas.h"
 
 namespace norvelis::cli {
@@ -11,10 +11,6 @@ namespace norvelis::cli {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-void PrintJson(const Json& json) {
-    std::printf("%s\n", json.dump(2, ' ', false, Json::error_handler_t::replace).c_str());
-}
 
 int PrintNames(const std::vector<std::string>& names, bool json) {
     if (json) {

@@ -8,6 +8,7 @@
 
 #include "cli/command.h"
 #include "cli/findings_output.h"
+#include "cli/json_output.h"
 #include "core/settings.h"
 #include "extract/driver.h"
 #include "extract/report_checks.h"
@@ -59,7 +60,7 @@ int Validate(CommandContext& context, const ReportOptions& options) {
     if (options.json) {
         nlohmann::ordered_json object{{"report", path}};
         AddFindings(object, findings, changes);
-        std::printf("%s\n", object.dump(2, ' ', false, nlohmann::json::error_handler_t::replace).c_str());
+        cli::PrintJson(object);
     } else {
         PrintChanges(changes);
         PrintFindings(findings, options.notes);
@@ -131,7 +132,7 @@ class Extract {
                                       {"seconds", seconds_},
                                       {"removed", result.removedSchemas}};
         AddFindings(object, result.findings, changes_);
-        std::printf("%s\n", object.dump(2, ' ', false, nlohmann::json::error_handler_t::replace).c_str());
+        cli::PrintJson(object);
     }
 
     CommandContext& context_;

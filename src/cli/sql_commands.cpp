@@ -7,6 +7,7 @@
 
 #include "base/failure.h"
 #include "base/text.h"
+#include "cli/json_output.h"
 #include "cli/sql_rows.h"
 #include "dictionary/schemas.h"
 #include "sqlconv/connection_text.h"
@@ -46,7 +47,7 @@ int PrintList(const std::vector<Item>& items, bool json, const std::function<std
             PrintLine(line(item));
         }
     }
-    if (json) PrintLine(array.dump(2, ' ', false, Json::error_handler_t::replace));
+    if (json) PrintJson(array);
     return kDone;
 }
 

@@ -25,10 +25,6 @@ std::optional<std::string> StoredSchemaName(Connection& store, std::string_view 
     return row.Eof() ? std::nullopt : std::optional(std::string(Trim(row.Text("schemaname"))));
 }
 
-Recordset SchemasWithRecords(Connection& store) {
-    return store.Select("Select DISTINCT(schemaname) FROM Record_Details order by schemaname asc");
-}
-
 long CountRecords(Connection& store, std::string_view schema) {
     return store.Count("Select count(*) FROM Record_Details where schemaname = ?", {schema});
 }

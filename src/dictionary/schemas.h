@@ -24,8 +24,7 @@ Recordset SchemaHeader(Connection& store, std::string_view schema);
 /// letter case.
 std::optional<std::string> StoredSchemaName(Connection& store, std::string_view schema);
 
-/// Column schemaname, each schema that has a record once, by name; and how many records it has.
-Recordset SchemasWithRecords(Connection& store);
+/// How many records of any kind the schema has.
 long CountRecords(Connection& store, std::string_view schema);
 
 /// The rows of Parents of one schema: in the order of the report, or by name.

@@ -142,7 +142,7 @@ void StoreFindings(Connection& store, const std::string& schema, const std::vect
 
 std::vector<std::string> OtherSchemas(Connection& store, const std::string& schema) {
     std::vector<std::string> others;
-    for (Recordset row = dictionary::SchemasWithRecords(store); !row.Eof(); row.MoveNext()) {
+    for (Recordset row = dictionary::SchemasOfRecords(store); !row.Eof(); row.MoveNext()) {
         if (const std::string name = row.Text("schemaname"); !SameName(name, schema)) others.push_back(name);
     }
     return others;

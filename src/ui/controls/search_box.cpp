@@ -1,9 +1,9 @@
 #include "ui/controls/search_box.h"
 
 #include <QKeyEvent>
-#include <QShortcut>
 
 #include "ui/controls/c_tree_view.h"
+#include "ui/controls/keys.h"
 #include "ui/controls/picture_controls.h"
 
 namespace norvelis::ui {
@@ -33,9 +33,7 @@ SearchBox::SearchBox(Host& host, cTreeView& tree, QWidget* form)
     });
     connect(Text1_, &QLineEdit::returnPressed, this, &SearchBox::Search);
     connect(button_, &QPushButton::clicked, this, &SearchBox::Search);
-    auto* find = new QShortcut(QKeySequence::Find, form);
-    find->setContext(Qt::WidgetWithChildrenShortcut);
-    connect(find, &QShortcut::activated, Text1_, [this] {
+    OnKeys(form, QKeySequence::Find, [this] {
         Text1_->setFocus(Qt::ShortcutFocusReason);
         Text1_->selectAll();
     });

@@ -77,8 +77,7 @@ mdiMainMenu::mdiMainMenu(const FrameParts& parts)
         Timer1_.start(0);
     });
     connect(&commands_, &LongCommands::BusyChanged, this, [this](bool busy) {
-        if (busy) ClearProgress();
-        UpdateWarnings();
+        busy ? ClearProgress() : UpdateWarnings();
         CloseWhenDone(busy);
     });
     connect(area_, &ChildArea::FormsChanged, this, &mdiMainMenu::UpdateMinimized);
@@ -296,7 +295,7 @@ bool mdiMainMenu::CloseForms() {
 // A command starts with empty bars and leaves its last words on them.
 void mdiMainMenu::ClearProgress() {
     Progress& progress = context_.app.progress;
-    for (const Bar bar : {Bar::TreeviewText, Bar::TreeviewValue, Bar::BackgroundText, Bar::BackgroundValue}) {
+    for (const Bar bar : kAllBars) {
         progress.BResetprogressbar(bar, 100);
         progress.SetText(bar, "");
     }

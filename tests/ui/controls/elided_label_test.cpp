@@ -16,7 +16,7 @@ QString TipOf(QWidget& label) {
 }
 
 TEST(ElidedLabelTest, TheTextStaysWholeAndOnlyItsPaintingIsShortened) {
-    const QString path = "/home/someone/drawings/of a <schema>/EMPSCHM/EMPLOYEE.vsd";
+    const QString path = "/srv/diagrams/drawings/of a <schema>/EMPSCHM/EMPLOYEE.vsd";
     ElidedLabel label("lblFile", path, nullptr);
     label.resize(140, 20);
     label.show();

@@ -1,11 +1,11 @@
 #include "ui/screens/browse/frm_findings.h"
 
-#include <QShortcut>
 #include <QVBoxLayout>
 
 #include "base/failure.h"
 #include "browse/findings_list.h"
 #include "ui/controls/flx_grid.h"
+#include "ui/controls/keys.h"
 #include "ui/skins/art/skin_files.h"
 
 namespace norvelis::ui {
@@ -20,12 +20,8 @@ frm_Findings::frm_Findings(const ScreenContext& context)
     column->setContentsMargins(16, Body().top() + 12, 16, 16);
     column->addWidget(lblCount_);
     column->addWidget(FlxGrid_, 1);
-    auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
-    escape->setContext(Qt::WidgetWithChildrenShortcut);
-    connect(escape, &QShortcut::activated, this, &QWidget::close);
-    auto* again = new QShortcut(QKeySequence::Refresh, this);
-    again->setContext(Qt::WidgetWithChildrenShortcut);
-    connect(again, &QShortcut::activated, this, &frm_Findings::Fill);
+    OnKeys(this, Qt::Key_Escape, &QWidget::close);
+    OnKeys(this, QKeySequence::Refresh, [this] { Fill(); });
 }
 
 void frm_Findings::LoadINISettings() {

@@ -1,7 +1,6 @@
 #include "ui/screens/browse/frm_isolateview.h"
 
 #include <QScopeGuard>
-#include <QShortcut>
 #include <QSplitter>
 #include <QVBoxLayout>
 
@@ -16,6 +15,7 @@
 #include "ui/controls/drawing_files.h"
 #include "ui/controls/elided_label.h"
 #include "ui/controls/flx_grid.h"
+#include "ui/controls/keys.h"
 #include "ui/controls/picture_controls.h"
 #include "ui/forms/cancel_button.h"
 #include "ui/forms/drawing_panel.h"
@@ -61,10 +61,7 @@ frm_IsolateView::frm_IsolateView(const ScreenContext& context)
     hover_->ShowDrawingsIn(panel_->Drawing());
     connect(Tviewrec_, &cTreeView::NodeClicked, this, &frm_IsolateView::ClickNode);
     connect(&panel_->Drawing(), &DrawingControl2::ShapeClicked, this, &frm_IsolateView::ClickShape);
-    auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
-    escape->setContext(Qt::WidgetWithChildrenShortcut);
-    connect(escape, &QShortcut::activated, this, &QWidget::close);
-    context.commands.DisableWhileBusy(escape);  // Then it cancels.
+    context.commands.DisableWhileBusy(OnKeys(this, Qt::Key_Escape, &QWidget::close));  // Then it cancels.
 }
 
 QWidget* frm_IsolateView::TreeAndDetails() {

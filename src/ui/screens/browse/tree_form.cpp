@@ -2,7 +2,6 @@
 
 #include <QHBoxLayout>
 #include <QScopeGuard>
-#include <QShortcut>
 #include <functional>
 
 #include "base/failure.h"
@@ -11,6 +10,7 @@
 #include "ui/controls/c_tree_view.h"
 #include "ui/controls/context_menu.h"
 #include "ui/controls/drawing_files.h"
+#include "ui/controls/keys.h"
 #include "ui/controls/picture_controls.h"
 #include "ui/controls/search_box.h"
 #include "ui/screens/browse/node_hover.h"
@@ -47,9 +47,7 @@ TreeForm::TreeForm(const ScreenContext& context, const QString& name, const QStr
     Tview_->SetEmptyText(kNoSchema);
     connect(Tview_, &cTreeView::NodeClicked, this, &TreeForm::ClickNode);
     connect(search_, &SearchBox::Searching, hover_, &NodeHover::Hide);
-    auto* again = new QShortcut(QKeySequence::Refresh, this);
-    again->setContext(Qt::WidgetWithChildrenShortcut);
-    connect(again, &QShortcut::activated, this, &TreeForm::RunLoad);
+    OnKeys(this, QKeySequence::Refresh, [this] { RunLoad(); });
 }
 
 QBoxLayout* TreeForm::TreeAndPaging() {
