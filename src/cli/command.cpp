@@ -4,6 +4,8 @@
 
 #include <csignal>
 #include <cstdio>
+#include <iostream>
+#include <iterator>
 #include <new>
 
 #include "base/failure.h"
@@ -43,6 +45,11 @@ std::string AbsolutePath(const std::string& path) {
     std::error_code error;
     const auto absolute = std::filesystem::absolute(NativePath(path), error);
     return error ? path : absolute.lexically_normal().string();
+}
+
+std::string ReadInput(const std::string& path) {
+    if (path == "-") return {std::istreambuf_iterator<char>(std::cin), {}};
+    return ReadFile(AbsolutePath(path));
 }
 
 namespace {

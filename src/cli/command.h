@@ -36,6 +36,9 @@ std::string WithNewlines(const std::string& text);
 
 std::string AbsolutePath(const std::string& path);
 
+/// The bytes of the file, of standard input for "-".
+std::string ReadInput(const std::string& path);
+
 void AddReportCommands(CLI::App& program, CommandContext& context);      ///< validate, extract.
 void AddStoreCommands(CLI::App& program, CommandContext& context);       ///< store create, store restore.
 void AddDictionaryCommands(CLI::App& program, CommandContext& context);  ///< dump, setting.
