@@ -201,7 +201,7 @@ class Extraction {
         }
         if (driver_.keepsFormer &&
             (!others.empty() || dictionary::CountRecords(driver_.connection, schema) > 0))
-            former_.emplace(driver_.connection.Path());
+            former_.emplace(driver_.connection);
         if (deleteAll) dictionary::ClearAll(driver_.connection);
         ExtractionResult result = ReadReport(transaction);
         if (result.done) result.removedSchemas = std::move(others);

@@ -57,10 +57,17 @@ std::string ConnectionString(std::string_view path) {
 Connection::Connection(std::shared_ptr<Database> database) : database_(std::move(database)) {}
 
 std::shared_ptr<Connection> Connection::Open(std::string_view connectionString) {
-    const std::string path = Resolve(PartOf(connectionString, "Data Source"));
+    return Open(Resolve(PartOf(connectionString, "Data Source")),
+                PartOf(connectionString, "Jet OLEDB:Database password"));
+}
+
+std::shared_ptr<Connection> Connection::OpenFile(std::string_view path) {
+    return Open(Resolve(path), std::string(kPassword));
+}
+
+std::shared_ptr<Connection> Connection::Open(const std::string& path, const std::string& password) {
     if (!FileExists(path)) throw UnusableStore(path + ": the file does not exist");
-    auto database =
-        std::make_shared<Database>(path, PartOf(connectionString, "Jet OLEDB:Database password"), false);
+    auto database = std::make_shared<Database>(path, password, false);
     database->RunScript(
         "PRAGMA temp_store = MEMORY; PRAGMA secure_delete = OFF; SELECT count(*) FROM sqlite_master;");
     std::shared_ptr<Connection> connection(new Connection(std::move(database)));
@@ -100,6 +107,15 @@ bool Connection::IsOpen() const {
 
 const std::string& Connection::Path() const {
     return database_->Path();
+}
+
+void Connection::CopyTo(const std::string& path) {
+    try {
+        database_->CopyTo(path);
+    } catch (const RuntimeFailure&) {
+        DeleteFile(path);
+        throw;
+    }
 }
 
 void Connection::SetPageCache(int kilobytes) {

@@ -28,6 +28,9 @@ class Connection {
     /// file.
     static std::shared_ptr<Connection> Open(std::string_view connectionString);
 
+    /// The same for the store under this path, which may hold any character.
+    static std::shared_ptr<Connection> OpenFile(std::string_view path);
+
     /// Makes an empty store with all tables at `path`, over whatever is there.
     static void CreateStore(const std::string& path);
 
@@ -50,6 +53,11 @@ class Connection {
     void SetPageCache(int kilobytes);
     static constexpr int kBrowsingCache = 16000, kWritingCache = 500;
 
+    /// Copies the store as it is now to a file: one picture of it, whoever else writes it meanwhile. Within a
+    /// transaction only as long as that has written nothing. LockedStore while another program is in the
+    /// middle of a change; after any RuntimeFailure there is no such file.
+    void CopyTo(const std::string& path);
+
     /// Runs a statement that gives no rows.
     void Execute(std::string_view statement, std::initializer_list<std::string_view> values = {});
 
@@ -60,6 +68,8 @@ class Connection {
     long Count(std::string_view statement, std::initializer_list<std::string_view> values = {});
 
   private:
+    static std::shared_ptr<Connection> Open(const std::string& path, const std::string& password);
+
     friend class Inserter;
 
     explicit Connection(std::shared_ptr<Database> database);

@@ -2,7 +2,12 @@
 
 #include <sqlcipher/sqlite3.h>
 
+#include <algorithm>
+#include <cerrno>
+#include <fstream>
+#include <system_error>
 #include <utility>
+#include <vector>
 
 #include "base/failure.h"
 #include "base/text.h"
@@ -13,6 +18,23 @@ namespace norvelis {
 namespace {
 
 constexpr int kBusyMilliseconds = 2000;
+
+/// In which what was read stays as it is; within a transaction that is open already, that one.
+class ReadTransaction {
+  public:
+    explicit ReadTransaction(sqlite3* engine) : engine_(engine), isOwn_(sqlite3_get_autocommit(engine) != 0) {
+        if (isOwn_) sqlite3_exec(engine_, "BEGIN", nullptr, nullptr, nullptr);
+    }
+    ~ReadTransaction() {
+        if (isOwn_) sqlite3_exec(engine_, "COMMIT", nullptr, nullptr, nullptr);
+    }
+    ReadTransaction(const ReadTransaction&) = delete;
+    ReadTransaction& operator=(const ReadTransaction&) = delete;
+
+  private:
+    sqlite3* engine_;
+    bool isOwn_;
+};
 
 }  // namespace
 
@@ -55,6 +77,31 @@ void Database::KeepFileForm() {
 void Database::RunScript(const std::string& script) {
     if (sqlite3_exec(engine_, script.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK)
         ThrowStoreFailure(engine_, path_);
+}
+
+// By the engine's own file: a program that opens and closes the file once more loses its locks on it.
+void Database::CopyTo(const std::string& path) {
+    constexpr sqlite3_int64 kChunk = 1 << 20;
+    if (!IsOpen()) throw RuntimeFailure(FailureNumber::StoreFailure, path_ + ": the store is closed");
+    const ReadTransaction lock(engine_);
+    RunScript("SELECT count(*) FROM sqlite_master");  // From the first read on nobody writes the file.
+    sqlite3_file* file = nullptr;
+    sqlite3_file_control(engine_, "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    sqlite3_int64 size = 0;
+    if (file == nullptr || file->pMethods->xFileSize(file, &size) != SQLITE_OK)
+        throw RuntimeFailure(FailureNumber::StoreFailure, path_ + ": the disk refused to read it");
+    std::vector<char> bytes(static_cast<std::size_t>(std::min(size, kChunk)));
+    std::ofstream copy(path, std::ios::binary | std::ios::trunc);
+    for (sqlite3_int64 begin = 0; begin < size && copy; begin += kChunk) {
+        const int count = static_cast<int>(std::min(size - begin, kChunk));
+        if (file->pMethods->xRead(file, bytes.data(), count, begin) != SQLITE_OK)
+            throw RuntimeFailure(FailureNumber::StoreFailure, path_ + ": the disk refused to read it");
+        copy.write(bytes.data(), count);
+    }
+    copy.close();
+    if (!copy)
+        throw RuntimeFailure(FailureNumber::PathFileAccess,
+                             path + ", a copy of the dictionary: " + std::generic_category().message(errno));
 }
 
 sqlite3_stmt* Database::Prepare(const std::string& sql) {

@@ -30,6 +30,9 @@ class Database {
     /// Runs statements of the engine that give no rows, without keeping them.
     void RunScript(const std::string& script);
 
+    /// Copies the file as it is, encrypted; see Connection::CopyTo.
+    void CopyTo(const std::string& path);
+
     /// The statement, owned by the database, prepared at its first use.
     sqlite3_stmt* Prepare(const std::string& sql);
     /// A classic statement in the engine's words, worked out at its first use.

@@ -35,8 +35,8 @@ std::string FormerStorePath(const std::string& store) {
     return store + ".former";
 }
 
-FormerStore::FormerStore(const std::string& store) : store_(store), copy_(store + ".copy") {
-    Copy(store_, copy_);
+FormerStore::FormerStore(Connection& store) : store_(store.Path()), copy_(store_ + ".copy") {
+    store.CopyTo(copy_);
 }
 
 FormerStore::~FormerStore() {

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "store/connection.h"
+
 // The store as it was before its last change as a whole, kept once beside it.
 namespace norvelis {
 
@@ -12,8 +14,8 @@ std::string FormerStorePath(const std::string& store);
 /// succeeded.
 class FormerStore {
   public:
-    /// Copies the file, which nobody may be writing. RuntimeFailure with the path when that fails.
-    explicit FormerStore(const std::string& store);
+    /// Copies the store, into which its transaction has written nothing yet. RuntimeFailure when that fails.
+    explicit FormerStore(Connection& store);
     ~FormerStore();  ///< Removes a copy that was not kept.
     FormerStore(const FormerStore&) = delete;
     FormerStore& operator=(const FormerStore&) = delete;

@@ -11,9 +11,6 @@ namespace {
 
 std::string Reason(sqlite3* engine, const std::string& path) {
     switch (sqlite3_errcode(engine) & 0xFF) {
-        case SQLITE_BUSY:
-        case SQLITE_LOCKED:
-            return "locked by another program";
         case SQLITE_READONLY:
             return "write-protected";
         case SQLITE_FULL:
@@ -42,6 +39,9 @@ UnusableStore::UnusableStore(const std::string& reason)
           FailureNumber::StoreFailure,
           reason + "; \"norvelis-cli store create\" makes an empty store and keeps a damaged one") {}
 
+LockedStore::LockedStore(const std::string& path)
+    : RuntimeFailure(FailureNumber::StoreFailure, path + ": locked by another program") {}
+
 void ThrowStoreFailure(sqlite3* engine, const std::string& path) {
     if (engine == nullptr) throw RuntimeFailure(FailureNumber::StoreFailure, path + ": out of memory");
     switch (sqlite3_errcode(engine) & 0xFF) {
@@ -49,6 +49,9 @@ void ThrowStoreFailure(sqlite3* engine, const std::string& path) {
             throw UnusableStore(path + ": wrong password, or the file is no dictionary store");
         case SQLITE_CORRUPT:
             throw UnusableStore(path + ": the file is damaged");
+        case SQLITE_BUSY:
+        case SQLITE_LOCKED:
+            throw LockedStore(path);
         default:
             throw RuntimeFailure(FailureNumber::StoreFailure, path + ": " + Reason(engine, path));
     }

@@ -14,6 +14,13 @@ class UnusableStore : public RuntimeFailure {
     explicit UnusableStore(const std::string& reason);
 };
 
+/// Another program is in the middle of a change, and was so for as long as the store waits. It may help to
+/// try again.
+class LockedStore : public RuntimeFailure {
+  public:
+    explicit LockedStore(const std::string& path);
+};
+
 /// The one text for a refusal of the engine: throws RuntimeFailure (StoreFailure) with the file and the
 /// reason.
 [[noreturn]] void ThrowStoreFailure(sqlite3* engine, const std::string& path);

@@ -1,5 +1,6 @@
 #include "store/transaction.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -7,7 +8,9 @@
 #include <csignal>
 
 #include "base/failure.h"
+#include "base/paths.h"
 #include "store/inserter.h"
+#include "store/store_failure.h"
 #include "testing/test_store.h"
 
 namespace norvelis {
@@ -19,6 +22,21 @@ class TransactionTest : public ::testing::Test {
     Connection& store = *test.app.gConnection;
 
     void AddRow() { store.Execute("Insert into Parents (schemaname) values (?)", {"S"}); }
+    /// Whether another process finds the lock of one who writes.
+    bool OthersSeeItLocked() const {
+        const pid_t child = fork();
+        if (child == 0) {
+            struct flock lock {};
+            lock.l_type = F_WRLCK;
+            lock.l_start = 0x40000001;  // The byte that the engine locks before it writes.
+            lock.l_len = 1;
+            const int file = open(test.StorePath().c_str(), O_RDWR);
+            _exit(fcntl(file, F_GETLK, &lock) == 0 && lock.l_type != F_UNLCK ? 0 : 1);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+    }
     /// As another program sees the file.
     long StoredRows() const {
         return Connection::Open(ConnectionString(test.StorePath()))->Count("Select count(*) FROM Parents");
@@ -120,6 +138,30 @@ TEST_F(TransactionTest, ASecondWriterIsRefusedWhileAnotherWrites) {
     } catch (const RuntimeFailure& failure) {
         EXPECT_NE(std::string(failure.what()).find("locked by another program"), std::string::npos);
     }
+}
+
+TEST_F(TransactionTest, ACopyIsOnePictureOfTheStore) {
+    AddRow();
+    const std::string path = test.folder.Path("copy.mdb");
+    const auto other = Connection::Open(ConnectionString(test.StorePath()));
+    {
+        const Transaction transaction(*other);
+        other->Execute("Delete * FROM Parents");
+        store.CopyTo(path);
+    }
+    EXPECT_EQ(Connection::OpenFile(path)->Count("Select count(*) FROM Parents"), 1);
+
+    other->Execute("BEGIN EXCLUSIVE");
+    EXPECT_THROW(store.CopyTo(path), LockedStore);
+    other->Execute("ROLLBACK");
+    EXPECT_THROW(store.CopyTo("/dev/full"), RuntimeFailure);
+    {
+        const Transaction transaction(store);
+        store.CopyTo(path);
+        EXPECT_TRUE(OthersSeeItLocked()) << "the copy has let no lock go";
+    }
+    const auto copy = Connection::OpenFile(path);
+    EXPECT_EQ(copy->Select("PRAGMA integrity_check").Text("integrity_check"), "ok");
 }
 
 }  // namespace
