@@ -16,9 +16,6 @@ namespace norvelis::cli {
 
 namespace {
 
-/// The drawing of a schema that has no name.
-const std::string kNameless = "nameless";
-
 struct DrawRequest {
     std::string schema, record, out;
     bool separate = false;

@@ -273,8 +273,10 @@ DrawResult DrawParentDrawing(DrawingState& drawing, const std::string& recordNam
 DrawResult DrawScheduledDiagram(DrawingState& drawing, const std::string& schema, const std::string& job) {
     drawing.BeginCommand();
     DrawOrder order = OrderOfSchema(drawing, schema, nullptr);
+    if (schema.empty()) order.name = kNameless;
     order.location = drawing.app.AppPath(places::kBatchJobs);
     order.subfolder = job;
+    drawing.takesSnapshots = false;
     const DrawResult result = DrawDrawing(drawing, kDrawSingle, order);
     ReportNotWritten(drawing);
     return result;

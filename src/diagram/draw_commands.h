@@ -35,7 +35,10 @@ SeparateResult DrawVisioDiagramSeparateParent(DrawingState& drawing, const Recor
 /// One parent of gDrawSchema with all that is below it.
 DrawResult DrawParentDrawing(DrawingState& drawing, const std::string& recordName, bool visible);
 
-/// One whole dictionary for a schedule: asks nothing, shows nothing;
+/// The drawing of a schema that has no name.
+inline const std::string kNameless = "nameless";
+
+/// One whole dictionary for a schedule: asks nothing, shows nothing, takes no snapshots;
 /// ApplicationFolder\batchjobs\job\schema.vsd. What a person would have read in a box goes to `report`.
 DrawResult DrawScheduledDiagram(DrawingState& drawing, const std::string& schema, const std::string& job);
 

@@ -256,7 +256,7 @@ void AddParentToPage(DrawingState& drawing, const DrawKind& kind, const PageRef&
 
 void SnapshotDrawing(DrawingState& drawing, engine::Page& page) {
     const auto begin = drawing.steadyNow();
-    if (begin < drawing.nextSnapshot) return;
+    if (!drawing.takesSnapshots || begin < drawing.nextSnapshot) return;
     const std::string folder = drawing.app.AppPath(places::kSnapshots);
     CreateFolder(folder);
     const std::string file = NativePath(fmt::format("{}\\{:.7g}.vsd", folder, drawing.app.random.Rnd() * 10));

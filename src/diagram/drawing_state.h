@@ -97,6 +97,7 @@ struct DrawingState {
     BoxFields box;
 
     // Snapshots come by the time that has passed and not by the size of the drawing.
+    bool takesSnapshots = true;  ///< Off when nobody watches the drawing grow.
     std::function<std::chrono::steady_clock::time_point()> steadyNow = std::chrono::steady_clock::now;
     std::chrono::steady_clock::time_point nextSnapshot{};
 };

@@ -12,6 +12,7 @@ namespace norvelis {
 
 namespace {
 
+const std::string kIsDue = "nextschedule < ? and processed = false ";
 constexpr std::string_view kOneRow = "Select * FROM schedules where scheduleid = ?";
 
 /// A moment as the store compares it: whole seconds, so that a job booked for this second is not yet due.
@@ -90,8 +91,14 @@ std::vector<Job> ListJobs(Connection& store) {
 }
 
 std::vector<Job> DueJobs(Connection& store, DateTime now) {
-    return JobsOf(store, "where nextschedule < ? and processed = false order by scheduleid",
-                  {StoredDate(now)});
+    return JobsOf(store, "where " + kIsDue + "order by scheduleid", {StoredDate(now)});
+}
+
+std::optional<Job> DueJob(Connection& store, std::int64_t scheduleid, DateTime now) {
+    const auto jobs = JobsOf(store, "where " + kIsDue + "and scheduleid = ?",
+                             {StoredDate(now), std::to_string(scheduleid)});
+    if (jobs.empty()) return std::nullopt;
+    return jobs.front();
 }
 
 std::optional<Job> FindJob(Connection& store, std::int64_t scheduleid) {
@@ -122,6 +129,13 @@ bool UpdateJob(Connection& store, const Job& job) {
     return ChangeRow(store, job.scheduleid, [&](Recordset& row) {
         SetDetails(row, job);
         row.Set("visiofile", job.visiofile.value_or(" "));
+    });
+}
+
+bool MarkJobProcessed(Connection& store, std::int64_t scheduleid, std::string_view visiofile) {
+    return ChangeRow(store, scheduleid, [&](Recordset& row) {
+        row.Set("visiofile", visiofile);
+        row.Set("processed", "1");
     });
 }
 

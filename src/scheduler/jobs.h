@@ -31,6 +31,8 @@ std::optional<std::string> MissingInput(const Job& job, std::string_view nextSch
 std::vector<Job> ListJobs(Connection& store);  ///< By name.
 std::vector<Job> DueJobs(Connection& store,
                          DateTime now);  ///< Not processed, earlier than now; oldest row first.
+/// The row when it is one of DueJobs.
+std::optional<Job> DueJob(Connection& store, std::int64_t scheduleid, DateTime now);
 std::optional<Job> FindJob(Connection& store, std::int64_t scheduleid);
 
 /// A row with the job's details for each of the texts that is a date, each lasting at once; the process log
@@ -40,8 +42,10 @@ void CreateJobs(AppState& app, const Job& details, const std::vector<std::string
                 std::vector<std::int64_t>& ids);
 
 /// Stores the fields that the screen shows (all but fax) in the row of the job's id; a nextschedule that is
-/// null stays as it was. False when the row is gone. So with the next two.
+/// null stays as it was. False when the row is gone. So with the next three.
 bool UpdateJob(Connection& store, const Job& job);
+/// The job has run: its row is processed and keeps this as its drawing.
+bool MarkJobProcessed(Connection& store, std::int64_t scheduleid, std::string_view visiofile);
 bool DeleteJob(Connection& store, std::int64_t scheduleid);
 bool RunAgain(Connection& store,
               std::int64_t scheduleid);  ///< Not processed any more: due when its time has passed.

@@ -1,0 +1,12 @@
+#include "commands/batch_host.h"
+
+#include "core/log.h"
+
+namespace norvelis::commands {
+
+Answer BatchHost::MessageBox(const Message& message) {
+    WriteToProcessLog(program_, "Form Scheduler", "General message", message.text);
+    return message.defaultAnswer;
+}
+
+}  // namespace norvelis::commands
