@@ -4,8 +4,10 @@
 
 namespace norvelis::cli {
 
-void AddDrawingCommands(CLI::App& program, CommandContext& context);  ///< draw, export, stencil, print.
+void AddDrawingCommands(CLI::App& program,
+                        CommandContext& context);  ///< draw, export, stencil, print, and run for schedule.
 void AddDraw(CLI::App& program, CommandContext& context);
 void AddPrint(CLI::App& program, CommandContext& context);
+void AddScheduleRun(CLI::App& program, CommandContext& context);
 
 }  // namespace norvelis::cli

@@ -1,6 +1,7 @@
 #include <cstdio>
 #include <nlohmann/json.hpp>
 
+#include "cli/job_json.h"
 #include "cli/schedule_commands.h"
 #include "cli/schedule_definition.h"
 #include "extract/report_file.h"
@@ -14,24 +15,6 @@ using Json = nlohmann::ordered_json;
 
 std::string DueText(const Job& job) {
     return job.nextschedule ? GeneralDateText(*job.nextschedule) : "";
-}
-
-Json JsonOf(const Job& job) {
-    const auto orNull = [](const std::optional<std::string>& text) { return text ? Json(*text) : Json(); };
-    return {{"scheduleid", job.scheduleid},
-            {"name", job.name},
-            {"address", orNull(job.address)},
-            {"tel", orNull(job.tel)},
-            {"fax", orNull(job.fax)},
-            {"email", orNull(job.email)},
-            {"nextschedule", job.nextschedule ? Json(DueText(job)) : Json()},
-            {"idmsreport", job.idmsreport},
-            {"processed", job.processed},
-            {"visiofile", orNull(job.visiofile)}};
-}
-
-std::string TextOf(const Json& json) {
-    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
 int Missing(std::int64_t id) {

@@ -174,6 +174,7 @@ void AddScheduleCommands(CLI::App& program, CommandContext& context) {
     AddNext(*schedule, context);
     AddAdd(*schedule, context);
     AddJobCommands(*schedule, context);
+    AddHistory(*schedule, context);
     AddSimulate(*schedule, context);
 }
 

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
+#include "cli/killed_program.h"
 #include "cli/program.h"
-#include "kill_at_write/kill_at_write.h"
 #include "store/transaction.h"
 #include "testing/report_generator.h"
 #include "testing/small_report.h"
@@ -23,12 +23,6 @@ std::string SmallReport(const std::string& schema, const std::string& middle = {
 /// A shell's words for a user who is not let in everywhere.
 std::string AsOrdinaryUser() {
     return geteuid() == 0 ? "setpriv --reuid=65534 --regid=65534 --clear-groups " : "";
-}
-
-/// The words that load the library which counts writes, with one of its variables set.
-std::string Loaded(const char* variable, const std::string& value) {
-    return std::string("ASAN_OPTIONS=verify_asan_link_order=0 LD_PRELOAD=" NORVELIS_KILL_AT_WRITE " ") +
-           variable + "=" + value + " ";
 }
 
 class BadInput : public testing::Test {
