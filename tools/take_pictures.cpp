@@ -6,13 +6,17 @@
 #include <QMenuBar>
 #include <QPainter>
 #include <QRegularExpression>
+#include <QTabWidget>
+#include <QTimeEdit>
 #include <QTimer>
+#include <QTreeView>
 #include <cstdio>
 
 #include "commands/start_up.h"
 #include "desktop/application.h"
 #include "desktop/main_frame.h"
 #include "store/connection.h"
+#include "store/transaction.h"
 #include "ui/controls/c_tree_view.h"
 #include "ui/controls/drawing_control.h"
 #include "ui/forms/form.h"
@@ -57,6 +61,7 @@ class Photographer {
             TakeMenu();
             TakeProgress();
             TakeSettings();
+            TakeScheduler();
             TakeAbout();
             TakeWaiting("printer", [&] { frame_.Context().printer.SetUp(); });
             TakeBox("question", {"Are you sure you want to extract IDMS report?", "Extract Confirmation",
@@ -188,6 +193,48 @@ class Photographer {
         TakeWaiting("picker", [&] { settings.changerptfile(); });
         TakeWaiting("folders", [&] { settings.changevisiolocation(); });
         settings.close();
+    }
+    /// Jobs as people book them; the first half of them has run.
+    void Book(int jobs) const {
+        Connection& store = *frame_.Context().app.gConnection;
+        Transaction transaction(store);
+        store.Execute("Delete * FROM schedules");
+        const char* const names[] = {"Payroll", "Stock", "Customer orders", "Month end", "Archive"};
+        for (int i = 0; i < jobs; ++i) {
+            const std::string name =
+                names[i % 5] + (jobs > 5 ? " " + std::to_string(i / 5 + 1) : std::string());
+            store.Execute(
+                "Insert into schedules (name, address, tel, email, nextschedule, idmsreport, processed, "
+                "visiofile) values (?, 'Computer center', '4711', 'dba@example.org', ?, "
+                "'/srv/reports/empschm.text', ?, '/srv/reports/empschm.vsd')",
+                {name, std::to_string(46'380 + i) + ".25", i < jobs / 2 ? "1" : "0"});
+        }
+        transaction.Commit();
+    }
+    /// The scheduler with a job on show, the log of the runs, and many jobs.
+    void TakeScheduler() {
+        Book(3);
+        host_.OpenScreen(Screen::Scheduler, false);
+        Form& screen = *frame_.Find(Screen::Scheduler);
+        screen.findChild<QLineEdit*>("txtNumofDays")->setText("1");
+        screen.findChild<QTimeEdit*>("dtpFreqTime")->setTime({6, 0});
+        Press(screen, "cmdCalculate");
+        auto& jobs = *screen.findChild<QTreeView*>("tvwKestrimoor");
+        jobs.expand(jobs.model()->index(0, 0));
+        emit jobs.clicked(jobs.model()->index(0, 0));
+        Take(screen, "scheduler");
+        auto& tabs = *screen.findChild<QTabWidget*>("SSTab1");
+        tabs.setCurrentIndex(1);
+        Press(screen, "cmdViewLogs");
+        Take(screen, "scheduler-log");
+        tabs.setCurrentIndex(0);
+        Book(2000);
+        Press(screen, "cmdPopulate");
+        Press(screen, "optOccurs2");
+        Press(screen, "optFreq1");
+        Take(screen, "scheduler-many");
+        Book(0);
+        screen.close();
     }
     void TakeAbout() {
         host_.OpenScreen(Screen::About, false);

@@ -13,10 +13,6 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-std::string DueText(const Job& job) {
-    return job.nextschedule ? GeneralDateText(*job.nextschedule) : "";
-}
-
 int Missing(std::int64_t id) {
     return Refuse("there is no schedule " + std::to_string(id));
 }
@@ -89,7 +85,7 @@ int Update(const UpdateOptions& options, CommandContext& context) {
         if (!job->idmsreport.empty() && ValidateReportFile(job->idmsreport).check != ReportCheck::Valid)
             return Refuse("Invalid IDMS Report File. Action terminated");
     }
-    if (const auto missing = MissingInput(*job, DueText(*job))) return Refuse(*missing);
+    if (const auto missing = MissingInput(*job, DueText(*job))) return Refuse(missing->words);
     if (!UpdateJob(store, *job)) return Missing(options.id);
     std::printf("Schedule Updated\n");
     return kDone;

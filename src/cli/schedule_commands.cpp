@@ -40,9 +40,9 @@ struct NextOptions {
 std::vector<std::string> NextDates(const Definition& definition, DateTime after, int count, DateTime now) {
     if (count == 0) return {};
     if (definition.moment) return {GeneralDateText(*definition.moment)};
-    FutureRuns runs = Calculate(*definition.schedule, GeneralDateText(after), count - 1, now).value();
-    runs.lstFuture.insert(runs.lstFuture.begin(), runs.txtNextSchedule);
-    return runs.lstFuture;
+    const auto runs = Calculate(*definition.schedule, GeneralDateText(after), count - 1, now);
+    constexpr bool kAlsoNext = true;
+    return DatesToBook(runs.value(), kAlsoNext);
 }
 
 std::string IsoText(const std::string& generalText) {
@@ -113,13 +113,14 @@ int Add(const AddOptions& options, CommandContext& context) {
     Job job = options.job;
     std::vector<std::string> dates =
         NextDates(definition, now, options.count + (definition.schedule ? 1 : 0), now);
-    if (const auto missing = MissingInput(job, dates.empty() ? "" : dates.front())) return Refuse(*missing);
+    if (const auto missing = MissingInput(job, dates.empty() ? "" : dates.front()))
+        return Refuse(missing->words);
     job.idmsreport = AbsolutePath(job.idmsreport);
     if (ValidateReportFile(job.idmsreport).check != ReportCheck::Valid)
         return Refuse("Invalid IDMS Report File. Action terminated");
     if (definition.schedule) {
         const DateTime next = ParseDateTime(dates.front()).value();
-        std::fprintf(stderr, "Note: The next date, %s, is not booked.\n", WithWeekday(next).c_str());
+        std::fprintf(stderr, "Note: %s\n", NextDateIsNotBooked(next).c_str());
         dates.erase(dates.begin());
     }
     PrintNotes(definition, dates, now);

@@ -123,13 +123,12 @@ Definition DefinitionOptions::Read(DateTime now) const {
 XmlNode DefinitionOptions::ReadElement() const {
     const std::string text = *xml_ == "-" ? std::string(std::istreambuf_iterator<char>(std::cin), {})
                                           : ReadFile(AbsolutePath(*xml_));
-    XmlNode element = LoadXML(text);
-    if (element.Name() != "schedule") {
-        const std::string reason = GetAttribute(
-            element, "msg", "the element is named \"" + element.Name() + "\" and not \"schedule\"");
-        throw std::runtime_error("no schedule in " + (*xml_ == "-" ? "the input" : *xml_) + ": " + reason);
+    try {
+        return LoadSchedule(text);
+    } catch (const std::runtime_error& reason) {
+        throw std::runtime_error("no schedule in " + (*xml_ == "-" ? "the input" : *xml_) + ": " +
+                                 reason.what());
     }
-    return element;
 }
 
 XmlNode DefinitionOptions::BuildElement(DateTime now) const {

@@ -3,8 +3,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/failure.h"
 #include "base/paths.h"
+#include "base/text.h"
 #include "scheduler/next_time.h"
+#include "scheduler/schedule_xml.h"
 
 namespace norvelis {
 
@@ -52,9 +55,36 @@ long long InSeconds(DateTime time) {
     return std::llround(time * 86400);
 }
 
+bool IsPast(DateTime time, DateTime now) {
+    return InSeconds(time) < InSeconds(now);
+}
+
+constexpr auto kRunsAtOnce = " lies in the past and would run at once.";
+
 bool IsOutsideHours(const ScheduleRecord& record, DateTime moment) {
     const auto time = InSeconds(moment - DateOnly(moment));
     return time < InSeconds(record.Freq_Every_StartTime) || time >= InSeconds(record.Freq_Every_EndTime);
+}
+
+std::vector<DateTime> MomentsOf(const std::vector<std::string>& dates) {
+    std::vector<DateTime> moments;
+    for (const auto& date : dates) {
+        if (const auto moment = ParseDateTime(date)) moments.push_back(*moment);
+    }
+    return moments;
+}
+
+/// The dates of the schedule behind the last one booked; none where the calendar ends.
+std::vector<std::string> FurtherDates(const XmlNode& scheduleElement, const std::string& last,
+                                      std::size_t count, DateTime now) {
+    if (count == 0) return {};
+    try {
+        constexpr bool kAlsoNext = true;
+        const auto runs = Calculate(scheduleElement, last, static_cast<int>(count) - 1, now);
+        return DatesToBook(runs.value(), kAlsoNext);
+    } catch (const RuntimeFailure&) {
+        return {};
+    }
 }
 
 void AddOddDefinition(const ScheduleRecord& record, std::vector<std::string>& words) {
@@ -99,8 +129,7 @@ std::vector<std::string> OddTimes(const std::vector<DateTime>& times, DateTime n
     std::vector<std::string> words;
     if (times.empty()) words.emplace_back("Nothing is booked: the number of dates is 0.");
     AddFirst(
-        words, times, [&](DateTime time) { return InSeconds(time) < InSeconds(now); },
-        " lies in the past and would run at once.");
+        words, times, [&](DateTime time) { return IsPast(time, now); }, kRunsAtOnce);
     const auto repeated = std::adjacent_find(
         times.begin(), times.end(), [](DateTime a, DateTime b) { return InSeconds(a) == InSeconds(b); });
     if (repeated != times.end()) words.push_back(WithWeekday(*repeated) + " comes more than once.");
@@ -127,6 +156,43 @@ std::vector<std::string> OddTimes(const ScheduleRecord& record, const std::vecto
                 "\" comes out as.");
     }
     return words;
+}
+
+std::string NextDateIsNotBooked(DateTime next) {
+    return "The next date, " + WithWeekday(next) + ", is not booked.";
+}
+
+std::vector<std::string> WordsBeforeBooking(const XmlNode& scheduleElement, const FutureRuns& runs,
+                                            bool alsoNext, DateTime now) {
+    constexpr std::size_t kShown = 10;
+    std::vector<std::string> dates = DatesToBook(runs, alsoNext), words;
+    const ScheduleRecord record = ReadScheduleXML(scheduleElement, now);
+    const std::vector<DateTime> booked = MomentsOf(dates);
+    if (!booked.empty()) {
+        const std::size_t missing = kShown + 1 - std::min(kShown + 1, dates.size());
+        const auto further = FurtherDates(scheduleElement, dates.back(), missing, now);
+        dates.insert(dates.end(), further.begin(), further.end());
+        const std::vector<DateTime> shown = MomentsOf(dates);
+        words.push_back("First booked: " + WithWeekday(shown.front()));
+        words.emplace_back("The schedule goes on:");
+        for (std::size_t i = 1; i < std::min(shown.size(), kShown + 1); ++i)
+            words.push_back(WithWeekday(shown[i]));
+    }
+    if (!alsoNext) {
+        for (const DateTime next : MomentsOf({runs.txtNextSchedule}))
+            words.push_back(NextDateIsNotBooked(next));
+    }
+    const auto odd = OddTimes(record, booked, now);
+    words.insert(words.end(), odd.begin(), odd.end());
+    return words;
+}
+
+std::string QuestionOfPastDate(const std::vector<std::string>& dates, DateTime now) {
+    const std::vector<DateTime> moments = MomentsOf(dates);
+    const auto past =
+        std::find_if(moments.begin(), moments.end(), [now](DateTime time) { return IsPast(time, now); });
+    if (past == moments.end()) return {};
+    return WithWeekday(*past) + kRunsAtOnce + std::string(kLineBreak) + "Book it all the same?";
 }
 
 std::string MissingReport(std::string_view path) {

@@ -77,12 +77,17 @@ bool ChangeRow(Connection& store, std::int64_t scheduleid, Change change) {
 
 }  // namespace
 
-std::optional<std::string> MissingInput(const Job& job, std::string_view nextSchedule) {
+std::string DueText(const Job& job) {
+    return job.nextschedule ? GeneralDateText(*job.nextschedule) : "";
+}
+
+std::optional<MissingField> MissingInput(const Job& job, std::string_view nextSchedule) {
     const auto isEmpty = [](std::string_view text) { return Trim(text).empty(); };
-    if (isEmpty(job.name)) return "Name required";
-    if (isEmpty(job.idmsreport)) return "Report Name required";
-    if (isEmpty(job.tel.value_or("")) && isEmpty(job.email.value_or(""))) return "Must Enter TEL or Email";
-    if (isEmpty(nextSchedule)) return "Next Schedule date missing";
+    if (isEmpty(job.name)) return MissingField{JobField::Name, "Name required"};
+    if (isEmpty(job.idmsreport)) return MissingField{JobField::Report, "Report Name required"};
+    if (isEmpty(job.tel.value_or("")) && isEmpty(job.email.value_or("")))
+        return MissingField{JobField::Telephone, "Must Enter TEL or Email"};
+    if (isEmpty(nextSchedule)) return MissingField{JobField::NextSchedule, "Next Schedule date missing"};
     return std::nullopt;
 }
 

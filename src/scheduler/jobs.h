@@ -24,9 +24,17 @@ struct Job {
     std::optional<std::string> visiofile;
 };
 
-/// What a person has to fill in first, in the words of the screen; nothing when the job can be booked.
-/// `nextSchedule` is the text of the next date.
-std::optional<std::string> MissingInput(const Job& job, std::string_view nextSchedule);
+/// The moment that the job is due, as general date text; empty for none.
+std::string DueText(const Job& job);
+
+enum class JobField { Name, Report, Telephone, NextSchedule };
+/// What a person has to fill in first, and the words for it.
+struct MissingField {
+    JobField field;
+    const char* words;
+};
+/// Nothing when the job can be booked. `nextSchedule` is the text of the next date.
+std::optional<MissingField> MissingInput(const Job& job, std::string_view nextSchedule);
 
 std::vector<Job> ListJobs(Connection& store);  ///< By name.
 std::vector<Job> DueJobs(Connection& store,

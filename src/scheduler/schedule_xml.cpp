@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <stdexcept>
 #include <variant>
 
 #include "base/failure.h"
@@ -142,6 +143,13 @@ ScheduleRecord ReadScheduleXML(const XmlNode& scheduleElement, DateTime now) {
         record.NextActionDateTime = record.LastActionDateTime;
     BuildDates(record);
     return record;
+}
+
+XmlNode LoadSchedule(std::string_view text) {
+    XmlNode element = LoadXML(text);
+    if (element.Name() == "schedule") return element;
+    throw std::runtime_error(GetAttribute(
+        element, "msg", "the element is named \"" + element.Name() + "\" and not \"schedule\""));
 }
 
 XmlNode WriteScheduleXML(const ScheduleRecord& record, DateTime now) {

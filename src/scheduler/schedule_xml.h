@@ -14,6 +14,10 @@ namespace norvelis {
 /// from the present moment, never from a missed time.
 ScheduleRecord ReadScheduleXML(const XmlNode& scheduleElement, DateTime now);
 
+/// The schedule element that a definition file holds. std::runtime_error with the parser's reason when the
+/// text is not well-formed, or with the name of another element.
+XmlNode LoadSchedule(std::string_view text);
+
 /// The element of a record. Its first attribute is the next run from the record's action times.
 XmlNode WriteScheduleXML(const ScheduleRecord& record, DateTime now);
 

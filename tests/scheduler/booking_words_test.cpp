@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "scheduler/next_time.h"
+#include "scheduler/schedule_xml.h"
 #include "testing/temporary_folder.h"
 
 namespace norvelis {
@@ -92,6 +93,37 @@ TEST(BookingWords, DaysThatAreNotWhatTheListsSay) {
                     Contains(HasSubstr(WithWeekday(At(c.notAsSaid)) + " is what \"")))
             << c.notAsSaid;
     }
+}
+
+TEST(BookingWords, TheFirstDateAndTenBehindIt) {
+    ScheduleRecord record;
+    record.Occurs_DailyNum = record.Duration_End_Option = 1;
+    record.Freq_Once_Hr = 6;
+    record.Duration_Start_Year = 2026;
+    record.Duration_Start_Month = record.Duration_Start_Day = 1;
+    const XmlNode element = WriteScheduleXML(record, kNow);
+    const auto words = [&](int count, bool alsoNext) {
+        const auto runs = Calculate(element, "3/10/2026 9:00:00 AM", count, kNow);
+        return WordsBeforeBooking(element, runs.value(), alsoNext, kNow);
+    };
+    for (const int count : {1, 3, 15}) {
+        const auto lines = words(count, false);
+        ASSERT_EQ(lines.size(), 13u) << count;
+        EXPECT_EQ(lines[0], "First booked: Thursday 3/12/2026 6:00:00 AM");
+        EXPECT_EQ(lines[2], "Friday 3/13/2026 6:00:00 AM");
+        EXPECT_EQ(lines[11], "Sunday 3/22/2026 6:00:00 AM");
+        EXPECT_EQ(lines[12], "The next date, Wednesday 3/11/2026 6:00:00 AM, is not booked.");
+    }
+    EXPECT_EQ(words(0, true)[0], "First booked: Wednesday 3/11/2026 6:00:00 AM");
+    EXPECT_EQ(words(0, true).size(), 12u);
+    EXPECT_THAT(words(0, false), ElementsAre(HasSubstr("is not booked."), HasSubstr("number of dates is 0")));
+}
+
+TEST(BookingWords, DatesThatHavePassedAreAskedAbout) {
+    EXPECT_EQ(QuestionOfPastDate({"3/10/2026 9:00:00 AM", "no date"}, kNow), "");
+    EXPECT_EQ(
+        QuestionOfPastDate({"3/11/2026", "3/10/2026 8:59:59 AM"}, kNow),
+        "Tuesday 3/10/2026 8:59:59 AM lies in the past and would run at once.\r\nBook it all the same?");
 }
 
 TEST(BookingWords, AReportThatIsGone) {

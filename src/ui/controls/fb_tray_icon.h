@@ -16,6 +16,7 @@ class fbTrayIcon : public QObject {
 
     void AddTrayIcon(const QIcon& icon);
     void ChangeTrayIcon(const QIcon& icon) { tray_.setIcon(icon); }
+    void Notify(const QString& words) { tray_.showMessage(tray_.toolTip(), words, QSystemTrayIcon::Warning); }
     void RemoveTrayIcon() { tray_.hide(); }
 
     QString TrayIconTip() const { return tray_.toolTip(); }

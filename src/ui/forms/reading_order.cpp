@@ -2,6 +2,8 @@
 
 #include <QGridLayout>
 #include <QSplitter>
+#include <QTabBar>
+#include <QTabWidget>
 #include <algorithm>
 #include <tuple>
 
@@ -33,7 +35,10 @@ void Collect(QLayout& layout, std::vector<QWidget*>& order) {
 }
 
 void Collect(QWidget& widget, std::vector<QWidget*>& order) {
-    if (widget.focusPolicy() & Qt::TabFocus) {
+    if (auto* tabs = qobject_cast<QTabWidget*>(&widget)) {
+        order.push_back(tabs->tabBar());
+        for (int i = 0; i < tabs->count(); ++i) Collect(*tabs->widget(i), order);
+    } else if (widget.focusPolicy() & Qt::TabFocus) {
         order.push_back(&widget);
     } else if (const auto* splitter = qobject_cast<QSplitter*>(&widget)) {
         for (int i = 0; i < splitter->count(); ++i) Collect(*splitter->widget(i), order);

@@ -27,6 +27,7 @@ struct ScreenContext {
     std::function<void(const ScreenRequest&)> request;
     /// An entry of the main frame's menu by its name, for the context menu of a control; null for none.
     std::function<QAction*(const char* name)> menuEntry;
+    std::function<void(const QString& words)> notify;  ///< By the tray icon.
 };
 
 }  // namespace norvelis::ui

@@ -48,7 +48,8 @@ mdiMainMenu::mdiMainMenu(const FrameParts& parts)
                skin_,
                *area_,
                [this](const ScreenRequest& request) { Request(request); },
-               [this](const char* name) { return findChild<QAction*>(name); }},
+               [this](const char* name) { return findChild<QAction*>(name); },
+               [this](const QString& words) { tray_->Notify(words); }},
       menu_(context_, *area_),
       tray_(new fbTrayIcon(this)),
       warnings_(new QToolButton) {

@@ -7,6 +7,7 @@
 #include "ui/screens/browse/frm_isolateview.h"
 #include "ui/screens/browse/frm_treeview.h"
 #include "ui/screens/browse/frm_treeviewmax.h"
+#include "ui/screens/scheduler/frm_scheduler.h"
 #include "ui/screens/settings/frm_colors.h"
 #include "ui/screens/viewers/view_visio_file.h"
 
@@ -27,7 +28,7 @@ constexpr std::array<ScreenEntry, 11> kScreens = {
      {Screen::IsolateView, "Isolate View", Make<frm_IsolateView>, true},
      {Screen::Settings, "Setting", Make<frmColors>, false},
      {Screen::ConvertSql, "IDMS to SQL", nullptr, true},
-     {Screen::Scheduler, "Scheduler", nullptr, true},
+     {Screen::Scheduler, "Scheduler", Make<frm_Scheduler>, false},
      {Screen::ReportViewer, "View IDMS Report File", nullptr, false},
      {Screen::DrawingViewer, "Drawing Viewer", Make<ViewVisioFile>, false},
      {Screen::About, "About", Make<frmAbout>, false},

@@ -66,6 +66,10 @@ class SkinStyle : public QProxyStyle {
                                                                              : QPalette::Dark));
                 }
                 return;
+            case PE_FrameGroupBox:
+            case PE_FrameTabWidget:
+                return PaintBox(*painter, option->rect, Qt::transparent, colors.color(QPalette::Mid));
+            case PE_FrameTabBarBase:
             case PE_FrameFocusRect:
                 return;
             case PE_PanelScrollAreaCorner:
@@ -104,6 +108,9 @@ class SkinStyle : public QProxyStyle {
             QStyleOptionButton pressed = *button;
             pressed.palette.setColor(QPalette::ButtonText, colors.color(QPalette::HighlightedText));
             QProxyStyle::drawControl(element, &pressed, painter, widget);
+        } else if (const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(option);
+                   element == CE_TabBarTabShape && tab) {
+            PaintTab(*tab, *painter);
         } else if (const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option);
                    element == CE_HeaderSection && header) {
             painter->fillRect(option->rect, colors.window());
@@ -237,6 +244,15 @@ class SkinStyle : public QProxyStyle {
         drawItemText(&painter, item.rect, Qt::AlignCenter | Qt::TextShowMnemonic, item.palette,
                      item.state & State_Enabled, item.text,
                      active ? QPalette::HighlightedText : QPalette::WindowText);
+    }
+
+    /// A line below the chosen tab and the one under the mouse.
+    static void PaintTab(const QStyleOptionTab& tab, QPainter& painter) {
+        constexpr int kLine = 3;
+        const bool chosen = tab.state & State_Selected;
+        if (!chosen && !(tab.state & State_MouseOver)) return;
+        const QRect line = tab.rect.adjusted(6, tab.rect.height() - kLine, -6, 0);
+        painter.fillRect(line, tab.palette.color(chosen ? QPalette::Highlight : QPalette::Mid));
     }
 
     static QRect ScrollBarPart(const QStyleOptionSlider& bar, SubControl part) {
