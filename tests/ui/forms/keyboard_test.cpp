@@ -61,7 +61,8 @@ TEST_F(KeyboardTest, TheTabKeyGoesInReadingOrder) {
 TEST_F(KeyboardTest, OnEveryScreenTheOrderGoesRightAndDown) {
     ui.Choose("mnuColors");
     QTest::keyClick(tree->findChild<QWidget*>("Tview"), Qt::Key_Return);
-    for (const Screen screen : {Screen::Treeview, Screen::Settings, Screen::IsolateView}) {
+    ui.Choose("mnu_Scheduler");
+    for (const Screen screen : {Screen::Treeview, Screen::Settings, Screen::IsolateView, Screen::Scheduler}) {
         Form& form = *ui.frame->Find(screen);
         auto order = ReadingOrder(form);
         std::erase_if(order, [](const QWidget* control) { return !control->isVisible(); });
