@@ -7,7 +7,9 @@
 #include "cli/schedule_definition.h"
 #include "commands/job_runner.h"
 #include "core/places.h"
+#include "core/store_wait.h"
 #include "drawing/automation/create_engine.h"
+#include "store/connection.h"
 
 namespace norvelis::cli {
 
@@ -28,10 +30,8 @@ std::string FailureJson(const Job& job, const RunEnd& end) {
 }
 
 int Run(const RunOptions& options, CommandContext& context) {
-    context.OpenStore();
     RunnerHost host;
     AppState app(context.app->ApplicationFolder, host, context.clock, Random::FromDevice());
-    app.gConnection = context.app->gConnection;
     const auto engine = drawing::MakeDrawingEngine(
         {app.AppPath(places::kStencils), app.AppPath(places::kSnapshots), nullptr});
 
@@ -46,7 +46,12 @@ int Run(const RunOptions& options, CommandContext& context) {
     }
     commands::JobRunner runner(app, *engine, std::move(runs),
                                [&host](std::chrono::milliseconds time) { return host.Wait(time); });
-    if (!host.RunCancelable([&] { runner.Run(); })) host.MessageBox("The runner was told to end.");
+    const bool endedByItself = host.RunCancelable([&] {
+        app.gConnection = WaitForStore(
+            host, [&app] { return Connection::Open(ConnectionString(app.AppPath(places::kStore))); });
+        runner.Run();
+    });
+    if (!endedByItself) host.MessageBox("The runner was told to end.");
     return runner.AllOk() ? kDone : kRefused;
 }
 

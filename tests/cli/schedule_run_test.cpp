@@ -88,7 +88,7 @@ TEST_F(ScheduleRun, KilledAtAnyWriteItRunsOnceMoreWithTheSameResult) {
     ASSERT_EQ(Run("--once", Loaded(kCountFileVariable, counted)).status, 0);
     const long writes = std::stol(ReadFile(counted));
     ASSERT_GT(writes, 30);
-    for (long place = 1; place <= writes; place += std::max(1L, writes / 14)) {
+    for (long place = 1; place <= writes; place += std::max(1L, writes / 10)) {
         WriteFile(program.StorePath(), before);
         EXPECT_NE(Run("--once", Loaded(kKillAtVariable, std::to_string(place))).status, 0) << place;
         for (const char* file : {"/SMALL.vsd", "/SMALL.vsdx"})
