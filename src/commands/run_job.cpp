@@ -28,6 +28,13 @@ class BatchRun {
           host_(app),
           batch_(app.ApplicationFolder, host_, app.clock, Random(app.random.Bits())),
           BatchJobName(name) {}
+    ~BatchRun() {
+        if (!BatchConnection) return;
+        BatchConnection->Close();
+        DeleteFile(BatchConnection->Path() + "-journal");  // Stays when a full disk refuses to go back.
+    }
+    BatchRun(const BatchRun&) = delete;
+    BatchRun& operator=(const BatchRun&) = delete;
 
     RunEnd Run(const std::string& reportPath) {
         batch_.gReportFile = reportPath;
@@ -65,7 +72,7 @@ class BatchRun {
             host_.Yield();
             Draw(folder, end);
             if (end.words.empty()) end.words = folder;
-            Close();
+            BatchConnection->Close();  // Nobody is to meet a store that is in use.
         });
         return end;
     }
@@ -101,12 +108,6 @@ class BatchRun {
             ++end.drawings;
             host_.Yield();
         }
-    }
-
-    // Before its file gets its name, so that nobody meets a store that is in use.
-    void Close() {
-        batch_.gConnection.reset();
-        BatchConnection->Close();
     }
 
     RunEnd Refuse(RunResult result) {
