@@ -1,7 +1,6 @@
 #include "ui/screens/browse/frm_isolateview.h"
 
 #include <QScopeGuard>
-#include <QSplitter>
 #include <QVBoxLayout>
 
 #include "base/failure.h"
@@ -17,6 +16,7 @@
 #include "ui/controls/flx_grid.h"
 #include "ui/controls/keys.h"
 #include "ui/controls/picture_controls.h"
+#include "ui/controls/split.h"
 #include "ui/forms/cancel_button.h"
 #include "ui/forms/drawing_panel.h"
 #include "ui/screens/browse/node_hover.h"
@@ -32,27 +32,14 @@ constexpr DrawingPanel::Words kPanelWords{"Draw the record with all that is belo
                                           "Print the diagram on show", "cmdEdit",
                                           "You must Draw visio diagram then PRINT it"};
 
-QSplitter* Stacked(QWidget* upper, QWidget* lower, int upperHeight, int lowerHeight) {
-    auto* stack = new QSplitter(Qt::Vertical);
-    stack->setChildrenCollapsible(false);
-    stack->setHandleWidth(8);
-    stack->addWidget(upper);
-    stack->addWidget(lower);
-    stack->setSizes({upperHeight, lowerHeight});
-    return stack;
-}
-
 }  // namespace
 
 frm_IsolateView::frm_IsolateView(const ScreenContext& context)
     : Form(context, "frm_IsolateView", "RECORDS LEVEL ISOLATION", QSize(850, 510)) {
-    auto* sides = new QSplitter(Qt::Horizontal, this);
-    sides->setChildrenCollapsible(false);
-    sides->setHandleWidth(10);
-    sides->addWidget(TreeAndDetails());
-    sides->addWidget(DrawingAndFields());
+    QWidget* tree = TreeAndDetails();
+    QSplitter* sides =
+        Split(Qt::Horizontal, tree, DrawingAndFields(), kLeftWidth, Body().width() - kLeftWidth);
     sides->setStretchFactor(1, 1);
-    sides->setSizes({kLeftWidth, Body().width() - kLeftWidth});
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(16, Body().top() + 12, 16, 16);
     column->addWidget(sides);
@@ -76,7 +63,7 @@ QWidget* frm_IsolateView::TreeAndDetails() {
     progress->addWidget(Label1_, 1);
     AddCancelButton(Context(), *progress, this);
     column->addLayout(progress);
-    column->addWidget(Stacked(Tviewrec_, FlxGrid_, 210, 200), 1);
+    column->addWidget(Split(Qt::Vertical, Tviewrec_, FlxGrid_, 210, 200), 1);
     return side;
 }
 
@@ -92,7 +79,7 @@ QWidget* frm_IsolateView::DrawingAndFields() {
     ContextMenu(Tviewrec_).Add("&Draw diagram", [this] { ProcessSingle(); });
     FlxGrid2_ = new FlxGrid("FlxGrid2", kLayoutHeading, App().host, this);
     FlxGrid2_->setToolTip("Record Layout");
-    return Stacked(panel_, FlxGrid2_, 290, 130);
+    return Split(Qt::Vertical, panel_, FlxGrid2_, 290, 130);
 }
 
 void frm_IsolateView::Take(const ScreenRequest& request) {
