@@ -38,6 +38,12 @@ struct ShowDrawing {
     static constexpr Screen kScreen = Screen::DrawingViewer;
     std::string file;
 };
+/// Shows the schema report of the settings: the section of this record or, when that is empty, the place
+/// where one was. What is wrong with the report is said in a box.
+struct ShowReport {
+    static constexpr Screen kScreen = Screen::ReportViewer;
+    std::string record;
+};
 /// Lets the person pick the schema report.
 struct PickReport {
     static constexpr Screen kScreen = Screen::Settings;
@@ -53,7 +59,7 @@ struct ShowFindings {
 };
 
 using ScreenRequest = std::variant<LoadTree, RefreshTree, DrawDictionary, ShowLargerTree, IsolateRecord,
-                                   ShowDrawing, PickReport, PickDrawingFolder, ShowFindings>;
+                                   ShowDrawing, ShowReport, PickReport, PickDrawingFolder, ShowFindings>;
 
 inline Screen ScreenOf(const ScreenRequest& request) {
     return std::visit([](const auto& each) { return each.kScreen; }, request);
