@@ -56,7 +56,9 @@ FlxGrid::FlxGrid(const QString& name, std::string_view headings, Host& host, QWi
     handles.setToolTip("Selects rows");
     horizontalHeader()->setFixedHeight(fontMetrics().height() + kHeadingAir);
     horizontalHeader()->setHighlightSections(false);
-    horizontalHeader()->setStretchLastSection(true);
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int section) {
+        if (section + 1 < model_->columnCount()) FillWithLastColumn();
+    });
     MakeMenu();
     MSFlexGridColors(palette().color(QPalette::AlternateBase));
     FitColumns();
@@ -126,8 +128,22 @@ void FlxGrid::FitColumns() {
             const QString cell = model_->index(row, column).data().toString();
             widest = std::max(widest, metrics.horizontalAdvance(cell.trimmed()));
         }
-        setColumnWidth(column, widest + kColumnAir);
+        lastColumnNeeds_ = widest + kColumnAir;
+        setColumnWidth(column, lastColumnNeeds_);
     }
+    FillWithLastColumn();
+}
+
+// The header's own stretching would also cut the column's cells in a narrow grid, where no scrolling helps.
+void FlxGrid::FillWithLastColumn() {
+    const int last = model_->columnCount() - 1;
+    const int left = viewport()->width() - horizontalHeader()->sectionPosition(last);
+    setColumnWidth(last, std::max(lastColumnNeeds_, left));
+}
+
+void FlxGrid::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    FillWithLastColumn();
 }
 
 std::string FlxGrid::Heading(int column) const {

@@ -14,9 +14,10 @@ namespace norvelis::ui {
 
 class GridModel;
 
-/// A grid of text below fixed headings, columns as wide as their widest cell, every other row tinted in the
-/// skin's colors. A person selects cells, rows (by the strip at their left), columns or all, copies them and
-/// saves the grid as a CSV file; the commands are in its context menu.
+/// A grid of text below fixed headings, columns as wide as their widest cell, the last one as wide as it
+/// takes to fill the grid, every other row tinted in the skin's colors. A person selects cells, rows (by the
+/// strip at their left), columns or all, copies them and saves the grid as a CSV file; the commands are in
+/// its context menu.
 class FlxGrid : public QTableView {
     Q_OBJECT
 
@@ -45,11 +46,13 @@ class FlxGrid : public QTableView {
 
   protected:
     void changeEvent(QEvent*) override;
+    void resizeEvent(QResizeEvent*) override;
 
   private:
     void SetCells(std::vector<std::string> cells);
     void MakeMenu();
     void FitColumns();
+    void FillWithLastColumn();
     void MSFlexGridColors(const QColor& color);
     std::string Heading(int column) const;
 
@@ -61,6 +64,7 @@ class FlxGrid : public QTableView {
 
     Host& host_;
     GridModel* model_;
+    int lastColumnNeeds_ = 0;  ///< Points, for its widest cell.
 };
 
 }  // namespace norvelis::ui

@@ -153,6 +153,15 @@ TEST_F(FlxGridTest, HeadingsSortOnlyWhereTheOrderSaysNothing) {
     EXPECT_THAT(Column(1), ElementsAre("z", "y"));
 }
 
+TEST_F(FlxGridTest, TheLastColumnFillsTheGridAndIsWholeInANarrowOne) {
+    grid.show();
+    EXPECT_EQ(grid.horizontalHeader()->length(), grid.viewport()->width());
+    grid.horizontalHeader()->resizeSection(0, 90);
+    EXPECT_EQ(grid.horizontalHeader()->length(), grid.viewport()->width());
+    grid.resize(60, 300);
+    EXPECT_GE(grid.columnWidth(2), grid.fontMetrics().horizontalAdvance("PICTURE"));
+}
+
 class CountingDelegate : public QStyledItemDelegate {
   public:
     mutable int painted = 0;
