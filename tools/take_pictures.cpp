@@ -1,6 +1,7 @@
 // take_pictures APPLICATION-FOLDER OUT-FOLDER: a picture of every screen in every skin, for the
 // documentation. The dictionary of the folder must hold a schema and its drawing be saved.
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QEventLoop>
 #include <QLineEdit>
 #include <QMenuBar>
@@ -57,6 +58,7 @@ class Photographer {
             frame_.Context().skin.ChangeTo(skin);
             skin_ = QString::fromStdString(skin).toLower();
             TakeBrowsing();
+            TakeList();
             TakeSizes();
             TakeMenu();
             TakeProgress();
@@ -141,6 +143,20 @@ class Photographer {
         Take(frame_, "treemax");
         frame_.Find(Screen::TreeviewMax)->close();
         isolate.close();
+    }
+    /// The list with a record that has owners and members, if there is one.
+    void TakeList() {
+        host_.OpenScreen(Screen::Listview, false);
+        Form& list = *frame_.Find(Screen::Listview);
+        auto& FlxGrid3 = *list.findChild<QAbstractItemView*>("FlxGrid3");
+        const auto lacks = [&list](const char* part) { return list.findChild<QWidget*>(part)->isHidden(); };
+        for (int row = 0; row < FlxGrid3.model()->rowCount(); ++row) {
+            FlxGrid3.setCurrentIndex(FlxGrid3.model()->index(row, 0));
+            emit FlxGrid3.clicked(FlxGrid3.currentIndex());
+            if (!lacks("FromList") && !lacks("ToList")) break;
+        }
+        Take(list, "list");
+        list.close();
     }
     /// Tree and isolate view on a small, a usual and a large display: each skin shows one of them.
     void TakeSizes() {

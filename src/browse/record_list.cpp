@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "base/paths.h"
 #include "base/text.h"
@@ -36,11 +37,17 @@ std::vector<Neighbor> ReadNeighbors(Recordset sets, std::string_view column, std
         const std::string name = sets.Text(column);
         const bool listed = memory.Holds(name);
         memory.Put(name);
-        if (!listed) neighbors.push_back({name, {}, !schema.empty()});
+        if (!listed) neighbors.push_back({name, {}, {}});
         const auto entry = std::ranges::find(neighbors.rbegin(), neighbors.rend(), name, &Neighbor::name);
         if (entry == neighbors.rend()) continue;
-        entry->sets.push_back(sets.Text("set"));
-        if (SameName(sets.Text("schemaname"), schema)) entry->ofOtherSchema = false;
+        const std::string ofSchema = sets.Text("schemaname");
+        if (schema.empty() || SameName(ofSchema, schema)) {
+            entry->otherSchema.clear();
+        } else if (entry->sets.empty()) {
+            entry->otherSchema = ofSchema;
+        }
+        std::string set = sets.Text("set");
+        if (std::ranges::find(entry->sets, set) == entry->sets.end()) entry->sets.push_back(std::move(set));
     }
     return neighbors;
 }

@@ -25,8 +25,8 @@ std::vector<std::string> LoadRecordsList(Connection& store, std::string_view sch
 /// A record at the other end of sets of the chosen one.
 struct Neighbor {
     std::string name;
-    std::vector<std::string> sets;  ///< Names of the sets between the two.
-    bool ofOtherSchema;             ///< None of these sets is of the schema on show.
+    std::vector<std::string> sets;  ///< Names of the sets between the two, each once.
+    std::string otherSchema;        ///< The first set's when no set is of the schema on show; else empty.
 };
 
 struct ChosenRecord {

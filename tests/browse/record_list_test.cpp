@@ -83,16 +83,18 @@ TEST_F(RecordListTest, NeighborsHaveTheirSetsAndTheMarkOfOtherSchemas) {
     }
     {
         SchemaRows others(store, "OTHER");
-        others.Set("DEPT-STAFF", "DEPARTMENT", "EMPLOYEE");
+        for (const char* set : {"DEPT-MANAGER", "DEPT-STAFF"}) others.Set(set, "DEPARTMENT", "EMPLOYEE");
         others.Set("SITE-EMPLOYEE", "SITE", "EMPLOYEE");
     }
     const auto owners = ShowRecord(store, "employee", "empschm").owners;
     ASSERT_THAT(NamesOf(owners), ElementsAre("DEPARTMENT", "SITE"));
     EXPECT_THAT(owners[0].sets, ElementsAre("DEPT-EMPLOYEE", "DEPT-MANAGER", "DEPT-STAFF"));
-    EXPECT_FALSE(owners[0].ofOtherSchema);
+    EXPECT_EQ(owners[0].otherSchema, "");
     EXPECT_THAT(owners[1].sets, ElementsAre("SITE-EMPLOYEE"));
-    EXPECT_TRUE(owners[1].ofOtherSchema);
-    EXPECT_FALSE(ShowRecord(store, "EMPLOYEE").owners[1].ofOtherSchema) << "no schema, no mark";
+    EXPECT_EQ(owners[1].otherSchema, "OTHER");
+    EXPECT_EQ(ShowRecord(store, "EMPLOYEE", "OTHER").owners[0].otherSchema, "")
+        << "one of three sets is OTHER's";
+    EXPECT_EQ(ShowRecord(store, "EMPLOYEE").owners[1].otherSchema, "") << "no schema, no mark";
     const auto coverage = ShowRecord(store, "COVERAGE", "EMPSCHM");
     EXPECT_THAT(NamesOf(coverage.owners), ElementsAre("EMPLOYEE"));
     EXPECT_THAT(coverage.members, IsEmpty());

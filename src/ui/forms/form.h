@@ -73,6 +73,8 @@ class Form : public QWidget {
 
     /// What the frame or another screen asks of this one; a screen takes the requests that name it.
     virtual void Take(const ScreenRequest&) {}
+    /// The control that has the keyboard when the form is opened first; null for the first in reading order.
+    virtual QWidget* OpensAt() const { return nullptr; }
     /// Where commands that name this screen show their progress; null for nowhere.
     virtual ProgressView* Progress() { return nullptr; }
 

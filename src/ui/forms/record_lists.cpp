@@ -26,7 +26,7 @@ RecordLists::RecordLists(const ScreenContext& context, QWidget* form)
       FlxGrid4_(new FlxGrid("FlxGrid4", kListDetailsHeading, app_.host, form)),
       flxgrid5_(new FlxGrid("flxgrid5", kLayoutHeading, app_.host, form)),
       lists_(Split(Qt::Vertical, FlxGrid0_, FlxGrid3_, 110, 320)),
-      grids_(Split(Qt::Horizontal, FlxGrid4_, flxgrid5_, 200, 400)) {
+      grids_(Split(Qt::Horizontal, FlxGrid4_, flxgrid5_, 232, 368)) {
     FlxGrid0_->setToolTip("Select Schema Dictionary to list records below");
     FlxGrid0_->setAccessibleName("Schemas");
     FlxGrid3_->setAccessibleName("Records");

@@ -74,6 +74,8 @@ void ChildArea::Activate(Form* form) {
     if (!form->isAncestorOf(QApplication::focusWidget())) {
         if (child->focus && child->focus->isVisibleTo(form)) {
             child->focus->setFocus();
+        } else if (QWidget* control = form->OpensAt()) {
+            control->setFocus(Qt::TabFocusReason);
         } else {
             const auto order = ReadingOrder(*form);
             const auto first = std::find_if(order.begin(), order.end(), [form](const QWidget* control) {

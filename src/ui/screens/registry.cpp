@@ -7,6 +7,7 @@
 #include "ui/screens/browse/frm_isolateview.h"
 #include "ui/screens/browse/frm_treeview.h"
 #include "ui/screens/browse/frm_treeviewmax.h"
+#include "ui/screens/list/frm_listview.h"
 #include "ui/screens/scheduler/frm_scheduler.h"
 #include "ui/screens/settings/frm_colors.h"
 #include "ui/screens/viewers/view_visio_file.h"
@@ -24,7 +25,7 @@ Form* Make(const ScreenContext& context) {
 constexpr std::array<ScreenEntry, 11> kScreens = {
     {{Screen::Treeview, "Record Treeview", Make<frm_Treeview>, true},
      {Screen::TreeviewMax, "Record Treeview Max", Make<frm_Treeviewmax>, true},
-     {Screen::Listview, "Record Listview", nullptr, true},
+     {Screen::Listview, "Record Listview", Make<frm_Listview>, true},
      {Screen::IsolateView, "Isolate View", Make<frm_IsolateView>, true},
      {Screen::Settings, "Setting", Make<frmColors>, false},
      {Screen::ConvertSql, "IDMS to SQL", nullptr, true},

@@ -38,9 +38,9 @@ TEST(StartUpOnScreen, AnEmptyReportOpensSettingsAndPicker) {
 
 TEST(StartUpOnScreen, AScreenThatIsNotThereYetIsSaidPlainly) {
     UiApp ui;
-    setstartupform(ui.app, "Listview");
+    setstartupform(ui.app, "ConvertSQL");
     ui.Start();
-    EXPECT_THAT(ui.host.TakeTexts(), ElementsAre("\"Record Listview\" is not there yet."));
+    EXPECT_THAT(ui.host.TakeTexts(), ElementsAre("\"IDMS to SQL\" is not there yet."));
     EXPECT_TRUE(ui.frame->isVisible());
 }
 

@@ -73,7 +73,7 @@ TEST_F(FrameTest, EntriesOpenTheirScreensOrSayThatThereIsNone) {
     EXPECT_TRUE(ui.host.messages.empty());
 
     for (const auto& [entry, caption] :
-         {std::pair("mnuListview", "Record Listview"), std::pair("mnu_sql", "IDMS to SQL"),
+         {std::pair("mnu_sql", "IDMS to SQL"),
           std::pair("mnu_View_IDMS_Report_File", "View IDMS Report File")}) {
         ui.Choose(entry);
         EXPECT_THAT(ui.host.TakeTexts(), ElementsAre("\"" + std::string(caption) + "\" is not there yet."));

@@ -1,55 +1,21 @@
 #include "ui/screens/browse/frm_tooltip.h"
 
-#include <QGridLayout>
-#include <QPainter>
+#include <QVBoxLayout>
+
+#include "ui/controls/record_box.h"
 
 namespace norvelis::ui {
 
-namespace {
-
-constexpr int kColumns = 4;
-
-}  // namespace
-
-frmToolTip::frmToolTip(QWidget* owner) : TipWindow("frmToolTip", owner) {
-    lblRecordname_ = AddHeading("lblRecordname", "Record");
-    lbltableid_ = AddLabel("lbltableid", "Record id");
-    lbldn_ = AddLabel("lbldn", "Record type");
-    lblreclen_ = AddLabel("lblreclen", "Length");
-    lblrecmode_ = AddLabel("lblrecmode", "Location mode");
-    lblreckey_ = AddLabel("lblreckey", "Key");
-    lblDN2_ = AddLabel("lblDN2", "Duplicates");
-    lblareaname_ = AddLabel("lblareaname", "Area");
-
-    auto* box = new QGridLayout(this);
-    box->setContentsMargins(1, 1, 1, 1);
-    box->setSpacing(1);
-    box->addWidget(lblRecordname_, 0, 0, 1, kColumns);
-    int column = 0;
-    for (QLabel* label : {lbltableid_, lbldn_, lblreclen_, lblrecmode_}) box->addWidget(label, 1, column++);
-    box->addWidget(lblreckey_, 2, 0, 1, kColumns - 1);
-    box->addWidget(lblDN2_, 2, kColumns - 1);
-    box->addWidget(lblareaname_, 3, 0, 1, kColumns);
-    for (QLabel* label : findChildren<QLabel*>()) label->setContentsMargins(8, 3, 8, 3);
+frmToolTip::frmToolTip(QWidget* owner)
+    : TipWindow("frmToolTip", owner),
+      box_(new RecordBox(QPalette::ToolTipBase, QPalette::ToolTipText, this)) {
+    auto* whole = new QVBoxLayout(this);
+    whole->setContentsMargins(0, 0, 0, 0);
+    whole->addWidget(box_);
 }
 
 void frmToolTip::Fill(const RecordLabels& labels) {
-    lblRecordname_->setText(QString::fromStdString(labels.lblRecordname));
-    lblareaname_->setText(QString::fromStdString(labels.lblareaname));
-    lbltableid_->setText(QString::fromStdString(labels.lbltableid));
-    lblrecmode_->setText(QString::fromStdString(labels.lblrecmode));
-    lblreckey_->setText(QString::fromStdString(labels.lblreckey));
-    lblreclen_->setText(QString::fromStdString(labels.lblreclen));
-    lbldn_->setText(QString::fromStdString(labels.lbldn));
-    lblDN2_->setText(QString::fromStdString(labels.lblDN2));
-}
-
-// The lines of the box are the gaps between its cells.
-void frmToolTip::paintEvent(QPaintEvent*) {
-    QPainter painter(this);
-    painter.fillRect(rect(), palette().color(QPalette::Dark));
-    for (const QLabel* label : findChildren<QLabel*>())
-        painter.fillRect(label->geometry(), palette().toolTipBase());
+    box_->Fill(labels);
 }
 
 }  // namespace norvelis::ui

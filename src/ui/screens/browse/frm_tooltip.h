@@ -5,19 +5,17 @@
 
 namespace norvelis::ui {
 
-/// What a record is, as its box in a Bachman diagram.
+class RecordBox;
+
+/// The tool tip of a record: its box.
 class frmToolTip : public TipWindow {
   public:
     explicit frmToolTip(QWidget* owner);
 
     void Fill(const RecordLabels& labels);
 
-  protected:
-    void paintEvent(QPaintEvent*) override;
-
   private:
-    QLabel *lblRecordname_, *lblareaname_, *lbltableid_, *lblrecmode_, *lblreckey_, *lblreclen_, *lbldn_,
-        *lblDN2_;
+    RecordBox* box_;
 };
 
 }  // namespace norvelis::ui

@@ -1,0 +1,79 @@
+#include "ui/screens/list/frm_listview.h"
+
+#include <QVBoxLayout>
+
+#include "ui/controls/context_menu.h"
+#include "ui/controls/keys.h"
+#include "ui/controls/name_grid.h"
+#include "ui/controls/picture_controls.h"
+#include "ui/controls/split.h"
+#include "ui/forms/record_lists.h"
+#include "ui/screens/list/neighbor_list.h"
+#include "ui/screens/list/record_network.h"
+
+namespace norvelis::ui {
+
+namespace {
+
+constexpr int kListsWidth = 200, kMargin = 16;
+
+}  // namespace
+
+frm_Listview::frm_Listview(const ScreenContext& context)
+    : Form(context, "frm_Listview", "RECORDS LISTVIEW", QSize(850, 510)),
+      lists_(new RecordLists(context, this)),
+      network_(new RecordNetwork(this)) {
+    QSplitter* record = Split(Qt::Vertical, network_, lists_->Grids(), 250, 180);
+    QSplitter* sides =
+        Split(Qt::Horizontal, lists_->Lists(), record, kListsWidth, Body().width() - kListsWidth);
+    sides->setStretchFactor(1, 1);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(kMargin, Body().top() + 12, kMargin, kMargin);
+    column->addWidget(sides);
+
+    connect(lists_, &RecordLists::RecordChosen, this, &frm_Listview::Choose);
+    connect(network_, &RecordNetwork::Chosen, this, &frm_Listview::Choose);
+    SkinButton* cmdBack = &network_->cmdBack();
+    connect(cmdBack, &QPushButton::clicked, this, [this] { ShowRecord(trail_.Back()); });
+    AddCommands(lists_->Records());
+    AddCommands(network_->FromList());
+    AddCommands(network_->ToList());
+    for (const char* keys : {"Backspace", "Alt+Left"})
+        OnKeys(this, QKeySequence(keys), [cmdBack] { cmdBack->click(); });
+    OnKeys(this, QKeySequence::Refresh, [this] { lists_->LoadSchemaList(); });
+    OnKeys(this, QKeySequence::Find, [this] { lists_->Records().setFocus(Qt::ShortcutFocusReason); });
+}
+
+void frm_Listview::AddCommands(QAbstractItemView& names) {
+    ContextMenu menu(&names);
+    menu.Add("Show in re&port", [this, &names] {
+        const std::string name = names.currentIndex().data().toString().toStdString();
+        if (!name.empty()) Context().request(ShowReport{name});
+    });
+    menu.Add("&Back\tBackspace", &network_->cmdBack());
+}
+
+void frm_Listview::Load() {
+    lists_->Load([this] { Form::Load(); });
+}
+
+QWidget* frm_Listview::OpensAt() const {
+    return &lists_->Records();
+}
+
+void frm_Listview::Choose(const std::string& name) {
+    if (!name.empty()) trail_.Choose(name);
+    ShowRecord(name);
+}
+
+void frm_Listview::ShowRecord(const std::string& name) {
+    ReportFailure(App(), "ShowRecord", [&] {
+        ChosenRecord chosen;
+        if (!name.empty()) chosen = norvelis::ShowRecord(*App().gConnection, name, lists_->Schema());
+        lists_->ShowRecord(name, chosen.record.details);
+        network_->Show(chosen);
+    });
+    network_->cmdBack().setEnabled(trail_.CanGoBack());
+}
+
+}  // namespace norvelis::ui
