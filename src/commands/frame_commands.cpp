@@ -62,8 +62,10 @@ std::size_t mnu_Classic_Extract_Report(AppState& app, const std::function<void()
     return CountWarnings(result.findings);
 }
 
-void mnu_View_IDMS_Report_File(AppState& app) {
-    if (TakeReport(app, kViewing)) app.host.OpenScreen(Screen::ReportViewer, false);
+bool mnu_View_IDMS_Report_File(AppState& app) {
+    if (!TakeReport(app, kViewing)) return false;
+    app.host.OpenScreen(Screen::ReportViewer, false);
+    return true;
 }
 
 void DrawSinglePage(AppState& app, const DrawAll& draw) {

@@ -16,7 +16,8 @@ using DrawAll = std::function<void(bool singlePage)>;
 /// through.
 std::size_t mnu_Classic_Extract_Report(AppState& app, const std::function<void()>& refresh);
 
-void mnu_View_IDMS_Report_File(AppState& app);
+/// Opens the viewer, which shows gReportFile; false after words about what is wrong with the report.
+bool mnu_View_IDMS_Report_File(AppState& app);
 /// A draw button: all on one page.
 void DrawSinglePage(AppState& app, const DrawAll& draw);
 void mnu_Draw_Fancy_Single(AppState& app, const DrawAll& draw);

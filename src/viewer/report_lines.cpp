@@ -150,15 +150,44 @@ std::vector<Line> ReportLines::Read(std::uint64_t first, std::size_t count, std:
     return lines;
 }
 
+std::uint64_t ReportLines::EndOf(std::uint64_t line) const {
+    return line + 1 < lines_ ? OffsetOf(line + 1) : next_;
+}
+
 std::string ReportLines::ReadPart(std::uint64_t line, std::uint64_t column, std::size_t count) const {
-    const std::uint64_t begin = OffsetOf(line);
-    const std::uint64_t end = line + 1 < lines_ ? OffsetOf(line + 1) : file_.Size();
+    const std::uint64_t begin = OffsetOf(line), end = EndOf(line);
     if (begin + column >= end) return {};
     std::string part = file_.Read(
         begin + column, static_cast<std::size_t>(std::min<std::uint64_t>(count, end - begin - column)));
     if (part.ends_with('\n')) part.pop_back();
     if (part.ends_with('\r')) part.pop_back();
     return part;
+}
+
+std::uint64_t ReportLines::LengthOf(std::uint64_t line) const {
+    const std::uint64_t begin = OffsetOf(line), end = EndOf(line);
+    const std::uint64_t last = std::min<std::uint64_t>(end - begin, 2);
+    const std::string bytes = file_.Read(end - last, static_cast<std::size_t>(last));
+    std::string_view tail = bytes;
+    if (tail.ends_with('\n')) tail.remove_suffix(1);
+    tail = WithoutReturn(tail);
+    return end - begin - (bytes.size() - tail.size());
+}
+
+Place ReportLines::PlaceAt(std::uint64_t offset) const {
+    const std::uint64_t line = LineAt(offset);
+    return {line, offset - OffsetOf(line)};
+}
+
+std::uint64_t ReportLines::OffsetOfPlace(Place place) const {
+    if (place.line >= lines_) return next_;
+    return OffsetOf(place.line) + std::min(place.column, LengthOf(place.line));
+}
+
+std::string ReportLines::ReadBetween(Place from, Place to, std::size_t count) const {
+    const std::uint64_t begin = OffsetOfPlace(from), end = OffsetOfPlace(to);
+    if (end <= begin) return {};
+    return file_.Read(begin, static_cast<std::size_t>(std::min<std::uint64_t>(count, end - begin)));
 }
 
 void ReportLines::GoOn() {

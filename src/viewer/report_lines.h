@@ -1,5 +1,6 @@
 #pragma once
 
+#include <compare>
 #include <cstdint>
 #include <string>
 #include <unordered_set>
@@ -14,6 +15,12 @@ struct Line {
     std::string text;  ///< Its first bytes, as many as were asked for.
     bool isWhole;      ///< There is no more of it.
     bool startsPage;   ///< A form feed in it, or "1" in its first column.
+};
+
+/// A byte of the report by its line and, within that, its column, both from 0.
+struct Place {
+    std::uint64_t line = 0, column = 0;
+    friend auto operator<=>(const Place&, const Place&) = default;
 };
 
 /// A record name of the report and the line on which its section begins.
@@ -44,9 +51,16 @@ class ReportLines {
     /// A part of one line, for one that is too long to be shown whole.
     std::string ReadPart(std::uint64_t line, std::uint64_t column, std::size_t count) const;
 
+    /// What is from one place to the other, ends of lines included; at most `count` bytes. A place behind the
+    /// end of its line is that end.
+    std::string ReadBetween(Place from, Place to, std::size_t count) const;
+    /// Of a known line, without its end.
+    std::uint64_t LengthOf(std::uint64_t line) const;
+
     /// The first byte of a known line, and the line that holds a byte of the indexed part.
     std::uint64_t OffsetOf(std::uint64_t line) const;
     std::uint64_t LineAt(std::uint64_t offset) const;
+    Place PlaceAt(std::uint64_t offset) const;
 
     /// In the order of the report; a name that comes again keeps its first place.
     const std::vector<Section>& Sections() const { return sections_; }
@@ -60,6 +74,8 @@ class ReportLines {
     struct Mark {
         std::uint64_t line, offset;
     };
+    std::uint64_t EndOf(std::uint64_t line) const;  ///< Behind its end of line.
+    std::uint64_t OffsetOfPlace(Place place) const;
     void AddLine(std::uint64_t offset);
     void AddLines(std::string_view bytes);
     void AddSections(std::string_view bytes);

@@ -17,6 +17,22 @@ unsigned char Upper(char c) {
 
 }  // namespace
 
+// Each byte of a report is one letter, so the letters of the text are found among those of all bytes.
+std::optional<std::string> ReportBytes(std::string_view utf8) {
+    std::string bytes;
+    while (!utf8.empty()) {
+        const auto first = static_cast<unsigned char>(utf8.front());
+        const std::size_t length = first < 0x80 ? 1 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
+        const std::string_view letter = utf8.substr(0, length);
+        int byte = 0;
+        while (byte < 256 && ToUtf8(std::string(1, static_cast<char>(byte))) != letter) ++byte;
+        if (byte == 256) return std::nullopt;
+        bytes += static_cast<char>(byte);
+        utf8.remove_prefix(std::min(length, utf8.size()));
+    }
+    return bytes;
+}
+
 // Horspool's method: the byte under the text's end says how far the text can be moved on.
 TextSearch::TextSearch(std::string_view text) : text_(UpperCase(text)) {
     advance_.fill(text_.size());

@@ -12,6 +12,9 @@
 
 namespace norvelis::viewer {
 
+/// A text (UTF-8) in the bytes of a report (Windows-1252); nothing when it has a letter that none can have.
+std::optional<std::string> ReportBytes(std::string_view utf8);
+
 /// Looks for a text (not empty) without regard to letter case (A to Z). Touches no state, so that a search
 /// through a large file may run in the background; a search that is stopped has found nothing.
 class TextSearch {

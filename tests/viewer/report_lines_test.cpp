@@ -9,6 +9,7 @@
 #include "base/paths.h"
 #include "testing/small_report.h"
 #include "testing/temporary_folder.h"
+#include "viewer/reading_place.h"
 
 namespace norvelis::viewer {
 namespace {
@@ -148,6 +149,36 @@ TEST_F(ReportLinesTest, EmptyAndMissingFiles) {
     EXPECT_EQ(empty.Progress(), 1);
     EXPECT_THROW(ReportLines(folder.Path("missing")), RuntimeFailure);
     EXPECT_THROW(ReportLines{folder.Path()}, RuntimeFailure) << "a folder";
+}
+
+TEST_F(ReportLinesTest, WhatIsBetweenTwoPlacesIsReadWithTheEndsOfItsLines) {
+    ReportLines report(Save("first\r\nsecond\n\nlast"));
+    IndexAll(report);
+    struct Case {
+        Place from, to;
+        std::string_view bytes;
+    };
+    for (const auto& [from, to, bytes] : {Case{{0, 1}, {0, 3}, "ir"},
+                                          {{0, 4}, {1, 2}, "t\r\nse"},
+                                          {{0, 99}, {2, 0}, "\r\nsecond\n"},
+                                          {{1, 3}, {9, 0}, "ond\n\nlast"},
+                                          {{3, 2}, {1, 0}, ""}})
+        EXPECT_EQ(report.ReadBetween(from, to, 100), bytes);
+    EXPECT_EQ(report.ReadBetween({0, 0}, {9, 0}, 3), "fir");
+    EXPECT_EQ(report.LengthOf(0), 5u);
+    EXPECT_EQ(report.LengthOf(2), 0u);
+    EXPECT_EQ(report.PlaceAt(9), (Place{1, 2}));
+}
+
+TEST_F(ReportLinesTest, ThePlaceOfTheReportReadLastIsRemembered) {
+    const std::string ini = folder.Path("Local.Ini");
+    EXPECT_EQ(ReadReadingPlace(ini, "a").textSize, kUsualText);
+    WriteReadingPlace(ini, "a", {7'000'000'000, 20});
+    EXPECT_EQ(ReadReadingPlace(ini, "a").line, 7'000'000'000u);
+    EXPECT_EQ(ReadReadingPlace(ini, "b").line, 0u);
+    EXPECT_EQ(ReadReadingPlace(ini, "b").textSize, 20);
+    WriteReadingPlace(ini, "a", {0, 500});
+    EXPECT_EQ(ReadReadingPlace(ini, "a").textSize, kLargestText);
 }
 
 }  // namespace

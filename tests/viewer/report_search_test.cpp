@@ -45,5 +45,11 @@ TEST(TextSearch, NextAndPreviousInALargeFile) {
     EXPECT_EQ(search.FindNext(file, 0, stop.get_token()), std::nullopt);
 }
 
+TEST(TextSearch, ATypedTextIsLookedForAsTheBytesOfAReport) {
+    EXPECT_THAT(ReportBytes("Müller €"), Optional(std::string("M\xFCller \x80")));
+    EXPECT_THAT(ReportBytes(""), Optional(std::string()));
+    for (const char* none : {"Ω", "漢", "\xC3"}) EXPECT_EQ(ReportBytes(none), std::nullopt) << none;
+}
+
 }  // namespace
 }  // namespace norvelis::viewer

@@ -26,7 +26,7 @@ void MenuCommands::mnuExit() {
 }
 
 void MenuCommands::mnu_View_IDMS_Report_File() {
-    commands::mnu_View_IDMS_Report_File(context_.app);
+    context_.request(ShowReport{});
 }
 
 void MenuCommands::mnu_Classic_Extract_Report() {

@@ -10,6 +10,7 @@
 #include "ui/screens/list/frm_listview.h"
 #include "ui/screens/scheduler/frm_scheduler.h"
 #include "ui/screens/settings/frm_colors.h"
+#include "ui/screens/viewers/view_idms_report.h"
 #include "ui/screens/viewers/view_visio_file.h"
 
 namespace norvelis::ui {
@@ -30,7 +31,7 @@ constexpr std::array<ScreenEntry, 11> kScreens = {
      {Screen::Settings, "Setting", Make<frmColors>, false},
      {Screen::ConvertSql, "IDMS to SQL", nullptr, true},
      {Screen::Scheduler, "Scheduler", Make<frm_Scheduler>, false},
-     {Screen::ReportViewer, "View IDMS Report File", nullptr, false},
+     {Screen::ReportViewer, "View IDMS Report File", Make<ViewIDMSReport>, false},
      {Screen::DrawingViewer, "Drawing Viewer", Make<ViewVisioFile>, false},
      {Screen::About, "About", Make<frmAbout>, false},
      {Screen::Findings, "Findings", Make<frm_Findings>, true}}};

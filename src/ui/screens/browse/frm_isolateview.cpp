@@ -76,7 +76,12 @@ QWidget* frm_IsolateView::DrawingAndFields() {
     buttons.insertWidget(1, arrange);  // beside the layouts
     Context().commands.DisableWhileBusy(arrange);
     ContextMenu(&panel_->Drawing()).Add("&Arrange", arrange);
-    ContextMenu(Tviewrec_).Add("&Draw diagram", [this] { ProcessSingle(); });
+    ContextMenu tree(Tviewrec_);
+    tree.Add("&Show in report", [this] {
+        const NodeIndex node = Tviewrec_->SelectedNode();
+        if (node != kNoNode) Context().request(ShowReport{Tviewrec_->Tree().Text(node)});
+    });
+    tree.Add("&Draw diagram", [this] { ProcessSingle(); });
     FlxGrid2_ = new FlxGrid("FlxGrid2", kLayoutHeading, App().host, this);
     FlxGrid2_->setToolTip("Record Layout");
     return Split(Qt::Vertical, panel_, FlxGrid2_, 290, 130);

@@ -81,6 +81,7 @@ ButtonRow* TreeForm::TreeButtons() {
         row->Add("cmdRefresh", "REFRESH", "Click to Reload the Treev view", [this] { RunLoad(); });
     Context().commands.DisableWhileBusy(refresh);
     ContextMenu menu(Tview_);
+    menu.Add("&Show in report", [this] { ShowInReport(); });
     menu.AddLine();
     menu.Add("&Expand all", expand);
     menu.Add("Co&llapse all", collapse);
@@ -116,6 +117,14 @@ void TreeForm::RunLoad() {
             throw;
         }
     });
+}
+
+void TreeForm::ShowInReport() {
+    const NodeIndex node = Tview_->SelectedNode();
+    if (node == kNoNode) return;
+    hover_->Hide();
+    const bool isSchema = Tview_->Tree().Level(node) == 1;
+    Context().request(ShowReport{isSchema ? std::string() : Tview_->Tree().Text(node)});
 }
 
 void TreeForm::loadtreeform() {

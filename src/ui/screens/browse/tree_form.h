@@ -45,6 +45,7 @@ class TreeForm : public Form {
 
   private:
     QBoxLayout* PagingStrip();
+    void ShowInReport();
 
     const TreeVariant& variant_;
     SearchBox* search_;
