@@ -35,7 +35,9 @@ enum class Screen {
     ReportViewer,
     DrawingViewer,
     About,
-    Findings
+    Findings,
+    Help,
+    PrintPreview
 };
 
 /// The bars that show progress: a pair (a line of text, a value) on the tree screen and one on the progress

@@ -58,8 +58,15 @@ struct ShowFindings {
     static constexpr Screen kScreen = Screen::Findings;
 };
 
-using ScreenRequest = std::variant<LoadTree, RefreshTree, DrawDictionary, ShowLargerTree, IsolateRecord,
-                                   ShowDrawing, ShowReport, PickReport, PickDrawingFolder, ShowFindings>;
+/// Shows the page of help that is about a screen.
+struct ShowHelp {
+    static constexpr Screen kScreen = Screen::Help;
+    Screen about;
+};
+
+using ScreenRequest =
+    std::variant<LoadTree, RefreshTree, DrawDictionary, ShowLargerTree, IsolateRecord, ShowDrawing,
+                 ShowReport, PickReport, PickDrawingFolder, ShowFindings, ShowHelp>;
 
 inline Screen ScreenOf(const ScreenRequest& request) {
     return std::visit([](const auto& each) { return each.kScreen; }, request);

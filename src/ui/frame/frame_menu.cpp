@@ -47,7 +47,7 @@ std::span<const MenuColumn> FrameMenu() {
          {"mnuPrevious", "&Previous screen", &Do::mnuPrevious, true, "Ctrl+Shift+Tab; Ctrl+Shift+F6"},
          {"mnuClose", "C&lose", &Do::mnuClose, true, "Ctrl+W; Ctrl+F4"}}};
     static constexpr std::array<MenuEntry, 3> kHelp = {
-        {{"mnu_help", "Help", &Do::mnu_help, true, "F1"},
+        {{"mnu_help", "Help", &Do::mnu_help},
          kLine,
          {"mnu_about", "About", &Do::mnu_about, true, "Shift+F1"}}};
     static constexpr std::array<MenuColumn, 6> kMenu = {{{"mnuOptions", "&System", kSystem},

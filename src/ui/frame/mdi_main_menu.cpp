@@ -88,6 +88,7 @@ mdiMainMenu::mdiMainMenu(const FrameParts& parts)
         raise();
         activateWindow();
     });
+    connect(new QShortcut(Qt::Key_F1, this), &QShortcut::activated, this, &mdiMainMenu::ShowHelpOfScreen);
     auto* cancel = new QShortcut(Qt::Key_Escape, this);
     cancel->setEnabled(false);
     connect(cancel, &QShortcut::activated, &commands_, &LongCommands::Cancel);
@@ -248,6 +249,13 @@ void mdiMainMenu::Request(const ScreenRequest& request) {
     } else {
         ReportMissing(screen);
     }
+}
+
+void mdiMainMenu::ShowHelpOfScreen() {
+    const auto active = std::find_if(screens_.begin(), screens_.end(), [this](const auto& screen) {
+        return screen.second && screen.second == area_->Active();
+    });
+    Request(ShowHelp{active == screens_.end() ? Screen::Help : active->first});
 }
 
 void mdiMainMenu::ReportMissing(Screen screen) {

@@ -75,6 +75,7 @@ class mdiMainMenu : public QMainWindow, public commands::MainFrame, public HostD
 
     const ScreenEntry& EntryOf(Screen screen) const;
     void Request(const ScreenRequest& request);
+    void ShowHelpOfScreen();
     void ReportMissing(Screen screen);
     ProgressView* View() const;  ///< Of the present or last long command; null when it is not open.
     void BuildMenu();

@@ -10,6 +10,7 @@
 #include "ui/screens/list/frm_listview.h"
 #include "ui/screens/scheduler/frm_scheduler.h"
 #include "ui/screens/settings/frm_colors.h"
+#include "ui/screens/viewers/view_help.h"
 #include "ui/screens/viewers/view_idms_report.h"
 #include "ui/screens/viewers/view_visio_file.h"
 
@@ -23,7 +24,7 @@ Form* Make(const ScreenContext& context) {
 }
 
 // A new screen gets its line here.
-constexpr std::array<ScreenEntry, 11> kScreens = {
+constexpr std::array<ScreenEntry, 12> kScreens = {
     {{Screen::Treeview, "Record Treeview", Make<frm_Treeview>, true},
      {Screen::TreeviewMax, "Record Treeview Max", Make<frm_Treeviewmax>, true},
      {Screen::Listview, "Record Listview", Make<frm_Listview>, true},
@@ -34,7 +35,8 @@ constexpr std::array<ScreenEntry, 11> kScreens = {
      {Screen::ReportViewer, "View IDMS Report File", Make<ViewIDMSReport>, false},
      {Screen::DrawingViewer, "Drawing Viewer", Make<ViewVisioFile>, false},
      {Screen::About, "About", Make<frmAbout>, false},
-     {Screen::Findings, "Findings", Make<frm_Findings>, true}}};
+     {Screen::Findings, "Findings", Make<frm_Findings>, true},
+     {Screen::Help, "Help", Make<ViewHelp>, true}}};
 
 }  // namespace
 

@@ -86,6 +86,7 @@ ButtonRow* TreeForm::TreeButtons() {
     menu.Add("&Expand all", expand);
     menu.Add("Co&llapse all", collapse);
     menu.Add("&Refresh\tF5", refresh);
+    menu.Add("&Help\tF1", [this] { Context().request(ShowHelp{Screen::Treeview}); });
     return row;
 }
 
