@@ -1,9 +1,8 @@
 #include "commands/frame_commands.h"
 
-#include <optional>
-#include <string>
 #include <utility>
 
+#include "base/paths.h"
 #include "base/text.h"
 #include "core/settings.h"
 #include "extract/driver.h"
@@ -66,6 +65,19 @@ bool mnu_View_IDMS_Report_File(AppState& app) {
     if (!TakeReport(app, kViewing)) return false;
     app.host.OpenScreen(Screen::ReportViewer, false);
     return true;
+}
+
+std::optional<std::string> mnu_viewvisio(Host& host) {
+    const auto refuse = [&host](const char* words) {
+        host.MessageBox(words);
+        return std::nullopt;
+    };
+    auto file = host.OpenFileDialog("", "*.vsd");
+    if (!file || file->empty()) return refuse("Request denied. File not selected");
+    if (file->size() < 4 || UpperCase(file->substr(file->size() - 4)) != ".VSD")
+        return refuse("Request denied. Must be a VISIO (.VSD) file.");
+    if (!FileExists(*file)) return refuse("There are no visio drawing to view");
+    return file;
 }
 
 void DrawSinglePage(AppState& app, const DrawAll& draw) {

@@ -2,6 +2,8 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
+#include <string>
 
 #include "core/app_state.h"
 
@@ -18,6 +20,8 @@ std::size_t mnu_Classic_Extract_Report(AppState& app, const std::function<void()
 
 /// Opens the viewer, which shows gReportFile; false after words about what is wrong with the report.
 bool mnu_View_IDMS_Report_File(AppState& app);
+/// The .vsd file that the person picks to be shown; nothing after words about why there is none.
+std::optional<std::string> mnu_viewvisio(Host& host);
 /// A draw button: all on one page.
 void DrawSinglePage(AppState& app, const DrawAll& draw);
 void mnu_Draw_Fancy_Single(AppState& app, const DrawAll& draw);

@@ -333,7 +333,8 @@ engine::SaveResult ApplyLayoutToFile(DrawingState& drawing, const std::string& f
     const std::string path = NativePath(file);
     const auto documents = engine.Get()->Documents();
     const auto document = documents ? documents->Open(path) : nullptr;
-    const auto pages = document ? document->Pages() : nullptr;
+    if (!document) return {false, path + " can be shown, not rewritten"};
+    const auto pages = document->Pages();
     const PageRef page = pages ? pages->Item(1) : nullptr;
     if (!page) return {};
     ApplyLayout(host, *page, drawing.options.layout);

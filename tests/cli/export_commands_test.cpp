@@ -5,6 +5,7 @@
 #include "drawing/opened_package.h"
 #include "drawing/package/package.h"
 #include "drawing/package/rich_drawing.h"
+#include "testing/foreign_drawing.h"
 
 namespace norvelis {
 namespace {
@@ -41,6 +42,16 @@ class ExportCommands : public testing::Test {
     const Program program;
     const std::string rich = drawing::WritePackage(*drawing::RichDrawing());
 };
+
+TEST_F(ExportCommands, ADrawingOfAnotherProgramIsShownAndNotRewritten) {
+    const std::string drawing = Save("theirs.vdx", kForeignDrawing), out = program.Path("theirs.");
+    const auto shown = program.Run("export " + drawing + " " + out + "png");
+    EXPECT_EQ(shown.status, 0);
+    EXPECT_EQ(shown.error, "") << "no library speaks";
+    const auto refused = program.Run("export " + drawing + " " + out + "vsdx");
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_THAT(refused.error, HasSubstr("it can be shown, not rewritten"));
+}
 
 TEST_F(ExportCommands, ADrawingIsWrittenInEveryForm) {
     const std::string drawing = Save("rich.vsd", rich);

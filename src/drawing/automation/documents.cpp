@@ -192,7 +192,7 @@ Ref<engine::Master> DocumentHandle::Drop(const Ref<engine::Master>& master, doub
 }
 
 engine::SaveResult DocumentHandle::SaveAs(const std::string& path) {
-    if (!context_.Writable()) return {false, path + " can only be read"};
+    if (!context_.Writable()) return {false, path + " can be shown, not rewritten"};
     try {
         return {true, context_.document->Save(path)};
     } catch (const std::exception& failure) {

@@ -10,6 +10,7 @@
 #include "drawing/export/pdf.h"
 #include "drawing/export/svg.h"
 #include "drawing/package/package.h"
+#include "drawing/render/foreign.h"
 #include "drawing/render/open.h"
 #include "drawing/render/paint.h"
 
@@ -43,6 +44,10 @@ const Scene& PageOf(const std::vector<Scene>& pages, int page) {
 /// The bytes of a drawing that is a package already, all its parts included.
 std::string CheckedPackage(const std::string& drawing) {
     std::string bytes = ReadFile(drawing);
+    NeedFonts();
+    if (!bytes.starts_with("PK") && ForeignPages(bytes))
+        throw RuntimeFailure(FailureNumber::DeviceIoError,
+                             "another program made this drawing: it can be shown, not rewritten");
     ReadPackage(bytes);
     return bytes;
 }

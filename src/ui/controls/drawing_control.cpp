@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QToolTip>
@@ -40,6 +41,14 @@ double ScaleToFit(QSizeF page, QSize control) {
     return std::max(std::min(across, down), 1e-6);
 }
 
+/// The one drawing file that is dragged; empty when it is something else.
+QString DrawingIn(const QMimeData& dragged) {
+    const QList<QUrl> urls = dragged.urls();
+    const QString file = urls.size() == 1 ? urls.front().toLocalFile() : QString();
+    const QStringList kinds = {"vsd", "vsdx", "vdx"};
+    return kinds.contains(QFileInfo(file).suffix(), Qt::CaseInsensitive) ? file : QString();
+}
+
 /// Has the picture paint its whole page as it will be seen first, so that it is ready to be shown.
 void PaintAhead(DrawingPicture& picture, QSize control, double pixelRatio) {
     const double scale = ScaleToFit(picture.PageSize(), control);
@@ -58,6 +67,7 @@ DrawingControl2::DrawingControl2(const QString& name, OpenDrawing open, QWidget*
     setAccessibleName("Drawing");
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
+    setAcceptDrops(true);
     setMinimumSize(80, 60);
     setAttribute(Qt::WA_OpaquePaintEvent);  // Nothing behind it is painted while the page is dragged.
     ContextMenu menu(this);
@@ -298,6 +308,17 @@ void DrawingControl2::keyPressEvent(QKeyEvent* event) {
         default:
             QWidget::keyPressEvent(event);
     }
+}
+
+void DrawingControl2::dragEnterEvent(QDragEnterEvent* event) {
+    if (!DrawingIn(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+}
+
+void DrawingControl2::dropEvent(QDropEvent* event) {
+    const QString file = DrawingIn(*event->mimeData());
+    if (file.isEmpty()) return;
+    event->acceptProposedAction();
+    emit FileDropped(file);
 }
 
 bool DrawingControl2::event(QEvent* event) {

@@ -44,7 +44,8 @@ class DrawingControl2 : public QWidget {
 
   signals:
     void ShapeClicked(const QString& name);
-    void SrcChanged(const QString& path);  ///< Another file, or none; not when it is read again.
+    void FileDropped(const QString& path);  ///< A drawing of any kind that can be shown.
+    void SrcChanged(const QString& path);   ///< Another file, or none; not when it is read again.
 
   protected:
     bool event(QEvent* event) override;
@@ -56,6 +57,8 @@ class DrawingControl2 : public QWidget {
     void mouseReleaseEvent(QMouseEvent*) override;
     void mouseDoubleClickEvent(QMouseEvent*) override;
     void keyPressEvent(QKeyEvent*) override;
+    void dragEnterEvent(QDragEnterEvent*) override;
+    void dropEvent(QDropEvent*) override;
 
   private:
     void Show(DrawingLoader::Result result);

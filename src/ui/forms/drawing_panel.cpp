@@ -1,15 +1,18 @@
 #include "ui/forms/drawing_panel.h"
 
+#include <QAction>
 #include <QDir>
 #include <QFileInfo>
 #include <QVBoxLayout>
 #include <utility>
 
+#include "commands/frame_commands.h"
 #include "core/places.h"
 #include "diagram/print_drawing.h"
 #include "ui/controls/context_menu.h"
 #include "ui/controls/drawing_control.h"
 #include "ui/controls/elided_label.h"
+#include "ui/controls/keys.h"
 #include "ui/controls/layout_types.h"
 #include "ui/controls/picture_controls.h"
 
@@ -38,8 +41,16 @@ DrawingPanel::DrawingPanel(const ScreenContext& context, const Words& words, QWi
     for (QWidget* waiting :
          {static_cast<QWidget*>(LayoutTypes_), static_cast<QWidget*>(draw), static_cast<QWidget*>(print)})
         context_.commands.DisableWhileBusy(waiting);
+    connect(DrawingControl2_, &DrawingControl2::FileDropped, this, [this](const QString& file) {
+        if (!context_.commands.Busy())
+            DrawingControl2_->SetSrc(file);  // One that is being made keeps the control.
+    });
     ContextMenu menu(DrawingControl2_);
     menu.AddLine();
+    QAction* open = menu.Add("&Open drawing...\tCtrl+O", [this] { mnu_viewvisio(); });
+    open->setObjectName("mnu_viewvisio");
+    context_.commands.DisableWhileBusy(open);
+    context_.commands.DisableWhileBusy(OnKeys(form, QKeySequence::Open, [this] { mnu_viewvisio(); }));
     menu.Add("&Draw diagram", draw);
     menu.Add("&Print", print);
     menu.Add("&Edit view", edit);
@@ -68,6 +79,11 @@ void DrawingPanel::ShowName(const QString& file) {
 void DrawingPanel::Print(const std::string& file) const {
     context_.commands.Run({"Print", Screen::Treeview},
                           [&] { PrintDrawing(context_.app, context_.engine, file, nothingToPrint_); });
+}
+
+void DrawingPanel::mnu_viewvisio() {
+    const auto file = commands::mnu_viewvisio(context_.app.host);
+    if (file) DrawingControl2_->SetSrc(QString::fromStdString(*file));
 }
 
 }  // namespace norvelis::ui

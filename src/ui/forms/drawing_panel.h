@@ -38,6 +38,7 @@ class DrawingPanel : public QWidget {
   private:
     void ShowName(const QString& file);
     void Print(const std::string& file) const;
+    void mnu_viewvisio();
 
     const ScreenContext& context_;
     const char* nothingToPrint_;

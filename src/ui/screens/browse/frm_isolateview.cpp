@@ -149,12 +149,11 @@ void frm_IsolateView::ApplyLayout() {
     Context().commands.Run({"Arrange", Screen::Treeview}, [this, file] {
         ScreenDrawing drawing(Context(), *Tviewrec_, *panel_);
         const auto result = ApplyLayoutToFile(drawing.State(), file.toStdString());
-        if (const std::string words = NotWritten(result); !result.failure.empty())
-            App().host.MessageBox(words);
-        if (!result.saved)
+        if (!result.failure.empty())
+            App().host.MessageBox(NotWritten(result));
+        else if (!result.saved)
             App().host.MessageBox("This drawing could not be arranged: " + file.toStdString());
-        else if (panel_->Drawing().Src() == file)
-            panel_->Drawing().SetSrc(file);
+        if (result.saved && panel_->Drawing().Src() == file) panel_->Drawing().SetSrc(file);
     });
 }
 

@@ -1,12 +1,14 @@
 #include "ui/screens/viewers/view_visio_file.h"
 
+#include <QAction>
 #include <QVBoxLayout>
 
-#include "base/paths.h"
-#include "base/text.h"
+#include "commands/frame_commands.h"
 #include "ui/controls/button_row.h"
+#include "ui/controls/context_menu.h"
 #include "ui/controls/drawing_control.h"
 #include "ui/controls/elided_label.h"
+#include "ui/controls/keys.h"
 #include "ui/skins/art/skin_files.h"
 
 namespace norvelis::ui {
@@ -23,6 +25,12 @@ ViewVisioFile::ViewVisioFile(const ScreenContext& context)
     row->Add("cmdZoomIn", "ZOOM IN", "Larger (+)", [drawing] { drawing->ZoomIn(); });
     row->Add("cmdFit", "FIT", "The whole page", [drawing] { drawing->Fit(); });
     row->Add("cmdOpen", "OPEN FILE", "Show another drawing", [this] { PickFile(); });
+    connect(drawing, &DrawingControl2::FileDropped, this, &ViewVisioFile::Show);
+    ContextMenu menu(drawing);
+    menu.AddLine();
+    QAction* open = menu.Add("&Open drawing...\tCtrl+O", [this] { PickFile(); });
+    open->setObjectName("mnu_viewvisio");
+    OnKeys(this, QKeySequence::Open, [this] { PickFile(); });
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(16, Body().top() + 12, 16, 16);
     column->addLayout(row);
@@ -47,13 +55,7 @@ void ViewVisioFile::Show(const QString& file) {
 }
 
 void ViewVisioFile::PickFile() {
-    Host& host = App().host;
-    const auto file = host.OpenFileDialog("", "*.vsd");
-    if (!file || file->empty()) return host.MessageBox("Request denied. File not selected");
-    if (file->size() < 4 || UpperCase(file->substr(file->size() - 4)) != ".VSD")
-        return host.MessageBox("Request denied. Must be a VISIO (.VSD) file.");
-    if (!FileExists(*file)) return host.MessageBox("There are no visio drawing to view");
-    Show(QString::fromStdString(*file));
+    if (const auto file = commands::mnu_viewvisio(App().host)) Show(QString::fromStdString(*file));
 }
 
 }  // namespace norvelis::ui

@@ -152,8 +152,8 @@ TEST_F(IsolateViewTest, ALayoutIsAppliedToTheFileOnShow) {
     EXPECT_EQ(drawing->Src().toStdString(), DrawingFile("INSTRUMENT"));
     WriteFile(DrawingFile("INSTRUMENT"), "no drawing");
     Press("cmdApplyLayout");
-    EXPECT_THAT(ui.host.TakeTexts(),
-                ElementsAre("This drawing could not be arranged: " + DrawingFile("INSTRUMENT")));
+    EXPECT_THAT(ui.host.TakeTexts(), ElementsAre("The drawing was not written: " + DrawingFile("INSTRUMENT") +
+                                                 " can be shown, not rewritten"));
 }
 
 TEST_F(IsolateViewTest, AChosenLayoutDrawsAnew) {
