@@ -2,11 +2,13 @@
 // documentation. The dictionary of the folder must hold a schema and its drawing be saved.
 #include <QAbstractButton>
 #include <QAbstractItemView>
+#include <QComboBox>
 #include <QEventLoop>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPainter>
 #include <QRegularExpression>
+#include <QSpinBox>
 #include <QTabWidget>
 #include <QTimeEdit>
 #include <QTimer>
@@ -65,6 +67,9 @@ class Photographer {
             TakeSettings();
             TakeScheduler();
             TakeAbout();
+            TakeReport();
+            TakePrintPreview();
+            TakeHelp();
             TakeWaiting("printer", [&] { frame_.Context().printer.SetUp(); });
             TakeBox("question", {"Are you sure you want to extract IDMS report?", "Extract Confirmation",
                                  Buttons::YesNo, Icon::None, Answer::Ok});
@@ -256,6 +261,30 @@ class Photographer {
         host_.OpenScreen(Screen::About, false);
         Take(*frame_.Area().Active(), "about");
         frame_.Area().Active()->close();
+    }
+    void TakeReport() {
+        frame_.Context().request(ShowReport{"SUPPLIER"});
+        Form& report = *frame_.Find(Screen::ReportViewer);
+        report.findChild<QLineEdit*>("txtFind")->setText("supplier");
+        Take(report, "report");
+        report.close();
+    }
+    /// The drawing beside the tree on six sheets.
+    void TakePrintPreview() {
+        const QString drawing =
+            frame_.Find(Screen::Treeview)->findChild<DrawingControl2*>("DrawingControl2")->Src();
+        frame_.Context().request(PreviewPrint{drawing.toStdString()});
+        Form& preview = *frame_.Find(Screen::PrintPreview);
+        preview.findChild<QComboBox*>("cboFit")->setCurrentIndex(1);
+        preview.findChild<QSpinBox*>("spnColumns")->setValue(3);
+        preview.findChild<QSpinBox*>("spnRows")->setValue(2);
+        Take(preview, "print");
+        preview.close();
+    }
+    void TakeHelp() {
+        frame_.Context().request(ShowHelp{Screen::Treeview});
+        Take(*frame_.Find(Screen::Help), "help");
+        frame_.Find(Screen::Help)->close();
     }
     void TakeBox(const QString& name, const Message& message) {
         host_.shows = true;

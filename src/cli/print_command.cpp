@@ -5,7 +5,7 @@
 #include "base/paths.h"
 #include "base/text.h"
 #include "cli/drawing_commands.h"
-#include "dictionary/schemas.h"
+#include "commands/print_commands.h"
 #include "drawing/render/open.h"
 #include "drawing/sheets/print_queue.h"
 #include "drawing/sheets/sheet_job.h"
@@ -14,13 +14,13 @@ namespace norvelis::cli {
 
 namespace {
 
-using drawing::sheets::Fit;
-using drawing::sheets::Footer;
-using drawing::sheets::SheetChoice;
+using drawing::render::Scene;
 using drawing::sheets::SheetJob;
-using drawing::sheets::Turn;
-
-constexpr int kSheetsWithoutQuestion = 50;
+using paper::CountedSheets;
+using paper::Fit;
+using paper::Footer;
+using paper::SheetChoice;
+using paper::Turn;
 
 struct Options {
     std::string drawing, pdf, printer;
@@ -34,29 +34,16 @@ std::string NameOf(const std::string& path) {
     return std::filesystem::path(path).stem().string();
 }
 
-/// Version and date of the report, when the drawing is in the folder of a schema of the dictionary.
-void AddSchemaWords(CommandContext& context, const std::string& drawing, Footer& footer) {
+Footer FooterOf(CommandContext& context, const std::string& drawing) {
     try {
         context.OpenStore();
-        const std::string folder = std::filesystem::path(drawing).parent_path().filename().string();
-        const auto schema = dictionary::SchemaHeader(*context.app->gConnection, folder);
-        if (schema.Eof()) return;
-        footer.schemaVersion = Trim(schema.Text("schemaversion"));
-        footer.reportDate = Trim(schema.Text("schemadate"));
     } catch (const RuntimeFailure&) {
         // A drawing can be printed without a dictionary.
     }
+    return commands::FooterOf(*context.app, drawing);
 }
 
-Footer FooterOf(CommandContext& context, const std::string& drawing) {
-    Footer footer;
-    footer.name = NameOf(drawing);
-    AddSchemaWords(context, drawing, footer);
-    footer.printDate = GeneralDateText(std::floor(context.clock.Now()));
-    return footer;
-}
-
-std::vector<drawing::render::Scene> PagesOf(const std::string& drawing, int page) {
+std::vector<Scene> PagesOf(const std::string& drawing, int page) {
     auto pages = drawing::render::OpenPages(drawing);
     if (page == 0) return pages;
     if (page > static_cast<int>(pages.size()))
@@ -65,28 +52,10 @@ std::vector<drawing::render::Scene> PagesOf(const std::string& drawing, int page
     return {std::move(pages[static_cast<std::size_t>(page) - 1])};
 }
 
-std::vector<int> SheetsOf(const SheetJob& job, const std::vector<int>& only) {
-    std::vector<int> sheets = only;
-    for (const int sheet : only) {
-        if (sheet > job.Count())
-            throw RuntimeFailure(
-                FailureNumber::SubscriptOutOfRange,
-                "there is no sheet " + std::to_string(sheet) + " of " + std::to_string(job.Count()));
-    }
-    for (int sheet = 1; only.empty() && sheet <= job.Count(); ++sheet) sheets.push_back(sheet);
-    return sheets;
-}
-
-std::string Counted(std::size_t sheets) {
-    return std::to_string(sheets) + (sheets == 1 ? " sheet" : " sheets");
-}
-
 bool MayPrint(CommandContext& context, std::size_t sheets, bool yes) {
-    std::fprintf(stderr, "%s\n", Counted(sheets).c_str());
-    if (sheets <= kSheetsWithoutQuestion) return true;
-    const std::string question = "Are you sure you want to print " + Counted(sheets) + "?";
-    if (yes) context.host.AnswerTo(question, Answer::Yes);
-    return context.host.MessageBox({question, {}, Buttons::YesNo, Icon::Question, Answer::No}) == Answer::Yes;
+    std::fprintf(stderr, "%s\n", CountedSheets(sheets).c_str());
+    if (yes) context.host.AnswerTo(commands::PrintQuestion(sheets), Answer::Yes);
+    return commands::MayPrint(context.host, sheets);
 }
 
 /// A folder gets a file named after the drawing.
@@ -97,8 +66,11 @@ std::string PdfPath(const std::string& out, const std::string& drawing) {
 
 int PrintDrawing(CommandContext& context, const Options& options) {
     const std::string drawing = Resolve(AbsolutePath(options.drawing));
-    const SheetJob job(PagesOf(drawing, options.page), options.choice, FooterOf(context, drawing));
-    const std::vector<int> sheets = SheetsOf(job, options.only);
+    const std::vector<Scene> pages = PagesOf(drawing, options.page);
+    std::vector<const Scene*> printed;
+    for (const Scene& page : pages) printed.push_back(&page);
+    const SheetJob job(std::move(printed), options.choice, FooterOf(context, drawing));
+    const std::vector<int> sheets = commands::ChosenSheets(options.only, job.Count());
     if (!MayPrint(context, sheets.size(), options.yes))
         return Refuse("nothing is printed; --yes prints that many sheets");
     if (!options.pdf.empty()) {
@@ -109,7 +81,7 @@ int PrintDrawing(CommandContext& context, const Options& options) {
     }
     const std::string printer = drawing::sheets::SendToPrinter(
         {options.printer, NameOf(drawing), options.choice.paper.name, job.Pdf(sheets)});
-    std::printf("%s sent to %s\n", Counted(sheets.size()).c_str(), printer.c_str());
+    std::printf("%s sent to %s\n", CountedSheets(sheets.size()).c_str(), printer.c_str());
     return kDone;
 }
 
@@ -142,11 +114,11 @@ void AddSheetOptions(CLI::App& command, const std::shared_ptr<Options>& options)
                               options->choice.percent = percent;
                           },
                           "In this per cent of life size, on as many sheets as that takes")
-                      ->check(CLI::Range(drawing::sheets::kLeastPercent, drawing::sheets::kMostPercent));
+                      ->check(CLI::Range(paper::kLeastPercent, paper::kMostPercent));
     sheets->excludes(fit)->excludes(scale);
     scale->excludes(fit);
     AddText(command, "--paper", "A4 (the default), A3, A2, A1, A0 or Letter",
-            [options](const auto& text) { options->choice.paper = drawing::sheets::PaperNamed(text); });
+            [options](const auto& text) { options->choice.paper = paper::PaperNamed(text); });
     auto* portrait = command.add_flag_callback(
         "--portrait", [options] { options->choice.turn = Turn::Portrait; },
         "Sheets are higher than wide (default: what takes fewer sheets)");
@@ -156,7 +128,7 @@ void AddSheetOptions(CLI::App& command, const std::shared_ptr<Options>& options)
             "Sheets are wider than high")
         ->excludes(portrait);
     AddText(command, "--overlap", "What two neighbor sheets both show (default 10mm)",
-            [options](const auto& text) { options->choice.overlap = drawing::sheets::ParseLength(text); });
+            [options](const auto& text) { options->choice.overlap = paper::ParseLength(text); });
 }
 
 }  // namespace
@@ -173,7 +145,7 @@ void AddPrint(CLI::App& program, CommandContext& context) {
     command->add_option("--page", options->page, "This page of the drawing alone, from 1")
         ->check(CLI::Range(1, 1'000'000));
     AddText(*command, "--only", "These sheets alone, such as 3,5-6",
-            [options](const auto& text) { options->only = drawing::sheets::ParseSheetNumbers(text); });
+            [options](const auto& text) { options->only = paper::ParseSheetNumbers(text); });
     command->add_flag("--yes", options->yes, "Print more than 50 sheets without a question");
     command->callback([&context, options] {
         context.run = [&context, options] { return PrintDrawing(context, *options); };

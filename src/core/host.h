@@ -80,10 +80,10 @@ class Host {
                                                 const std::string& initial) = 0;
     virtual std::optional<std::string> OpenFileDialog(const std::string& title,
                                                       const std::string& filter) = 0;
-    /// Where to write a file; the person has agreed when there is one already. `suffix` (without dot) is
-    /// added to a name that has none.
+    /// Where to write a file; the person has agreed when there is one already. `proposed` is a file to begin
+    /// with ("EMPSCHM.pdf") or an ending alone ("csv"); its ending is added to a name that has none.
     virtual std::optional<std::string> SaveFileDialog(const std::string& title, const std::string& filter,
-                                                      const std::string& suffix) = 0;
+                                                      const std::string& proposed) = 0;
     virtual std::optional<std::string> FolderDialog(const std::string& title) = 0;
 
     virtual void Status(const std::string& text) = 0;

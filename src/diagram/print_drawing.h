@@ -1,16 +1,9 @@
 #pragma once
 
-#include <string>
-
-#include "core/app_state.h"
+#include "core/host.h"
 #include "engine/drawing_engine.h"
 
 namespace norvelis {
-
-/// Prints a saved drawing; what came of it is said in a box. `nothingToPrint` are the screen's words for no
-/// file, or one that is not there.
-void PrintDrawing(AppState& app, engine::DrawingEngine& drawingEngine, const std::string& file,
-                  const std::string& nothingToPrint);
 
 /// The published numbers of what a print takes.
 enum class PrintMode { Document = 1, EveryNthPage = 2, OddPages = 3 };

@@ -22,6 +22,7 @@ using ::testing::IsSubsetOf;
 const Graph kMayUse = {
     {"base", {}},
     {"engine", {}},
+    {"paper", {"base"}},
     {"store", {"base"}},
     {"layout", {"base"}},
     {"core", {"store"}},
@@ -31,7 +32,7 @@ const Graph kMayUse = {
     {"viewer", {"extract"}},
     {"diagram", {"engine", "browse"}},
     {"sqlconv", {"core", "dictionary"}},
-    {"commands", {"extract", "diagram", "scheduler"}},
+    {"commands", {"extract", "diagram", "paper", "scheduler"}},
     {"skin_art", {"base"}},
     {"ui", {"skin_art", "commands", "viewer"}},
     {"cli", {"core"}},
@@ -40,12 +41,12 @@ const Graph kMayUse = {
     {"stencils", {"drawing"}},
     {"render", {"drawing"}},
     {"export", {"render"}},
-    {"sheets", {"render"}},
+    {"sheets", {"paper", "render"}},
     {"cli_sql", {"cli", "sqlconv"}},
     {"cli_draw", {"cli_report", "cli_schedule", "export", "sheets"}},
     {"scheduler", {"core"}},
     {"cli_schedule", {"cli", "extract", "scheduler"}},
-    {"desktop", {"ui", "export"}},
+    {"desktop", {"ui", "render", "sheets"}},
     {"testing", {"extract"}},
 };
 

@@ -1,7 +1,5 @@
 #include "drawing/sheets/sheet_job.h"
 
-#include <fmt/format.h>
-
 #include <QBuffer>
 #include <QFontMetricsF>
 #include <QPageSize>
@@ -15,6 +13,9 @@ namespace norvelis::drawing::sheets {
 
 namespace {
 
+using paper::Sheet;
+using paper::SheetPlan;
+using paper::Size;
 using render::kUnitsPerInch;
 using render::Scene;
 
@@ -62,27 +63,18 @@ void PaintCropMarks(QPainter& painter, const SheetPlan& plan, const Sheet& sheet
     }
 }
 
-std::string DrawingWords(const Footer& footer) {
-    std::string words = footer.name;
-    const auto add = [&words](std::string_view before, const std::string& text) {
-        if (text.empty()) return;
-        words += (words.empty() ? "" : "   ") + std::string(before) + text;
-    };
-    add("schema version ", footer.schemaVersion);
-    add("report of ", footer.reportDate);
-    add("printed ", footer.printDate);
-    return words;
-}
-
 QPageSize PageSizeOf(const Size& paper) {
     return QPageSize(QSizeF(paper.width, paper.height), QPageSize::Millimeter, {}, QPageSize::ExactMatch);
 }
 
 }  // namespace
 
-SheetJob::SheetJob(std::vector<Scene> pages, const SheetChoice& choice, Footer footer)
-    : pages_(std::move(pages)), footer_(std::move(footer)), cropMarks_(choice.cropMarks) {
-    for (const Scene& page : pages_) plans_.push_back(PlanSheets(SizeOf(page), choice));
+SheetJob::SheetJob(std::vector<const Scene*> pages, const paper::SheetChoice& choice, paper::Footer footer)
+    : pages_(std::move(pages)),
+      footer_(std::move(footer)),
+      cropMarks_(choice.cropMarks),
+      hasFooter_(choice.footer) {
+    for (const Scene* page : pages_) plans_.push_back(PlanSheets(SizeOf(*page), choice));
 }
 
 int SheetJob::Count() const {
@@ -101,28 +93,31 @@ const SheetPlan& SheetJob::PlanOf(int sheet) const {
     return plans_[PlaceOf(sheet).page];
 }
 
+const Sheet& SheetJob::SheetOf(int sheet) const {
+    const auto [page, sheetOfPage] = PlaceOf(sheet);
+    return plans_[page].sheets[sheetOfPage];
+}
+
 void SheetJob::Paint(QPainter& painter, int sheet) const {
     const auto [page, sheetOfPage] = PlaceOf(sheet);
     const SheetPlan& plan = plans_[page];
-    PaintDrawing(painter, pages_[page], plan, plan.sheets[sheetOfPage]);
+    PaintDrawing(painter, *pages_[page], plan, plan.sheets[sheetOfPage]);
     if (cropMarks_ && plan.sheets.size() > 1) PaintCropMarks(painter, plan, plan.sheets[sheetOfPage]);
-    PaintFooter(painter, sheet);
+    if (hasFooter_) PaintFooter(painter, sheet);
 }
 
 void SheetJob::PaintFooter(QPainter& painter, int sheet) const {
-    const auto [page, sheetOfPage] = PlaceOf(sheet);
-    const SheetPlan& plan = plans_[page];
-    const Sheet& place = plan.sheets[sheetOfPage];
+    const SheetPlan& plan = PlanOf(sheet);
+    const Sheet& place = SheetOf(sheet);
     QFont font(QStringLiteral("Liberation Sans"));
     font.setPixelSize(kFooterLetters);
     const QFontMetricsF metrics(font);
-    const QString number = QString::fromStdString(
-        fmt::format("sheet {} of {}, row {} column {}", sheet, Count(), place.row, place.column));
+    const QString number = QString::fromStdString(paper::SheetWords(sheet, Count(), place.row, place.column));
     const QPointF left = QPointF(plan.area.x0, plan.paper.height - kFooterBaseline) * kUnitsPerMillimetre;
     const double width = plan.area.Width() * kUnitsPerMillimetre;
     const double numberWidth = metrics.horizontalAdvance(number);
-    const QString drawing = metrics.elidedText(QString::fromStdString(DrawingWords(footer_)), Qt::ElideMiddle,
-                                               width - numberWidth - 2 * metrics.height());
+    const QString drawing = metrics.elidedText(QString::fromStdString(paper::DrawingWords(footer_)),
+                                               Qt::ElideMiddle, width - numberWidth - 2 * metrics.height());
     painter.setFont(font);
     painter.setPen(Qt::black);
     painter.drawText(left, drawing);

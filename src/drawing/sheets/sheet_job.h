@@ -4,26 +4,24 @@
 #include <vector>
 
 #include "drawing/render/scene.h"
-#include "drawing/sheets/sheet_plan.h"
+#include "paper/footer.h"
+#include "paper/sheet_plan.h"
 
 class QPainter;
 
 namespace norvelis::drawing::sheets {
 
-/// What the footer says of the drawing beside the sheet's number; an empty text is left out.
-struct Footer {
-    std::string name, schemaVersion, reportDate, printDate;
-};
-
 /// The pages of a drawing cut into sheets, counted from 1 over all pages. Nothing is painted before it is
 /// asked for, so the number of sheets costs next to nothing.
 class SheetJob {
   public:
-    /// RuntimeFailure 5 as PlanSheets.
-    SheetJob(std::vector<render::Scene> pages, const SheetChoice& choice, Footer footer);
+    /// The pages must outlive it. RuntimeFailure 5 as PlanSheets.
+    SheetJob(std::vector<const render::Scene*> pages, const paper::SheetChoice& choice, paper::Footer footer);
 
     int Count() const;
-    const SheetPlan& PlanOf(int sheet) const;
+    const paper::SheetPlan& PlanOf(int sheet) const;
+    /// Of the page that the sheet is of.
+    const paper::Sheet& SheetOf(int sheet) const;
 
     /// With the painter's origin in the paper's upper left corner and tenths of a point as its unit.
     void Paint(QPainter& painter, int sheet) const;
@@ -38,10 +36,10 @@ class SheetJob {
     Place PlaceOf(int sheet) const;
     void PaintFooter(QPainter& painter, int sheet) const;
 
-    std::vector<render::Scene> pages_;
-    std::vector<SheetPlan> plans_;  ///< One for each page.
-    Footer footer_;
-    bool cropMarks_;
+    std::vector<const render::Scene*> pages_;
+    std::vector<paper::SheetPlan> plans_;  ///< One for each page.
+    paper::Footer footer_;
+    bool cropMarks_, hasFooter_;
 };
 
 }  // namespace norvelis::drawing::sheets

@@ -7,8 +7,8 @@
 #include <utility>
 
 #include "commands/frame_commands.h"
+#include "commands/print_commands.h"
 #include "core/places.h"
-#include "diagram/print_drawing.h"
 #include "ui/controls/context_menu.h"
 #include "ui/controls/drawing_control.h"
 #include "ui/controls/elided_label.h"
@@ -77,8 +77,7 @@ void DrawingPanel::ShowName(const QString& file) {
 }
 
 void DrawingPanel::Print(const std::string& file) const {
-    context_.commands.Run({"Print", Screen::Treeview},
-                          [&] { PrintDrawing(context_.app, context_.engine, file, nothingToPrint_); });
+    if (commands::HasDrawing(context_.app.host, file, nothingToPrint_)) context_.request(PreviewPrint{file});
 }
 
 void DrawingPanel::mnu_viewvisio() {

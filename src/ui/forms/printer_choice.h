@@ -6,20 +6,21 @@ class QPrinter;
 class QWidget;
 
 namespace norvelis {
-class Host;
+struct AppState;
 }
 
 namespace norvelis::ui {
 
-/// The printer of the program and its settings, which last until the program ends. It is looked for when it
-/// is first needed.
+/// The printer of the program. It is looked for when it is first needed.
 class PrinterChoice {
   public:
-    explicit PrinterChoice(Host& host);
+    explicit PrinterChoice(AppState& app);
     ~PrinterChoice();
 
     void SetWindow(QWidget* window) { window_ = window; }  ///< Owner of the dialogs.
 
+    /// Lets the person set up paper and how it is turned, which are kept in Local.Ini; printing begins with
+    /// them.
     void SetUp();
     /// Asks where to print; null when the person cancels.
     QPrinter* Choose();
@@ -27,7 +28,7 @@ class PrinterChoice {
   private:
     QPrinter& Printer();
 
-    Host& host_;
+    AppState& app_;
     QWidget* window_ = nullptr;
     std::unique_ptr<QPrinter> printer_;
 };

@@ -5,6 +5,7 @@
 #include "core/app_state.h"
 #include "engine/drawing_engine.h"
 #include "ui/controls/drawing_picture.h"
+#include "ui/controls/drawing_sheets.h"
 #include "ui/forms/long_commands.h"
 #include "ui/forms/printer_choice.h"
 #include "ui/forms/screen_request.h"
@@ -20,6 +21,7 @@ struct ScreenContext {
     AppState& app;
     engine::DrawingEngine& engine;
     OpenDrawing openDrawing;  ///< How drawing files are shown.
+    SheetPrinting printing;   ///< How they are printed.
     PrinterChoice& printer;
     LongCommands& commands;
     CurrentSkin& skin;

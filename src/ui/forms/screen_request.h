@@ -58,6 +58,11 @@ struct ShowFindings {
     static constexpr Screen kScreen = Screen::Findings;
 };
 
+/// Shows this drawing file as the sheets of paper that it takes, to be printed.
+struct PreviewPrint {
+    static constexpr Screen kScreen = Screen::PrintPreview;
+    std::string file;
+};
 /// Shows the page of help that is about a screen.
 struct ShowHelp {
     static constexpr Screen kScreen = Screen::Help;
@@ -66,7 +71,7 @@ struct ShowHelp {
 
 using ScreenRequest =
     std::variant<LoadTree, RefreshTree, DrawDictionary, ShowLargerTree, IsolateRecord, ShowDrawing,
-                 ShowReport, PickReport, PickDrawingFolder, ShowFindings, ShowHelp>;
+                 ShowReport, PickReport, PickDrawingFolder, ShowFindings, ShowHelp, PreviewPrint>;
 
 inline Screen ScreenOf(const ScreenRequest& request) {
     return std::visit([](const auto& each) { return each.kScreen; }, request);

@@ -43,6 +43,7 @@ mdiMainMenu::mdiMainMenu(const FrameParts& parts)
       context_{parts.app,
                parts.engine,
                parts.openDrawing,
+               parts.printing,
                parts.printer,
                commands_,
                skin_,

@@ -30,6 +30,7 @@ struct FrameParts {
     AppState& app;
     engine::DrawingEngine& engine;
     OpenDrawing openDrawing;
+    SheetPrinting printing;
     PrinterChoice& printer;
     std::span<const ScreenEntry> screens;  ///< One for each Screen.
     LongCommands::Fail fail;

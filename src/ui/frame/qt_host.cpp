@@ -137,12 +137,15 @@ std::optional<std::string> QtHost::OpenFileDialog(const std::string& title, cons
 }
 
 std::optional<std::string> QtHost::SaveFileDialog(const std::string& title, const std::string& filter,
-                                                  const std::string& suffix) {
+                                                  const std::string& proposed) {
     const WithoutWaitCursor ordinary;
     const EventsMeanwhile events(*this);
     QFileDialog dialog(Window(), TitleOr(title), {}, QString::fromStdString(filter));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(QString::fromStdString(suffix));
+    const QString file = QString::fromStdString(proposed);
+    const auto dot = file.lastIndexOf('.');
+    dialog.setDefaultSuffix(file.mid(dot + 1));
+    if (dot >= 0) dialog.selectFile(file);
     if (dialog.exec() != QDialog::Accepted) return std::nullopt;
     return Chosen(dialog.selectedFiles().value(0));
 }

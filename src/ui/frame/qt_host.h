@@ -38,7 +38,7 @@ class QtHost : public QObject, public Host {
                                         const std::string& initial) override;
     std::optional<std::string> OpenFileDialog(const std::string& title, const std::string& filter) override;
     std::optional<std::string> SaveFileDialog(const std::string& title, const std::string& filter,
-                                              const std::string& suffix) override;
+                                              const std::string& proposed) override;
     std::optional<std::string> FolderDialog(const std::string& title) override;
     void Status(const std::string& text) override;
     void ProgressChanged(Bar bar, const ProgressBar& state) override;

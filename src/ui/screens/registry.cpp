@@ -10,6 +10,7 @@
 #include "ui/screens/list/frm_listview.h"
 #include "ui/screens/scheduler/frm_scheduler.h"
 #include "ui/screens/settings/frm_colors.h"
+#include "ui/screens/viewers/print_preview.h"
 #include "ui/screens/viewers/view_help.h"
 #include "ui/screens/viewers/view_idms_report.h"
 #include "ui/screens/viewers/view_visio_file.h"
@@ -24,7 +25,7 @@ Form* Make(const ScreenContext& context) {
 }
 
 // A new screen gets its line here.
-constexpr std::array<ScreenEntry, 12> kScreens = {
+constexpr std::array<ScreenEntry, 13> kScreens = {
     {{Screen::Treeview, "Record Treeview", Make<frm_Treeview>, true},
      {Screen::TreeviewMax, "Record Treeview Max", Make<frm_Treeviewmax>, true},
      {Screen::Listview, "Record Listview", Make<frm_Listview>, true},
@@ -36,7 +37,8 @@ constexpr std::array<ScreenEntry, 12> kScreens = {
      {Screen::DrawingViewer, "Drawing Viewer", Make<ViewVisioFile>, false},
      {Screen::About, "About", Make<frmAbout>, false},
      {Screen::Findings, "Findings", Make<frm_Findings>, true},
-     {Screen::Help, "Help", Make<ViewHelp>, true}}};
+     {Screen::Help, "Help", Make<ViewHelp>, true},
+     {Screen::PrintPreview, "Print Preview", Make<PrintPreview>, true}}};
 
 }  // namespace
 

@@ -13,7 +13,7 @@
 #include <thread>
 
 #include "base/paths.h"
-#include "drawing/sheets/sheet_choice.h"
+#include "paper/sheet_choice.h"
 #include "testing/temporary_folder.h"
 
 namespace norvelis {
@@ -120,7 +120,7 @@ class PrintSystem {
             "*ColorDevice: True\n*DefaultColorSpace: RGB\n"
             "*cupsFilter2: \"application/vnd.cups-pdf application/pdf 0 -\"\n";
         std::string page, region, imageable, dimension;
-        for (const auto& paper : drawing::sheets::Papers()) {
+        for (const auto& paper : paper::Papers()) {
             const auto points = [](double millimetres) { return std::to_string(millimetres / 25.4 * 72); };
             const std::string size = points(paper.width) + " " + points(paper.height);
             const std::string code = paper.name + ": \"<</PageSize[" + size + "]>>setpagedevice\"\n";

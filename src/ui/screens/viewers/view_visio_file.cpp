@@ -4,6 +4,7 @@
 #include <QVBoxLayout>
 
 #include "commands/frame_commands.h"
+#include "commands/print_commands.h"
 #include "ui/controls/button_row.h"
 #include "ui/controls/context_menu.h"
 #include "ui/controls/drawing_control.h"
@@ -30,7 +31,9 @@ ViewVisioFile::ViewVisioFile(const ScreenContext& context)
     menu.AddLine();
     QAction* open = menu.Add("&Open drawing...\tCtrl+O", [this] { PickFile(); });
     open->setObjectName("mnu_viewvisio");
+    menu.Add("&Print...\tCtrl+P", [this] { Print(); });
     OnKeys(this, QKeySequence::Open, [this] { PickFile(); });
+    OnKeys(this, QKeySequence::Print, [this] { Print(); });
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(16, Body().top() + 12, 16, 16);
     column->addLayout(row);
@@ -56,6 +59,12 @@ void ViewVisioFile::Show(const QString& file) {
 
 void ViewVisioFile::PickFile() {
     if (const auto file = commands::mnu_viewvisio(App().host)) Show(QString::fromStdString(*file));
+}
+
+void ViewVisioFile::Print() {
+    const std::string file = DrawingControl2_->Src().toStdString();
+    if (commands::HasDrawing(App().host, file, "There are no visio drawing to view"))
+        Context().request(PreviewPrint{file});
 }
 
 }  // namespace norvelis::ui

@@ -21,6 +21,7 @@ class ViewVisioFile : public Form {
 
   private:
     void PickFile();
+    void Print();
     void Show(const QString& file);
 
     DrawingControl2* DrawingControl2_;

@@ -1,4 +1,4 @@
-#include "drawing/sheets/sheet_plan.h"
+#include "paper/sheet_plan.h"
 
 #include <algorithm>
 #include <cmath>
@@ -7,7 +7,7 @@
 
 #include "base/failure.h"
 
-namespace norvelis::drawing::sheets {
+namespace norvelis::paper {
 
 namespace {
 
@@ -100,4 +100,4 @@ SheetPlan PlanSheets(Size drawing, const SheetChoice& choice) {
     return plan;
 }
 
-}  // namespace norvelis::drawing::sheets
+}  // namespace norvelis::paper

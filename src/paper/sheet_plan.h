@@ -3,11 +3,11 @@
 #include <vector>
 
 #include "base/geometry.h"
-#include "drawing/sheets/sheet_choice.h"
+#include "paper/sheet_choice.h"
 
 // Which sheets a drawing takes and what of it is where on each: arithmetic alone. Lengths are millimetres; on
 // a sheet y grows downwards from its upper edge.
-namespace norvelis::drawing::sheets {
+namespace norvelis::paper {
 
 struct Size {
     double width, height;
@@ -36,4 +36,4 @@ struct SheetPlan {
 /// The sheets for a drawing of this size. RuntimeFailure 5 when they would be more than can be meant.
 SheetPlan PlanSheets(Size drawing, const SheetChoice& choice);
 
-}  // namespace norvelis::drawing::sheets
+}  // namespace norvelis::paper

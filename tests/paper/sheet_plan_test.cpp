@@ -1,10 +1,10 @@
-#include "drawing/sheets/sheet_plan.h"
+#include "paper/sheet_plan.h"
 
 #include <gmock/gmock.h>
 
 #include "base/failure.h"
 
-namespace norvelis::drawing::sheets {
+namespace norvelis::paper {
 namespace {
 
 constexpr double kRounding = 1e-9;
@@ -102,4 +102,4 @@ TEST(SheetPlan, CutSheetsShowEveryPlaceOnce) {
 }
 
 }  // namespace
-}  // namespace norvelis::drawing::sheets
+}  // namespace norvelis::paper

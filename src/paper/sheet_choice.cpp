@@ -1,4 +1,4 @@
-#include "drawing/sheets/sheet_choice.h"
+#include "paper/sheet_choice.h"
 
 #include <algorithm>
 #include <array>
@@ -8,7 +8,7 @@
 #include "base/failure.h"
 #include "base/text.h"
 
-namespace norvelis::drawing::sheets {
+namespace norvelis::paper {
 
 namespace {
 
@@ -82,6 +82,10 @@ double ParseLength(std::string_view text) {
     return Val(number) * unit;
 }
 
+std::string CountedSheets(std::size_t count) {
+    return std::to_string(count) + (count == 1 ? " sheet" : " sheets");
+}
+
 std::vector<int> ParseSheetNumbers(std::string_view text) {
     std::vector<int> numbers;
     for (std::size_t begin = 0; begin <= text.size();) {
@@ -98,4 +102,4 @@ std::vector<int> ParseSheetNumbers(std::string_view text) {
     return numbers;
 }
 
-}  // namespace norvelis::drawing::sheets
+}  // namespace norvelis::paper

@@ -5,11 +5,12 @@
 #include <vector>
 
 // What a person chooses about the sheets that a drawing is printed on. Lengths are millimetres.
-namespace norvelis::drawing::sheets {
+namespace norvelis::paper {
 
 struct Paper {
     std::string name;      ///< As printers call it, too.
     double width, height;  ///< Portrait.
+    bool operator==(const Paper&) const = default;
 };
 
 /// A4 to A0 and Letter.
@@ -38,7 +39,13 @@ struct SheetChoice {
     Turn turn = Turn::Best;
     double overlap = 10;  ///< What two neighbors both show; at most kMostOverlap.
     bool cropMarks = true;
+    bool footer = true;
+
+    bool operator==(const SheetChoice&) const = default;
 };
+
+/// More sheets than this are printed only when the person agrees.
+inline constexpr int kSheetsWithoutQuestion = 50;
 
 inline constexpr int kMostSheetsInRow = 100;
 inline constexpr double kLeastPercent = 1, kMostPercent = 1000, kMostOverlap = 50;
@@ -47,7 +54,10 @@ inline constexpr double kLeastPercent = 1, kMostPercent = 1000, kMostOverlap = 5
 void ParseGrid(std::string_view text, SheetChoice& choice);
 /// "10mm", "1cm", "0.5in"; a bare number is millimetres.
 double ParseLength(std::string_view text);
+/// "1 sheet", "6 sheets".
+std::string CountedSheets(std::size_t count);
+
 /// "3,5-6": sheets by their numbers from 1, in that order.
 std::vector<int> ParseSheetNumbers(std::string_view text);
 
-}  // namespace norvelis::drawing::sheets
+}  // namespace norvelis::paper

@@ -1,4 +1,4 @@
-#include "drawing/sheets/sheet_choice.h"
+#include "paper/sheet_choice.h"
 
 #include <gmock/gmock.h>
 
@@ -6,7 +6,7 @@
 
 #include "base/failure.h"
 
-namespace norvelis::drawing::sheets {
+namespace norvelis::paper {
 namespace {
 
 using ::testing::ElementsAre;
@@ -49,4 +49,4 @@ TEST(SheetChoice, OtherTextsAreRefusedWithWhatWasExpected) {
 }
 
 }  // namespace
-}  // namespace norvelis::drawing::sheets
+}  // namespace norvelis::paper
