@@ -46,6 +46,7 @@ function(norvelis_test name)
         list(APPEND environment "LSAN_OPTIONS=print_suppressions=0:suppressions=${PROJECT_SOURCE_DIR}/tests/leaks.supp")
     endif()
     add_executable(${name}_test ${ARG_SOURCES} ${PROJECT_SOURCE_DIR}/tests/watchdog.cpp)
+    target_compile_options(${name}_test PRIVATE -O0)  # A test runs once; optimizing it takes longer than that.
     target_include_directories(${name}_test PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     target_link_libraries(${name}_test PRIVATE ${ARG_LINKS} norvelis::testing GTest::gtest GTest::gmock GTest::gtest_main)
     target_compile_definitions(${name}_test PRIVATE NORVELIS_SOURCE="${PROJECT_SOURCE_DIR}" NORVELIS_APP="${NORVELIS_APP}"

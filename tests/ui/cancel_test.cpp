@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <iostream>
 #include <random>
 
@@ -164,7 +165,7 @@ class CancelAtAnyMoment : public CancelTest, public ::testing::WithParamInterfac
 };
 
 TEST_P(CancelAtAnyMoment, AllIsAsBeforeOrWholeAndTheWordsSayWhich) {
-    const long turns = RunWhole();
+    long turns = RunWhole();
     const char* const given = std::getenv("NORVELIS_FIRST_SEED");
     const unsigned seed = given ? static_cast<unsigned>(std::stoul(given)) : std::random_device()();
     std::cout << "NORVELIS_FIRST_SEED=" << seed << '\n';
@@ -190,6 +191,7 @@ TEST_P(CancelAtAnyMoment, AllIsAsBeforeOrWholeAndTheWordsSayWhich) {
         ExpectAtRest();
         const int saved = WholeSince(filesBefore);
         if (words.find(" was canceled.\r\n") == std::string::npos) {
+            turns = std::clamp(turn, 1L, turns);  // A faster run has fewer, and ended before its cancel.
             if (Extracts()) extracted = report;
             EXPECT_EQ(Rows(), rowsOf[extracted]);
             continue;
