@@ -1,5 +1,6 @@
 // take_pictures APPLICATION-FOLDER OUT-FOLDER: a picture of every screen in every skin, for the
-// documentation. The dictionary of the folder must hold a schema and its drawing be saved.
+// documentation. The dictionary of the folder must hold a schema and its drawing be saved; its jobs and the
+// log of their runs are replaced.
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QComboBox>
@@ -18,6 +19,7 @@
 #include "commands/start_up.h"
 #include "desktop/application.h"
 #include "desktop/main_frame.h"
+#include "scheduler/audit_log.h"
 #include "store/connection.h"
 #include "store/transaction.h"
 #include "ui/controls/c_tree_view.h"
@@ -232,6 +234,24 @@ class Photographer {
         }
         transaction.Commit();
     }
+    /// As a night leaves it.
+    void FillLog() const {
+        AppState& app = frame_.Context().app;
+        ClearAuditLog(app);
+        const std::pair<const char*, RunEnd> runs[] = {
+            {"Payroll", {RunResult::Ok, 14, 13, 1, 0.4, ""}},
+            {"Stock", {RunResult::Missing, 0, 0, 0, 0.0, "The report is missing."}},
+            {"Customer orders", {RunResult::Ok, 204, 318, 2, 1.9, ""}}};
+        Job job;
+        job.nextschedule = app.clock.Now();
+        job.idmsreport = "/srv/reports/empschm.text";
+        for (const auto& [name, end] : runs) {
+            ++job.scheduleid;
+            job.name = name;
+            WriteBegin(app, job);
+            WriteEnd(app, job, end);
+        }
+    }
     /// The scheduler with a job on show, the log of the runs, and many jobs.
     void TakeScheduler() {
         Book(3);
@@ -245,6 +265,7 @@ class Photographer {
         emit jobs.clicked(jobs.model()->index(0, 0));
         Take(screen, "scheduler");
         auto& tabs = *screen.findChild<QTabWidget*>("SSTab1");
+        FillLog();
         tabs.setCurrentIndex(1);
         Press(screen, "cmdViewLogs");
         Take(screen, "scheduler-log");

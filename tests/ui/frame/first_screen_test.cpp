@@ -36,6 +36,14 @@ TEST(StartUpOnScreen, AnEmptyReportOpensSettingsAndPicker) {
     EXPECT_TRUE(ui.failures.empty());
 }
 
+TEST(StartUpOnScreen, TheSchedulerMayBeTheFirst) {
+    UiApp ui;
+    setstartupform(ui.app, "Scheduler");
+    ui.Start();
+    ASSERT_NE(ui.frame->Find(Screen::Scheduler), nullptr);
+    EXPECT_TRUE(ui.frame->Find(Screen::Scheduler)->isVisible());
+}
+
 TEST(StartUpOnScreen, AScreenThatIsNotThereYetIsSaidPlainly) {
     UiApp ui;
     setstartupform(ui.app, "ConvertSQL");
