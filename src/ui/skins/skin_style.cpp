@@ -66,7 +66,9 @@ class SkinStyle : public QProxyStyle {
                                                                              : QPalette::Dark));
                 }
                 return;
-            case PE_FrameGroupBox:
+            case PE_FrameGroupBox:  // The title is above its frame.
+                return PaintBox(*painter, option->rect.adjusted(0, option->fontMetrics.height() + 3, 0, 0),
+                                Qt::transparent, colors.color(QPalette::Mid));
             case PE_FrameTabWidget:
                 return PaintBox(*painter, option->rect, Qt::transparent, colors.color(QPalette::Mid));
             case PE_FrameTabBarBase:

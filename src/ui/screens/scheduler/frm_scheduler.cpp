@@ -126,7 +126,7 @@ QWidget* frm_Scheduler::MakeClock() {
     lblCurrentDate_ = MakeLabel(clock, "lblCurrentDate", {});
     lblCurrentTime_ = MakeLabel(clock, "lblCurrentTime", {});
     auto* row = new QHBoxLayout(clock);
-    row->setContentsMargins(0, 0, 4, 0);
+    row->setContentsMargins(0, 0, 4, 6);
     row->addWidget(lblCurrentDate_);
     row->addWidget(lblCurrentTime_);
     return clock;
