@@ -32,10 +32,6 @@ bool TickMachine::IsStarted() const {
     return isStarted_;
 }
 
-bool TickMachine::IsPolling() const {
-    return isPolling_;
-}
-
 void TickMachine::Start() {
     if (std::exchange(isStarted_, true)) return;
     surroundings_.stateChanged();

@@ -36,10 +36,9 @@ class TickMachine {
     void Start();            ///< "Start Schedules": only a stopped machine can be started.
     void Stop();             ///< "Stop Schedules": only a started one can be stopped.
     bool IsStarted() const;  ///< Stop is enabled, Start is not.
-    bool IsPolling() const;  ///< Within a tick that looks for a job or runs one.
 
-    void
-    Tick();  ///< A failure or a cancellation of what it starts stops the machine and does not go through.
+    /// A failure or a cancellation of what it starts stops the machine and does not go through.
+    void Tick();
 
     /// Ticks since the last run; 16 of them are a rest. Starting and stopping leave it alone.
     std::int16_t PollTicks() const { return pollTicks_; }
