@@ -1,12 +1,9 @@
 #include "cli/schedule_definition.h"
 
 #include <algorithm>
-#include <iostream>
-#include <iterator>
 #include <limits>
 #include <stdexcept>
 
-#include "base/paths.h"
 #include "base/text.h"
 #include "scheduler/definition_controls.h"
 #include "scheduler/schedule_xml.h"
@@ -121,8 +118,7 @@ Definition DefinitionOptions::Read(DateTime now) const {
 }
 
 XmlNode DefinitionOptions::ReadElement() const {
-    const std::string text = *xml_ == "-" ? std::string(std::istreambuf_iterator<char>(std::cin), {})
-                                          : ReadFile(AbsolutePath(*xml_));
+    const std::string text = ReadInput(*xml_);
     try {
         return LoadSchedule(text);
     } catch (const std::runtime_error& reason) {
