@@ -109,7 +109,7 @@ void mdiMainMenu::BuildMenu() {
             }
             QAction* action = menu->addAction(entry.caption);
             action->setObjectName(entry.name);
-            action->setShortcuts(QKeySequence::listFromString(entry.keys));
+            if (*entry.keys) action->setShortcuts(QKeySequence::listFromString(entry.keys));
             connect(action, &QAction::triggered, this,
                     [this, command = entry.command] { Run([this, command] { (menu_.*command)(); }); });
             if (!entry.whileBusy)
