@@ -5,7 +5,6 @@
 #include <limits>
 #include <nlohmann/json.hpp>
 
-#include "base/failure.h"
 #include "base/text.h"
 #include "cli/json_output.h"
 #include "cli/sql_rows.h"
@@ -105,12 +104,10 @@ int PrintProcedures(CommandContext& context, bool json) {
         ProcedureNames(store), json, [](const std::string& name) { return name; },
         [&store](const std::string& name) {
             const auto procedure = FindProcedure(store, name).value_or(TableProcedure{name, {}, {}, {}, {}});
-            const std::string source(Trim(procedure.dsn));
-            return Json{
-                {"name", name},
-                {"dsn", source.find('=') == std::string::npos ? source : ConnectionText(source).Shown()},
-                {"username", Trim(procedure.username)},
-                {"sql", procedure.sql}};
+            return Json{{"name", name},
+                        {"dsn", ShownSource(Trim(procedure.dsn))},
+                        {"username", Trim(procedure.username)},
+                        {"sql", procedure.sql}};
         });
 }
 
@@ -150,16 +147,8 @@ int PrintStatements(CommandContext& context, const Options& options) {
     const std::string database(Trim(options.database));
     if (database.empty()) return Refuse("the name of the database is empty");
     const std::string schema = SchemaNamed(store, options.name);
-    PrintLine(DatabaseStatement(database));
-    for (const auto& record : RecordsOf(store, schema)) {
-        try {
-            if (const auto statement = RecordTableStatement(store, record, database); !statement.empty())
-                PrintLine(statement);
-        } catch (const RuntimeFailure& failure) {
-            return Refuse("Record " + record + ": Run-time error '" +
-                          std::to_string(static_cast<int>(failure.Number())) + "': " + failure.what());
-        }
-    }
+    ReadStatements(store, schema, database,
+                   [](const std::string&, const std::string& statement) { PrintLine(statement); });
     return kDone;
 }
 

@@ -8,6 +8,8 @@ namespace norvelis {
 
 namespace {
 
+constexpr std::string_view kHidden = "***";
+
 /// Where a value that begins at `begin` ends: at the next semicolon outside braces.
 std::size_t EndOfValue(std::string_view text, std::size_t begin) {
     std::size_t i = std::min(text.find_first_not_of(' ', begin), text.size());
@@ -98,9 +100,27 @@ std::string ConnectionText::Text() const {
 std::string ConnectionText::Shown() const {
     std::string text;
     for (const auto& part : parts_) {
-        text += (text.empty() ? "" : ";") + part.key + "=" + (IsPassword(part.key) ? "***" : part.written);
+        text += (text.empty() ? "" : ";") + part.key + "=" +
+                (IsPassword(part.key) ? std::string(kHidden) : part.written);
     }
     return text;
+}
+
+std::string ShownSource(std::string_view source) {
+    const ConnectionText text(source);
+    return text.Has("PWD") || text.Has("PASSWORD") ? text.Shown() : std::string(source);
+}
+
+std::string TypedSource(std::string_view typed, std::string_view before) {
+    if (typed.find(kHidden) == std::string_view::npos) return std::string(typed);
+    ConnectionText text(typed);
+    const ConnectionText former(before);
+    for (auto& part : text.parts_) {
+        const auto* password = former.Find(part.key);
+        if (IsPassword(part.key) && part.written == kHidden && password != nullptr)
+            part.written = password->written;
+    }
+    return text.Text();
 }
 
 }  // namespace norvelis

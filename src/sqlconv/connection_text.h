@@ -23,6 +23,8 @@ class ConnectionText {
     std::string Shown() const;
 
   private:
+    friend std::string TypedSource(std::string_view typed, std::string_view before);
+
     struct Part {
         std::string key, written;  ///< `written` as it was typed, braces included.
     };
@@ -30,5 +32,12 @@ class ConnectionText {
 
     std::vector<Part> parts_;
 };
+
+/// A data source, or a connection text without its passwords, for people to see.
+std::string ShownSource(std::string_view source);
+
+/// What a person made of a source that was shown: where "***" stands for a password, it is that of the source
+/// as it was before.
+std::string TypedSource(std::string_view typed, std::string_view before);
 
 }  // namespace norvelis

@@ -34,9 +34,26 @@ bool Refuse(Conversion& conversion, const std::string& reason) {
 }
 
 std::string CreatedBefore(const Conversion& conversion) {
-    std::string words = " Created before: database " + conversion.createdDatabase;
+    if (conversion.createdDatabase.empty()) return "Nothing was created before.";
+    std::string words = "Created before: database " + conversion.createdDatabase;
     for (const auto& record : conversion.created) words += ", " + record;
     return words + '.';
+}
+
+/// Executes while windows stay alive. A person who cancels then reads what is true.
+void Execute(Conversion& conversion, const std::string& statement) {
+    conversion.sql.app.host.SetAfterCancel(CreatedBefore(conversion) + std::string(kLineBreak) +
+                                           "The server may have executed the statement that was canceled.");
+    InBackground(conversion.sql, [&] { ExecuteSql(conversion.sql, statement); });
+}
+
+/// Why names are refused, if they are. A large schema takes a while.
+std::string UnsafeName(AppState& app, const std::vector<std::string>& records) {
+    for (const auto& record : records) {
+        app.host.Yield();
+        if (auto unsafe = RefusedRecordName(*app.gConnection, {&record, 1}); !unsafe.empty()) return unsafe;
+    }
+    return {};
 }
 
 std::string WhatIsMissing(const Conversion& conversion, const std::string& schemaname) {
@@ -60,8 +77,9 @@ bool CreateDatabase(Conversion& conversion, std::string& name) {
             conversion.refusal = "No name was given for the new database.";
             return false;
         }
-        ExecuteSql(conversion.sql, DatabaseStatement(name));
+        Execute(conversion, DatabaseStatement(name));
         conversion.createdDatabase = name;
+        conversion.sql.app.host.SetAfterCancel(CreatedBefore(conversion));
         Refresh(conversion);
         return true;
     } catch (const SqlFailure& failure) {
@@ -75,8 +93,9 @@ bool CreateRecordTable(Conversion& conversion, std::string_view recordName, std:
     Connection& store = *conversion.sql.app.gConnection;
     const std::string statement = RecordTableStatement(store, recordName, databaseName);
     if (!statement.empty()) {
-        ExecuteSql(conversion.sql, statement);
+        Execute(conversion, statement);
         conversion.created.emplace_back(recordName);
+        conversion.sql.app.host.SetAfterCancel(CreatedBefore(conversion));
     }
     conversion.sql.gSqlRecordset.reset();
     Status(conversion, "IDMS conversion to SQL was successful.");
@@ -93,16 +112,21 @@ bool ConvertSchema(Conversion& conversion, const std::string& schemaname, std::s
     if (const auto missing = WhatIsMissing(conversion, schemaname); !missing.empty())
         return Refuse(conversion, missing);
     const std::vector<std::string> records = RecordsOf(*app.gConnection, schemaname);
-    if (const auto unsafe = RefusedRecordName(*app.gConnection, records); !unsafe.empty())
+    app.host.SetAfterCancel("Nothing was created.");
+    if (const auto unsafe = UnsafeName(app, records); !unsafe.empty())
         return Refuse(conversion, "Nothing was created: " + unsafe);
 
     std::string database(Trim(databaseName));
     if (!CreateDatabase(conversion, database)) return Refuse(conversion, conversion.refusal);
+    app.progress.BResetprogressbar(Bar::TreeviewValue, static_cast<int>(records.size()));
+    const ShownBars shown(app.progress, kTreeBars);
     for (const auto& record : records) {
+        app.progress.BStepprogressbar(Bar::TreeviewValue, 1, record);
         try {
             CreateRecordTable(conversion, record, database);
         } catch (const std::exception& failure) {
-            return Refuse(conversion, "Record " + record + ": " + failure.what() + CreatedBefore(conversion));
+            return Refuse(conversion,
+                          "Record " + record + ": " + failure.what() + " " + CreatedBefore(conversion));
         }
     }
     Refresh(conversion);

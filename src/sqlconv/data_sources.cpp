@@ -35,8 +35,9 @@ DataSourceList DataSources(std::string_view driverFilter) {
     SQLCHAR name[kNameBuffer] = {}, driver[kNameBuffer] = {};
     SQLSMALLINT nameLength = 0, driverLength = 0;
     SQLUSMALLINT direction = SQL_FETCH_FIRST;
-    while (SQLDataSources(environment.Get(), direction, name, kNameBuffer, &nameLength, driver, kNameBuffer,
-                          &driverLength) == SQL_SUCCESS) {
+    SQLRETURN result = SQL_SUCCESS;
+    while ((result = SQLDataSources(environment.Get(), direction, name, kNameBuffer, &nameLength, driver,
+                                    kNameBuffer, &driverLength)) == SQL_SUCCESS) {
         direction = SQL_FETCH_NEXT;
         const std::string_view description = Taken(driver, driverLength);
         if (driverFilter.empty() || description == driverFilter) {
@@ -44,6 +45,10 @@ DataSourceList DataSources(std::string_view driverFilter) {
         } else {
             ++list.hidden;
         }
+    }
+    if (result == SQL_ERROR) {
+        const auto diagnostics = DiagnosticsOf(SQL_HANDLE_ENV, environment.Get());
+        if (!diagnostics.empty()) list.trouble = diagnostics.front();
     }
     return list;
 }

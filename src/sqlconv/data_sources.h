@@ -1,8 +1,11 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "sqlconv/diagnostics.h"
 
 namespace norvelis {
 
@@ -13,7 +16,8 @@ struct DataSource {
 
 struct DataSourceList {
     std::vector<DataSource> shown;
-    std::size_t hidden = 0;  ///< Sources that the filter left out.
+    std::size_t hidden = 0;             ///< Sources that the filter left out.
+    std::optional<Diagnostic> trouble;  ///< What ended the list early.
 };
 
 /// The data sources of the machine, in the driver manager's order; with a filter only those of exactly this

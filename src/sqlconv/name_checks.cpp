@@ -49,6 +49,13 @@ std::string RefusedDatabaseName(std::string_view name) {
     return {};
 }
 
+std::string TwoDatabasesWarning(std::string_view name) {
+    const std::string cleaned = CleanName(name);
+    if (cleaned == name) return {};
+    return "\"" + DatabaseStatement(name) + "\" and \"Create Table " + cleaned +
+           ".dbo.\" name two databases.";
+}
+
 std::string RefusedRecordName(Connection& store, std::span<const std::string> records) {
     for (const auto& record : records) {
         if (const auto strange = StrangeCharacter(record); !strange.empty())

@@ -1,5 +1,7 @@
 #include "sqlconv/record_tables.h"
 
+#include <stdexcept>
+
 #include "base/failure.h"
 #include "base/text.h"
 #include "dictionary/records.h"
@@ -64,6 +66,22 @@ std::string RecordTableStatement(Connection& store, std::string_view recordName,
     std::string closed(Trim(statement));
     closed.pop_back();
     return closed + ")";
+}
+
+void ReadStatements(Connection& store, std::string_view schemaname, std::string_view databaseName,
+                    const StatementReceiver& take) {
+    take({}, DatabaseStatement(databaseName));
+    for (const auto& record : RecordsOf(store, schemaname)) {
+        std::string statement;
+        try {
+            statement = RecordTableStatement(store, record, databaseName);
+        } catch (const RuntimeFailure& failure) {
+            throw std::runtime_error("Record " + record + ": Run-time error '" +
+                                     std::to_string(static_cast<int>(failure.Number())) +
+                                     "': " + failure.what());
+        }
+        if (!statement.empty()) take(record, statement);
+    }
 }
 
 TableNames NamesOf(Connection& store, std::string_view recordName) {

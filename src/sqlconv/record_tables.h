@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +20,13 @@ std::string RecordTableStatement(Connection& store, std::string_view recordName,
                                  std::string_view databaseName);
 
 std::string DatabaseStatement(std::string_view databaseName);
+
+/// Takes a statement of a conversion; the record is empty for that of the database.
+using StatementReceiver = std::function<void(const std::string& record, const std::string& statement)>;
+/// Hands over all statements of a conversion in their order. Names are as they are, safe or not. A record
+/// that has no statement ends it by std::runtime_error with the record's name and the reason.
+void ReadStatements(Connection& store, std::string_view schemaname, std::string_view databaseName,
+                    const StatementReceiver& take);
 
 /// The names that a record's statement takes from the dictionary, before they are cleaned.
 struct TableNames {

@@ -30,6 +30,7 @@ std::vector<ServerTable> TablesByStatement(SqlState& sql) {
         const std::string shown = UpperCase(name);
         tables.push_back({shown, name, {}, shown});
     }
+    sql.gSqlRecordset.reset();
     return tables;
 }
 
@@ -52,9 +53,9 @@ std::vector<ServerTable> TablesByDriver(SqlState& sql) {
 std::vector<ServerTable> TablesOf(SqlState& sql, const std::string& dsn) {
     sql.gSqlDsn = dsn;
     const SqlSession session(sql, dsn);
+    std::vector<ServerTable> tables;
     try {
-        auto tables = TablesByStatement(sql);
-        sql.gSqlRecordset.reset();
+        InBackground(sql, [&] { tables = TablesByStatement(sql); });
         return tables;
     } catch (const SqlFailure& refusal) {
         ThrowIfCanceled(sql.cancellation);
@@ -63,17 +64,20 @@ std::vector<ServerTable> TablesOf(SqlState& sql, const std::string& dsn) {
         std::replace(words.begin(), words.end(), '\n', ' ');  // The log has a line for each entry.
         WriteToProcessLog(sql.app, "Conversion", "Connection", words);
     }
-    return TablesByDriver(sql);
+    InBackground(sql, [&] { tables = TablesByDriver(sql); });
+    return tables;
 }
 
 std::vector<ServerField> FieldsOf(SqlState& sql, const ServerTable& table) {
     const SqlSession session(sql, sql.gSqlDsn);
     std::vector<ServerField> fields;
-    for (const auto& field : ExecuteSql(sql, "SELECT * FROM " + table.from, 1).Fields()) {
-        const int number = TypeNumber(field.type, field.isUnsigned);
-        fields.push_back({UpperCase(Trim(field.name)), std::string(TypeText(number)), number});
-    }
-    sql.gSqlRecordset.reset();
+    InBackground(sql, [&] {
+        for (const auto& field : ExecuteSql(sql, "SELECT * FROM " + table.from, 1).Fields()) {
+            const int number = TypeNumber(field.type, field.isUnsigned);
+            fields.push_back({UpperCase(Trim(field.name)), std::string(TypeText(number)), number});
+        }
+        sql.gSqlRecordset.reset();
+    });
     return fields;
 }
 

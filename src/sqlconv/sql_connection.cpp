@@ -4,6 +4,7 @@
 #include <sqlext.h>
 
 #include <cstdint>
+#include <thread>
 
 #include "base/text.h"
 #include "sqlconv/connection_text.h"
@@ -94,6 +95,11 @@ SqlResult SqlConnection::Tables() {
                             static_cast<SQLSMALLINT>(catalogue.size()), nullptr, 0, nullptr, 0,
                             Characters(type), static_cast<SQLSMALLINT>(type.size())));
     return SqlResult(std::move(handle));
+}
+
+// Some drivers ask the server by a connection of its own, which may take its time.
+void SqlConnection::Cancel() {
+    std::thread([handle = handle_] { handle->Cancel(); }).detach();
 }
 
 std::string SqlConnection::CurrentCatalogue() const {

@@ -27,8 +27,9 @@ class SqlConnection {
     /// The person's tables in the connection's own catalogue: catalogue, schema, name and two more columns.
     SqlResult Tables();
 
-    /// Asks the server to leave the statement that runs, whose call then fails. For any thread.
-    void Cancel() { handle_->Cancel(); }
+    /// Asks the server to leave the statement that runs, whose call then fails. For any thread, which does
+    /// not wait for the server.
+    void Cancel();
 
     /// What the server encloses names in; empty when it does not say or has none.
     std::string QuoteCharacter() const;

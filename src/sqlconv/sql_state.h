@@ -34,13 +34,19 @@ struct SqlState {
         onCancel;  ///< As long as gSqlConnection is open.
 };
 
-/// Opens gSqlConnection. SqlFailure with the server's words, or when the command was canceled meanwhile.
+/// Runs calls that wait for a server in the background, so that windows stay alive meanwhile. Until they have
+/// ended nobody else may touch the connection and its results. What they throw goes through.
+void InBackground(const SqlState& sql, const std::function<void()>& calls);
+
+/// Opens gSqlConnection, waiting in the background. SqlFailure with the server's words, or when the command
+/// was canceled meanwhile.
 void ConnectSql(SqlState& sql, std::string_view dsn, int timeout);
 
-/// Closes and releases gSqlConnection, if any. Never fails.
+/// Closes and releases gSqlConnection, if any, in the background. Never fails.
 void DisconnectSql(SqlState& sql);
 
-/// Executes on gSqlConnection; the result is gSqlRecordset. `mostRows` as in SqlConnection::Execute.
+/// Executes on gSqlConnection and waits for the server; the result is gSqlRecordset. `mostRows` as in
+/// SqlConnection::Execute.
 SqlResult& ExecuteSql(SqlState& sql, std::string_view statement, unsigned long mostRows = 0);
 
 /// A connection for the length of a scope: opened when there is none yet, and then closed at its end.

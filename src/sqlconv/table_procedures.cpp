@@ -1,5 +1,7 @@
 #include "sqlconv/table_procedures.h"
 
+#include <algorithm>
+
 namespace norvelis {
 
 namespace {
@@ -89,16 +91,15 @@ QueryEnd Execute(Connector& connector, const std::stop_token& cancellation, cons
     return ReadRows(result, cancellation, receiver, limit);
 }
 
-std::string ShownValue(const std::string& value) {
-    if (value.size() <= kShownCharacters) return value;
-    std::size_t characters = 0, cut = value.size();
-    for (std::size_t i = 0; i < value.size(); ++i) {
-        if (!StartsCharacter(value[i])) continue;
-        if (characters == kShownCharacters) cut = i;
-        ++characters;
-    }
-    if (characters <= kShownCharacters) return value;
-    return value.substr(0, cut) + "... (" + std::to_string(characters) + " characters)";
+std::string ShownValue(std::string_view value) {
+    if (value.size() <= kShownCharacters) return std::string(value);
+    std::size_t characters = 0, cut = 0;
+    while (cut < value.size() && (characters < kShownCharacters || !StartsCharacter(value[cut])))
+        characters += StartsCharacter(value[cut++]);
+    if (cut == value.size()) return std::string(value);
+    const std::string_view rest = value.substr(cut);
+    characters += static_cast<std::size_t>(std::ranges::count_if(rest, StartsCharacter));
+    return std::string(value.substr(0, cut)) + "... (" + std::to_string(characters) + " characters)";
 }
 
 std::string CsvLine(const std::vector<std::optional<std::string>>& row) {

@@ -54,7 +54,7 @@ QueryEnd Execute(Connector& connector, const std::stop_token& cancellation, cons
                  const RowReceiver& receiver, std::size_t limit = kMostResultRows);
 
 /// A value as a screen shows it: beyond 10,000 characters it is cut, and its length is added.
-std::string ShownValue(const std::string& value);
+std::string ShownValue(std::string_view value);
 
 /// A row as a line of comma-separated values with its line end. Null is nothing between the commas, an empty
 /// text two quotes.

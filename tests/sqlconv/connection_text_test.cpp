@@ -27,6 +27,12 @@ TEST(ConnectionTextTest, PasswordsAreNotShown) {
     EXPECT_EQ(ConnectionText("DSN=A;PWD={se;cret};Password=other;UID=me").Shown(),
               "DSN=A;PWD=***;Password=***;UID=me");
     EXPECT_EQ(ConnectionText("PWD={never closed").Shown(), "PWD=***");
+    EXPECT_EQ(ShownSource("PAY ROLL"), "PAY ROLL");
+    EXPECT_EQ(ShownSource("a=b ; c"), "a=b ; c");
+    const std::string kept = "DSN=A;PWD={se;cret}";
+    EXPECT_EQ(TypedSource(ShownSource(kept), kept), kept);
+    EXPECT_EQ(TypedSource("DSN=B;Pwd=***;UID=x", kept), "DSN=B;Pwd={se;cret};UID=x");
+    EXPECT_EQ(TypedSource("DSN=B;PWD=new", kept), "DSN=B;PWD=new");
 }
 
 }  // namespace

@@ -199,7 +199,9 @@ void QtHost::OpenScreen(Screen screen, bool modal) {
 void QtHost::RunInBackground(const BackgroundWork& work) {
     constexpr auto kBetweenTurns = std::chrono::milliseconds(5);
     auto done = std::async(std::launch::async, work, Cancellation());
-    while (done.wait_for(kBetweenTurns) != std::future_status::ready) TakeTurn();
+    do {
+        TakeTurn();  // For short works one after the other, too.
+    } while (done.wait_for(kBetweenTurns) != std::future_status::ready);
     done.get();
 }
 
