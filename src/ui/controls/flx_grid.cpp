@@ -6,6 +6,7 @@
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <algorithm>
+#include <optional>
 #include <set>
 
 #include "base/failure.h"
@@ -20,7 +21,8 @@ namespace norvelis::ui {
 namespace {
 
 constexpr int kColumnAir = 16, kRowAir = 6, kHeadingAir = 10;
-constexpr int kRowHandle = 14;  // Width of the strip at the left by which rows are selected.
+constexpr int kWidestColumn = 1000;  // One long text does not push the other columns away.
+constexpr int kRowHandle = 14;       // Width of the strip at the left by which rows are selected.
 
 /// Tells spreadsheet programs that a file is UTF-8.
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
@@ -39,7 +41,8 @@ FlxGrid::FlxGrid(const QString& name, std::string_view headings, Host& host, QWi
     : QTableView(parent), host_(host), model_(new GridModel(this)) {
     setObjectName(name);
     setModel(model_);
-    model_->SetHeadings(headings);
+    model_->SetHeadings(
+        QString::fromUtf8(headings.data(), static_cast<qsizetype>(headings.size())).split('|'));
     setShowGrid(false);
     setEditTriggers(NoEditTriggers);
     setSelectionBehavior(SelectItems);
@@ -106,6 +109,43 @@ void FlxGrid::SetCells(std::vector<std::string> cells) {
     FitColumns();
 }
 
+void FlxGrid::BeginRows(const QStringList& headings) {
+    model_->BeginRows(headings);
+    if (isSortingEnabled()) OrderAsGiven();
+    padded_ = false;
+    FitColumns();
+}
+
+void FlxGrid::AddRows(std::vector<std::string> cells) {
+    const int first = model_->rowCount();
+    model_->AddRows(std::move(cells));
+    MeasureRows(first);
+    if (first == 0) ApplyWidths();
+}
+
+void FlxGrid::EndRows() {
+    ApplyWidths();
+    model_->EndRows();
+}
+
+void FlxGrid::SetPainted(std::string (*painted)(const std::string&)) {
+    model_->SetPainted(painted);
+}
+
+void FlxGrid::SetLongWork(const LongWork& longWork) {
+    longWork_ = longWork;
+    model_->SetSorter([this](const std::function<void()>& work) { DoWork("Sorting", work); });
+}
+
+void FlxGrid::DoWork(const char* name, const std::function<void()>& work) {
+    constexpr int kManyRows = 10'000;
+    if (longWork_ && model_->rowCount() >= kManyRows) {
+        longWork_(name, work);
+    } else {
+        work();
+    }
+}
+
 void FlxGrid::changeEvent(QEvent* event) {
     QTableView::changeEvent(event);
     if (event->type() == QEvent::PaletteChange) MSFlexGridColors(palette().color(QPalette::AlternateBase));
@@ -115,23 +155,28 @@ void FlxGrid::MSFlexGridColors(const QColor& color) {
     model_->SetOddRowColor(color);
 }
 
+void FlxGrid::FitColumns() {
+    widths_.clear();
+    for (int column = 0; column < model_->columnCount(); ++column)
+        widths_.push_back(fontMetrics().horizontalAdvance(QString::fromStdString(Heading(column))));
+    MeasureRows(0);
+    ApplyWidths();
+}
+
 // The widest cell is found by the widths of single characters: to measure each text would take seconds in a
 // large grid.
-void FlxGrid::FitColumns() {
+void FlxGrid::MeasureRows(int from) {
     const QFontMetrics metrics = fontMetrics();
-    std::array<int, 128> widths{};
-    for (int c = ' '; c < 128; ++c) widths[static_cast<std::size_t>(c)] = metrics.horizontalAdvance(QChar(c));
+    std::array<int, 128> characters{};
+    for (int c = ' '; c < 128; ++c)
+        characters[static_cast<std::size_t>(c)] = metrics.horizontalAdvance(QChar(c));
     for (int column = 0; column < model_->columnCount(); ++column) {
-        int widest =
-            metrics.horizontalAdvance(model_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
-        if (const int row = model_->WidestRow(column, widths); row >= 0) {
-            const QString cell = model_->index(row, column).data().toString();
-            widest = std::max(widest, metrics.horizontalAdvance(cell.trimmed()));
-        }
-        lastColumnNeeds_ = widest + kColumnAir;
-        setColumnWidth(column, lastColumnNeeds_);
+        const int row = model_->WidestRow(column, characters, from, kWidestColumn);
+        if (row < 0) continue;
+        const QString cell = model_->index(row, column).data().toString().trimmed();
+        int& width = widths_[static_cast<std::size_t>(column)];
+        width = std::clamp(metrics.horizontalAdvance(cell), width, std::max(width, kWidestColumn));
     }
-    FillWithLastColumn();
 }
 
 // The header's own stretching would also cut the column's cells in a narrow grid, where no scrolling helps.
@@ -146,13 +191,24 @@ void FlxGrid::resizeEvent(QResizeEvent* event) {
     FillWithLastColumn();
 }
 
+void FlxGrid::ApplyWidths() {
+    for (int column = 0; column < model_->columnCount(); ++column) {
+        lastColumnNeeds_ = widths_[static_cast<std::size_t>(column)] + kColumnAir;
+        setColumnWidth(column, lastColumnNeeds_);
+    }
+    FillWithLastColumn();
+}
+
 std::string FlxGrid::Heading(int column) const {
     return model_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString().toStdString();
 }
 
 std::string FlxGrid::SelectedText(bool withHeadings) const {
+    return TextOf(selectionModel()->selection(), withHeadings);
+}
+
+std::string FlxGrid::TextOf(const QItemSelection& selection, bool withHeadings) const {
     std::set<int> rows, columns;
-    const QItemSelection selection = selectionModel()->selection();
     for (const QItemSelectionRange& range : selection) {
         for (int row = range.top(); row <= range.bottom(); ++row) rows.insert(rows.end(), row);
         for (int column = range.left(); column <= range.right(); ++column) columns.insert(column);
@@ -169,11 +225,11 @@ std::string FlxGrid::SelectedText(bool withHeadings) const {
     for (const int row : rows) {
         cells.clear();
         for (const int column : columns) {
-            const bool chosen = selectionModel()->isSelected(model_->index(row, column));
+            const bool chosen = selection.contains(model_->index(row, column));
             cells.push_back(chosen ? model_->CellText(row, column) : std::string_view());
         }
         AppendTabLine(text, cells);
-        if (!IsEmpty(cells)) end = text.size();
+        if (!padded_ || !IsEmpty(cells)) end = text.size();
     }
     text.resize(end);
     if (text.ends_with('\n')) text.pop_back();
@@ -191,14 +247,17 @@ std::string FlxGrid::Csv() const {
         for (int column = 0; column < model_->columnCount(); ++column)
             cells[static_cast<std::size_t>(column)] = model_->CellText(row, column);
         AppendCsvLine(text, cells);
-        if (!IsEmpty(cells)) end = text.size();
+        if (!padded_ || !IsEmpty(cells)) end = text.size();
     }
     text.resize(end);
     return IsAscii(text) ? text : std::string(kByteOrderMark) + text;
 }
 
 void FlxGrid::Copy(bool withHeadings) {
-    QGuiApplication::clipboard()->setText(QString::fromStdString(SelectedText(withHeadings)));
+    std::optional<QString> text;
+    const QItemSelection selection = selectionModel()->selection();
+    DoWork("Copying", [&] { text = QString::fromStdString(TextOf(selection, withHeadings)); });
+    if (text) QGuiApplication::clipboard()->setText(*text);
 }
 
 void FlxGrid::SelectWholeRows() {
@@ -210,7 +269,7 @@ void FlxGrid::SaveAsCsv() {
     const auto path = host_.SaveFileDialog("Save as CSV", "Comma-separated values (*.csv)", "csv");
     if (!path) return;
     try {
-        WriteFile(*path, Csv());
+        DoWork("Saving as CSV", [&] { WriteFile(*path, Csv()); });
     } catch (const RuntimeFailure& failure) {
         host_.MessageBox(failure.what());
     }

@@ -2,6 +2,7 @@
 
 #include <QTableView>
 #include <array>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -34,6 +35,18 @@ class FlxGrid : public QTableView {
         SetCells(std::move(cells));
     }
 
+    /// Rows that come little by little, below headings of their own; until the end they are shown as they
+    /// come, and sorting waits.
+    void BeginRows(const QStringList& headings);
+    void AddRows(std::vector<std::string> cells);  ///< One row after the other.
+    void EndRows();
+
+    /// What paints a long text shorter; copies and files have it whole.
+    void SetPainted(std::string (*painted)(const std::string&));
+    /// Who does the sorting, copying and saving of very many rows: in the background, or not at all.
+    using LongWork = std::function<void(const char* name, const std::function<void()>& work)>;
+    void SetLongWork(const LongWork& longWork);
+
     /// For rows whose order says nothing: a click on a heading sorts by it, a second one the other way
     /// around, a third gives the first order back.
     void AllowSorting();
@@ -53,6 +66,10 @@ class FlxGrid : public QTableView {
     void MakeMenu();
     void FitColumns();
     void FillWithLastColumn();
+    void MeasureRows(int from);
+    void ApplyWidths();
+    void DoWork(const char* name, const std::function<void()>& work);
+    std::string TextOf(const QItemSelection& selection, bool withHeadings) const;
     void MSFlexGridColors(const QColor& color);
     std::string Heading(int column) const;
 
@@ -65,6 +82,9 @@ class FlxGrid : public QTableView {
     Host& host_;
     GridModel* model_;
     int lastColumnNeeds_ = 0;  ///< Points, for its widest cell.
+    std::vector<int> widths_;  ///< Of the columns, as far as rows were measured.
+    bool padded_ = true;       ///< Rows of nothing at the end mean nothing.
+    LongWork longWork_;
 };
 
 }  // namespace norvelis::ui

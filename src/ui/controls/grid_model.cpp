@@ -1,7 +1,9 @@
 #include "ui/controls/grid_model.h"
 
 #include <algorithm>
+#include <iterator>
 #include <numeric>
+#include <thread>
 #include <tuple>
 #include <utility>
 
@@ -10,6 +12,8 @@
 namespace norvelis::ui {
 
 namespace {
+
+constexpr std::size_t kManyCells = 100'000;  // To free so many takes a while.
 
 /// What a cell is sorted by.
 struct SortKey {
@@ -31,9 +35,10 @@ struct SortKey {
 
 }  // namespace
 
-void GridModel::SetHeadings(std::string_view headings) {
+void GridModel::SetHeadings(const QStringList& headings) {
     beginResetModel();
-    headings_ = QString::fromUtf8(headings.data(), static_cast<qsizetype>(headings.size())).split('|');
+    headings_ = headings;
+    if (cells_.size() > kManyCells) std::thread([freed = std::move(cells_)] {}).detach();
     cells_.clear();
     rows_.clear();
     endResetModel();
@@ -41,10 +46,30 @@ void GridModel::SetHeadings(std::string_view headings) {
 
 void GridModel::SetCells(std::vector<std::string> cells) {
     beginResetModel();
-    cells_ = std::move(cells);
+    cells_.assign(std::move_iterator(cells.begin()), std::move_iterator(cells.end()));
     rows_.resize(cells_.size() / static_cast<std::size_t>(columnCount()));
-    rows_ = SortedRows();
+    rows_ = SortedRows(sortColumn_, sortOrder_);
     endResetModel();
+}
+
+void GridModel::BeginRows(const QStringList& headings) {
+    SetHeadings(headings);
+    coming_ = true;
+}
+
+void GridModel::AddRows(std::vector<std::string> cells) {
+    const int first = rowCount();
+    const int count = static_cast<int>(cells.size()) / columnCount();
+    if (count == 0) return;
+    beginInsertRows({}, first, first + count - 1);
+    cells_.insert(cells_.end(), std::move_iterator(cells.begin()), std::move_iterator(cells.end()));
+    for (int row = first; row < first + count; ++row) rows_.push_back(row);
+    endInsertRows();
+}
+
+void GridModel::EndRows() {
+    coming_ = false;
+    if (sortColumn_ >= 0) sort(sortColumn_, sortOrder_);
 }
 
 void GridModel::SetOddRowColor(const QColor& color) {
@@ -65,12 +90,14 @@ std::string_view GridModel::CellText(int row, int column) const {
     return text;
 }
 
-int GridModel::WidestRow(int column, const std::array<int, 128>& characterWidths) const {
+int GridModel::WidestRow(int column, const std::array<int, 128>& characterWidths, int from, int most) const {
     int widestRow = -1, widest = -1;
-    for (int row = 0; row < rowCount(); ++row) {
+    for (int row = from; row < rowCount() && widest < most; ++row) {
         int width = 0;
-        for (const char c : CellText(row, column))
+        for (const char c : CellText(row, column)) {
             width += characterWidths[static_cast<unsigned char>(c) & 127];
+            if (width >= most) break;
+        }
         if (width > widest) {
             widest = width;
             widestRow = row;
@@ -91,7 +118,10 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
     if (role == Qt::BackgroundRole && index.row() % 2 == 0) return oddRows_;
     if (role != Qt::DisplayRole) return {};
-    return QString::fromStdString(Cell(index.row(), index.column()));
+    const std::string& cell = Cell(index.row(), index.column());
+    QString text = QString::fromStdString(painted_ ? painted_(cell) : cell);
+    for (const QChar c : {u'\r', u'\n', u'\t'}) text.replace(c, u' ');  // A row is one line.
+    return text;
 }
 
 QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const {
@@ -101,28 +131,40 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
     return {};
 }
 
-std::vector<int> GridModel::SortedRows() const {
+std::vector<int> GridModel::SortedRows(int column, Qt::SortOrder order) const {
     std::vector<int> rows(rows_.size());
     std::iota(rows.begin(), rows.end(), 0);
-    if (sortColumn_ < 0) return rows;
+    if (column < 0) return rows;
     std::vector<SortKey> keys;
     keys.reserve(rows.size());
     const auto columns = static_cast<std::size_t>(columnCount());
-    for (std::size_t cell = static_cast<std::size_t>(sortColumn_); cell < cells_.size(); cell += columns)
+    for (std::size_t cell = static_cast<std::size_t>(column); cell < cells_.size(); cell += columns)
         keys.emplace_back(cells_[cell]);
     const auto key = [&keys](int row) -> const SortKey& { return keys[static_cast<std::size_t>(row)]; };
     std::stable_sort(rows.begin(), rows.end(), [&](int a, int b) {
-        return sortOrder_ == Qt::AscendingOrder ? key(a) < key(b) : key(b) < key(a);
+        return order == Qt::AscendingOrder ? key(a) < key(b) : key(b) < key(a);
     });
     return rows;
 }
 
 void GridModel::sort(int column, Qt::SortOrder order) {
-    emit layoutAboutToBeChanged({}, VerticalSortHint);
+    std::vector<int> sorted;
+    const auto work = [&] { sorted = SortedRows(column, order); };
+    if (!coming_ && sorter_) {
+        sorter_(work);
+    } else if (!coming_) {
+        work();
+    }
+    if (!coming_ && sorted.size() != rows_.size()) return;
     sortColumn_ = column;
     sortOrder_ = order;
-    std::vector<int> shownAs(rows_.size());
-    const std::vector<int> before = std::exchange(rows_, SortedRows());
+    if (!coming_) Reorder(std::move(sorted));
+}
+
+void GridModel::Reorder(std::vector<int> rows) {
+    emit layoutAboutToBeChanged({}, VerticalSortHint);
+    std::vector<int> shownAs(rows.size());
+    const std::vector<int> before = std::exchange(rows_, std::move(rows));
     for (std::size_t row = 0; row < rows_.size(); ++row)
         shownAs[static_cast<std::size_t>(rows_[row])] = static_cast<int>(row);
     const QModelIndexList held = persistentIndexList();

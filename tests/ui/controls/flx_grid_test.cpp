@@ -162,6 +162,28 @@ TEST_F(FlxGridTest, TheLastColumnFillsTheGridAndIsWholeInANarrowOne) {
     EXPECT_GE(grid.columnWidth(2), grid.fontMetrics().horizontalAdvance("PICTURE"));
 }
 
+TEST_F(FlxGridTest, RowsThatComeLittleByLittleAreSortedAtTheirEnd) {
+    const TemporaryFolder folder;
+    host.inputs = {folder.Path("grid.csv")};
+    grid.AllowSorting();
+    grid.sortByColumn(2, Qt::AscendingOrder);
+    grid.SetPainted([](const std::string& text) { return text.substr(0, 3); });
+    grid.BeginRows({"a|b", "n"});
+    grid.AddRows({" whole\nvalue", " 9"});
+    grid.sortByColumn(1, Qt::AscendingOrder);
+    grid.AddRows({" x", " 8", "", ""});
+    EXPECT_THAT(Column(1), ElementsAre(" 9", " 8", ""));
+    EXPECT_THAT(Column(0), ElementsAre(" wh", " x", ""));
+    grid.EndRows();
+    EXPECT_THAT(Column(1), ElementsAre(" 8", " 9", ""));
+    Command("Save as CSV...")->trigger();
+    EXPECT_EQ(ReadFile(folder.Path("grid.csv")), "a|b,n\r\nx,8\r\n\"whole\nvalue\",9\r\n,\r\n");
+    grid.BeginRows({"c"});
+    grid.AddRows({" 2", " 1"});
+    grid.EndRows();
+    EXPECT_THAT(Column(0), ElementsAre(" 2", " 1")) << "the next rows come in their own order";
+}
+
 class CountingDelegate : public QStyledItemDelegate {
   public:
     mutable int painted = 0;
