@@ -4,6 +4,7 @@
 
 #include <thread>
 
+#include "sqlconv/mariadb_server.h"
 #include "sqlconv/odbc_folder.h"
 #include "sqlconv/postgres_server.h"
 #include "sqlconv/server_tables.h"
@@ -160,6 +161,33 @@ TEST_F(Postgres, ALiteralConversionIsRefusedInTheServersWords) {
                     connection.Execute("Create Table D.dbo.R (K_ID INT IDENTITY(1,1) NOT NULL, A_1 INT)");
                 }),
                 HasSubstr("syntax error at or near \"IDENTITY\""));
+}
+
+TEST(Mariadb, TablesOfTheOwnCatalogueAloneAndRefusalsInItsWords) {
+    const MariadbServer server;
+    const OdbcFolder odbc;
+    const std::string source = "MARIA" + odbc.own;
+    odbc.Source(source, MARIADB_DRIVER, server.Keys());
+    {
+        SqlConnection connection({source, "", "", 0});
+        connection.Execute(
+            "create table `Odd ``Name` (small tinyint unsigned, i int, price double, name varchar(20), made "
+            "date)");
+        connection.Execute("insert into `Odd ``Name` values (200, 7, 2.5, 'caf\xC3\xA9', '2024-02-29')");
+        EXPECT_THAT(RowsOf(connection, "select * from `Odd ``Name`"),
+                    ElementsAre(Row{"200", "7", "2.5", "caf\xC3\xA9", "2024-02-29"}));
+        EXPECT_THAT(RefusalOf([&] {
+                        connection.Execute("Create Table D.dbo.R (K_ID INT IDENTITY(1,1) NOT NULL, A_1 INT)");
+                    }),
+                    HasSubstr("error in your SQL syntax"));
+    }
+    TestApp test;
+    SqlState sql(test.app);
+    const auto tables = TablesOf(sql, source);
+    ASSERT_EQ(tables.size(), 1u);
+    EXPECT_EQ(tables[0].shown, "ODD `NAME");
+    EXPECT_THAT(Lines(FieldsOf(sql, tables[0])),
+                ElementsAre("SMALL|CHAR(255)", "I|INT", "PRICE|DOUBLE", "NAME|LONGTEXT", "MADE|LONGTEXT"));
 }
 
 TEST(PostgresTrouble, AWrongPasswordAndAServerThatGoesAway) {
