@@ -1,6 +1,6 @@
 // take_pictures APPLICATION-FOLDER OUT-FOLDER: a picture of every screen in every skin, for the
 // documentation. The dictionary of the folder must hold a schema and its drawing be saved; its jobs and the
-// log of their runs are replaced.
+// log of their runs are replaced. The screens of SQL servers show the first ODBC data source.
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QComboBox>
@@ -8,9 +8,11 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPainter>
+#include <QPlainTextEdit>
 #include <QRegularExpression>
 #include <QSpinBox>
 #include <QTabWidget>
+#include <QTableView>
 #include <QTimeEdit>
 #include <QTimer>
 #include <QTreeView>
@@ -69,6 +71,8 @@ class Photographer {
             TakeSettings();
             TakeScheduler();
             TakeAbout();
+            TakeConversion();
+            TakeQuery();
             TakeReport();
             TakePrintPreview();
             TakeHelp();
@@ -307,6 +311,33 @@ class Photographer {
         Take(*frame_.Find(Screen::Help), "help");
         frame_.Find(Screen::Help)->close();
     }
+    /// Connected to the first data source of the machine, if it has one.
+    void TakeConversion() {
+        host_.OpenScreen(Screen::ConvertSql, false);
+        Form& screen = *frame_.Find(Screen::ConvertSql);
+        if (!screen.findChild<QAbstractButton*>("allSources")->isChecked()) Press(screen, "allSources");
+        auto& sources = *screen.findChild<QComboBox*>("cboDSN");
+        sources.setCurrentIndex(0);
+        source_ = sources.currentText();
+        screen.findChild<QLineEdit*>("txtDBNameIDMS")->setText("My-Db");
+        Press(screen, "cmdConnectDBmysql");
+        table_ = screen.findChild<QTableView*>("FlxGrid7")->currentIndex().data().toString();
+        Take(screen, "convert");
+        TakeWaiting("statements", [&] { Press(screen, "cmdStatements"); });
+        Press(screen, "cmdDisconnect");
+        screen.close();
+    }
+    /// The rows of the first table of that source.
+    void TakeQuery() {
+        host_.OpenScreen(Screen::TableProcedures, false);
+        Form& screen = *frame_.Find(Screen::TableProcedures);
+        screen.findChild<QLineEdit*>("txtdsnName")->setText(source_);
+        screen.findChild<QLineEdit*>("txtProcName")->setText("ALL OF " + table_);
+        screen.findChild<QPlainTextEdit*>("txtSqlStatement")->setPlainText("select * from " + table_);
+        Press(screen, "Execute");
+        Take(screen, "procedures");
+        screen.close();
+    }
     void TakeBox(const QString& name, const Message& message) {
         host_.shows = true;
         TakeWaiting(name, [&] { host_.MessageBox(message); });
@@ -316,6 +347,7 @@ class Photographer {
     mdiMainMenu& frame_;
     QuietHost& host_;
     QString folder_, skin_;
+    QString source_, table_;  ///< Of the SQL screens.
     std::size_t size_ = 0;
 };
 

@@ -37,7 +37,8 @@ enum class Screen {
     About,
     Findings,
     Help,
-    PrintPreview
+    PrintPreview,
+    TableProcedures
 };
 
 /// The bars that show progress: a pair (a line of text, a value) on the tree screen and one on the progress

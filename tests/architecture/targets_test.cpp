@@ -34,7 +34,7 @@ const Graph kMayUse = {
     {"sqlconv", {"core", "dictionary"}},
     {"commands", {"extract", "diagram", "paper", "scheduler"}},
     {"skin_art", {"base"}},
-    {"ui", {"skin_art", "commands", "viewer"}},
+    {"ui", {"skin_art", "commands", "viewer", "sqlconv"}},
     {"cli", {"core"}},
     {"cli_report", {"cli", "commands"}},
     {"drawing", {"engine", "layout"}},

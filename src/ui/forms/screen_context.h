@@ -4,6 +4,7 @@
 
 #include "core/app_state.h"
 #include "engine/drawing_engine.h"
+#include "sqlconv/sql_state.h"
 #include "ui/controls/drawing_picture.h"
 #include "ui/controls/drawing_sheets.h"
 #include "ui/forms/long_commands.h"
@@ -23,6 +24,7 @@ struct ScreenContext {
     OpenDrawing openDrawing;  ///< How drawing files are shown.
     SheetPrinting printing;   ///< How they are printed.
     PrinterChoice& printer;
+    SqlState& sql;
     LongCommands& commands;
     CurrentSkin& skin;
     QWidget& area;  ///< In which the forms are; its window is the main frame.

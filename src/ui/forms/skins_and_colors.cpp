@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
+#include <QPlainTextEdit>
 #include <QTextEdit>
 
 #include "base/ini.h"
@@ -54,7 +55,8 @@ void SetColorsOf(QWidget& control, const Skin& skin) {
                  tag == "TitleColor"    ? colors.TitleColor
                  : tag == "ButtonLabel" ? colors.ButtonForeColor
                                         : colors.LabelForeColor);
-    } else if (qobject_cast<QLineEdit*>(&control) || qobject_cast<QTextEdit*>(&control)) {
+    } else if (qobject_cast<QLineEdit*>(&control) || qobject_cast<QTextEdit*>(&control) ||
+               qobject_cast<QPlainTextEdit*>(&control)) {
         SetColor(control, QPalette::Base, colors.TextBoxBackColor);
         SetColor(control, QPalette::Text, colors.TextBoxForeColor);
     } else if (qobject_cast<QListView*>(&control) || qobject_cast<QComboBox*>(&control)) {

@@ -32,10 +32,12 @@ std::span<const MenuColumn> FrameMenu() {
          kLine,
          {"mnu_Draw_Fancy_Separate", "Draw in Separate Pages", &Do::mnu_Draw_Fancy_Separate, kNotWhileBusy,
           "Ctrl+Shift+S"}}};
-    static constexpr std::array<MenuEntry, 3> kUtilities = {
+    static constexpr std::array<MenuEntry, 5> kUtilities = {
         {{"mnu_Scheduler", "Scheduler", &Do::mnu_Scheduler, true, "Ctrl+J"},
          kLine,
-         {"mnu_sql", "IDMS to SQL", &Do::mnu_sql, true, "Ctrl+Shift+Q"}}};
+         {"mnu_sql", "IDMS to SQL", &Do::mnu_sql, true, "Ctrl+Shift+Q"},
+         kLine,
+         {"mnu_TableProcedures", "Table Procedures", &Do::mnu_TableProcedures, true, "Ctrl+Shift+T"}}};
     static constexpr std::array<MenuEntry, 9> kWindow = {
         {kLine,
          {"mnuTile", "&Tile", &Do::mnuTile, true, "Shift+F4"},

@@ -1,7 +1,5 @@
 #include "ui/frame/mdi_main_menu.h"
 
-#include <fmt/format.h>
-
 #include <QApplication>
 #include <QCloseEvent>
 #include <QLabel>
@@ -36,6 +34,7 @@ constexpr auto kMinimizedButton = "minimized";
 mdiMainMenu::mdiMainMenu(const FrameParts& parts)
     : fail_(parts.fail),
       entries_(parts.screens),
+      sql_(parts.app),
       commands_(parts.app.host, parts.fail),
       focusReturn_(commands_),
       skin_(parts.app),
@@ -45,6 +44,7 @@ mdiMainMenu::mdiMainMenu(const FrameParts& parts)
                parts.openDrawing,
                parts.printing,
                parts.printer,
+               sql_,
                commands_,
                skin_,
                *area_,
@@ -221,7 +221,7 @@ Form* mdiMainMenu::Find(Screen screen) const {
 
 void mdiMainMenu::LoadScreen(Screen screen) {
     const ScreenEntry& entry = EntryOf(screen);
-    if (!entry.make || Find(screen)) return;
+    if (Find(screen)) return;
     Form* form = entry.make(context_);
     area_->Add(form, entry.kept);
     screens_[screen] = form;
@@ -233,9 +233,7 @@ void mdiMainMenu::LoadScreen(Screen screen) {
 void mdiMainMenu::OpenScreen(Screen screen, bool modal) {
     LoadScreen(screen);
     Form* form = Find(screen);
-    if (!form) {
-        ReportMissing(screen);
-    } else if (modal) {
+    if (modal) {
         form->ShowAndWait();
     } else {
         area_->Activate(form);
@@ -245,11 +243,7 @@ void mdiMainMenu::OpenScreen(Screen screen, bool modal) {
 void mdiMainMenu::Request(const ScreenRequest& request) {
     const Screen screen = ScreenOf(request);
     LoadScreen(screen);
-    if (Form* form = Find(screen)) {
-        form->Take(request);
-    } else {
-        ReportMissing(screen);
-    }
+    Find(screen)->Take(request);
 }
 
 void mdiMainMenu::ShowHelpOfScreen() {
@@ -257,11 +251,6 @@ void mdiMainMenu::ShowHelpOfScreen() {
         return screen.second && screen.second == area_->Active();
     });
     Request(ShowHelp{active == screens_.end() ? Screen::Help : active->first});
-}
-
-void mdiMainMenu::ReportMissing(Screen screen) {
-    const std::string words = fmt::format("\"{}\" is not there yet.", EntryOf(screen).caption);
-    context_.app.host.MessageBox({words, {}, Buttons::Ok, Icon::Information, Answer::Ok});
 }
 
 void mdiMainMenu::loadtreeform() {

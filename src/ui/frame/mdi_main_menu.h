@@ -9,6 +9,7 @@
 #include <span>
 
 #include "commands/start_up.h"
+#include "sqlconv/sql_state.h"
 #include "ui/forms/focus_return.h"
 #include "ui/forms/screen_context.h"
 #include "ui/forms/screen_entry.h"
@@ -77,7 +78,6 @@ class mdiMainMenu : public QMainWindow, public commands::MainFrame, public HostD
     const ScreenEntry& EntryOf(Screen screen) const;
     void Request(const ScreenRequest& request);
     void ShowHelpOfScreen();
-    void ReportMissing(Screen screen);
     ProgressView* View() const;  ///< Of the present or last long command; null when it is not open.
     void BuildMenu();
     void FillWindowMenu();
@@ -90,6 +90,7 @@ class mdiMainMenu : public QMainWindow, public commands::MainFrame, public HostD
 
     LongCommands::Fail fail_;
     std::span<const ScreenEntry> entries_;
+    SqlState sql_;
     LongCommands commands_;
     FocusReturn focusReturn_;
     CurrentSkin skin_;

@@ -68,6 +68,10 @@ void MenuCommands::mnu_sql() {
     context_.app.host.OpenScreen(Screen::ConvertSql, false);
 }
 
+void MenuCommands::mnu_TableProcedures() {
+    context_.app.host.OpenScreen(Screen::TableProcedures, false);
+}
+
 void MenuCommands::mnu_help() {
     Host& host = context_.app.host;
     const std::string page = context_.app.AppPath(places::kHelp);

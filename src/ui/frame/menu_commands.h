@@ -21,6 +21,7 @@ class MenuCommands {
     void mnu_Draw_Fancy_Separate();
     void mnu_Scheduler();
     void mnu_sql();
+    void mnu_TableProcedures();
     void mnu_help();
     void mnu_about();
 

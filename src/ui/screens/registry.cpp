@@ -10,6 +10,8 @@
 #include "ui/screens/list/frm_listview.h"
 #include "ui/screens/scheduler/frm_scheduler.h"
 #include "ui/screens/settings/frm_colors.h"
+#include "ui/screens/sql/frm_convert_sql.h"
+#include "ui/screens/sql/table_procedures.h"
 #include "ui/screens/viewers/print_preview.h"
 #include "ui/screens/viewers/view_help.h"
 #include "ui/screens/viewers/view_idms_report.h"
@@ -25,20 +27,20 @@ Form* Make(const ScreenContext& context) {
 }
 
 // A new screen gets its line here.
-constexpr std::array<ScreenEntry, 13> kScreens = {
-    {{Screen::Treeview, "Record Treeview", Make<frm_Treeview>, true},
-     {Screen::TreeviewMax, "Record Treeview Max", Make<frm_Treeviewmax>, true},
-     {Screen::Listview, "Record Listview", Make<frm_Listview>, true},
-     {Screen::IsolateView, "Isolate View", Make<frm_IsolateView>, true},
-     {Screen::Settings, "Setting", Make<frmColors>, false},
-     {Screen::ConvertSql, "IDMS to SQL", nullptr, true},
-     {Screen::Scheduler, "Scheduler", Make<frm_Scheduler>, false},
-     {Screen::ReportViewer, "View IDMS Report File", Make<ViewIDMSReport>, false},
-     {Screen::DrawingViewer, "Drawing Viewer", Make<ViewVisioFile>, false},
-     {Screen::About, "About", Make<frmAbout>, false},
-     {Screen::Findings, "Findings", Make<frm_Findings>, true},
-     {Screen::Help, "Help", Make<ViewHelp>, true},
-     {Screen::PrintPreview, "Print Preview", Make<PrintPreview>, true}}};
+constexpr std::array<ScreenEntry, 14> kScreens = {{{Screen::Treeview, Make<frm_Treeview>, true},
+                                                   {Screen::TreeviewMax, Make<frm_Treeviewmax>, true},
+                                                   {Screen::Listview, Make<frm_Listview>, true},
+                                                   {Screen::IsolateView, Make<frm_IsolateView>, true},
+                                                   {Screen::Settings, Make<frmColors>, false},
+                                                   {Screen::ConvertSql, Make<frmConvertSQL>, true},
+                                                   {Screen::Scheduler, Make<frm_Scheduler>, false},
+                                                   {Screen::ReportViewer, Make<ViewIDMSReport>, false},
+                                                   {Screen::DrawingViewer, Make<ViewVisioFile>, false},
+                                                   {Screen::About, Make<frmAbout>, false},
+                                                   {Screen::Findings, Make<frm_Findings>, true},
+                                                   {Screen::Help, Make<ViewHelp>, true},
+                                                   {Screen::PrintPreview, Make<PrintPreview>, true},
+                                                   {Screen::TableProcedures, Make<TableProcedures>, true}}};
 
 }  // namespace
 

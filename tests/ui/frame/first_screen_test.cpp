@@ -1,4 +1,3 @@
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QLabel>
@@ -8,8 +7,6 @@
 // What is on the screen after a start.
 namespace norvelis::ui {
 namespace {
-
-using ::testing::ElementsAre;
 
 TEST(StartUpOnScreen, TheTreeStandsInTheFrame) {
     UiApp ui;
@@ -36,20 +33,18 @@ TEST(StartUpOnScreen, AnEmptyReportOpensSettingsAndPicker) {
     EXPECT_TRUE(ui.failures.empty());
 }
 
-TEST(StartUpOnScreen, TheSchedulerMayBeTheFirst) {
-    UiApp ui;
-    setstartupform(ui.app, "Scheduler");
-    ui.Start();
-    ASSERT_NE(ui.frame->Find(Screen::Scheduler), nullptr);
-    EXPECT_TRUE(ui.frame->Find(Screen::Scheduler)->isVisible());
-}
-
-TEST(StartUpOnScreen, AScreenThatIsNotThereYetIsSaidPlainly) {
-    UiApp ui;
-    setstartupform(ui.app, "ConvertSQL");
-    ui.Start();
-    EXPECT_THAT(ui.host.TakeTexts(), ElementsAre("\"IDMS to SQL\" is not there yet."));
-    EXPECT_TRUE(ui.frame->isVisible());
+TEST(StartUpOnScreen, AnotherScreenIsFirstWhenTheSettingNamesIt) {
+    for (const auto& [name, screen] :
+         {std::pair("Listview", Screen::Listview), std::pair("Scheduler", Screen::Scheduler),
+          std::pair("ConvertSQL", Screen::ConvertSql)}) {
+        SCOPED_TRACE(name);
+        UiApp ui;
+        setstartupform(ui.app, name);
+        ui.Start();
+        ASSERT_NE(ui.frame->Find(screen), nullptr);
+        EXPECT_TRUE(ui.frame->Find(screen)->isVisible());
+        EXPECT_EQ(ui.frame->Find(Screen::Treeview), nullptr);
+    }
 }
 
 }  // namespace
