@@ -191,9 +191,10 @@ void ViewHelp::Show(const QString& page) {
     if (webTarget_->source() != url) webTarget_->setSource(url);
 }
 
-void ViewHelp::MarkInContents() {
+// The browser still names the page before when it reports another one.
+void ViewHelp::MarkInContents(const QUrl& url) {
     lblFound_->setText({});
-    const QString page = webTarget_->source().fileName();
+    const QString page = url.fileName();
     const QSignalBlocker shownAlready(lstContents_);
     for (int row = 0; row < lstContents_->count(); ++row) {
         if (lstContents_->item(row)->data(Qt::UserRole) == page) lstContents_->setCurrentRow(row);

@@ -35,7 +35,7 @@ class ViewHelp : public Form {
     QBoxLayout* Buttons();
     void FillContents();
     void Show(const QString& page);
-    void MarkInContents();
+    void MarkInContents(const QUrl& url);
     void Find(bool forward);
     QString PathOf(const QString& page) const;
 

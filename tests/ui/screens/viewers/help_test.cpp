@@ -62,8 +62,11 @@ TEST_F(HelpTest, ContentsBackAndForwardAndFind) {
     int pages = 0;
     for (const std::string& name : FilesIn(ui.folder.Path("help"))) pages += name.ends_with(".html") ? 1 : 0;
     EXPECT_EQ(contents.count(), pages) << "every page is in the contents";
+    ASSERT_EQ(contents.selectedItems().size(), 1);
+    EXPECT_EQ(contents.selectedItems().front()->text(), "The record tree");
     contents.setCurrentItem(contents.findItems("Printing", Qt::MatchExactly).at(0));
     EXPECT_EQ(Page(), "print.html");
+    EXPECT_EQ(contents.currentItem()->text(), "Printing");
     On<SkinButton>("cmdBack").click();
     EXPECT_EQ(Page(), "tree.html");
     EXPECT_EQ(contents.currentItem()->text(), "The record tree");
