@@ -148,8 +148,8 @@ ScheduleRecord ReadScheduleXML(const XmlNode& scheduleElement, DateTime now) {
 XmlNode LoadSchedule(std::string_view text) {
     XmlNode element = LoadXML(text);
     if (element.Name() == "schedule") return element;
-    throw std::runtime_error(GetAttribute(
-        element, "msg", "the element is named \"" + element.Name() + "\" and not \"schedule\""));
+    throw std::runtime_error(
+        GetAttribute(element, "msg", "the element is named \"" + element.Name() + "\" and not \"schedule\""));
 }
 
 XmlNode WriteScheduleXML(const ScheduleRecord& record, DateTime now) {
