@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFont>
 
+#include "sqlconv/odbc_folder.h"
 #include "ui/skins/skin_style.h"
 
 int main(int argc, char** argv) {
@@ -15,5 +16,6 @@ int main(int argc, char** argv) {
     font.setPixelSize(13);
     QApplication::setFont(font);
     norvelis::ui::UseSkinStyle(application);
+    const norvelis::OdbcFolder odbc;  // Before any screen asks the driver manager, which remembers its files.
     return RUN_ALL_TESTS();
 }

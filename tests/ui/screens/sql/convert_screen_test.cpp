@@ -104,6 +104,7 @@ TEST_F(ConvertScreen, ConnectShowsTheTablesAndLeavesTheServer) {
     EXPECT_THAT(Rows("FlxGrid6"), ElementsAre("ID|INT"));
     EXPECT_THAT(ui.Log(), HasSubstr(std::string("Conversion ---- Connection ---- ") + kConnected));
     EXPECT_EQ(odbc.Calls({"connect "}).size(), 1u) << "one connection for the list and the first fields";
+    ASSERT_FALSE(odbc.Calls().empty());
     EXPECT_EQ(odbc.Calls().back(), "disconnect");
     EXPECT_FALSE(In("cmdConnectDBmysql")->isEnabled());
 
