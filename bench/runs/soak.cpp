@@ -63,6 +63,7 @@ void Soak(int jobs) {
     const double last = Mean(std::span(megabytes).last(share));
     fmt::print("{} jobs: memory of the first {} {:.1f} MB, of the last {:.1f} MB ({:.3f})\n", jobs, share,
                first, last, last / first);
+    Require(last <= 1.1 * first, "memory has grown by more than a tenth");
     for (const auto& [name, runs, hand] :
          {std::tuple("sample", &sample, &bySample), std::tuple("200 records", &larger, &byLarger)}) {
         std::sort(runs->begin(), runs->end());
@@ -72,6 +73,8 @@ void Soak(int jobs) {
             "{}: a job {:.2f} s, the longest {:.2f} s; by hand {:.2f} s (ratio {:.2f}, longest {:.2f})\n",
             name, (*runs)[runs->size() / 2], runs->back(), byHand, (*runs)[runs->size() / 2] / byHand,
             runs->back() / byHand);
+        Require(runs->back() <= 1.2 * byHand,
+                fmt::format("{}: a job took more than 1.2 times as long", name));
     }
 }
 

@@ -2,7 +2,6 @@
 #include <cstdio>
 #include <nlohmann/json.hpp>
 
-#include "base/failure.h"
 #include "base/text.h"
 #include "cli/json_output.h"
 #include "cli/schedule_commands.h"
@@ -14,14 +13,6 @@ namespace norvelis::cli {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-bool SomebodyWorksIn(const AppState& app, const std::string& name) {
-    try {
-        return !JobClaim::Take(app, name);
-    } catch (const RuntimeFailure&) {
-        return false;  // Who may not write there can read the log all the same.
-    }
-}
 
 /// What has become of each run. One that has not ended goes on while somebody works in the job's folder,
 /// which is true of the last of a name alone.
@@ -36,7 +27,7 @@ std::vector<std::string> ResultsOf(const AppState& app, const std::vector<RunHis
         if (isLast) seen.push_back(name);
         if (runs[i].ended) {
             results[i] = NameOf(runs[i].ended->result);
-        } else if (isLast && SomebodyWorksIn(app, name)) {
+        } else if (isLast && JobClaim::IsTaken(app, name)) {
             results[i] = "running";
         }
     }

@@ -75,7 +75,7 @@ int PrintDrawing(CommandContext& context, const Options& options) {
         return Refuse("nothing is printed; --yes prints that many sheets");
     if (!options.pdf.empty()) {
         const std::string out = PdfPath(options.pdf, drawing);
-        WriteFile(out, job.Pdf(sheets));
+        commands::WritePdf(drawing, out, job.Pdf(sheets));
         std::printf("%s\n", out.c_str());
         return kDone;
     }

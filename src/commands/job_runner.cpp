@@ -21,9 +21,10 @@ void JobRunner::Run() {
         if (options_.until && app_.clock.Now() >= *options_.until) return;
         if (const auto job = TakeJob()) {
             if (!RunOne(*job)) return;
-        } else if (options_.once || !wait_(TimeToNextLook())) {
-            return;
+            continue;
         }
+        const bool comesBack = jobs_.LeftOne() && !blockedBy_;
+        if ((options_.once && !comesBack) || !wait_(TimeToNextLook())) return;
     }
 }
 

@@ -63,4 +63,12 @@ bool MayPrint(Host& host, std::size_t sheets) {
            Answer::Yes;
 }
 
+void WritePdf(const std::string& drawing, const std::string& path, std::string_view pdf) {
+    std::error_code none;
+    if (std::filesystem::equivalent(Resolve(path), Resolve(drawing), none))
+        throw RuntimeFailure(FailureNumber::PathFileAccess,
+                             path + ": the PDF file would replace the drawing");
+    WriteFile(path, pdf);
+}
+
 }  // namespace norvelis::commands

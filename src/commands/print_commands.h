@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/app_state.h"
@@ -23,5 +24,8 @@ std::vector<int> ChosenSheets(const std::vector<int>& only, int count);
 std::string PrintQuestion(std::size_t sheets);
 /// Asks when there are very many sheets; true when they may be printed.
 bool MayPrint(Host& host, std::size_t sheets);
+
+/// RuntimeFailure 75 when the path is the drawing's own, or can not be written.
+void WritePdf(const std::string& drawing, const std::string& path, std::string_view pdf);
 
 }  // namespace norvelis::commands

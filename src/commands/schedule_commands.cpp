@@ -94,8 +94,12 @@ bool DeleteSchedules(AppState& app, const std::vector<std::int64_t>& ids) {
 
 bool RunSchedulesAgain(AppState& app, const std::vector<std::int64_t>& ids) {
     if (!Asks(app, "Run " + Named(ids) + " again?", Answer::Yes)) return false;
-    for (const std::int64_t id : ids) {
-        if (!RunAgain(*app.gConnection, id)) SayMissing(app, id);
+    try {
+        for (const std::int64_t id : ids) {
+            if (!RunAgain(*app.gConnection, id)) SayMissing(app, id);
+        }
+    } catch (const RuntimeFailure& failure) {
+        WriteToErrorLog(app, "frm_Scheduler", "RunAgain", failure.what(), static_cast<int>(failure.Number()));
     }
     return true;
 }

@@ -51,6 +51,15 @@ std::int64_t LockPlace(const std::string& name) {
     return static_cast<std::int64_t>(hash >> 2U);
 }
 
+struct flock LockOf(const std::string& name) {
+    struct flock lock {};
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+    lock.l_start = LockPlace(name);
+    lock.l_len = 1;
+    return lock;
+}
+
 }  // namespace
 
 std::string JobFolder(const AppState& app, const std::string& name) {
@@ -76,6 +85,15 @@ std::string MakeJobFolder(const AppState& app, const std::string& name) {
 }
 
 // Not in the job's folder, which may not be made for a name that is refused.
+bool JobClaim::IsTaken(const AppState& app, const std::string& name) {
+    const int file = open(Resolve(app.AppPath(places::kJobLocks)).c_str(), O_RDONLY | O_CLOEXEC);
+    if (file < 0) return false;
+    struct flock lock = LockOf(name);
+    const bool isTaken = fcntl(file, F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
+    close(file);
+    return isTaken;
+}
+
 std::optional<JobClaim> JobClaim::Take(const AppState& app, const std::string& name) {
     const std::string path = Resolve(app.AppPath(places::kJobLocks));
     const auto fail = [&path](int error) {
@@ -84,11 +102,7 @@ std::optional<JobClaim> JobClaim::Take(const AppState& app, const std::string& n
     };
     JobClaim claim(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666));
     if (claim.file_ < 0) fail(errno);
-    struct flock lock {};
-    lock.l_type = F_WRLCK;
-    lock.l_whence = SEEK_SET;
-    lock.l_start = LockPlace(name);
-    lock.l_len = 1;
+    struct flock lock = LockOf(name);
     // Of the open file and not of the process, so that two claims of one process meet as well.
     if (fcntl(claim.file_, F_OFD_SETLK, &lock) == 0) return claim;
     if (errno != EAGAIN && errno != EACCES) fail(errno);

@@ -25,6 +25,9 @@ class JobClaim {
     /// refuses the lock.
     static std::optional<JobClaim> Take(const AppState& app, const std::string& name);
 
+    /// Whether somebody has it, without taking it.
+    static bool IsTaken(const AppState& app, const std::string& name);
+
     JobClaim(JobClaim&& other) noexcept;
     JobClaim& operator=(JobClaim&& other) noexcept;
     ~JobClaim();

@@ -12,10 +12,11 @@ std::optional<JobSearch::Hit> JobSearch::Click(Host& host, const JobTree& unproc
         return std::nullopt;
     }
     if (caption_ == "Search") behindLast_ = 0;
-    const auto hit = Search(unprocessed, processed, UpperCase(text));
+    const std::string wanted = UpperCase(text);
+    const auto hit = Search(unprocessed, processed, wanted);
     caption_ = hit ? "Next" : "Search";
     if (!hit)
-        host.MessageBox({"End of search for record: " + std::string(text), "Search Results", Buttons::Ok,
+        host.MessageBox({"End of search for record: " + wanted, "Search Results", Buttons::Ok,
                          Icon::Information, Answer::Ok});
     return hit;
 }

@@ -60,7 +60,8 @@ std::optional<std::int16_t> ScheduleIdIn(std::string_view key) {
     const auto mark = key.find(kJobMark);
     if (mark == std::string_view::npos) return std::nullopt;
     const double id = Val(key.substr(0, mark));
-    if (id > std::numeric_limits<std::int16_t>::max()) throw RuntimeFailure(FailureNumber::Overflow);
+    using Limits = std::numeric_limits<std::int16_t>;
+    if (id < Limits::min() || id > Limits::max()) throw RuntimeFailure(FailureNumber::Overflow);
     return static_cast<std::int16_t>(id);
 }
 

@@ -21,12 +21,16 @@ class StoreQueue : public JobQueue {
     void Release() override { claim_.reset(); }
     void MarkProcessed(const Job& job, const std::string& visiofile) override;
 
+    /// The last TakeDue left a due row to somebody else, who has its folder.
+    bool LeftOne() const { return leftOne_; }
+
     /// Takes this row no more.
     void PassOver(std::int64_t scheduleid) { passedOver_.insert(scheduleid); }
 
   private:
     AppState& app_;
     std::optional<JobClaim> claim_;
+    bool leftOne_ = false;
     std::unordered_set<std::int64_t> passedOver_;
 };
 

@@ -84,7 +84,7 @@ TEST(JobSearch, GoesThroughBothTreesAndTellsTheEnd) {
     EXPECT_EQ(click("stock"), "due 1");
     EXPECT_EQ(click("Type Here"), "none");
     EXPECT_EQ(click(" "), "none");
-    EXPECT_THAT(host.Texts(), ElementsAre("End of search for record: pay", "Please type the record to locate",
+    EXPECT_THAT(host.Texts(), ElementsAre("End of search for record: PAY", "Please type the record to locate",
                                           "Please type the record to locate"));
 }
 

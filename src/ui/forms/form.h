@@ -68,6 +68,8 @@ class Form : public QWidget {
 
     /// False when the form must stay: the person was asked and wants it so.
     virtual bool QueryUnload() { return true; }
+    /// After QueryUnload has refused: the screen closes by itself once it has come to an end.
+    virtual bool ClosesLater() const { return false; }
     /// Closes the form without asking.
     void Unload();
 

@@ -285,8 +285,13 @@ void mdiMainMenu::ShowProgress(Bar bar, const ProgressBar& state) {
 // All are asked before one goes.
 bool mdiMainMenu::CloseForms() {
     const auto forms = area_->OpenForms();
-    if (!std::all_of(forms.begin(), forms.end(), [](Form* form) { return form->QueryUnload(); }))
+    for (Form* form : forms) {
+        if (form->QueryUnload()) continue;
+        constexpr auto kOnceLater =
+            static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection);
+        if (form->ClosesLater()) connect(form, &Form::Closed, this, &QWidget::close, kOnceLater);
         return false;
+    }
     for (Form* form : forms) form->Unload();
     return true;
 }

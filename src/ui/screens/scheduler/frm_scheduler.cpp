@@ -8,6 +8,7 @@
 #include <QPointer>
 #include <QTabWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "base/failure.h"
 #include "base/ini.h"
@@ -257,9 +258,13 @@ void frm_Scheduler::ClickNode(const std::string& key) {
             ShowUpdate(*job);
             return SSTab1_->setCurrentIndex(kEditorTab);
         }
-        App().host.MessageBox("There is no schedule id:" + std::to_string(*id) + " any more.");
-        FillTrees();
+        SayGone(*id);
     });
+}
+
+void frm_Scheduler::SayGone(std::int64_t id) {
+    App().host.MessageBox("There is no schedule id:" + std::to_string(id) + " any more.");
+    FillTrees();
 }
 
 void frm_Scheduler::ShowCreate() {
@@ -273,9 +278,10 @@ void frm_Scheduler::ShowUpdate(const Job& job) {
     cmdView_->setEnabled(job.processed);
 }
 
-void frm_Scheduler::JobsChanged() {
+void frm_Scheduler::JobsChanged(const std::vector<std::int64_t>& ids) {
     FillTrees();
     if (!details_->Row()) return;
+    if (std::find(ids.begin(), ids.end(), details_->Row()->scheduleid) == ids.end()) return;
     if (const auto job = FindJob(*App().gConnection, details_->Row()->scheduleid)) return ShowUpdate(*job);
     details_->Clear();
     ShowCreate();
@@ -306,7 +312,7 @@ void frm_Scheduler::CreateOrUpdate() {
         dates_->FillWords();  // Time has passed, and the report may have gone.
         const bool changed = details_->Row() ? commands::UpdateSchedule(App(), job, details_->NextDate())
                                              : commands::CreateSchedules(App(), job, dates_->DatesToBook());
-        if (changed) JobsChanged();
+        if (changed) JobsChanged({job.scheduleid});
     });
 }
 
@@ -324,22 +330,24 @@ void frm_Scheduler::DeleteMarked() {
 }
 
 void frm_Scheduler::Delete(const std::vector<std::int64_t>& ids) {
-    if (!ids.empty() && commands::DeleteSchedules(App(), ids)) JobsChanged();
+    if (!ids.empty() && commands::DeleteSchedules(App(), ids)) JobsChanged(ids);
 }
 
 void frm_Scheduler::RunAgain() {
     Guarded("RunAgain", [this] {
         const auto ids = lists_->MarkedIds();
-        if (!ids.empty() && commands::RunSchedulesAgain(App(), ids)) JobsChanged();
+        if (!ids.empty() && commands::RunSchedulesAgain(App(), ids)) JobsChanged(ids);
     });
 }
 
 void frm_Scheduler::CopyIntoEditor() {
     Guarded("CopyIntoEditor", [this] {
         const auto ids = lists_->MarkedIds();
-        const auto job = ids.empty() ? std::nullopt : FindJob(*App().gConnection, ids.front());
-        if (!job) return;
+        if (ids.empty()) return;
+        const auto job = FindJob(*App().gConnection, ids.front());
+        if (!job) return SayGone(ids.front());
         details_->CopyFrom(*job);
+        details_->SetNextDate(txtNextSchedule_->text().toStdString());
         ShowCreate();
     });
 }

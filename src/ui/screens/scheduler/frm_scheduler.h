@@ -31,6 +31,7 @@ class frm_Scheduler : public Form {
     void Load() override;
     /// Asks when schedules are running. A run is canceled first; the screen closes when that has ended.
     bool QueryUnload() override;
+    bool ClosesLater() const override { return closesAfterTick_; }
 
   protected:
     void LoadINISettings() override;
@@ -51,6 +52,7 @@ class frm_Scheduler : public Form {
 
     void FillTrees();
     void ClickNode(const std::string& key);
+    void SayGone(std::int64_t id);
 
     void Calculate();
     void CreateOrUpdate();
@@ -61,7 +63,8 @@ class frm_Scheduler : public Form {
     void CopyIntoEditor();
     void ShowCreate();  ///< The fields are those of a job that is to be booked.
     void ShowUpdate(const Job& job);
-    void JobsChanged();  ///< By a command: the trees and the row on show are read again.
+    /// By a command: the trees are read again, and the row on show when it is one of these.
+    void JobsChanged(const std::vector<std::int64_t>& ids);
 
     void ViewReport();
     void ViewSchema();

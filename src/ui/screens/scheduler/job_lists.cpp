@@ -1,5 +1,6 @@
 #include "ui/screens/scheduler/job_lists.h"
 
+#include <QItemSelectionModel>
 #include <QLabel>
 #include <QLineEdit>
 #include <QVBoxLayout>
@@ -29,10 +30,12 @@ JobLists::JobLists(AppState& app, LongCommands& commands, QWidget* parent)
 
 JobTreeView* JobLists::MakeTree(const char* name, const char* heading, QBoxLayout& column) {
     auto* tree = new JobTreeView(name, QString(heading).trimmed(), this);
-    connect(tree, &JobTreeView::NodeClicked, this, [this, tree](const std::string& key) {
-        (tree == tvwKestrimoor_ ? tvwKestrimoor1_ : tvwKestrimoor_)->clearSelection();
-        emit NodeClicked(key);
-    });
+    connect(tree, &JobTreeView::NodeClicked, this, &JobLists::NodeClicked);
+    connect(tree->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            [this, tree](const QItemSelection& selected) {
+                if (selected.isEmpty()) return;
+                (tree == tvwKestrimoor_ ? tvwKestrimoor1_ : tvwKestrimoor_)->clearSelection();
+            });
     AddMenu(*tree);
     column.addWidget(new QLabel(heading, this));
     column.addWidget(tree, 1);

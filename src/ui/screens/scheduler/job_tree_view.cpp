@@ -75,8 +75,9 @@ QVariant JobTreeModel::data(const QModelIndex& node, int role) const {
     if (!node.isValid()) return {};
     switch (role) {
         case Qt::DisplayRole:
-        case Qt::ToolTipRole:  // A tree in a narrow column cuts its texts.
             return InOneLine(Text(node));
+        case Qt::ToolTipRole:  // A tree in a narrow column cuts its texts; a name is never markup.
+            return InOneLine(Text(node)).toHtmlEscaped();
         case Qt::ForegroundRole:
             return std::find(red_.begin(), red_.end(), node) != red_.end() ? QVariant(ColorOf(kRed))
                                                                            : QVariant();

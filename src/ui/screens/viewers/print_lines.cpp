@@ -11,7 +11,7 @@ namespace norvelis::ui {
 
 namespace {
 
-constexpr std::size_t kWidest = 132;  // Columns; of longer lines the rest is left out.
+constexpr std::size_t kWidest = 133;  // Columns; of longer lines the rest is left out.
 constexpr std::size_t kLinesAtOnce = 500;
 constexpr double kLargestLetters = 10.0 / 72, kSmallestLetters = 5.0 / 72;  // Inches.
 constexpr int kHeadingLines = 2;

@@ -88,7 +88,9 @@ PrintPreview::PrintPreview(const ScreenContext& context)
     connect(view_, &SheetsView::SheetClicked, this, &PrintPreview::ClickSheet);
     auto* sides = new QHBoxLayout;
     sides->setSpacing(14);
-    sides->addWidget(Choices());
+    QWidget* choices = Choices();
+    context.commands.DisableWhileBusy(choices);
+    sides->addWidget(choices);
     sides->addWidget(view_, 1);
     lblCount_ = new ElidedLabel("lblCount", {}, this);
     auto* buttons = new ButtonRow(this);
@@ -96,7 +98,7 @@ PrintPreview::PrintPreview(const ScreenContext& context)
     cmdPrint_ = buttons->Add("cmdPrint", "PRINT", "Send the sheets to the printer (Ctrl+P)",
                              [this] { PrintOnPrinter(); });
     cmdPdf_ = buttons->Add("cmdPdf", "PDF FILE", "Write the sheets to a PDF file", [this] { PrintToPdf(); });
-    for (SkinButton* button : {cmdPrint_, cmdPdf_}) context.commands.DisableWhileBusy(button);
+    connect(&context.commands, &LongCommands::BusyChanged, this, &PrintPreview::EnableButtons);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(16, Body().top() + 12, 16, 16);
     column->addLayout(sides, 1);
@@ -200,6 +202,10 @@ void PrintPreview::SaveINISettings() {
 void PrintPreview::Take(const ScreenRequest& request) {
     const auto* preview = std::get_if<PreviewPrint>(&request);
     if (!preview) return;
+    if (Context().commands.Busy()) {  // It may be the printing of the sheets on show.
+        App().host.MessageBox("A drawing can be printed when the running command has ended.");
+        return;
+    }
     try {
         const clsHourglass hourglass(App().host);
         Open(preview->file);
@@ -309,7 +315,7 @@ void PrintPreview::Cut() {
     if (showing_ || !sheets_) return;
     Enable();
     const SheetChoice choice = Choice();
-    bool good = false;
+    isCut_ = false;
     try {
         sheets_->Cut(Pages(), choice, commands::FooterOf(App(), file_));
         const std::vector<int> chosen = ChosenSheets();
@@ -318,11 +324,15 @@ void PrintPreview::Cut() {
         view_->Choose(all ? std::vector<int>() : chosen);
         lblCount_->setText(QString::fromStdString(paper::CountedSheets(chosen.size())) + ": " +
                            SizeWords(sheets_->PlanOf(1), choice));
-        good = true;
+        isCut_ = true;
     } catch (const RuntimeFailure& failure) {
         lblCount_->setText(failure.what());
     }
-    for (SkinButton* button : {cmdPrint_, cmdPdf_}) button->setEnabled(good && !Context().commands.Busy());
+    EnableButtons();
+}
+
+void PrintPreview::EnableButtons() {
+    for (SkinButton* button : {cmdPrint_, cmdPdf_}) button->setEnabled(isCut_ && !Context().commands.Busy());
 }
 
 void PrintPreview::ClickSheet(int sheet) {
@@ -369,6 +379,7 @@ void PrintPreview::Print(const Target& target) {
     SaveINISettings();
     Context().commands.Run({"Print", Screen::Treeview}, [&] {
         const clsHourglass hourglass(host);
+        view_->Show(nullptr);  // The sheets are cut anew for each page that is printed alone.
         pagesOfFile_.clear();
         commands::SheetDocument document(sheets_->PageCount(),
                                          [&](const std::vector<int>& pages) { return Send(target, pages); });
@@ -387,7 +398,7 @@ bool PrintPreview::Send(const Target& target, const std::vector<int>& pages) {
         sheets_->Cut(target.pdf.empty() ? pages : pagesOfFile_, choice, commands::FooterOf(App(), file_));
         const std::string pdf = sheets_->Pdf(ChosenSheets());
         if (!target.pdf.empty()) {
-            WriteFile(target.pdf, pdf);
+            commands::WritePdf(file_, target.pdf, pdf);
         } else {
             const std::string title =
                 QFileInfo(QString::fromStdString(file_)).completeBaseName().toStdString();

@@ -52,6 +52,7 @@ class PrintPreview : public Form {
     std::vector<int> ChosenSheets() const;  ///< RuntimeFailure as its parser, or when there is no such sheet.
     void Enable();
     void Cut();
+    void EnableButtons();
     void ClickSheet(int sheet);
     void FillPrinters();
 
@@ -63,6 +64,7 @@ class PrintPreview : public Form {
     std::string file_;
     std::unique_ptr<DrawingSheets> sheets_;
     bool showing_ = false;          ///< The controls are being filled.
+    bool isCut_ = false;            ///< The choices could be met.
     std::vector<int> pagesOfFile_;  ///< That are in the PDF file already.
 
     QLabel *lblDrawing_, *lblCount_;

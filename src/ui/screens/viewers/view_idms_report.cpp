@@ -327,9 +327,9 @@ void ViewIDMSReport::PrintMarked() {
     QPrinter* printer = Context().printer.Choose();
     if (!printer) return;
     const PrintedLines lines(*report_, from.line, last, QFileInfo(QString::fromStdString(path_)).fileName());
-    const std::string question =
-        "Are you sure you want to print " + std::to_string(lines.PageCount(*printer)) + " pages?";
-    if (lines.PageCount(*printer) > kPagesWithoutQuestion &&
+    const int pages = lines.PageCount(*printer);
+    const std::string question = "Are you sure you want to print " + std::to_string(pages) + " pages?";
+    if (pages > kPagesWithoutQuestion &&
         host.MessageBox({question, {}, Buttons::YesNo, Icon::Question, Answer::No}) != Answer::Yes)
         return;
     if (!lines.Print(*printer))
