@@ -12,6 +12,7 @@
 #include "sqlconv/connection_text.h"
 #include "sqlconv/conversion.h"
 #include "sqlconv/data_sources.h"
+#include "sqlconv/diagnostics.h"
 #include "sqlconv/record_tables.h"
 #include "sqlconv/server_tables.h"
 #include "sqlconv/table_procedures.h"
@@ -51,11 +52,13 @@ int PrintList(const std::vector<Item>& items, bool json, const std::function<std
 }
 
 int PrintSources(bool json) {
-    const auto sources = DataSources().shown;
-    if (sources.empty())
+    const DataSourceList list = DataSources();
+    if (list.trouble)
+        std::fprintf(stderr, "%s\n", OdbcErrorText(*list.trouble).c_str());
+    else if (list.shown.empty())
         std::fprintf(stderr, "There are no data sources; \"odbcinst -j\" shows where they are looked for.\n");
     return PrintList<DataSource>(
-        sources, json, [](const DataSource& source) { return source.name + "\t" + source.driver; },
+        list.shown, json, [](const DataSource& source) { return source.name + "\t" + source.driver; },
         [](const DataSource& source) {
             return Json{{"name", source.name}, {"driver", source.driver}};
         });
@@ -70,18 +73,24 @@ int PrintTables(CommandContext& context, const Options& options) {
         });
 }
 
+std::string FullName(const ServerTable& table) {
+    return table.schema.empty() ? table.name : table.schema + "." + table.name;
+}
+
 /// The table that is meant: NAME or SCHEMA.NAME, as the server spells it before any other letter case.
 const ServerTable& TableNamed(const std::vector<ServerTable>& tables, const std::string& name) {
-    std::vector<const ServerTable*> meant;
+    std::vector<const ServerTable*> exact, meant;
     for (const auto& table : tables) {
-        const std::string full = table.schema + "." + table.name;
-        if (table.name == name || full == name) return table;
+        const std::string full = FullName(table);
+        if (full == name) return table;
+        if (table.name == name) exact.push_back(&table);
         if (EqualIgnoringCase(table.name, name) || EqualIgnoringCase(full, name)) meant.push_back(&table);
     }
+    if (!exact.empty()) meant = std::move(exact);
     if (meant.empty()) throw SqlFailure(0, "there is no table " + name + " in the data source");
     if (meant.size() > 1)
         throw SqlFailure(0, "several tables are meant by " + name + "; give one as the server spells it: " +
-                                meant[0]->name + ", " + meant[1]->name);
+                                FullName(*meant[0]) + ", " + FullName(*meant[1]));
     return *meant.front();
 }
 

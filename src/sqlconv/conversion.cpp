@@ -82,7 +82,7 @@ bool CreateDatabase(Conversion& conversion, std::string& name) {
         conversion.sql.app.host.SetAfterCancel(CreatedBefore(conversion));
         Refresh(conversion);
         return true;
-    } catch (const SqlFailure& failure) {
+    } catch (const std::exception& failure) {
         conversion.refusal = failure.what();
         return false;
     }

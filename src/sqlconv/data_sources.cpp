@@ -46,7 +46,7 @@ DataSourceList DataSources(std::string_view driverFilter) {
             ++list.hidden;
         }
     }
-    if (result == SQL_ERROR) {
+    if (result != SQL_NO_DATA) {
         const auto diagnostics = DiagnosticsOf(SQL_HANDLE_ENV, environment.Get());
         if (!diagnostics.empty()) list.trouble = diagnostics.front();
     }

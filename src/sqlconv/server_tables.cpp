@@ -4,6 +4,7 @@
 
 #include "base/text.h"
 #include "core/log.h"
+#include "sqlconv/diagnostics.h"
 #include "sqlconv/type_numbers.h"
 
 namespace norvelis {
@@ -26,6 +27,7 @@ std::vector<ServerTable> TablesByStatement(SqlState& sql) {
     SqlResult& result = ExecuteSql(sql, sql.gSqlStatement);
     std::vector<ServerTable> tables;
     while (const auto* row = result.Next()) {
+        ThrowIfCanceled(sql.cancellation);
         const std::string name = row->front().value_or("");
         const std::string shown = UpperCase(name);
         tables.push_back({shown, name, {}, shown});
@@ -40,6 +42,7 @@ std::vector<ServerTable> TablesByDriver(SqlState& sql) {
     SqlResult result = sql.gSqlConnection->Tables();
     std::vector<ServerTable> tables;
     while (const auto* row = result.Next()) {
+        ThrowIfCanceled(sql.cancellation);
         const std::string name = row->at(kName).value_or(""), schema = row->at(kSchema).value_or("");
         std::string from = Quoted(name, quote);
         if (!schema.empty()) from.insert(0, Quoted(schema, quote) + ".");

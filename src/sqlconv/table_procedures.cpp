@@ -86,6 +86,7 @@ QueryEnd Execute(Connector& connector, const std::stop_token& cancellation, cons
     const ConnectRequest request{procedure.dsn, procedure.username, procedure.password, 0};
     const auto connection = connector.Connect(request, cancellation);
     const std::stop_callback onCancel(cancellation, [&connection] { connection->Cancel(); });
+    ThrowIfCanceled(cancellation);
     SqlResult result = connection->Execute(procedure.sql);
     if (result.Fields().empty()) throw SqlFailure(0, "The statement ran and gave no result set");
     return ReadRows(result, cancellation, receiver, limit);

@@ -55,7 +55,9 @@ frmConvertSQL::frmConvertSQL(const ScreenContext& context)
                       [&] { lists_->ShowRecord(name, ReadListedRecord(*App().gConnection, name).details); });
     });
     connect(&Context().commands, &LongCommands::BusyChanged, this, &frmConvertSQL::EnableButtons);
-    OnKeys(this, QKeySequence::Refresh, [this] { cboDSN_->Refresh(); });
+    OnKeys(this, QKeySequence::Refresh, [this] {
+        if (cboDSN_->isEnabled()) cboDSN_->Refresh();
+    });
 
     loglbl_ = MakeLabel(this, "loglbl", {});
     loglbl_->setWordWrap(true);
@@ -221,6 +223,7 @@ void frmConvertSQL::allSources_Click(bool on) {
     if (!on) return KindClicked(ServerKind::Sql, true);
     ChooseKind(allSources_);
     cboDSN_->SetDriverFilter({});
+    SetStatus(kFirstStatus);
 }
 
 /// A list that the filter left empty says so, behind what the status line says already.
@@ -301,6 +304,7 @@ void frmConvertSQL::cmdCopyDB_Click() {
 void frmConvertSQL::Run(const std::string& name, const std::function<void()>& command) {
     Context().commands.Run({name, Screen::ConvertSql}, [&] {
         sql_.cancellation = App().host.Cancellation();
+        const auto ended = qScopeGuard([this] { sql_.cancellation = {}; });
         ReportFailure(App(), name, command);
         if (sql_.cancellation.stop_requested()) {
             SetStatus(name + " was canceled.");
@@ -308,7 +312,6 @@ void frmConvertSQL::Run(const std::string& name, const std::function<void()>& co
         }
         App().host.Yield();
     });
-    sql_.cancellation = {};
 }
 
 void frmConvertSQL::Connect() {
@@ -374,6 +377,8 @@ void frmConvertSQL::EnableButtons() {
     const bool busy = Context().commands.Busy();
     cmdConnectDBmysql_->setEnabled(!connected_ && !busy);
     cmdDisconnect_->setEnabled(connected_ && !busy);
+    cboDSN_->setEnabled(!busy);  // A command connects to it more than once.
+    for (QAbstractButton* kind : {Sql_, sqlExpress_, allSources_}) kind->setEnabled(!busy);
 }
 
 void frmConvertSQL::SetStatus(const std::string& text) {

@@ -180,8 +180,7 @@ void TableProcedures::Tprocs_Click() {
     ReportFailure(App(), "Tprocs_Click", [this] {
         const auto procedure = FindProcedure(*App().gConnection, Selected());
         if (!procedure) return;
-        source_ = procedure->dsn;
-        txtdsnName_->setText(QString::fromStdString(ShownSource(source_)));
+        ShowSource(procedure->dsn);
         txtUsername_->setText(QString::fromStdString(procedure->username));
         txtPassword_->setText(QString::fromStdString(procedure->password));
         txtSqlStatement_->setPlainText(QString::fromStdString(procedure->sql));
@@ -189,11 +188,18 @@ void TableProcedures::Tprocs_Click() {
     });
 }
 
+void TableProcedures::ShowSource(const std::string& source) {
+    source_ = source;
+    txtdsnName_->setText(QString::fromStdString(ShownSource(source_)));
+}
+
 void TableProcedures::Save_Click() {
     const std::string name = txtProcName_->text().toStdString();
     if (name.empty()) return App().host.MessageBox(std::string(kBlankProcedureName));
     ReportFailure(App(), "Save", [&] {
-        SaveProcedure(*App().gConnection, Typed(name));
+        const TableProcedure typed = Typed(name);
+        SaveProcedure(*App().gConnection, typed);
+        ShowSource(typed.dsn);
         List();
         lblStatus_->setText(QString("Saved as %1.").arg(txtProcName_->text()));
     });
@@ -202,7 +208,9 @@ void TableProcedures::Save_Click() {
 void TableProcedures::Update_Click() {
     if (Tprocs_->currentIndex() < 0) return lblStatus_->setText(kNoneSelected);
     ReportFailure(App(), "Update", [this] {
-        UpdateProcedure(*App().gConnection, Typed(Selected()));
+        const TableProcedure typed = Typed(Selected());
+        UpdateProcedure(*App().gConnection, typed);
+        ShowSource(typed.dsn);
         lblStatus_->setText(QString("Updated %1.").arg(Tprocs_->currentText()));
     });
 }

@@ -39,6 +39,7 @@ class TableProcedures : public Form, public ProgressView {
 
     void List();
     void Tprocs_Click();
+    void ShowSource(const std::string& source);  ///< Without a password that it holds.
     void Save_Click();
     void Update_Click();
     void Delete_Click();

@@ -295,7 +295,7 @@ std::vector<int> PrintPreview::Pages() const {
 
 std::vector<int> PrintPreview::ChosenSheets() const {
     const std::string text(Trim(txtSheets_->text().toStdString()));
-    const bool some = txtSheets_->isEnabled() && !text.empty();
+    const bool some = ModeAt(cboPages_->currentIndex()) == PrintMode::Document && !text.empty();
     return commands::ChosenSheets(some ? paper::ParseSheetNumbers(text) : std::vector<int>(),
                                   sheets_->Count());
 }
