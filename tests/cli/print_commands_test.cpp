@@ -177,6 +177,9 @@ TEST_F(PrintCommands, WhatCanNotBePrintedIsRefusedInWords) {
     const auto unwritable = Print(Drawing(), "--pdf " + Path("no-folder/out.pdf"));
     EXPECT_EQ(unwritable.status, 1);
     EXPECT_THAT(unwritable.error, HasSubstr("no-folder/out.pdf"));
+    const auto over = Print(Drawing(), "--pdf '" + Drawing() + "'");
+    EXPECT_EQ(over.status, 1);
+    EXPECT_THAT(over.error, HasSubstr("would replace the drawing"));
 }
 
 TEST_F(PrintCommands, PrintersTakeSheetsOrSayWhyNot) {

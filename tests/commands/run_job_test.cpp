@@ -174,11 +174,22 @@ TEST_F(RunJobTest, ARunnerGoesOnAsItIsTold) {
     EXPECT_FALSE(IsProcessed(behind));
     EXPECT_THAT(ProcessLog(), HasSubstr("has no report; the jobs behind it wait"));
 
+    store.Execute("Delete * FROM schedules");
+    const std::int64_t held = Book("held", report);
+    auto claim = JobClaim::Take(test.app, "held");
+    options.once = true;
+    JobRunner comingBack(test.app, *engine, options, [&claim](std::chrono::milliseconds time) {
+        if (time.count() > 0) claim.reset();
+        return true;
+    });
+    comingBack.Run();
+    EXPECT_TRUE(IsProcessed(held)) << "once somebody else has let go of its folder";
+
     RunnerOptions until;
     until.until = test.clock.now;
     auto ended = Runner(until);
     ended.Run();
-    EXPECT_EQ(Results().size(), 3u);
+    EXPECT_EQ(Results().size(), 4u);
 }
 
 }  // namespace

@@ -81,10 +81,11 @@ class SchedulerScreenTest : public ::testing::Test {
     QModelIndex Node(const char* tree, int job) const {
         return Control<JobTreeView>(tree).model()->index(job, 0);
     }
-    void Click(const char* tree, QModelIndex node, Qt::KeyboardModifiers keys = {}) const {
+    void Click(const char* tree, QModelIndex node, Qt::KeyboardModifiers keys = {},
+               Qt::MouseButton button = Qt::LeftButton) const {
         auto& view = Control<JobTreeView>(tree);
         view.scrollTo(node);
-        QTest::mouseClick(view.viewport(), Qt::LeftButton, keys, view.visualRect(node).center());
+        QTest::mouseClick(view.viewport(), button, keys, view.visualRect(node).center());
         UiApp::Settle();
     }
     void Choose(const char* tree, const char* entry) const {
@@ -255,7 +256,7 @@ TEST_F(SchedulerScreenTest, SeveralRowsAreDeletedRunAgainAndCopied) {
     Store().Execute("Update schedules set processed = 1 where name < 'd'");
     Press("cmdPopulate");
     Click("tvwKestrimoor", Node("tvwKestrimoor", 0));
-    Click("tvwKestrimoor1", Node("tvwKestrimoor1", 0));
+    Click("tvwKestrimoor1", Node("tvwKestrimoor1", 0), {}, Qt::RightButton);
     EXPECT_TRUE(Control<QTreeView>("tvwKestrimoor").selectionModel()->selectedIndexes().isEmpty());
     Click("tvwKestrimoor1", Node("tvwKestrimoor1", 1), Qt::ControlModifier);
     Choose("tvwKestrimoor1", "Run &again");
