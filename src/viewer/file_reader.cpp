@@ -9,6 +9,15 @@
 
 namespace norvelis::viewer {
 
+namespace {
+
+std::int64_t ChangeTime(const struct stat& found) {
+    constexpr std::int64_t kNanoseconds = 1'000'000'000;
+    return found.st_mtim.tv_sec * kNanoseconds + found.st_mtim.tv_nsec;
+}
+
+}  // namespace
+
 std::string_view WordsFor(FileChange change) {
     switch (change) {
         case FileChange::Grown:
@@ -30,7 +39,7 @@ FileReader::FileReader(const std::string& path) : path_(Resolve(path)), descript
     struct stat found {};
     fstat(descriptor_, &found);
     identity_ = {found.st_dev, found.st_ino};
-    size_ = static_cast<std::uint64_t>(found.st_size);
+    TakeSize();
 }
 
 FileReader::~FileReader() {
@@ -56,12 +65,15 @@ FileChange FileReader::Compare() const {
     const auto size = static_cast<std::uint64_t>(found.st_size);
     if (found.st_dev != identity_.device || found.st_ino != identity_.file || size < size_)
         return FileChange::Changed;
-    return size > size_ ? FileChange::Grown : FileChange::None;
+    if (size > size_) return FileChange::Grown;
+    return ChangeTime(found) == changeTime_ ? FileChange::None : FileChange::Changed;
 }
 
 void FileReader::TakeSize() {
     struct stat found {};
-    if (fstat(descriptor_, &found) == 0) size_ = static_cast<std::uint64_t>(found.st_size);
+    if (fstat(descriptor_, &found) != 0) return;
+    size_ = static_cast<std::uint64_t>(found.st_size);
+    changeTime_ = ChangeTime(found);
 }
 
 }  // namespace norvelis::viewer

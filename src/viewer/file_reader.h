@@ -44,6 +44,7 @@ class FileReader {
     int descriptor_;
     Identity identity_;
     std::uint64_t size_ = 0;
+    std::int64_t changeTime_ = 0;  ///< Nanoseconds; tells a file that was written over at the same size.
 };
 
 }  // namespace norvelis::viewer

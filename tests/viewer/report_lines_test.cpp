@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
+#include <filesystem>
 #include <fstream>
 #include <random>
 
@@ -112,6 +114,8 @@ TEST_F(ReportLinesTest, AFileThatChangesWhileItIsOpenDoesNoHarm) {
     EXPECT_EQ(report.Compare(), FileChange::None);
     EXPECT_EQ(WordsFor(FileChange::None), "");
 
+    std::filesystem::last_write_time(path, std::filesystem::last_write_time(path) + std::chrono::seconds(1));
+    EXPECT_EQ(report.Compare(), FileChange::Changed) << "written over at the same size";
     Append("st\nnew\n");
     EXPECT_EQ(report.Compare(), FileChange::Grown);
     report.GoOn();
