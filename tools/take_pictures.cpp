@@ -108,11 +108,15 @@ class Photographer {
     }
     /// What waits for an answer while `act` runs; it is closed then.
     void TakeWaiting(const QString& name, const std::function<void()>& act) const {
-        QTimer::singleShot(300, &frame_, [this, name] {
+        QTimer timer;
+        QObject::connect(&timer, &QTimer::timeout, &frame_, [this, name, &timer] {
             QWidget* waiting = QApplication::activeModalWidget();
+            if (!waiting) return;  // It takes a while with a large dictionary.
+            timer.stop();
             Save(waiting->grab(), name);
             waiting->close();
         });
+        timer.start(300);
         act();
     }
     /// The steps through the browsing screens: the tree with the drawing of its first schema, a search, the
