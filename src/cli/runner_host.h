@@ -7,7 +7,7 @@
 
 namespace norvelis::cli {
 
-/// The Host of a program that runs until it is told to end by SIGTERM or SIGINT. The signals are taken where
+/// The Host of a program that runs until SIGTERM or SIGINT ends it. The signals are taken where
 /// it waits and at turns of the event loop, at which they cancel the running command. One at a time.
 class RunnerHost : public ConsoleHost {
   public:

@@ -5,7 +5,7 @@
 namespace norvelis::commands {
 
 Answer BatchHost::MessageBox(const Message& message) {
-    WriteToProcessLog(program_, "Form Scheduler", "General message", message.text);
+    WriteToScheduleLog(program_, message.text);
     return message.defaultAnswer;
 }
 

@@ -34,7 +34,7 @@ std::optional<Job> JobRunner::TakeJob() {
     if (std::exchange(blockedBy_, job->scheduleid) != job->scheduleid) {
         const std::string words = "Schedule id:" + std::to_string(job->scheduleid) +
                                   " has no report; the jobs behind it wait until it is deleted or changed.";
-        WriteToProcessLog(app_, "Form Scheduler", "General message", words);
+        WriteToScheduleLog(app_, words);
         app_.host.MessageBox(words);
     }
     return std::nullopt;
@@ -69,9 +69,10 @@ bool JobRunner::RunOne(const Job& job) {
 std::chrono::milliseconds JobRunner::TimeToNextLook() const {
     if (!options_.until) return kBetweenLooks;
     constexpr double kMillisecondsPerDay = 86'400'000;
+    constexpr double kMost = static_cast<double>(kBetweenLooks.count());
     const double left = (*options_.until - app_.clock.Now()) * kMillisecondsPerDay;
     return std::min(kBetweenLooks,
-                    std::chrono::milliseconds(static_cast<long>(std::clamp(left, 0.0, 6000.0))));
+                    std::chrono::milliseconds(static_cast<long>(std::clamp(left, 0.0, kMost))));
 }
 
 }  // namespace norvelis::commands

@@ -96,13 +96,14 @@ class BatchRun {
         DrawScreen noScreen;
         DrawingState drawing(batch_, *BatchConnection, engine_, noScreen);
         drawing.report = [&](const std::string& text) {
-            Log(text);
+            WriteToScheduleLog(app_, text);
             end.words += (end.words.empty() ? "" : "; ") + text;
         };
         for (auto row = dictionary::Schemas(*BatchConnection); !row.Eof(); row.MoveNext()) {
             const std::string schema(Trim(row.Text("schemaname")));
             const DrawResult result = DrawScheduledDiagram(drawing, schema, BatchJobName);
-            if (result == DrawResult::NotSaved) Log("Error has been encountered. Close visio and try again.");
+            if (result == DrawResult::NotSaved)
+                WriteToScheduleLog(app_, "Error has been encountered. Close visio and try again.");
             if (result != DrawResult::Saved || !drawing.notWritten.empty())
                 throw RuntimeFailure(FailureNumber::PathFileAccess, folder + ": " + end.words);
             ++end.drawings;
@@ -116,15 +117,11 @@ class BatchRun {
     }
 
     RunEnd End(RunResult result, const std::string& words) {
-        if (!words.empty()) Log(words);
+        if (!words.empty()) WriteToScheduleLog(app_, words);
         RunEnd end;
         end.result = result;
         end.words = words;
         return end;
-    }
-
-    void Log(const std::string& words) {
-        WriteToProcessLog(app_, "Form Scheduler", "General message", words);
     }
 
     AppState& app_;
@@ -158,7 +155,7 @@ RunEnd RunDueJob(AppState& app, engine::DrawingEngine& engine, JobQueue& jobs, c
     } catch (const std::exception& failure) {
         end.result = RunResult::Failed;
         end.words = FailureWords(failure);
-        WriteToProcessLog(app, "Form Scheduler", "General message", end.words);
+        WriteToScheduleLog(app, end.words);
         writeEnd();
         throw;
     }

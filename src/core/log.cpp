@@ -27,6 +27,10 @@ void WriteToProcessLog(AppState& app, std::string_view module, std::string_view 
                    std::string(message));
 }
 
+void WriteToScheduleLog(AppState& app, std::string_view message) {
+    WriteToProcessLog(app, "Form Scheduler", "General message", message);
+}
+
 void WriteToErrorLog(AppState& app, std::string_view module, std::string_view procedure,
                      std::string_view description, int number, bool& showMessage, std::string_view message,
                      Icon& icon) {

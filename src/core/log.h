@@ -12,6 +12,9 @@ namespace norvelis {
 void WriteToProcessLog(AppState& app, std::string_view module, std::string_view procedure,
                        std::string_view message);
 
+/// A line of the process log about booked jobs and their runs, where nobody may be there to see a box.
+void WriteToScheduleLog(AppState& app, std::string_view message);
+
 /// Logs to both files and always shows a box titled "Error...": the message when there is one, else the
 /// description and number in the standard words. showMessage comes back true; an icon of None becomes
 /// Critical.

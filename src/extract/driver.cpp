@@ -32,7 +32,7 @@ void Say(AppState& app, const ExtractionDriver& driver, const std::string& text)
     if (driver.attended) {
         app.host.MessageBox(text);
     } else {
-        WriteToProcessLog(app, "Form Scheduler", "General message", text);
+        WriteToScheduleLog(app, text);
     }
 }
 

@@ -125,8 +125,7 @@ void CreateJobs(AppState& app, const Job& details, const std::vector<std::string
         SetDetails(rows, job);
         rows.Update();
         ids.push_back(std::stoll(rows.Text("scheduleid")));
-        WriteToProcessLog(app, "Form Scheduler", "General message",
-                          "Schedule: " + details.name + " For time:" + time + " Built");
+        WriteToScheduleLog(app, "Schedule: " + details.name + " For time:" + time + " Built");
     }
 }
 

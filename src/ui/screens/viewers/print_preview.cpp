@@ -379,7 +379,7 @@ void PrintPreview::Print(const Target& target) {
     SaveINISettings();
     Context().commands.Run({"Print", Screen::Treeview}, [&] {
         const clsHourglass hourglass(host);
-        view_->Show(nullptr);  // The sheets are cut anew for each page that is printed alone.
+        view_->Show(nullptr);  // The sheets are cut again for each page that is printed alone.
         pagesOfFile_.clear();
         commands::SheetDocument document(sheets_->PageCount(),
                                          [&](const std::vector<int>& pages) { return Send(target, pages); });

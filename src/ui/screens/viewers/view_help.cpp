@@ -7,7 +7,6 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QRegularExpression>
-#include <QSplitter>
 #include <QVBoxLayout>
 
 #include "base/paths.h"
@@ -17,6 +16,7 @@
 #include "ui/controls/elided_label.h"
 #include "ui/controls/keys.h"
 #include "ui/controls/picture_controls.h"
+#include "ui/controls/split.h"
 
 namespace norvelis::ui {
 
@@ -101,13 +101,9 @@ ViewHelp::ViewHelp(const ScreenContext& context)
         if (item) Show(item->data(Qt::UserRole).toString());
     });
     connect(webTarget_, &QTextBrowser::sourceChanged, this, &ViewHelp::MarkInContents);
-    auto* sides = new QSplitter(Qt::Horizontal, this);
-    sides->setChildrenCollapsible(false);
-    sides->setHandleWidth(8);
-    sides->addWidget(lstContents_);
-    sides->addWidget(webTarget_);
+    QSplitter* sides =
+        Split(Qt::Horizontal, lstContents_, webTarget_, kContentsWidth, Body().width() - kContentsWidth);
     sides->setStretchFactor(1, 1);
-    sides->setSizes({kContentsWidth, Body().width() - kContentsWidth});
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(16, Body().top() + 12, 16, 16);
     column->addLayout(Buttons());

@@ -7,7 +7,6 @@
 #include <QListWidget>
 #include <QPointer>
 #include <QPrinter>
-#include <QSplitter>
 #include <QVBoxLayout>
 
 #include "base/failure.h"
@@ -18,6 +17,7 @@
 #include "ui/controls/elided_label.h"
 #include "ui/controls/keys.h"
 #include "ui/controls/picture_controls.h"
+#include "ui/controls/split.h"
 #include "ui/screens/viewers/print_lines.h"
 #include "ui/screens/viewers/report_view.h"
 #include "viewer/reading_place.h"
@@ -109,13 +109,9 @@ QWidget* ViewIDMSReport::RecordsAndLines() {
     connect(lstRecords_, &QListWidget::currentRowChanged, this, &ViewIDMSReport::ShowSection);
     connect(lstRecords_, &QListWidget::itemClicked, this, [this] { ShowSection(lstRecords_->currentRow()); });
     RichTextBox1_ = new ReportView("RichTextBox1", this);
-    auto* sides = new QSplitter(Qt::Horizontal, this);
-    sides->setChildrenCollapsible(false);
-    sides->setHandleWidth(8);
-    sides->addWidget(lstRecords_);
-    sides->addWidget(RichTextBox1_);
+    QSplitter* sides =
+        Split(Qt::Horizontal, lstRecords_, RichTextBox1_, kRecordsWidth, Body().width() - kRecordsWidth);
     sides->setStretchFactor(1, 1);
-    sides->setSizes({kRecordsWidth, Body().width() - kRecordsWidth});
     return sides;
 }
 
