@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "base/failure.h"
-#include "base/text.h"
+#include "base/name_key.h"
 #include "browse/next_step.h"
 #include "core/log.h"
 #include "dictionary/findings.h"
@@ -40,7 +40,7 @@ class MemberLists {
         auto rows = dictionary::MemberLists(store);
         for (; !rows.Eof(); rows.MoveNext()) {
             const std::string name = rows.Text("Recordname");
-            if (!ids_.try_emplace(Folded(name), static_cast<RecordId>(records_.size())).second) continue;
+            if (!ids_.try_emplace(NameKey(name), static_cast<RecordId>(records_.size())).second) continue;
             records_.push_back({"Loading... " + name + " Please wait...", {}});
             lists.push_back(rows.Text("next_step"));
         }
@@ -54,7 +54,7 @@ class MemberLists {
     }
 
     std::optional<RecordId> Find(std::string_view name) const {
-        const auto entry = ids_.find(Folded(name));
+        const auto entry = ids_.find(NameKey(name));
         if (entry == ids_.end()) return std::nullopt;
         return entry->second;
     }
@@ -62,8 +62,6 @@ class MemberLists {
     std::size_t Size() const { return records_.size(); }
 
   private:
-    static std::string Folded(std::string_view name) { return UpperCase(TrimEnd(name)); }
-
     std::unordered_map<std::string, RecordId> ids_;
     std::vector<Record> records_;
 };

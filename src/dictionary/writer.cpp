@@ -3,21 +3,16 @@
 #include <algorithm>
 #include <forward_list>
 
-#include "base/text.h"
+#include "base/name_key.h"
 
 namespace norvelis::dictionary {
 
 namespace {
 
-// How the store compares: letter case and trailing blanks do not count.
-std::string Folded(std::string_view name) {
-    return UpperCase(TrimEnd(name));
-}
-
 std::string Key(std::initializer_list<std::string_view> parts) {
     std::string key;
     for (const auto part : parts) {
-        key += Folded(part);
+        key += NameKey(part);
         key += '\0';
     }
     return key;
@@ -81,8 +76,8 @@ void Writer::AddSchema(std::string_view release, std::string_view version, std::
 }
 
 void Writer::AddParent(std::string_view record) {
-    if (Trim(record).empty() || parentNames_.contains(Folded(record))) return;
-    parentNames_.insert(Folded(Trim(record)));
+    if (Trim(record).empty() || parentNames_.contains(NameKey(record))) return;
+    parentNames_.insert(NameKey(Trim(record)));
     RowValues row;
     row.AddUtf8(schema_);
     row.Add(record);
@@ -90,8 +85,8 @@ void Writer::AddParent(std::string_view record) {
 }
 
 bool Writer::AddRecord(std::string_view record, std::string_view mode, std::string_view dn) {
-    if (Trim(record).empty() || recordsByName_.contains(Folded(record))) return false;
-    recordsByName_.try_emplace(Folded(Trim(record)), records_.size());
+    if (Trim(record).empty() || recordsByName_.contains(NameKey(record))) return false;
+    recordsByName_.try_emplace(NameKey(Trim(record)), records_.size());
     RecordRow row;
     row.name = Trim(record);
     row.mode = mode;
@@ -101,7 +96,7 @@ bool Writer::AddRecord(std::string_view record, std::string_view mode, std::stri
 }
 
 RecordRow& Writer::RecordNamed(std::string_view name) {
-    return records_[recordsByName_.at(Folded(name))];
+    return records_[recordsByName_.at(NameKey(name))];
 }
 
 void Writer::AddField(std::string_view record, const Field& field) {

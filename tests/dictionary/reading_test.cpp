@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "dictionary/records.h"
+#include "dictionary/schema_contents.h"
 #include "dictionary/schemas.h"
 #include "dictionary/sets.h"
 #include "testing/schema_rows.h"
@@ -83,6 +84,37 @@ TEST_F(DictionaryReadingTest, SetsComeByOwnerAndMember) {
     EXPECT_THAT(Column(dictionary::Sets(store), "set"), ElementsAre("A-SET", "OFF-BOSS", "OFF-EMP"));
     EXPECT_THAT(Column(dictionary::IndexesOf(store, "Employee"), "sortkey1"), ElementsAre("EMP-NAME"));
     EXPECT_EQ(dictionary::Indexes(store).RecordCount(), 1u);
+}
+
+TEST_F(DictionaryReadingTest, ASchemaIsReadWholeWithoutTheRowsOfOthers) {
+    const auto field = [&](const char* schema, const char* record, const char* name) {
+        store.Execute(
+            "Insert into Record_layout (schemaname, Recordname, Fieldlevel, fieldname, fieldpicture) values "
+            "(?, ?, '02', ?, 'X(4)       1')",
+            {schema, record, name});
+    };
+    field("SECOND", "employee ", "EMP-ID-0415");
+    field("FIRST", "EMPLOYEE", "EMP-CODE-0415");
+    field("SECOND", "NOWHERE", "LOST-0999");
+    field("SECOND", "EMPLOYEE", "EMP-NAME-0415");
+    store.Execute("Insert into schema_details (schemaname, schemaversion) values ('SECOND', '2')");
+
+    const auto second = dictionary::ReadSchema(store, "second");
+    EXPECT_EQ(second.name, "SECOND");
+    EXPECT_EQ(second.version, "2");
+    EXPECT_THAT(second.entryRecords, ElementsAre("OFFICE", "EMPLOYEE"));
+    ASSERT_EQ(second.records.size(), 3u);
+    EXPECT_EQ(second.records[2].name, "JOB");
+    ASSERT_EQ(second.records[1].fields.size(), 2u);
+    EXPECT_EQ(second.records[1].fields[0].name, "EMP-ID-0415");
+    EXPECT_EQ(second.records[1].fields[1].picture, "X(4)       1");
+    ASSERT_EQ(second.sets.size(), 2u);
+    EXPECT_EQ(second.sets[1].name + second.sets[1].owner + second.sets[1].member, "OFF-BOSSOFFICEBOSS");
+    EXPECT_THAT(second.indexes, IsEmpty());
+
+    const auto first = dictionary::ReadSchema(store, "FIRST");
+    ASSERT_EQ(first.indexes.size(), 1u);
+    EXPECT_THAT(first.indexes[0].keys, ElementsAre(std::pair<std::string, std::string>("EMP-NAME", "ASC")));
 }
 
 }  // namespace
