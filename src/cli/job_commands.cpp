@@ -82,7 +82,7 @@ int Update(const UpdateOptions& options, CommandContext& context) {
     if (options.processed) job->processed = *options.processed == "yes";
     if (options.report) {
         job->idmsreport = options.report->empty() ? "" : AbsolutePath(*options.report);
-        if (!job->idmsreport.empty() && ValidateReportFile(job->idmsreport).check != ReportCheck::Valid)
+        if (!job->idmsreport.empty() && CheckReportFile(job->idmsreport) != ReportCheck::Valid)
             return Refuse("Invalid IDMS Report File. Action terminated");
     }
     if (const auto missing = MissingInput(*job, DueText(*job))) return Refuse(missing->words);

@@ -116,7 +116,7 @@ int Add(const AddOptions& options, CommandContext& context) {
     if (const auto missing = MissingInput(job, dates.empty() ? "" : dates.front()))
         return Refuse(missing->words);
     job.idmsreport = AbsolutePath(job.idmsreport);
-    if (ValidateReportFile(job.idmsreport).check != ReportCheck::Valid)
+    if (CheckReportFile(job.idmsreport) != ReportCheck::Valid)
         return Refuse("Invalid IDMS Report File. Action terminated");
     if (definition.schedule) {
         const DateTime next = ParseDateTime(dates.front()).value();

@@ -20,28 +20,28 @@ const ReportWords kExtracting = {
 const ReportWords kViewing = {"IDMS Schema Report File :", "Invalid IDMS Schema Report File :",
                               "IDMS Schema Report file has not been set."};
 
-/// The report of the settings, which becomes gReportFile; nothing after words about what is wrong with it.
-std::optional<ReportFile> TakeReport(AppState& app, const ReportWords& words) {
+/// Takes the report of the settings, which was checked, as gReportFile; false after words about what is wrong
+/// with it.
+bool TakeReport(AppState& app, const std::string& path, ReportCheck check, const ReportWords& words) {
     const std::string end(kLineBreak);
-    ReportFile report = ValidateReportFile(getreportlocation(app));
-    app.gReportFile = report.path;
-    switch (report.check) {
+    app.gReportFile = path;
+    switch (check) {
         case ReportCheck::NotNamed:
             app.host.MessageBox(words.notSet);
             app.host.OpenScreen(Screen::Settings, false);
-            return std::nullopt;
+            return false;
         case ReportCheck::Missing:
-            app.host.MessageBox(words.missing + report.path + end + "does not exist. Please set it.");
+            app.host.MessageBox(words.missing + path + end + "does not exist. Please set it.");
             app.host.OpenScreen(Screen::Settings, false);
-            return std::nullopt;
+            return false;
         case ReportCheck::NoReport:
-            app.host.MessageBox(words.invalid + report.path + end + "Action terminated");
+            app.host.MessageBox(words.invalid + path + end + "Action terminated");
             app.gReportFile.clear();
-            return std::nullopt;
+            return false;
         case ReportCheck::Valid:
             break;
     }
-    return report;
+    return true;
 }
 
 bool Agreed(AppState& app, const std::string& question, const std::string& title) {
@@ -51,18 +51,19 @@ bool Agreed(AppState& app, const std::string& question, const std::string& title
 }  // namespace
 
 std::size_t mnu_Classic_Extract_Report(AppState& app, const std::function<void()>& refresh) {
-    std::optional<ReportFile> report = TakeReport(app, kExtracting);
-    if (!report) return 0;
+    ReportFile report = ValidateReportFile(getreportlocation(app));
+    if (!TakeReport(app, report.path, report.check, kExtracting)) return 0;
     if (!Agreed(app, "Are you sure you want to extract IDMS report?", "Extract Confirmation")) return 0;
     const ShownBars bars(app.progress, kTreeBars);
     app.host.OpenScreen(Screen::Treeview, false);
     const ExtractionResult result =
-        process_Classic_Extract_Report(app, InteractiveDriver(app, refresh), *std::move(report));
+        process_Classic_Extract_Report(app, InteractiveDriver(app, refresh), std::move(report));
     return CountWarnings(result.findings);
 }
 
 bool mnu_View_IDMS_Report_File(AppState& app) {
-    if (!TakeReport(app, kViewing)) return false;
+    const std::string path = getreportlocation(app);
+    if (!TakeReport(app, path, CheckReportFile(path), kViewing)) return false;
     app.host.OpenScreen(Screen::ReportViewer, false);
     return true;
 }

@@ -37,7 +37,7 @@ void SayMissing(AppState& app, std::int64_t id) {
 std::optional<std::string> ChooseReport(AppState& app) {
     const auto file = app.host.OpenFileDialog("", "IDMS Report (*.txt);;All files (*)");
     if (!file || file->empty()) return std::nullopt;
-    if (ValidateReportFile(*file).check == ReportCheck::Valid) return NativePath(*file);
+    if (CheckReportFile(*file) == ReportCheck::Valid) return NativePath(*file);
     app.host.MessageBox("Invalid IDMS Report File. Action terminated");
     return std::nullopt;
 }

@@ -118,7 +118,7 @@ bool CheckReport(AppState& app, MainFrame& frame) {
     const std::string path = getreportlocation(app);
     const std::string sample = "Sample found at:" + app.AppPath(places::kSampleReport);
     std::string words;
-    switch (ValidateReportFile(path).check) {
+    switch (CheckReportFile(path)) {
         case ReportCheck::NotNamed:
             words = "IDMS Report File has not been set. Please set it." + kEnd + " " + sample;
             break;

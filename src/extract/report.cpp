@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <istream>
 
 #include "base/text.h"
 #include "extract/format/keywords.h"
@@ -162,15 +163,53 @@ std::optional<std::size_t> Report::TextAbove(std::size_t lineNumber) const {
     return found->begin;
 }
 
-// The name is cut shorter than in the dictionary, and then looked for from the top again: a name with blanks
+namespace {
+
+constexpr std::size_t kCheckedName = 15;
+
+// `behindFirst` gives what is behind the first occurrence of a text, a line end behind the name included. The
+// name is cut shorter than in the dictionary, and then looked for from the top again: a name with blanks
 // before it is not found that way.
+template <typename BehindFirst>
+bool NamesARecord(const BehindFirst& behindFirst) {
+    const std::optional<std::string> behind = behindFirst(kRecordName);
+    if (!behind) return false;
+    const std::string_view name = Trim(Text(LineAt(*behind, 0).first, 1, kCheckedName));
+    return !name.empty() && behindFirst(std::string(kRecordName) + std::string(name));
+}
+
+constexpr std::size_t kNameAndLineEnd = kCheckedName + 2;
+
+}  // namespace
+
 bool IsSchemaReport(std::string_view bytes) {
-    const std::size_t first = Find(bytes, kRecordName, 0);
-    if (first == std::string_view::npos) return false;
-    const std::string_view behind = LineAt(bytes, first + kRecordName.size()).first;
-    const std::string_view name = Trim(Text(behind, 1, 15));
-    if (name.empty()) return false;
-    return Find(bytes, std::string(kRecordName) + std::string(name), 0) != std::string_view::npos;
+    return NamesARecord([bytes](std::string_view sought) -> std::optional<std::string> {
+        const std::size_t found = Find(bytes, sought, 0);
+        if (found == std::string_view::npos) return std::nullopt;
+        return std::string(bytes.substr(found + sought.size(), kNameAndLineEnd));
+    });
+}
+
+bool IsSchemaReport(std::istream& file) {
+    return NamesARecord([&file](std::string_view sought) -> std::optional<std::string> {
+        constexpr std::size_t kPiece = 1 << 20;
+        const std::size_t kept = sought.size() + kNameAndLineEnd - 1;  // May be cut by the end of a piece.
+        file.clear();
+        file.seekg(0);
+        for (std::string piece; file;) {
+            if (piece.size() > kept) piece.erase(0, piece.size() - kept);
+            const std::size_t before = piece.size();
+            piece.resize(before + kPiece);
+            file.read(piece.data() + before, kPiece);
+            piece.resize(before + static_cast<std::size_t>(file.gcount()));
+            const std::size_t found = Find(piece, sought, 0);
+            if (found == std::string::npos) continue;
+            const std::size_t behind = found + sought.size();
+            if (behind + kNameAndLineEnd <= piece.size() || !file)
+                return piece.substr(behind, kNameAndLineEnd);
+        }
+        return std::nullopt;
+    });
 }
 
 }  // namespace norvelis

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <iosfwd>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -83,5 +84,7 @@ class Report {
 
 /// True when the bytes are a schema report: they have a name line with a name behind the keyword.
 bool IsSchemaReport(std::string_view bytes);
+/// The same of a file's bytes, of which it holds a piece at a time and reads no more than it must.
+bool IsSchemaReport(std::istream& file);
 
 }  // namespace norvelis

@@ -1,8 +1,10 @@
 #include "extract/report_file.h"
 
 #include <filesystem>
+#include <fstream>
 #include <utility>
 
+#include "base/failure.h"
 #include "base/paths.h"
 #include "base/text.h"
 #include "extract/report.h"
@@ -16,10 +18,16 @@ ReportFile Check(ReportFile file) {
     return file;
 }
 
-// Nothing when it was read; otherwise what keeps it from being read.
-std::optional<ReportCheck> Read(const std::string& path, std::string& bytes) {
+// What keeps the path from being read.
+std::optional<ReportCheck> NoFile(const std::string& path) {
     if (Trim(path).empty()) return ReportCheck::NotNamed;
     if (!FileExists(path)) return ReportCheck::Missing;
+    return std::nullopt;
+}
+
+// Nothing when it was read.
+std::optional<ReportCheck> Read(const std::string& path, std::string& bytes) {
+    if (const auto failed = NoFile(path)) return failed;
     bytes = ReadFile(path);
     return std::nullopt;
 }
@@ -33,6 +41,16 @@ ReportFile ValidateReportFile(const std::string& path) {
         return file;
     }
     return Check(std::move(file));
+}
+
+ReportCheck CheckReportFile(const std::string& path) {
+    if (const auto failed = NoFile(path)) return *failed;
+    const std::string resolved = Resolve(path);
+    std::ifstream file(resolved, std::ios::binary);
+    if (!file) throw RuntimeFailure(FailureNumber::PathFileAccess, resolved);
+    const bool isReport = IsSchemaReport(file);
+    if (file.bad()) throw RuntimeFailure(FailureNumber::DeviceIoError, resolved);
+    return isReport ? ReportCheck::Valid : ReportCheck::NoReport;
 }
 
 ReportFile RepairReportFile(const std::string& path, std::optional<repair::Encoding> encoding) {

@@ -28,6 +28,9 @@ struct ReportFile {
 /// cannot be read.
 ReportFile ValidateReportFile(const std::string& path);
 
+/// Its answer for callers that do not need the bytes, without reading the whole file.
+ReportCheck CheckReportFile(const std::string& path);
+
 /// The same for the file as repair makes it; see repair::RepairReport.
 ReportFile RepairReportFile(const std::string& path, std::optional<repair::Encoding> encoding);
 
