@@ -23,14 +23,16 @@ void JobRunner::Run() {
             if (!RunOne(*job)) return;
             continue;
         }
-        const bool comesBack = jobs_.LeftOne() && !blockedBy_;
-        if ((options_.once && !comesBack) || !wait_(TimeToNextLook())) return;
+        if ((options_.once && !jobs_.LeftOne()) || !wait_(TimeToNextLook())) return;
     }
 }
 
 std::optional<Job> JobRunner::TakeJob() {
     auto job = jobs_.TakeDue(app_.clock.Now());
-    if (!job || !HasNoReport(*job)) return job;
+    if (!job || !HasNoReport(*job)) {
+        blockedBy_.reset();
+        return job;
+    }
     if (std::exchange(blockedBy_, job->scheduleid) != job->scheduleid) {
         const std::string words = "Schedule id:" + std::to_string(job->scheduleid) +
                                   " has no report; the jobs behind it wait until it is deleted or changed.";

@@ -176,6 +176,8 @@ TEST_F(RunJobTest, ARunnerGoesOnAsItIsTold) {
 
     store.Execute("Delete * FROM schedules");
     const std::int64_t held = Book("held", report);
+    Book("without a report", report);
+    store.Execute("update schedules set idmsreport = '' where name = 'without a report'");
     auto claim = JobClaim::Take(test.app, "held");
     options.once = true;
     JobRunner comingBack(test.app, *engine, options, [&claim](std::chrono::milliseconds time) {
