@@ -68,13 +68,14 @@ void Soak(int jobs) {
          {std::tuple("sample", &sample, &bySample), std::tuple("200 records", &larger, &byLarger)}) {
         std::sort(runs->begin(), runs->end());
         std::sort(hand->begin(), hand->end());
-        const double byHand = (*hand)[hand->size() / 2];
+        const double byHand = (*hand)[hand->size() / 2], limit = 1.2 * byHand;
+        const auto longer = runs->end() - std::upper_bound(runs->begin(), runs->end(), limit);
         fmt::print(
-            "{}: a job {:.2f} s, the longest {:.2f} s; by hand {:.2f} s (ratio {:.2f}, longest {:.2f})\n",
-            name, (*runs)[runs->size() / 2], runs->back(), byHand, (*runs)[runs->size() / 2] / byHand,
-            runs->back() / byHand);
-        Require(runs->back() <= 1.2 * byHand,
-                fmt::format("{}: a job took more than 1.2 times as long", name));
+            "{}: a job {:.2f} s, the longest {:.2f} s; by hand {:.2f} s, the longest {:.2f} s (ratio {:.2f}, "
+            "longest {:.2f}); {} of {} jobs longer than 1.2 times by hand\n",
+            name, (*runs)[runs->size() / 2], runs->back(), byHand, hand->back(),
+            (*runs)[runs->size() / 2] / byHand, runs->back() / byHand, longer, runs->size());
+        Require(longer == 0, fmt::format("{}: a job took more than 1.2 times as long", name));
     }
 }
 

@@ -4,9 +4,11 @@
 #include <QAction>
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QLabel>
 #include <QPushButton>
 #include <QTest>
 #include <algorithm>
+#include <fstream>
 #include <stdexcept>
 #include <vector>
 
@@ -19,6 +21,7 @@
 #include "ui/controls/c_tree_view.h"
 #include "ui/controls/drawing_control.h"
 #include "ui/screens/browse/frm_treeview.h"
+#include "ui/screens/viewers/report_view.h"
 #include "ui/skins/skin_style.h"
 #include "windows.h"
 
@@ -58,6 +61,44 @@ void LargeTree() {
     Measure("letters of a name that is not there", [&] { QTest::keyClicks(&windows.Tview(), "zz"); });
     Measure("a click on a record opens the isolate screen", [&] { emit windows.Tview().NodeClicked(1); });
     Measure("a click on its schema isolates all of it", [&] { emit windows.Tview().NodeClicked(0); });
+}
+
+void WriteLargeReport(const std::string& path, std::size_t bytes) {
+    const std::string part = GenerateSchemaReport(1000, 2000, 30, 1);
+    std::ofstream file(path, std::ios::binary);
+    for (std::size_t written = 0; written < bytes; written += part.size()) file << part;
+}
+
+void LargeReport() {
+    Windows windows;
+    const std::string path = windows.folder.Path("report");
+    WriteLargeReport(path, 300'000'000);
+    setreportlocation(windows.app, path);
+    windows.Open();
+    Measure("a report of 300 MB opened, first lines shown", [&] {
+        windows.frame->findChild<QAction*>("mnu_View_IDMS_Report_File")->trigger();
+        windows.frame->Find(Screen::ReportViewer)->repaint();
+    });
+    Form& viewer = *windows.frame->Find(Screen::ReportViewer);
+    auto& view = *viewer.findChild<ReportView*>("RichTextBox1");
+    const auto& status = *viewer.findChild<QLabel*>("lblStatus");
+    Measure("read to its end in the background", [&] {
+        while (status.text().contains("per cent read"))
+            QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    });
+    Random random(1);
+    double longest = 0;
+    Measure("200 jumps to lines of it", [&] {
+        for (int jump = 0; jump < 200; ++jump) {
+            QElapsedTimer since;
+            since.start();
+            view.ShowFrom(random.Bits() % 3'000'000);
+            view.repaint();
+            longest = std::max(longest, Seconds(since));
+            QApplication::processEvents();
+        }
+    });
+    fmt::print("| the longest of these jumps | {:.3f} | | |\n", longest);
 }
 
 /// Waits until the control shows what it was given.
@@ -123,12 +164,13 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     CLI::App program{"What a person feels at the windows with very large schemas"};
     std::string only;
-    program.add_option("--only", only, "tree or drawing; without it both");
+    program.add_option("--only", only, "tree, report or drawing; without it all");
     CLI11_PARSE(program, argc, argv);
     QApplication::setApplicationName("Norvelis");
     QApplication::setQuitOnLastWindowClosed(false);
     norvelis::ui::UseSkinStyle(application);
     fmt::print("| | s | longest wait s | grown MB |\n|---|--:|--:|--:|\n");
     if (only.empty() || only == "tree") norvelis::ui::LargeTree();
+    if (only.empty() || only == "report") norvelis::ui::LargeReport();
     if (only.empty() || only == "drawing") norvelis::ui::LargeDrawing();
 }
