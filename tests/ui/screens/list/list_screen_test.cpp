@@ -4,6 +4,7 @@
 #include <QLabel>
 
 #include "testing/schema_rows.h"
+#include "ui/screens/viewers/report_view.h"
 #include "ui/ui_app.h"
 
 namespace norvelis::ui {
@@ -145,6 +146,20 @@ TEST_F(ListScreenTest, KeysAloneWalkThereAndBack) {
     Press(Qt::Key_Backspace);
     EXPECT_EQ(Record(), "BUILD-STEP");
     EXPECT_FALSE(Part("cmdBack").isEnabled());
+}
+
+TEST_F(ListScreenTest, ARecordOfAnyOfTheListsIsShownInTheReport) {
+    Click("FlxGrid3", "REPAIR");
+    List("FromList").setCurrentIndex(List("FromList").model()->index(0, 0));  // INSTRUMENT
+    for (const auto& [list, line] : {std::pair("FlxGrid3", 276u), std::pair("FromList", 220u)}) {
+        for (QAction* action : List(list).actions())
+            if (action->text() == "Show in re&port") action->trigger();
+        const Form* viewer = ui.frame->Find(Screen::ReportViewer);
+        ASSERT_TRUE(viewer && viewer->isVisible());
+        const auto& view = *viewer->findChild<ReportView*>("RichTextBox1");
+        EXPECT_TRUE(QTest::qWaitFor([&] { return view.FirstLine() == line; }, 60'000)) << view.FirstLine();
+    }
+    EXPECT_THAT(ui.host.messages, IsEmpty());
 }
 
 TEST_F(ListScreenTest, RecordsOfAnotherSchemaAreMarkedAndF5FindsThem) {
