@@ -19,14 +19,14 @@ class PrinterChoice {
 
     void SetWindow(QWidget* window) { window_ = window; }  ///< Owner of the dialogs.
 
-    /// Lets the person set up paper and how it is turned, which are kept in Local.Ini; printing begins with
-    /// them.
+    /// Lets the person set up paper and how it is turned, which are kept in Local.Ini as the dialog shows
+    /// them; printing begins with them.
     void SetUp();
-    /// Asks where to print; null when the person cancels.
+    /// Asks where to print, beginning with what is set up; null when the person cancels.
     QPrinter* Choose();
 
   private:
-    QPrinter& Printer();
+    QPrinter& SetUpPrinter();  ///< With what is kept.
 
     AppState& app_;
     QWidget* window_ = nullptr;

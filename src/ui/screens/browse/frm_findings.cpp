@@ -20,7 +20,7 @@ frm_Findings::frm_Findings(const ScreenContext& context)
     column->setContentsMargins(16, Body().top() + 12, 16, 16);
     column->addWidget(lblCount_);
     column->addWidget(FlxGrid_, 1);
-    OnKeys(this, Qt::Key_Escape, &QWidget::close);
+    context.commands.DisableWhileBusy(OnKeys(this, Qt::Key_Escape, &QWidget::close));  // Then it cancels.
     OnKeys(this, QKeySequence::Refresh, [this] { Fill(); });
 }
 

@@ -1,9 +1,12 @@
 #include "ui/screens/viewers/print_lines.h"
 
+#include <QFile>
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QPrinter>
+#include <QScopeGuard>
 #include <algorithm>
+#include <string_view>
 
 #include "base/text.h"
 
@@ -11,8 +14,9 @@ namespace norvelis::ui {
 
 namespace {
 
-constexpr std::size_t kWidest = 133;  // Columns; of longer lines the rest is left out.
-constexpr std::size_t kLinesAtOnce = 500;
+constexpr std::size_t kWidest = 133;  // Columns; longer lines go on in the next rows.
+constexpr std::size_t kMostOfLine = 30 * kWidest;
+constexpr std::size_t kLinesAtOnce = 100;
 constexpr double kLargestLetters = 10.0 / 72, kSmallestLetters = 5.0 / 72;  // Inches.
 constexpr int kHeadingLines = 2;
 
@@ -44,10 +48,21 @@ void PaintHeading(QPainter& painter, const Letters& letters, const QString& titl
     painter.drawText(QRectF(0, 0, letters.width, letters.height), Qt::AlignRight, QString::number(page));
 }
 
-QString PrintedText(const std::string& line) {
+QString PrintedText(std::string_view line) {
     QString text = QString::fromStdString(ToUtf8(line));
     text.remove('\f');
     return text;
+}
+
+/// The rows that a line takes; of one that is too long to be printed whole, the last row says so.
+std::size_t CountRows(const viewer::Line& line) {
+    return std::max<std::size_t>(1, (line.text.size() + kWidest - 1) / kWidest) + !line.isWhole;
+}
+QString TextOfRow(const viewer::Line& line, std::size_t row) {
+    const std::size_t column = row * kWidest;
+    if (row > 0 && column >= line.text.size())
+        return QString("(columns behind %1 are not printed)").arg(kMostOfLine);
+    return PrintedText(std::string_view(line.text).substr(column, kWidest));
 }
 
 }  // namespace
@@ -56,33 +71,45 @@ PrintedLines::PrintedLines(const viewer::ReportLines& report, std::uint64_t firs
                            QString title)
     : report_(report), first_(first), last_(last), title_(std::move(title)) {}
 
-int PrintedLines::Run(QPrinter& printer, QPainter* painter) const {
+int PrintedLines::Run(Host& host, QPrinter& printer, QPainter* painter) const {
     const Letters letters = LettersFor(printer);
     if (painter) painter->setFont(letters.font);
     int pages = 0, row = letters.rows;
     for (std::uint64_t line = first_; line <= last_;) {
+        host.Yield();
         const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(kLinesAtOnce, last_ - line + 1));
-        const auto lines = report_.Read(line, count, kWidest);
+        const auto lines = report_.Read(line, count, kMostOfLine);
         if (lines.empty()) break;
         for (const viewer::Line& each : lines) {
-            if (row >= letters.rows || (each.startsPage && row > 0)) {
-                if (painter && pages > 0 && !printer.newPage()) return 0;
-                row = 0;
-                ++pages;
-                if (painter) PaintHeading(*painter, letters, title_, pages);
+            if (each.startsPage && row > 0) row = letters.rows;
+            for (std::size_t part = 0; part < CountRows(each); ++part) {
+                if (row >= letters.rows) {
+                    if (painter && pages > 0 && !printer.newPage()) return 0;
+                    row = 0;
+                    ++pages;
+                    if (painter) PaintHeading(*painter, letters, title_, pages);
+                }
+                if (painter) painter->drawText(letters.Baseline(row + kHeadingLines), TextOfRow(each, part));
+                ++row;
             }
-            if (painter) painter->drawText(letters.Baseline(row + kHeadingLines), PrintedText(each.text));
-            ++row;
         }
         line += lines.size();
     }
     return pages;
 }
 
-bool PrintedLines::Print(QPrinter& printer) const {
+bool PrintedLines::Print(Host& host, QPrinter& printer) const {
     QPainter painter;
     printer.setDocName(title_);
-    return painter.begin(&printer) && Run(printer, &painter) > 0 && painter.end();
+    if (!painter.begin(&printer)) return false;
+    auto giveUp = qScopeGuard([&] {
+        printer.abort();
+        painter.end();
+        if (!printer.outputFileName().isEmpty()) QFile::remove(printer.outputFileName());
+    });
+    if (Run(host, printer, &painter) == 0) return false;
+    giveUp.dismiss();
+    return painter.end();
 }
 
 }  // namespace norvelis::ui

@@ -104,7 +104,7 @@ PrintPreview::PrintPreview(const ScreenContext& context)
     column->addLayout(sides, 1);
     column->addLayout(buttons);
     OnKeys(this, QKeySequence::Print, [this] { cmdPrint_->click(); });
-    OnKeys(this, Qt::Key_Escape, [this] { close(); });
+    context.commands.DisableWhileBusy(OnKeys(this, Qt::Key_Escape, &QWidget::close));  // Then it cancels.
 }
 
 PrintPreview::~PrintPreview() = default;
@@ -219,10 +219,12 @@ void PrintPreview::Take(const ScreenRequest& request) {
 }
 
 void PrintPreview::Open(const std::string& file) {
+    auto onDisk = std::make_unique<viewer::FileReader>(file);  // Before it is read: no change is missed.
     auto sheets = Context().printing.open(QString::fromStdString(file));
     SaveINISettings();  // Of the drawing before.
     view_->Show(nullptr);
     sheets_ = std::move(sheets);
+    onDisk_ = std::move(onDisk);
     file_ = file;
     lblDrawing_->setText(QString::fromStdString(file));
     FillPrinters();
@@ -369,10 +371,28 @@ void PrintPreview::PrintToPdf() {
     if (path && !path->empty()) Print({*path, {}});
 }
 
+bool PrintPreview::IsAsOnDisk() {
+    const viewer::FileChange change = onDisk_->Compare();
+    if (change == viewer::FileChange::None) return true;
+    const std::string end(kLineBreak);
+    if (change == viewer::FileChange::Vanished) {
+        return App().host.MessageBox({"The drawing was removed since it was opened: " + file_ + end +
+                                          "Are you sure you want to print what is on show?",
+                                      {},
+                                      Buttons::YesNo,
+                                      Icon::Question,
+                                      Answer::No}) == Answer::Yes;
+    }
+    Open(file_);
+    App().host.MessageBox("The drawing was changed since it was opened: " + file_ + end +
+                          "It is shown as it is now. Nothing was printed yet.");
+    return false;
+}
+
 void PrintPreview::Print(const Target& target) {
     Host& host = App().host;
     try {
-        if (!sheets_ || !commands::MayPrint(host, ChosenSheets().size())) return;
+        if (!sheets_ || !IsAsOnDisk() || !commands::MayPrint(host, ChosenSheets().size())) return;
     } catch (const RuntimeFailure& failure) {
         return host.MessageBox(failure.what());
     }

@@ -5,6 +5,7 @@
 
 #include "ui/controls/drawing_sheets.h"
 #include "ui/forms/form.h"
+#include "viewer/file_reader.h"
 
 class QCheckBox;
 class QComboBox;
@@ -56,12 +57,14 @@ class PrintPreview : public Form {
     void ClickSheet(int sheet);
     void FillPrinters();
 
+    bool IsAsOnDisk();  ///< False after words and, where the file has changed, with the file as it is now.
     void PrintOnPrinter();
     void PrintToPdf();
     void Print(const Target& target);
     bool Send(const Target& target, const std::vector<int>& pages);
 
     std::string file_;
+    std::unique_ptr<viewer::FileReader> onDisk_;
     std::unique_ptr<DrawingSheets> sheets_;
     bool showing_ = false;          ///< The controls are being filled.
     bool isCut_ = false;            ///< The choices could be met.

@@ -137,7 +137,7 @@ QBoxLayout* ViewHelp::Buttons() {
     OnKeys(this, Qt::SHIFT | Qt::Key_F3, [this] { Find(false); });
     OnKeys(this, Qt::ALT | Qt::Key_Left, [this] { webTarget_->backward(); });
     OnKeys(this, Qt::ALT | Qt::Key_Right, [this] { webTarget_->forward(); });
-    OnKeys(this, Qt::Key_Escape, [this] { close(); });
+    Context().commands.DisableWhileBusy(OnKeys(this, Qt::Key_Escape, &QWidget::close));  // Then it cancels.
     return row;
 }
 

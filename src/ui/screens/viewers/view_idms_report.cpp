@@ -319,17 +319,21 @@ void ViewIDMSReport::PrintMarked() {
         return host.MessageBox("Mark the lines to print: drag over them, or over their numbers.");
     const viewer::Place from = RichTextBox1_->MarkedFrom(), to = RichTextBox1_->MarkedTo();
     const std::uint64_t last = to.column == 0 ? to.line - 1 : to.line;
-    const clsHourglass hourglass(host);
-    QPrinter* printer = Context().printer.Choose();
-    if (!printer) return;
-    const PrintedLines lines(*report_, from.line, last, QFileInfo(QString::fromStdString(path_)).fileName());
-    const int pages = lines.PageCount(*printer);
-    const std::string question = "Are you sure you want to print " + std::to_string(pages) + " pages?";
-    if (pages > kPagesWithoutQuestion &&
-        host.MessageBox({question, {}, Buttons::YesNo, Icon::Question, Answer::No}) != Answer::Yes)
-        return;
-    if (!lines.Print(*printer))
-        host.MessageBox("The printer does not take these lines: " + printer->printerName().toStdString());
+    Context().commands.Run({"Print", Screen::Treeview}, [&] {
+        const clsHourglass hourglass(host);
+        QPrinter* printer = Context().printer.Choose();
+        if (!printer) return;
+        const auto report = report_;  // Another one may be opened meanwhile.
+        const PrintedLines lines(*report, from.line, last,
+                                 QFileInfo(QString::fromStdString(path_)).fileName());
+        const int pages = lines.PageCount(host, *printer);
+        const std::string question = "Are you sure you want to print " + std::to_string(pages) + " pages?";
+        if (pages > kPagesWithoutQuestion &&
+            host.MessageBox({question, {}, Buttons::YesNo, Icon::Question, Answer::No}) != Answer::Yes)
+            return;
+        if (!lines.Print(host, *printer))
+            host.MessageBox("The printer does not take these lines: " + printer->printerName().toStdString());
+    });
 }
 
 }  // namespace norvelis::ui

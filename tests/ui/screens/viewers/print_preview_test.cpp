@@ -139,6 +139,40 @@ TEST_F(PrintPreviewTest, PaperOfThePrinterSetUpIsWhatDrawingsBeginWith) {
     EXPECT_THAT(Count(), StartsWith("1 sheet: 1 x 1 of A2, landscape"));
 }
 
+TEST_F(PrintPreviewTest, ThePrinterSetUpKeepsWhatItsDialogShows) {
+    WhenWaiting([](QWidget& waiting) {
+        auto& dialog = dynamic_cast<QPageSetupDialog&>(waiting);
+        auto* sizes = dialog.findChild<QComboBox*>("pageSizeCombo");
+        sizes->setCurrentIndex(sizes->findText("A6", Qt::MatchStartsWith));
+        emit sizes->activated(sizes->currentIndex());
+        dialog.done(QDialog::Accepted);
+    });
+    ui.Choose("mnuPrinterSetup");
+    EXPECT_THAT(ui.host.TakeTexts(), ElementsAre("Drawings are not printed on A6. A4 stays the paper."));
+    Open();
+    EXPECT_THAT(Count(), StartsWith("1 sheet: 1 x 1 of A4, portrait")) << "landscape would fit better";
+}
+
+TEST_F(PrintPreviewTest, ADrawingThatWasChangedOrRemovedIsNotPrintedUnseen) {
+    Open();
+    const std::string pdf = ui.folder.Path("sheets.pdf");
+    WriteFile(drawing, ReadFile(drawing));
+    PressPdf(pdf);
+    EXPECT_THAT(ui.host.TakeTexts(),
+                ElementsAre(StartsWith("The drawing was changed since it was opened: ")));
+    EXPECT_FALSE(FileExists(pdf));
+    PressPdf(pdf);
+    EXPECT_TRUE(FileExists(pdf)) << "it was looked at";
+    DeleteFile(pdf);
+    DeleteFile(drawing);
+    ui.host.answers = {Answer::No};
+    PressPdf(pdf);
+    EXPECT_FALSE(FileExists(pdf));
+    ui.host.answers = {Answer::Yes};
+    PressPdf(pdf);
+    EXPECT_TRUE(FileExists(pdf)) << "what is on show is still there";
+}
+
 TEST_F(PrintPreviewTest, PrintersTakeTheSheetsOrRefuseInWords) {
     const PrintSystem printers;
     if (!printers.Runs()) GTEST_SKIP() << "no print system can be started here";

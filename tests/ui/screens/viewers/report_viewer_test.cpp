@@ -158,6 +158,10 @@ TEST_F(ReportViewerTest, AReportThatChangesIsSaidAndDoesNoHarm) {
 }
 
 TEST_F(ReportViewerTest, MarkedLinesArePrinted) {
+    std::string bytes = ReadFile(report);
+    bytes.insert(bytes.find("\n", bytes.find("SUPPLIER-STREET-0215")),
+                 std::string(300, '-') + "FAR-BEHIND" + std::string(5000, '-'));
+    WriteFile(report, bytes);
     Open();
     UntilStatus("429 lines, ");
     On<SkinButton>("cmdPrintMarked").click();
@@ -175,8 +179,10 @@ TEST_F(ReportViewerTest, MarkedLinesArePrinted) {
     EXPECT_THAT(ui.host.messages, IsEmpty());
     const std::string text = pdf + ".txt";
     ASSERT_EQ(std::system(("pdftotext -layout '" + pdf + "' '" + text + "'").c_str()), 0);
-    EXPECT_THAT(ReadFile(text), testing::AllOf(HasSubstr("empschm.text"), HasSubstr("SUPPLIER-STREET-0215"),
-                                               testing::Not(HasSubstr("SUPPLIER-TOWN"))));
+    EXPECT_THAT(ReadFile(text),
+                testing::AllOf(HasSubstr("empschm.text"), HasSubstr("SUPPLIER-STREET-0215"),
+                               HasSubstr("FAR-BEHIND"), HasSubstr("(columns behind 3990 are not printed)"),
+                               testing::Not(HasSubstr("SUPPLIER-TOWN"))));
 }
 
 }  // namespace
