@@ -17,8 +17,10 @@
 #include <QTimer>
 #include <QTreeView>
 #include <cstdio>
+#include <functional>
 
 #include "commands/start_up.h"
+#include "core/settings.h"
 #include "desktop/application.h"
 #include "desktop/main_frame.h"
 #include "scheduler/audit_log.h"
@@ -42,9 +44,15 @@ class QuietHost : public QtHost {
   public:
     using Host::MessageBox;
     bool shows = false;
+    std::function<void()> eachTurn = [] {};
     Answer MessageBox(const Message& message) override {
         if (shows) return QtHost::MessageBox(message);
         return message.buttons == Buttons::Ok ? Answer::Ok : Answer::No;
+    }
+    void Turn() override {
+        QtHost::Turn();
+        const auto now = eachTurn;  // Which may put another in its place.
+        now();
     }
 };
 
@@ -70,6 +78,7 @@ class Photographer {
             TakeProgress();
             TakeSettings();
             TakeScheduler();
+            TakeRun();
             TakeAbout();
             TakeConversion();
             TakeQuery();
@@ -283,6 +292,28 @@ class Photographer {
         Press(screen, "optOccurs2");
         Press(screen, "optFreq1");
         Take(screen, "scheduler-many");
+        Book(0);
+        screen.close();
+    }
+    /// The scheduler while a job runs.
+    void TakeRun() {
+        AppState& app = frame_.Context().app;
+        Book(3);
+        app.gConnection->Execute(
+            "Update schedules set nextschedule = 46000, idmsreport = ? where name = 'Customer orders'",
+            {getreportlocation(app)});
+        host_.OpenScreen(Screen::Scheduler, false);
+        Form& screen = *frame_.Find(Screen::Scheduler);
+        screen.findChild<QAction*>("mnu_RunSchedules")->trigger();
+        host_.eachTurn = [this, &screen] {
+            if (!frame_.Context().commands.Busy()) return;
+            Save(screen.grab(), "scheduler-run");
+            host_.eachTurn = [] {};
+        };
+        constexpr int kTicksToFirstRun = 17;
+        for (int tick = 0; tick < kTicksToFirstRun; ++tick)
+            QMetaObject::invokeMethod(screen.findChild<QTimer*>("Timer3"), "timeout");
+        screen.findChild<QAction*>("mnu_stopSchedules")->trigger();
         Book(0);
         screen.close();
     }

@@ -21,6 +21,7 @@
 #include "ui/controls/button_row.h"
 #include "ui/controls/keys.h"
 #include "ui/controls/worded_mark.h"
+#include "ui/forms/cancel_button.h"
 #include "ui/screens/scheduler/document_views.h"
 #include "ui/screens/scheduler/future_dates.h"
 #include "ui/screens/scheduler/job_details.h"
@@ -55,6 +56,7 @@ frm_Scheduler::frm_Scheduler(const ScreenContext& context)
     auto* left = new QVBoxLayout;
     left->addWidget(ScheduleMenu());
     left->addWidget(MakeLists(), 1);
+    left->addLayout(RunRows());
     columns->addLayout(left, 2);
     SSTab1_ = new QTabWidget(this);
     SSTab1_->setObjectName("SSTab1");
@@ -76,7 +78,9 @@ frm_Scheduler::frm_Scheduler(const ScreenContext& context)
 
 commands::EngineScreen frm_Scheduler::EngineScreen() {
     return {[this](const std::string& name, const std::function<void()>& work) {
+                lblRun_->setText(QString::fromStdString(name) + " is in progress");
                 Context().commands.Run({name, Screen::Scheduler}, work);
+                ShowEngineState();
             },
             [this] { return Context().commands.Busy(); }, [this] { FillTrees(); },
             [this] { ShowEngineState(); },
@@ -97,10 +101,22 @@ QWidget* frm_Scheduler::ScheduleMenu() {
     return bar;
 }
 
+QBoxLayout* frm_Scheduler::RunRows() {
+    lblRun_ = MakeLabel(this, "lblRun", {});
+    lblRun_->setWordWrap(true);
+    auto* rows = new QVBoxLayout;
+    rows->addWidget(lblRun_);
+    auto* button = new QHBoxLayout;
+    AddCancelButton(Context(), *button, this);
+    rows->addLayout(button);
+    return rows;
+}
+
 void frm_Scheduler::ShowEngineState() {
     const bool started = engine_.IsStarted();
     mnu_RunSchedules_->setEnabled(!started);
     mnu_stopSchedules_->setEnabled(started);
+    lblRun_->setText(started ? "Schedules are started" : "Schedules are stopped");
     started ? Timer3_.start(TickMachine::kTickMilliseconds) : Timer3_.stop();
 }
 

@@ -40,6 +40,7 @@ class frm_Scheduler : public Form {
   private:
     commands::EngineScreen EngineScreen();
     QWidget* ScheduleMenu();
+    QBoxLayout* RunRows();  ///< What the engine does, and CANCEL.
     void ShowEngineState();
     void Timer3_Timer();
 
@@ -79,6 +80,7 @@ class frm_Scheduler : public Form {
 
     commands::ScheduleEngine engine_;
     QAction *mnu_RunSchedules_, *mnu_stopSchedules_;
+    QLabel* lblRun_;
     QTimer Timer3_{this};  ///< The ticks of the engine.
     bool inTick_ = false, closesAfterTick_ = false;
     JobLists* lists_;

@@ -419,7 +419,16 @@ TEST_F(SchedulerScreenTest, StartedSchedulesRunDueJobsAtTheSeventeenthTick) {
     ui.clock.now = ToDateTime({2026, 12, 1, 6, 0, 1});
     for (int tick = 1; tick <= 16; ++tick) Tick();
     EXPECT_THAT(Names("tvwKestrimoor"), ElementsAre("nightly"));
+    const auto& state = *screen->findChild<QLabel*>("lblRun");
+    EXPECT_EQ(state.text(), "Schedules are started");
+    std::vector<QString> during;
+    ui.host.eachTurn = [&] {
+        if (during.empty() && screen->findChild<QWidget*>("cmdCancel")->isVisible()) during = {state.text()};
+    };
     Tick();
+    ui.host.eachTurn = [] {};
+    EXPECT_THAT(during, ElementsAre("The scheduled run of nightly is in progress"));
+    EXPECT_EQ(state.text(), "Schedules are started");
     EXPECT_THAT(Names("tvwKestrimoor1"), ElementsAre("nightly"));
     EXPECT_TRUE(FileExists(ui.folder.Path("batchjobs/nightly/EMPSCHM.vsd")));
     ui.host.answers = {Answer::No};
