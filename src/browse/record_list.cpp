@@ -15,9 +15,8 @@ namespace norvelis {
 
 namespace {
 
-/// The names already listed. Every row takes a slot, that of a repeated name too, so the repeats of what
-/// comes when the slots are full are listed again. A free slot is an empty name: a row without a name counts
-/// as listed while there is one.
+/// The names already listed, ten at most: the repeats of an eleventh are listed again. A free slot is an empty
+/// name: a row without a name counts as listed while there is one.
 class NameMemory {
   public:
     bool Holds(std::string_view name) const { return std::ranges::find(slots_, name) != slots_.end(); }
@@ -35,9 +34,10 @@ std::vector<Neighbor> ReadNeighbors(Recordset sets, std::string_view column, std
     NameMemory memory;
     for (; !sets.Eof(); sets.MoveNext()) {
         const std::string name = sets.Text(column);
-        const bool listed = memory.Holds(name);
-        memory.Put(name);
-        if (!listed) neighbors.push_back({name, {}, {}});
+        if (!memory.Holds(name)) {
+            memory.Put(name);
+            neighbors.push_back({name, {}, {}});
+        }
         const auto entry = std::ranges::find(neighbors.rbegin(), neighbors.rend(), name, &Neighbor::name);
         if (entry == neighbors.rend()) continue;
         const std::string ofSchema = sets.Text("schemaname");

@@ -60,13 +60,14 @@ void FillNames(std::vector<std::string>& list, const Rows& rows, const std::stri
         for (const std::string& slot : slots) {
             if (slot == name) found = true;
         }
+        if (found) continue;
         for (std::string& slot : slots) {
             if (slot.empty()) {
                 slot = name;
                 break;
             }
         }
-        if (!found) list.push_back(name);
+        list.push_back(name);
     }
 }
 

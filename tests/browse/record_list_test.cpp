@@ -73,6 +73,20 @@ TEST_F(RecordListTest, OddDictionariesShowWhatTheLiteralScreenShows) {
     }
 }
 
+TEST_F(RecordListTest, TenNamesAreListedOnceAndTheRepeatsOfOthersAgain) {
+    std::vector<std::string> listed;
+    {
+        SchemaRows rows(store);
+        rows.Record("MEMBER");
+        for (char owner = 'A'; owner <= 'L'; ++owner) {
+            const std::string name(1, owner);
+            for (const char* set : {"S-1", "S-2"}) rows.Set(set, name, "MEMBER");
+            listed.insert(listed.end(), owner > 'J' ? 2 : 1, name);
+        }
+    }
+    EXPECT_EQ(NamesOf(ShowRecord(store, "MEMBER").owners), listed);
+}
+
 TEST_F(RecordListTest, NeighborsHaveTheirSetsAndTheMarkOfOtherSchemas) {
     {
         SchemaRows rows(store);
