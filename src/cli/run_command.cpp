@@ -62,7 +62,7 @@ void AddScheduleRun(CLI::App& program, CommandContext& context) {
     auto* run = program.get_subcommand("schedule")
                     ->add_subcommand("run", "Extract and draw the jobs that are due, until told to end");
     auto* once = run->add_flag("--once", options->once, "End when no job is due");
-    run->add_option("--until", options->until, "Take no job from this date and time on")
+    run->add_option("--until", options->until, "Take no job from this date and (local) time on")
         ->check(IsMoment())
         ->excludes(once);
     run->add_flag("--keep-going", options->keepGoing,

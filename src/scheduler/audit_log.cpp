@@ -28,9 +28,9 @@ constexpr off_t kFullAt = 10'000'000;
 /// In one line, and without what divides the parts of a line.
 std::string Part(std::string_view text) {
     std::string part;
-    for (const char c : text) {
-        if (c == '\r') continue;
-        part += c == '\n' || c == '\0' ? ' ' : c;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '\r' && text.substr(i + 1).starts_with('\n')) continue;
+        part += text[i] == '\r' || text[i] == '\n' || text[i] == '\0' ? ' ' : text[i];
     }
     for (auto gap = part.find(kGap); gap != std::string::npos; gap = part.find(kGap))
         part.replace(gap, kGap.size(), " --- ");
