@@ -13,7 +13,7 @@ std::span<const MenuColumn> FrameMenu() {
          kLine,
          {"mnuPrinterSetup", "Printer Setup...", &Do::mnuPrinterSetup, true, "Ctrl+Shift+P"},
          kLine,
-         {"mnuExit", "E&xit", &Do::mnuExit, kNotWhileBusy, "Ctrl+Q"}}};
+         {"mnuExit", "E&xit", &Do::mnuExit, true, "Ctrl+Q"}}};
     static constexpr std::array<MenuEntry, 4> kReport = {
         {kLine,
          {"mnu_View_IDMS_Report_File", "View IDMS Report File", &Do::mnu_View_IDMS_Report_File, true,

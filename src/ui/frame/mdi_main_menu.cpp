@@ -313,7 +313,8 @@ void mdiMainMenu::CloseWhenDone(bool busy) {
 
 void mdiMainMenu::closeEvent(QCloseEvent* event) {
     event->ignore();
-    if (commands_.Busy()) {
+    const bool isScheduledRun = commands_.ProgressScreen() == Screen::Scheduler;  // Its screen asks.
+    if (commands_.Busy() && !isScheduledRun) {
         closeWhenDone_ = true;
         statusBar()->showMessage("The window closes when the running command has ended.");
         return;

@@ -78,12 +78,17 @@ frm_Scheduler::frm_Scheduler(const ScreenContext& context)
 
 commands::EngineScreen frm_Scheduler::EngineScreen() {
     return {[this](const std::string& name, const std::function<void()>& work) {
-                lblRun_->setText(QString::fromStdString(name) + " is in progress");
+                running_ = QString::fromStdString(name);
+                ShowEngineState();
                 Context().commands.Run({name, Screen::Scheduler}, work);
+                running_.clear();
                 ShowEngineState();
             },
             [this] { return Context().commands.Busy(); }, [this] { FillTrees(); },
-            [this] { ShowEngineState(); },
+            [this] {
+                ShowEngineState();
+                engine_.IsStarted() ? Timer3_.start(TickMachine::kTickMilliseconds) : Timer3_.stop();
+            },
             [this](const std::string& words) { Context().notify(QString::fromStdString(words)); }};
 }
 
@@ -116,8 +121,8 @@ void frm_Scheduler::ShowEngineState() {
     const bool started = engine_.IsStarted();
     mnu_RunSchedules_->setEnabled(!started);
     mnu_stopSchedules_->setEnabled(started);
-    lblRun_->setText(started ? "Schedules are started" : "Schedules are stopped");
-    started ? Timer3_.start(TickMachine::kTickMilliseconds) : Timer3_.stop();
+    const char* const state = started ? "Schedules are started" : "Schedules are stopped";
+    lblRun_->setText(running_.isEmpty() ? state : running_ + " is in progress");
 }
 
 // A run gives the event loop turns, in which the screen may be told to close, and goes on with the engine

@@ -81,6 +81,7 @@ class frm_Scheduler : public Form {
     commands::ScheduleEngine engine_;
     QAction *mnu_RunSchedules_, *mnu_stopSchedules_;
     QLabel* lblRun_;
+    QString running_;      ///< The run in progress, in words.
     QTimer Timer3_{this};  ///< The ticks of the engine.
     bool inTick_ = false, closesAfterTick_ = false;
     JobLists* lists_;

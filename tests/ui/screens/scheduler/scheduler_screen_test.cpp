@@ -425,8 +425,10 @@ TEST_F(SchedulerScreenTest, StartedSchedulesRunDueJobsAtTheSeventeenthTick) {
     ui.host.eachTurn = [&] {
         if (during.empty() && screen->findChild<QWidget*>("cmdCancel")->isVisible()) during = {state.text()};
     };
+    const int counting = timer.timerId();
     Tick();
     ui.host.eachTurn = [] {};
+    EXPECT_EQ(timer.timerId(), counting) << "it counts from the last start, not from the end of a run";
     EXPECT_THAT(during, ElementsAre("The scheduled run of nightly is in progress"));
     EXPECT_EQ(state.text(), "Schedules are started");
     EXPECT_THAT(Names("tvwKestrimoor1"), ElementsAre("nightly"));
@@ -459,6 +461,32 @@ TEST_F(SchedulerScreenTest, ClosingInARunCancelsItFirst) {
     EXPECT_EQ(ui.frame->Find(Screen::Scheduler), nullptr);
     EXPECT_FALSE(FindJob(Store(), 1)->processed) << "the row stays due";
     EXPECT_FALSE(FileExists(ui.folder.Path("batchjobs/nightly/EMPSCHM.vsd")));
+}
+
+TEST_F(SchedulerScreenTest, ClosingTheWindowInARunAsksAtOnce) {
+    Book("nightly");
+    ui.Choose("mnu_RunSchedules");
+    ui.clock.now = ToDateTime({2026, 12, 1, 6, 0, 1});
+    for (int tick = 1; tick <= 16; ++tick) Tick();
+    ui.host.everyTurn = true;
+    ui.host.answers = {Answer::No, Answer::Yes};
+    int asked = 0;
+    ui.host.eachTurn = [&] {
+        if (!ui.frame->Context().commands.Busy() || asked == 2) return;
+        ++asked;
+        ui.frame->close();
+        EXPECT_EQ(ui.host.messages.size(), static_cast<std::size_t>(asked));
+        EXPECT_TRUE(ui.frame->isVisible());
+    };
+    Tick();
+    ui.host.eachTurn = [] {};
+    UiApp::Settle();
+    constexpr const char* kQuestion = "Schedules are running. Exit Anyway?";
+    EXPECT_THAT(ui.host.TakeTexts(),
+                ElementsAre(kQuestion, kQuestion, HasSubstr("run of nightly was canceled")));
+    EXPECT_FALSE(ui.frame->isVisible());
+    ui.SetGoodSettings();
+    EXPECT_FALSE(FindJob(Store(), 1)->processed) << "the row stays due";
 }
 
 TEST_F(SchedulerScreenTest, WhileALongCommandRunsNothingIsStored) {
