@@ -84,7 +84,7 @@ void AnnotateShapes(DrawingState& drawing, const PageRef& page) {
         const std::string member(Trim(index.Text("next_step")));
         const ShapeRef shape = ShapeOfRecord(drawing, *page, member);
         ShowText(drawing, "Annotating shape " + member);
-        if (!shape) continue;
+        if (!shape || !IsOfDrawnSchema(drawing, index)) continue;
         const auto position = [&shape](const engine::CellAddress& address) {
             const CellRef cell = shape->CellsSRC(address);
             return (cell ? cell->ResultIU() : std::nullopt).value_or(0);

@@ -24,6 +24,7 @@ void ConnectAllShapes(DrawingState& drawing, engine::Page& page) {
     // One read of the whole table: with a file for each parent it is walked many times.
     auto row = dictionary::Sets(drawing.store);
     for (; !row.Eof(); row.MoveNext()) {
+        if (!IsOfDrawnSchema(drawing, row)) continue;
         const ShapeRef owner = ShapeOfRecord(drawing, page, row.Text("recordname"));
         if (!owner) continue;
         drawing.app.host.Yield();

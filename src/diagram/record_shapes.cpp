@@ -117,6 +117,10 @@ bool CreateRecordShape(DrawingState& drawing, const PageRef& page, const std::st
     return true;
 }
 
+bool IsOfDrawnSchema(const DrawingState& drawing, const Recordset& row) {
+    return SameName(Trim(row.Text("schemaname")), drawing.gDrawSchema);
+}
+
 ShapeRef ShapeOfRecord(const DrawingState& drawing, engine::Page& page, std::string_view recordName) {
     const auto id = drawing.gShapeIds.Find(Trim(recordName));
     const auto shapes = id ? page.Shapes() : nullptr;
@@ -128,7 +132,7 @@ bool CreateIndexShapes(DrawingState& drawing, const PageRef& page, const std::st
     auto row = dictionary::IndexBoxesOf(drawing.store, recordName);
     for (; !row.Eof(); row.MoveNext()) {
         const std::string name(Trim(row.Text("RecordName")));
-        if (name.empty()) continue;
+        if (name.empty() || !IsOfDrawnSchema(drawing, row)) continue;
         const ShapeRef shape = DropAtRandom(drawing, page, "ANNOTATION");
         if (!shape) return false;
         RememberShape(drawing, name, *shape);

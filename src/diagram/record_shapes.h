@@ -18,10 +18,14 @@ void DrawRecordTree(DrawingState& drawing, const PageRef& page, const std::strin
 bool CreateRecordShape(DrawingState& drawing, const PageRef& page, const std::string& schema,
                        const std::string& recordName);
 
+/// Whether a row belongs to the schema that is drawn. A dictionary may hold a test and a production copy, whose
+/// records and sets have the same names.
+bool IsOfDrawnSchema(const DrawingState& drawing, const Recordset& row);
+
 /// The shape that a record has on the page; null when it has none.
 ShapeRef ShapeOfRecord(const DrawingState& drawing, engine::Page& page, std::string_view recordName);
 
-/// A note for each row of the kind "index" that leads to the record. Extraction writes none; a store may hold
+/// A note for each row of the drawn schema, of the kind "index", that leads to the record. Extraction writes none; a store may hold
 /// them.
 bool CreateIndexShapes(DrawingState& drawing, const PageRef& page, const std::string& recordName);
 

@@ -4,7 +4,7 @@ namespace norvelis::dictionary {
 
 Recordset Sets(Connection& store) {
     return store.Select(
-        "Select recordname, next_step, set, connection FROM Connection_Details "
+        "Select schemaname, recordname, next_step, set, connection FROM Connection_Details "
         "order by recordname asc, next_step asc, rowid");
 }
 

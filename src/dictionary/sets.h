@@ -8,7 +8,8 @@
 // Index_Details: index in Recordname, member in next_step).
 namespace norvelis::dictionary {
 
-/// Columns recordname, next_step, set and connection of every set of every schema, by owner and member.
+/// Columns schemaname, recordname, next_step, set and connection of every set of every schema, by owner and
+/// member.
 Recordset Sets(Connection& store);
 
 /// Columns schemaname, Recordname, next_step and set of the sets in which a record of that name is the member

@@ -45,6 +45,7 @@ TEST_F(ConnectorsTest, EverySetHasItsLineAndOnlyBoxesOnThePageAreJoined) {
         rows.Set("STRANGE", "ELSEWHERE", "EMPLOYEE");
         rows.Set("", "EMPLOYEE", "EMPLOYEE", "");
     }
+    SchemaRows(*store, "COPY").Set("COPY-SET", "DEPARTMENT", "EMPLOYEE");
     ConnectAllShapes(drawing, *PageWithBoxes());
     const auto labels = LinesWith(".Text = ");
     ASSERT_THAT(labels, SizeIs(42));
@@ -120,6 +121,7 @@ TEST_F(AnnotationTest, OneNoteForOneTextAndNoneThatRepeatsARecord) {
         rows.Index("ALONE", "EMPLOYEE");
         rows.Index("AWAY", "ELSEWHERE");
     }
+    SchemaRows(*store, "COPY").Index("COPY-NDX", "EMPLOYEE");
     AnnotateShapes(drawing, PageWithBoxes());
     EXPECT_THAT(LinesWith("Drop"), SizeIs(2));
     EXPECT_EQ(engine.recorder->shapes.back()->text, "ALONE");

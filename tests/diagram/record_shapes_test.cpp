@@ -90,8 +90,10 @@ TEST_F(RecordShapesTest, IndexRowsOfTheStoreBecomeNotes) {
     SchemaRows(*store).Record("EMPLOYEE");
     store->Execute(
         "Insert into Record_Details (schemaname, Recordname, recordtype, next_step, Information) values "
-        "('EMPSCHM', 'EMP-NDX', 'index', 'EMPLOYEE', 'by name')");
+        "('EMPSCHM', 'EMP-NDX', 'index', 'EMPLOYEE', 'by name'), "
+        "('COPY', 'COPY-NDX', 'index', 'EMPLOYEE', 'by name')");
     CreateRecordShape(drawing, NewPage(), "EMPSCHM", "EMPLOYEE");
+    EXPECT_THAT(LinesWith("Drop"), SizeIs(2));
     EXPECT_THAT(
         LinesWith("Sheet.2"),
         ElementsAre(HasSubstr("Drop \"Annotation\""), "Sheet.2.Text = \"by name\"", "Sheet.2.Name = EMP-NDX",
