@@ -172,8 +172,24 @@ std::string ReadFile(std::string_view path) {
     return content;
 }
 
+namespace {
+
+/// What is replaced when a file is written: a symbolic link stays one, and the file that it leads to is.
+std::string BehindLinks(const std::string& path) {
+    constexpr int kMostLinks = 40;  // As the system follows.
+    fs::path target = path;
+    std::error_code error;
+    for (int i = 0; fs::is_symlink(fs::symlink_status(target, error)); ++i) {
+        if (i == kMostLinks) throw FileFailure(ELOOP, path);
+        target = target.parent_path() / fs::read_symlink(target, error);  // An absolute one stands alone.
+    }
+    return Resolve(target.string());
+}
+
+}  // namespace
+
 void WriteFileThrough(std::string_view path, const std::function<void(const std::string&)>& write) {
-    const std::string target = Resolve(path);
+    const std::string target = BehindLinks(Resolve(path));
     const std::string temporary = target + ".new" + std::to_string(getpid());
     try {
         write(temporary);

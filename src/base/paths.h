@@ -28,8 +28,8 @@ std::vector<std::string> FilesIn(std::string_view folder);  ///< Names, sorted.
 /// The file's bytes. RuntimeFailure 53, 70, 75 or 57 with the path when it cannot be read.
 std::string ReadFile(std::string_view path);
 
-/// Writes beside the target and renames over it, so that the target is the old file or the whole new one.
-/// RuntimeFailure with the path when that fails; the target is then as it was.
+/// Writes beside the target and renames over it, so that it is the old file or the whole new one; a symbolic
+/// link stays one. RuntimeFailure with the path when that fails; the target is then as it was.
 void WriteFile(std::string_view path, std::string_view content);
 
 /// The same for content that another library writes: `write` gets the temporary name. When it throws, the

@@ -90,7 +90,7 @@ class Draw {
 
   private:
     std::string FileOf(const std::string& schema, const std::string& name) {
-        return NativePath(DrawingLocation(drawing_) + "\\" + schema + "\\" + name + ".vsd");
+        return Resolve(DrawingLocation(drawing_) + "\\" + schema + "\\" + name + ".vsd");
     }
     int Finish(DrawResult result, const std::string& file) const {
         if (result == DrawResult::NoEngine) return Refuse(reported_.front());

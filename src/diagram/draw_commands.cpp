@@ -330,7 +330,7 @@ engine::SaveResult ApplyLayoutToFile(DrawingState& drawing, const std::string& f
     const clsHourglass hourglass(host);
     const HiddenEngine engine(drawing.drawingEngine);
     if (!engine.Get()) return {};
-    const std::string path = NativePath(file);
+    const std::string path = Resolve(file);
     const auto documents = engine.Get()->Documents();
     const auto document = documents ? documents->Open(path) : nullptr;
     if (!document) return {false, path + " can be shown, not rewritten"};

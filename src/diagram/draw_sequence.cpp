@@ -152,7 +152,7 @@ engine::SaveResult Save(engine::Document& document, const DrawOrder& order) {
     } catch (const RuntimeFailure& failure) {
         return {false, failure.what()};
     }
-    return document.SaveAs(Resolve(order.File()));
+    return document.SaveAs(order.File());
 }
 
 /// Everything from the empty page to the file.
@@ -193,7 +193,7 @@ void SayWhatCancelKeeps(DrawingState& drawing) {
 }  // namespace
 
 std::string DrawOrder::File() const {
-    return NativePath(location + "\\" + subfolder + "\\" + name + ".vsd");
+    return Resolve(location + "\\" + subfolder + "\\" + name + ".vsd");
 }
 
 void DrawOrder::MakeFolder() const {

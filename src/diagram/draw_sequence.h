@@ -34,6 +34,7 @@ struct DrawOrder {
     bool visible = false;             ///< The engine shows its window.
     std::function<void(const PageRef& page)> addShapes;
 
+    /// In the letters in which folder and file are on disk, when they are there.
     std::string File() const;
     /// Makes the folder of the file; RuntimeFailure where its names are no file names or the disk refuses.
     void MakeFolder() const;

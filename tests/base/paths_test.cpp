@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <stdexcept>
 
 #include "base/failure.h"
@@ -55,6 +56,24 @@ TEST(Paths, AFailedWriteNamesThePathThatWasAskedFor) {
         }
     }
     EXPECT_TRUE(FilesIn(folder.Path()).empty());
+}
+
+TEST(Paths, WritingThroughALinkReplacesWhatItLeadsTo) {
+    TemporaryFolder folder;
+    std::filesystem::create_directory(folder.Path("far"));
+    WriteFile(folder.Path("far/File"), "old");
+    std::filesystem::create_symlink("far/file", folder.Path("link"));  // In other letters, too.
+    std::filesystem::create_symlink(folder.Path("link"), folder.Path("further"));
+    std::filesystem::create_symlink("far/none", folder.Path("dangling"));
+    std::filesystem::create_symlink("round", folder.Path("round"));
+    WriteFile(folder.Path("further"), "new");
+    WriteFile(folder.Path("dangling"), "new");
+    EXPECT_EQ(ReadFile(folder.Path("far/File")), "new");
+    EXPECT_EQ(ReadFile(folder.Path("far/none")), "new");
+    EXPECT_THROW(WriteFile(folder.Path("round"), "new"), RuntimeFailure);
+    for (const char* link : {"link", "further", "dangling", "round"})
+        EXPECT_TRUE(std::filesystem::is_symlink(folder.Path(link))) << link;
+    EXPECT_EQ(FilesIn(folder.Path("far")), (std::vector<std::string>{"File", "none"}));
 }
 
 TEST(Paths, ReadingWhatIsNoFileNamesThePath) {

@@ -47,6 +47,17 @@ TEST_F(DrawCommandTest, ASchemaARecordOrEachParentInAFile) {
     EXPECT_FALSE(FolderExists(program->App() + "/Temp")) << "snapshots are gone";
 }
 
+TEST_F(DrawCommandTest, MessagesNameTheFileThatWasWrittenInItsOwnLetters) {
+    std::filesystem::create_directories(Out("empschm"));
+    WriteFile(Out("empschm/Empschm.vsd"), "");
+    std::filesystem::create_symlink(Out("empschm/Empschm.vsd"), Out("empschm/Client.vsd"));
+    EXPECT_EQ(Draw("EMPSCHM").out, "Done Drawing. File saved as:" + Out("empschm/Empschm.vsd") + "\n");
+    EXPECT_EQ(Draw("EMPSCHM --record CLIENT").out,
+              "Done Drawing. File saved as:" + Out("empschm/Client.vsd") + "\n");
+    EXPECT_TRUE(std::filesystem::is_symlink(Out("empschm/Client.vsd")));
+    EXPECT_EQ(ReadFile(Out("empschm/Empschm.vsd")), ReadFile(Out("empschm/Client.vsd")));
+}
+
 TEST_F(DrawCommandTest, EqualSeedsGiveEqualFilesAndChoicesOtherOnes) {
     const auto drawn = [&](const std::string& options) {
         EXPECT_EQ(Draw("EMPSCHM " + options).status, 0) << options;

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <set>
 #include <sstream>
+#include <utility>
 
 #include "drawing/opened_package.h"
 
@@ -216,7 +217,15 @@ class SchemaChecker {
         if (kind == std::end(kSections)) return package_.Fault("{}: the unknown section {}", part_, name);
         if ((name == "Geometry") == section.attribute("IX").empty())
             package_.Fault("{}: the number of a section {}", part_, name);
+        const auto before = section.previous_sibling("Section");
+        if (name == AttributeOf(before, "N") &&
+            section.attribute("IX").as_int() <= before.attribute("IX").as_int())
+            package_.Fault("{}: two sections {} that do not ascend", part_, name);
+        int last = -1;
         for (const auto& row : section.children("Row")) {
+            if (!kind->named &&
+                row.attribute("IX").as_int() <= std::exchange(last, row.attribute("IX").as_int()))
+                package_.Fault("{}: the rows of a section {} do not ascend", part_, name);
             if (row.attribute(kind->named ? "N" : "IX").empty())
                 package_.Fault("{}: a row of {} without name or number", part_, name);
             const std::string type = AttributeOf(row, "T");

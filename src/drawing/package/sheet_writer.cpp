@@ -1,5 +1,9 @@
 #include "drawing/package/sheet_writer.h"
 
+#include <algorithm>
+#include <utility>
+#include <vector>
+
 #include "drawing/package/text_rows.h"
 
 namespace norvelis::drawing {
@@ -48,6 +52,51 @@ std::string WithLineFeeds(std::string_view text, bool& afterReturn) {
 bool IsColor(Name section, const Cell& cell) {
     const bool mayBe = section == Name::None || section == Name::Character || section == Name::Layer;
     return mayBe && cell.text.size() == 7 && cell.text.starts_with('#');
+}
+
+/// The published number of a section, by which files order them; those that we only pass on come last.
+int NumberOf(Name section) {
+    switch (section) {
+        case Name::Character:
+            return 3;
+        case Name::Paragraph:
+            return 4;
+        case Name::Tabs:
+            return 5;
+        case Name::Scratch:
+            return 6;
+        case Name::Connection:
+            return 7;
+        case Name::Field:
+            return 8;
+        case Name::Control:
+            return 9;
+        case Name::Geometry:
+            return 10;
+        case Name::Actions:
+            return 240;
+        case Name::Layer:
+            return 241;
+        case Name::User:
+            return 242;
+        case Name::Property:
+            return 243;
+        case Name::Hyperlink:
+            return 244;
+        default:
+            return 255;
+    }
+}
+
+/// The elements in ascending order of a key, equal ones as they are.
+template <class Element, class Key>
+std::vector<const Element*> Ascending(const std::vector<Element>& elements, Key key) {
+    std::vector<const Element*> inOrder;
+    inOrder.reserve(elements.size());
+    for (const Element& element : elements) inOrder.push_back(&element);
+    std::stable_sort(inOrder.begin(), inOrder.end(),
+                     [&key](const Element* a, const Element* b) { return key(*a) < key(*b); });
+    return inOrder;
 }
 
 /// Against one made of its master's name and its ID.
@@ -103,13 +152,15 @@ void SheetWriter::SectionElement(const Section& section) {
     if (section.name == Name::Geometry) xml_.Attribute("IX", section.index);
     if (section.deleted) xml_.Attribute("Del", 1);
     Cells(section.cells, section.name);
-    for (const auto& row : section.rows) {
+    // Named rows have no numbers and keep their order.
+    const auto number = [](const Row& row) { return row.key.IsNamed() ? 0 : row.key.Index(); };
+    for (const Row* row : Ascending(section.rows, number)) {
         xml_.Open("Row");
-        if (row.key.IsNamed()) xml_.Attribute("N", document_.names.Text(row.key.RowName()));
-        if (row.type != Name::None) xml_.Attribute("T", document_.names.Text(row.type));
-        if (!row.key.IsNamed()) xml_.Attribute("IX", row.key.Index());
-        if (row.deleted) xml_.Attribute("Del", 1);
-        Cells(row.cells, section.name);
+        if (row->key.IsNamed()) xml_.Attribute("N", document_.names.Text(row->key.RowName()));
+        if (row->type != Name::None) xml_.Attribute("T", document_.names.Text(row->type));
+        if (!row->key.IsNamed()) xml_.Attribute("IX", row->key.Index());
+        if (row->deleted) xml_.Attribute("Del", 1);
+        Cells(row->cells, section.name);
         xml_.Close();
     }
     xml_.Close();
@@ -122,9 +173,12 @@ void SheetWriter::SheetContent(const Sheet& sheet) {
 void SheetWriter::Content(const CellList& cells, const std::vector<Section>& sections) {
     xml_.Text("");
     Cells(cells, Name::None);
-    for (const auto& section : sections) {
-        const bool empty = section.cells.empty() && section.rows.empty() && !section.deleted;
-        if (!empty) SectionElement(section);
+    const auto number = [](const Section& section) {
+        return std::pair(NumberOf(section.name), section.index);
+    };
+    for (const Section* section : Ascending(sections, number)) {
+        const bool empty = section->cells.empty() && section->rows.empty() && !section->deleted;
+        if (!empty) SectionElement(*section);
     }
 }
 
