@@ -6,6 +6,7 @@
 #include "cli/drawing_commands.h"
 #include "core/places.h"
 #include "core/settings.h"
+#include "diagram/draw_chosen.h"
 #include "diagram/draw_commands.h"
 #include "diagram/page_layout.h"
 #include "dictionary/records.h"
@@ -19,6 +20,7 @@ namespace {
 struct DrawRequest {
     std::string schema, record, out;
     bool separate = false;
+    std::optional<RecordChoice> choice;
     int layout = 0;
     std::optional<bool> color;
     std::optional<std::string> background;
@@ -68,7 +70,14 @@ class Draw {
         const DrawResult result = DrawVisioDiagramSingle(drawing_, schema, nullptr);
         if (result != DrawResult::NoEngine)
             reported_.pop_back();  // "Done Drawing", whether or not it is true.
-        return Finish(result, FileOf(schema, schema));
+        const int status = Finish(result, FileOf(schema, schema));
+        if (const std::string hint = SizeHint(drawing_); status == kDone && !hint.empty())
+            std::fprintf(stderr, "%s\n", hint.c_str());
+        return status;
+    }
+    int Chosen(const std::string& schema, const RecordChoice& choice) {
+        const DrawnFile drawn = DrawChosenRecords(drawing_, schema, choice);
+        return drawn.file.empty() ? Refuse(reported_.front()) : Finish(drawn.result, drawn.file);
     }
     int Record(const std::string& schema, const std::string& record) {
         return Finish(DrawIsolatedRecord(drawing_, schema, record, false), FileOf(schema, record));
@@ -118,10 +127,70 @@ int RunDraw(CommandContext& context, const DrawRequest& request) {
 
     Draw draw(context, request);
     if (request.separate) return draw.Parents(*schema);
+    if (request.choice) return draw.Chosen(*schema, *request.choice);
     if (request.record.empty()) return draw.Schema(*schema);
     const Recordset record = dictionary::RecordIn(store, *schema, request.record);
     if (record.Eof()) return Refuse("there is no record " + request.record + " in schema " + *schema);
     return draw.Record(*schema, std::string(Trim(record.Text("Recordname"))));
+}
+
+/// The options of a smaller drawing. They do not go with `others`, which say what to draw in another way.
+void AddChoice(CLI::App& command, DrawRequest& request, const std::vector<CLI::Option*>& others) {
+    using Kind = RecordChoice::Kind;
+    using Direction = RecordChoice::Direction;
+    const auto choice = [&request]() -> RecordChoice& {
+        return request.choice ? *request.choice : request.choice.emplace();
+    };
+    const auto named = [choice](Kind kind) {
+        return [choice, kind](const std::string& name) {
+            choice().kind = kind;
+            choice().name = name;
+        };
+    };
+    const std::string choose = "Smaller drawings";
+    auto* around = command.add_option_function<std::string>("--around", named(Kind::Around),
+                                                            "This record and those that sets lead to");
+    auto* steps = command
+                      .add_option_function<int>(
+                          "--steps", [choice](int count) { choice().steps = count; },
+                          "Around a record: this many sets at most (default: 1)")
+                      ->check(CLI::PositiveNumber);
+    const auto direction = [&](const char* option, Direction value, const char* help) {
+        return command
+            .add_flag_callback(
+                option, [choice, value] { choice().direction = value; }, help)
+            ->needs(around)
+            ->group(choose);
+    };
+    auto* up = direction("--up", Direction::Up, "Around a record: its owners alone");
+    auto* down = direction("--down", Direction::Down, "Around a record: its members alone");
+    auto* both = direction("--both", Direction::Both, "Around a record: owners and members (default)");
+    up->excludes(down)->excludes(both);
+    down->excludes(both);
+    auto* area =
+        command.add_option_function<std::string>("--area", named(Kind::Area), "The records of this area");
+    auto* by = command
+                   .add_option_function<std::string>(
+                       "--by", [choice](const std::string&) { choice().kind = Kind::ByArea; },
+                       "\"area\": a page for each area")
+                   ->check(CLI::IsMember({"area"}));
+    auto* only = command.add_option_function<std::vector<std::string>>(
+        "--only", [choice](const std::vector<std::string>& names) { choice().only = names; },
+        "Of the records those of these names; * and ? stand for other characters: a,b,c*");
+    auto* except = command.add_option_function<std::vector<std::string>>(
+        "--except", [choice](const std::vector<std::string>& names) { choice().except = names; },
+        "Of the records all but those of these names");
+    steps->needs(around);
+    around->excludes(area)->excludes(by);
+    area->excludes(by);
+    for (CLI::Option* names : {only, except}) names->delimiter(',')->allow_extra_args(false);
+    for (CLI::Option* each : {around, steps, area, by, only, except}) {
+        each->group(choose);
+        for (CLI::Option* other : others) each->excludes(other);
+    }
+    for (CLI::Option* each : {around, area}) {
+        each->check([](const std::string& name) { return name.empty() ? "the name is empty" : ""; });
+    }
 }
 
 }  // namespace
@@ -137,9 +206,10 @@ void AddDraw(CLI::App& program, CommandContext& context) {
     command->add_option("SCHEMA", request->schema, "Schema of the dictionary")->required();
     auto* separate =
         command->add_flag("--separate", request->separate, "A file for each record that is an entry");
-    command->add_option("--record", request->record, "This record with all below it")
-        ->check(named)
-        ->excludes(separate);
+    auto* record = command->add_option("--record", request->record, "This record with all below it")
+                       ->check(named)
+                       ->excludes(separate);
+    AddChoice(*command, *request, {separate, record});
     command
         ->add_option("--layout", words->layout,
                      "Default, RadialDefault, RadialRightAngle, RadialSimpleVH, TopToBottom, LeftToRight, "

@@ -12,6 +12,7 @@ class CountedPages : public engine::Pages {
     explicit CountedPages(int count) : count_(count) {}
     int Count() override { return count_; }
     engine::Ref<engine::Page> Item(int) override { return nullptr; }
+    engine::Ref<engine::Page> Add() override { return nullptr; }
 
   private:
     int count_;

@@ -2,6 +2,7 @@
 
 #include "base/text.h"
 #include "diagram/common.h"
+#include "diagram/page_references.h"
 #include "diagram/record_shapes.h"
 #include "diagram/shape_text.h"
 #include "dictionary/sets.h"
@@ -84,7 +85,7 @@ void AnnotateShapes(DrawingState& drawing, const PageRef& page) {
         const std::string member(Trim(index.Text("next_step")));
         const ShapeRef shape = ShapeOfRecord(drawing, *page, member);
         ShowText(drawing, "Annotating shape " + member);
-        if (!shape || !IsOfDrawnSchema(drawing, index)) continue;
+        if (!shape || !IsOfDrawnSchema(drawing, index) || IsOnAnotherPage(drawing, member)) continue;
         const auto position = [&shape](const engine::CellAddress& address) {
             const CellRef cell = shape->CellsSRC(address);
             return (cell ? cell->ResultIU() : std::nullopt).value_or(0);

@@ -1,8 +1,10 @@
 #include "diagram/connectors.h"
 
+#include "base/name_key.h"
 #include "base/text.h"
 #include "diagram/color.h"
 #include "diagram/common.h"
+#include "diagram/page_references.h"
 #include "diagram/record_shapes.h"
 #include "diagram/shape_text.h"
 #include "dictionary/sets.h"
@@ -25,14 +27,17 @@ void ConnectAllShapes(DrawingState& drawing, engine::Page& page) {
     auto row = dictionary::Sets(drawing.store);
     for (; !row.Eof(); row.MoveNext()) {
         if (!IsOfDrawnSchema(drawing, row)) continue;
-        const ShapeRef owner = ShapeOfRecord(drawing, page, row.Text("recordname"));
+        const std::string ownerName = row.Text("recordname"), memberName = row.Text("next_step");
+        const ShapeRef owner = ShapeOfRecord(drawing, page, ownerName);
         if (!owner) continue;
         drawing.app.host.Yield();
-        const ShapeRef member = ShapeOfRecord(drawing, page, row.Text("next_step"));
+        const ShapeRef member = ShapeOfRecord(drawing, page, memberName);
         if (!member) continue;
-        const std::string label =
-            std::string(Trim(row.Text("Set"))).append(kLineBreak).append(Trim(row.Text("connection")));
-        ConnectTwoShapes(drawing, owner, member, label);
+        if (IsOnAnotherPage(drawing, ownerName) && IsOnAnotherPage(drawing, memberName)) continue;
+        const std::string set(Trim(row.Text("Set")));
+        drawing.drawnSets.insert(NameKey(set));
+        ConnectTwoShapes(drawing, owner, member,
+                         set + std::string(kLineBreak).append(Trim(row.Text("connection"))));
     }
 }
 

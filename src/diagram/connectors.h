@@ -9,7 +9,8 @@
 namespace norvelis {
 
 /// All rows of Connection_Details, owners and members in order of their names; a row of another schema, or
-/// whose owner or member has no box, is passed over. Two sets between the same two records are two lines.
+/// whose owner or member has no box, or whose both are on other pages, is passed over. Two sets between the
+/// same two records are two lines.
 void ConnectAllShapes(DrawingState& drawing, engine::Page& page);
 
 /// One line from the owner to the member. An empty label becomes the two names.

@@ -10,6 +10,7 @@
 #include "core/settings.h"
 #include "diagram/color.h"
 #include "diagram/page_layout.h"
+#include "diagram/record_choice.h"
 #include "dictionary/schemas.h"
 
 namespace norvelis {
@@ -19,15 +20,6 @@ namespace {
 constexpr Bar kValueBars[] = {Bar::TreeviewValue, Bar::BackgroundValue};
 
 const std::string kNoLocation = "You must select a location to store visio files.";
-
-/// The bars for the length of a command, which begins with nothing done.
-ShownBars BarsFromNothing(Progress& progress) {
-    for (const Bar bar : kValueBars) {
-        progress.BResetprogressbar(bar, 0);
-        progress.SetText(bar, "");
-    }
-    return {progress, kAllBars};
-}
 
 bool Confirmed(DrawingState& drawing, const std::string& text, const std::string& title) {
     return drawing.app.host.MessageBox({text, title, Buttons::YesNo, Icon::Information, Answer::No}) ==
@@ -84,10 +76,10 @@ DrawOrder OrderOfSchema(DrawingState& drawing, const std::string& schema, const 
     DrawOrder order;
     order.name = schema;
     order.subfolder = schema;
-    order.addShapes = [&drawing, schema, tree](const PageRef& page) {
+    order.pages = {{[&drawing, schema, tree](const PageRef& page) {
         drawing.gDrawSchema = schema;
         AddAllParents(drawing, kDrawSingle, page, schema, tree);
-    };
+    }}};
     return order;
 }
 
@@ -98,10 +90,10 @@ DrawOrder OrderOfRecord(DrawingState& drawing, const DrawKind& kind, const std::
     order.location = location;
     order.subfolder = schema;
     order.visible = visible;
-    order.addShapes = [&drawing, &kind, schema, recordName](const PageRef& page) {
+    order.pages = {{[&drawing, &kind, schema, recordName](const PageRef& page) {
         drawing.gDrawSchema = schema;
         AddParentToPage(drawing, kind, page, recordName);
-    };
+    }}};
     return order;
 }
 
@@ -137,6 +129,14 @@ std::string DefaultLocation(const DrawingState& drawing) {
 std::string DrawingLocation(DrawingState& drawing) {
     const std::string location = ChosenLocation(drawing);
     return location.empty() ? DefaultLocation(drawing) : location;
+}
+
+ShownBars BarsFromNothing(Progress& progress) {
+    for (const Bar bar : kValueBars) {
+        progress.BResetprogressbar(bar, 0);
+        progress.SetText(bar, "");
+    }
+    return {progress, kAllBars};
 }
 
 void ProgressSetMax(DrawingState& drawing, int count) {
@@ -298,10 +298,10 @@ DrawResult ProcessSingle(DrawingState& drawing, const std::string& schema, const
         order.MakeFolder();
         order.visible = WantsToWatch(drawing);
         if (target == schema) {
-            order.addShapes = [&](const PageRef& page) {
+            order.pages = {{[&](const PageRef& page) {
                 drawing.gDrawSchema = schema;
                 AddAllParents(drawing, kDrawIsolated, page, schema, &Tviewrec);
-            };
+            }}};
         }
         const DrawResult result = DrawDrawing(drawing, kDrawIsolated, order);
         ReportNotWritten(drawing);
@@ -335,11 +335,15 @@ engine::SaveResult ApplyLayoutToFile(DrawingState& drawing, const std::string& f
     const auto document = documents ? documents->Open(path) : nullptr;
     if (!document) return {false, path + " can be shown, not rewritten"};
     const auto pages = document->Pages();
-    const PageRef page = pages ? pages->Item(1) : nullptr;
-    if (!page) return {};
-    ApplyLayout(host, *page, drawing.options.layout);
-    page->PlaceNotes();
-    host.Yield();
+    const int count = pages ? pages->Count() : 0;
+    if (count == 0) return {};
+    for (int i = 1; i <= count; ++i) {
+        const PageRef page = pages->Item(i);
+        if (!page) return {};
+        ApplyLayout(host, *page, drawing.options.layout);
+        page->PlaceNotes();
+        host.Yield();
+    }
     return document->SaveAs(path);
 }
 

@@ -35,9 +35,6 @@ SeparateResult DrawVisioDiagramSeparateParent(DrawingState& drawing, const Recor
 /// One parent of gDrawSchema with all that is below it.
 DrawResult DrawParentDrawing(DrawingState& drawing, const std::string& recordName, bool visible);
 
-/// The drawing of a schema that has no name.
-inline const std::string kNameless = "nameless";
-
 /// One whole dictionary for a schedule: asks nothing, shows nothing, takes no snapshots;
 /// ApplicationFolder\batchjobs\job\schema.vsd. What a person would have read in a box goes to `report`.
 DrawResult DrawScheduledDiagram(DrawingState& drawing, const std::string& schema, const std::string& job);
@@ -50,14 +47,16 @@ DrawResult ProcessSingle(DrawingState& drawing, const std::string& schema, const
 DrawResult DrawIsolatedRecord(DrawingState& drawing, const std::string& schema, const std::string& recordName,
                               bool visible);
 
-/// Lays a saved drawing out again by the chosen layout and saves it under its name. Not saved when the file
-/// is not there or the engine refuses; the file is then as it was.
+/// Lays each page of a saved drawing out again by the chosen layout and saves the file under its name. Not
+/// saved when the file is not there or the engine refuses; the file is then as it was.
 engine::SaveResult ApplyLayoutToFile(DrawingState& drawing, const std::string& file);
 
 /// The folder of all drawings: the one chosen for this drawing, else the setting, else the default. Only the
 /// first file of a parent makes the default the setting.
 std::string DrawingLocation(DrawingState& drawing);
 
+/// The bars for the length of a command, which begins with nothing done.
+ShownBars BarsFromNothing(Progress& progress);
 void ProgressSetMax(DrawingState& drawing, int count);
 void ProgressStep(DrawingState& drawing);
 

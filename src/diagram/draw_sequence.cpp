@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <optional>
 #include <system_error>
 
 #include "base/failure.h"
@@ -14,6 +15,7 @@
 #include "diagram/annotation.h"
 #include "diagram/connectors.h"
 #include "diagram/page_background.h"
+#include "diagram/page_layout.h"
 #include "diagram/record_shapes.h"
 #include "diagram/shape_text.h"
 #include "dictionary/records.h"
@@ -75,6 +77,22 @@ const DrawKind kDrawIsolated{
     .arranging = "",
     .finished = "Done..",
     .engineFails = kMustHaveVisio,
+    .engineIsNull = kMustHaveVisio,
+};
+
+const DrawKind kDrawChosen{
+    .colorsEachBox = true,
+    .namesPage = true,
+    .titleInCapitals = false,
+    .showParent = &DrawScreen::EnsureVisible,
+    .starting = "Creating Shapes....",
+    .creating = "",
+    .parentDone = "",
+    .connecting = "Now Connecting Shapes..",
+    .layingOut = "Arranging Shapes..",
+    .arranging = "",
+    .finished = "Done..",
+    .engineFails = kNotInstalled,
     .engineIsNull = kMustHaveVisio,
 };
 
@@ -140,10 +158,17 @@ void ResetDrawing(DrawingState& drawing, const DrawKind& kind) {
     drawing.colorsEachBox = kind.colorsEachBox;
     drawing.colored = drawing.options.color.value_or(getdiagramcolor(drawing.app) == "True");
     drawing.storeHasIndexRows = dictionary::HasIndexBoxes(drawing.store);
+    drawing.pointsOnA0 = kLabelPoints;
+    drawing.nextSnapshot = drawing.steadyNow() + kSnapshotEvery;
+}
+
+void BeginPage(DrawingState& drawing) {
     drawing.gDrawnShapes = {};
     drawing.gShapeIds = {};
+    drawing.references.clear();
     drawing.walked.clear();
-    drawing.nextSnapshot = drawing.steadyNow() + kSnapshotEvery;
+    drawing.drawnRecords = 0;
+    drawing.drawnSets.clear();
 }
 
 engine::SaveResult Save(engine::Document& document, const DrawOrder& order) {
@@ -155,21 +180,21 @@ engine::SaveResult Save(engine::Document& document, const DrawOrder& order) {
     return document.SaveAs(order.File());
 }
 
-/// Everything from the empty page to the file.
-engine::SaveResult DrawPage(DrawingState& drawing, const DrawKind& kind, const DrawOrder& order) {
-    const auto document = NewDrawing(*drawing.VisioApp);
-    const auto pages = document ? document->Pages() : nullptr;
-    const PageRef page = pages ? pages->Item(1) : nullptr;
-    if (!page) return {false, "the drawing engine gives no page"};
-
-    ShowStep(drawing, kind.starting, order.name);
+/// Everything from the empty page to the finished one.
+void DrawPage(DrawingState& drawing, const DrawKind& kind, const std::string& name, const PageOrder& order,
+              const PageRef& page, std::optional<PageMasters>& masters) {
+    BeginPage(drawing);
     order.addShapes(page);
-    ShowStep(drawing, kind.connecting, order.name);
+    ShowStep(drawing, kind.connecting, name);
     ConnectAllShapes(drawing, *page);
-    ShowStep(drawing, kind.layingOut, order.name);
-    formatPageBackground(drawing, page, kind.titleInCapitals ? UpperCase(order.name) : order.name);
+    ShowStep(drawing, kind.layingOut, name);
+    const std::string title = order.title.empty() ? name : order.title;
+    const auto document = page->Document();
+    if (!masters && document) masters = PreparePageMasters(drawing, *document);
+    if (masters)
+        formatPageBackground(drawing, page, *masters, kind.titleInCapitals ? UpperCase(title) : title);
     SnapshotDrawing(drawing, *page);
-    ShowStep(drawing, kind.arranging, order.name);
+    ShowStep(drawing, kind.arranging, name);
     AnnotateShapes(drawing, page);
     FontChange(*page);
     drawing.app.host.Yield();
@@ -177,6 +202,21 @@ engine::SaveResult DrawPage(DrawingState& drawing, const DrawKind& kind, const D
     FormatConnectorLabels(*page);
     drawing.app.host.Yield();
     page->PlaceNotes();
+    drawing.pointsOnA0 = std::min(drawing.pointsOnA0, PointsOnA0(*page));
+}
+
+/// Everything from the empty drawing to the file.
+engine::SaveResult DrawPages(DrawingState& drawing, const DrawKind& kind, const DrawOrder& order) {
+    const auto document = NewDrawing(*drawing.VisioApp);
+    const auto pages = document ? document->Pages() : nullptr;
+    PageRef page = pages ? pages->Item(1) : nullptr;
+    if (page) ShowStep(drawing, kind.starting, order.name);
+    std::optional<PageMasters> masters;
+    for (const PageOrder& each : order.pages) {
+        if (&each != &order.pages.front()) page = pages->Add();
+        if (!page) return {false, "the drawing engine gives no page"};
+        DrawPage(drawing, kind, order.name, each, page, masters);
+    }
     ShowStep(drawing, kind.finished, order.name);
     drawing.app.host.Yield();  // The last one at which nothing is written yet.
     return Save(*document, order);
@@ -230,7 +270,7 @@ DrawResult DrawDrawing(DrawingState& drawing, const DrawKind& kind, const DrawOr
     RunningEngine engine(drawing, kind, order);
     if (!drawing.VisioApp) return DrawResult::NoEngine;
     ResetDrawing(drawing, kind);
-    const engine::SaveResult result = DrawPage(drawing, kind, order);
+    const engine::SaveResult result = DrawPages(drawing, kind, order);
     engine.Quit();
     const std::string file = order.File();
     if (std::string words = NotWritten(result); !words.empty())

@@ -3,12 +3,14 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "diagram/drawing_state.h"
 
 // The one sequence that every drawing goes through: engine, boxes, lines, background and layout, notes,
-// labels, saved file. No step can be left out or change its place: background and layout come after the
-// lines, which the layout routes, and before the notes, which are placed by where the boxes end up.
+// labels, saved file. Between engine and file each page has its own turn. No step can be left out or change
+// its place: background and layout come after the lines, which the layout routes, and before the notes, which
+// are placed by where the boxes end up.
 namespace norvelis {
 
 /// How the ways to draw differ. A "{}" in a text is the name of what is drawn; an empty text is not shown.
@@ -26,13 +28,19 @@ struct DrawKind {
 extern const DrawKind kDrawSingle;    ///< A whole schema, ordered by a person or by a schedule.
 extern const DrawKind kDrawSeparate;  ///< One of many files, one for each parent.
 extern const DrawKind kDrawIsolated;  ///< What the isolate screen shows.
+extern const DrawKind kDrawChosen;    ///< Records that a person chose, on one page or several.
+
+struct PageOrder {
+    std::function<void(const PageRef& page)> addShapes;
+    std::string title{};  ///< Empty: the drawing's name.
+};
 
 /// What is drawn. The name is in the texts and in the title, and names the file.
 struct DrawOrder {
     std::string name;
     std::string location, subfolder;  ///< The file is location\subfolder\name.vsd.
     bool visible = false;             ///< The engine shows its window.
-    std::function<void(const PageRef& page)> addShapes;
+    std::vector<PageOrder> pages;
 
     /// In the letters in which folder and file are on disk, when they are there.
     std::string File() const;

@@ -86,13 +86,20 @@ struct DrawingState {
 
     // One drawing.
     engine::Ref<engine::Application> VisioApp;
-    DrawnShapes gDrawnShapes;
-    ShapeIds gShapeIds;
-    std::unordered_set<std::string> walked;  ///< Records whose members have been walked, names folded.
+    double pointsOnA0 = 0;  ///< Of the drawing that was last made: PointsOnA0 of its largest page.
     bool colored = false;
     bool colorsEachBox = false;  ///< Each box has a colour of its own, and not the one of its parent's tree.
     /// Asked once: as a rule there are none, and a look for those of one record walks the table.
     bool storeHasIndexRows = true;
+
+    // One page.
+    DrawnShapes gDrawnShapes;
+    ShapeIds gShapeIds;
+    /// Records that are on other pages and here only named: what sets lead to. Names folded.
+    std::unordered_set<std::string> references;
+    std::unordered_set<std::string> walked;  ///< Records whose members have been walked, names folded.
+    std::size_t drawnRecords = 0;
+    std::unordered_set<std::string> drawnSets;  ///< Names folded.
     std::string gOwnerColor, gFillFormula;
     BoxFields box;
 
@@ -118,5 +125,6 @@ inline bool SetResultIU(const CellRef& cell, double value) {
 
 inline const std::string kFlowchartStencil = "Basic Flowchart Shapes (US units).vss";
 inline const std::string kSixPoints = "=6 pt.";
+inline constexpr double kLabelPoints = 6;
 
 }  // namespace norvelis

@@ -24,12 +24,6 @@ std::string TitlePinX(std::string_view distance) {
     return "Width * 0.2 + " + std::string(distance) + " + " + std::string(kTitleInset) + " in";
 }
 
-/// The masters of a page's look. No title: its stencil is missing, and the step ends with the background's.
-struct PageMasters {
-    Ref<engine::Master> background, title;
-    bool complete = false;
-};
-
 Ref<engine::Master> MasterOf(const Ref<engine::Document>& stencil, const std::string& name) {
     const auto masters = stencil ? stencil->Masters() : nullptr;
     return masters ? masters->Item(name) : nullptr;
@@ -45,22 +39,6 @@ Ref<engine::Master> CopyBackground(engine::Document& document, const Ref<engine:
     if (first) SetFormulaU(first->CellsSRC(engine::kEventDrop), QuoteFormula(""));
     open->Close();
     return copy;
-}
-
-PageMasters PreparePageMasters(DrawingState& drawing, engine::Document& document) {
-    PageMasters result;
-    const auto application = document.Application();
-    const auto documents = application ? application->Documents() : nullptr;
-    const auto backgrounds = GetStencil(drawing.reportOnce, documents, kBackgroundStencil);
-    if (!backgrounds) return result;
-    const std::string name = drawing.options.background.value_or(getvisiobackground(drawing.app));
-    result.background = CopyBackground(document, MasterOf(backgrounds, name));
-    const auto titles = GetStencil(drawing.reportOnce, documents, kTitleStencil);
-    if (!titles) return result;
-    result.title = MasterOf(titles, "Title block deco");
-    result.complete = true;
-    drawing.app.host.Yield();
-    return result;
 }
 
 /// Drops background and title on a locked layer; the title's shape.
@@ -86,10 +64,29 @@ ShapeRef DecoratePage(DrawingState& drawing, engine::Page& page, const PageMaste
 
 }  // namespace
 
+PageMasters PreparePageMasters(DrawingState& drawing, engine::Document& document) {
+    PageMasters result;
+    const auto application = document.Application();
+    const auto documents = application ? application->Documents() : nullptr;
+    const auto backgrounds = GetStencil(drawing.reportOnce, documents, kBackgroundStencil);
+    if (!backgrounds) return result;
+    const std::string name = drawing.options.background.value_or(getvisiobackground(drawing.app));
+    result.background = CopyBackground(document, MasterOf(backgrounds, name));
+    const auto titles = GetStencil(drawing.reportOnce, documents, kTitleStencil);
+    if (!titles) return result;
+    result.title = MasterOf(titles, "Title block deco");
+    result.complete = true;
+    drawing.app.host.Yield();
+    return result;
+}
+
 void formatPageBackground(DrawingState& drawing, const PageRef& page, const std::string& title) {
     const auto document = page ? page->Document() : nullptr;
-    if (!document) return;
-    const PageMasters masters = PreparePageMasters(drawing, *document);
+    if (document) formatPageBackground(drawing, page, PreparePageMasters(drawing, *document), title);
+}
+
+void formatPageBackground(DrawingState& drawing, const PageRef& page, const PageMasters& masters,
+                          const std::string& title) {
     if (!masters.complete) return;
     const ShapeRef block = DecoratePage(drawing, *page, masters, title, "0.625");
     drawing.app.host.Yield();

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "diagram/drawing_state.h"
 
 namespace norvelis {
 
@@ -66,6 +67,18 @@ void ApplyLayout(Host& host, engine::Page& page, int index) {
     page.Layout();
     page.ResizeToFitContents();
     page.CenterDrawing();
+}
+
+double PointsOnA0(engine::Page& page) {
+    constexpr double kLong = 46.81, kShort = 33.11;  // Sides of the sheet in inches.
+    const auto sheet = page.PageSheet();
+    const auto side = [&sheet](const char* name) {
+        const auto cell = sheet ? sheet->Cells(name) : nullptr;
+        return (cell ? cell->ResultIU() : std::nullopt).value_or(0);
+    };
+    const auto [shorter, longer] = std::minmax({side("PageWidth"), side("PageHeight")});
+    const double scale = std::min({1.0, kLong / std::max(longer, 1.0), kShort / std::max(shorter, 1.0)});
+    return scale * kLabelPoints;
 }
 
 void SetLayoutCell(engine::Page& page, int cell, int value) {

@@ -28,6 +28,10 @@ std::optional<int> LayoutIndex(std::string_view name);
 /// Writes the choice, an index that is none as zeros, and has the engine lay the page out.
 void ApplyLayout(Host& host, engine::Page& page, int index);
 
+/// How high a label of six points is when the page is made smaller to fit one A0 sheet, in points; six where
+/// it fits as it is.
+double PointsOnA0(engine::Page& page);
+
 /// One cell of the page layout row.
 void SetLayoutCell(engine::Page& page, int cell, int value);
 

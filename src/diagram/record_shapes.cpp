@@ -15,24 +15,15 @@ namespace norvelis {
 
 namespace {
 
-constexpr std::array<std::pair<std::string_view, std::string_view>, 4> strStepShapes = {{
+constexpr std::array<std::pair<std::string_view, std::string_view>, 5> strStepShapes = {{
     {"PROCESS", "Process"},
     {"DECISION", "Decision"},
     {"END", "Terminator"},
     {"ANNOTATION", "ANNOTATION"},
+    {"OFFPAGE", "Off-page reference"},
 }};
 
 constexpr double kDropSquare = 10;  // inches
-
-ShapeRef DropAtRandom(DrawingState& drawing, const PageRef& page, std::string_view step) {
-    const double x = drawing.app.random.Rnd() * kDropSquare;
-    const double y = drawing.app.random.Rnd() * kDropSquare;
-    return DropShape(drawing.reportOnce, page, kFlowchartStencil, GetStepMaster(step), x, y);
-}
-
-void RememberShape(DrawingState& drawing, const std::string& name, engine::Shape& shape) {
-    if (const int id = shape.ID(); id > 0) drawing.gShapeIds.Add(name, id);
-}
 
 /// What a store may say of a record in its optional columns: where it leads, a remark, how long it takes.
 void WriteOptionalColumns(const DrawingState& drawing, engine::Shape& shape, const Recordset& row) {
@@ -60,6 +51,16 @@ std::vector<std::string> MembersOf(DrawingState& drawing, const std::string& rec
 }
 
 }  // namespace
+
+ShapeRef DropAtRandom(DrawingState& drawing, const PageRef& page, std::string_view step) {
+    const double x = drawing.app.random.Rnd() * kDropSquare;
+    const double y = drawing.app.random.Rnd() * kDropSquare;
+    return DropShape(drawing.reportOnce, page, kFlowchartStencil, GetStepMaster(step), x, y);
+}
+
+void RememberShape(DrawingState& drawing, const std::string& name, engine::Shape& shape) {
+    if (const int id = shape.ID(); id > 0) drawing.gShapeIds.Add(name, id);
+}
 
 std::string GetStepMaster(std::string_view step) {
     const std::string word = UpperCase(step);
@@ -101,6 +102,7 @@ bool CreateRecordShape(DrawingState& drawing, const PageRef& page, const std::st
         FormatShapeText(drawing.box, *shape);
         shape->SetName(name);
         drawing.gDrawnShapes.Add(name);
+        ++drawing.drawnRecords;
         if (drawing.colored) {
             drawing.gFillFormula = drawing.gOwnerColor;
             if (!drawing.gFillFormula.empty()) {

@@ -18,16 +18,22 @@ void DrawRecordTree(DrawingState& drawing, const PageRef& page, const std::strin
 bool CreateRecordShape(DrawingState& drawing, const PageRef& page, const std::string& schema,
                        const std::string& recordName);
 
-/// Whether a row belongs to the schema that is drawn. A dictionary may hold a test and a production copy, whose
-/// records and sets have the same names.
+/// Whether a row belongs to the schema that is drawn. A dictionary may hold a test and a production copy,
+/// whose records and sets have the same names.
 bool IsOfDrawnSchema(const DrawingState& drawing, const Recordset& row);
 
 /// The shape that a record has on the page; null when it has none.
 ShapeRef ShapeOfRecord(const DrawingState& drawing, engine::Page& page, std::string_view recordName);
 
-/// A note for each row of the drawn schema, of the kind "index", that leads to the record. Extraction writes none; a store may hold
-/// them.
+/// A note for each row of the drawn schema, of the kind "index", that leads to the record. Extraction writes
+/// none; a store may hold them.
 bool CreateIndexShapes(DrawingState& drawing, const PageRef& page, const std::string& recordName);
+
+/// A shape for a step word on the square from which the layout takes it; null when the engine gives none.
+ShapeRef DropAtRandom(DrawingState& drawing, const PageRef& page, std::string_view step);
+
+/// Has lines and notes find the shape by the record's name. The first shape of a name stays.
+void RememberShape(DrawingState& drawing, const std::string& name, engine::Shape& shape);
 
 /// The master in the flowchart stencil for a step word; the first one for a word that is not known.
 std::string GetStepMaster(std::string_view step);

@@ -21,6 +21,22 @@ bool Append(engine::Characters& characters, const std::string& text, int color, 
            characters.SetCharProps(CharProperty::Size, size);
 }
 
+struct Piece {
+    std::string text;
+    int color;
+    int size;
+};
+
+/// One behind the other, as far as the engine takes them.
+void WritePieces(engine::Shape& shape, const std::vector<Piece>& pieces) {
+    const auto characters = shape.Characters();
+    if (!characters) return;
+    for (const Piece& piece : pieces) {
+        if (!Append(*characters, piece.text, piece.color, piece.size)) return;
+    }
+    SetDiagramFont(*characters);
+}
+
 void SetCharacterSize(engine::Page& page, const std::string& cell, const std::string& size) {
     const auto shapes = page.Shapes();
     const int count = shapes ? shapes->Count() : 0;
@@ -58,31 +74,26 @@ void FormatShapeText(const BoxFields& box, engine::Shape& shape) {
     constexpr int kNameSize = 10, kSize = 8;
     const std::string separator = " | ";
     const std::string rule = "\n" + std::string(52, '-');
-    const struct {
-        std::string text;
-        int color;
-        int size;
-    } pieces[] = {
-        {box.gBoxRecordName, engine::kRed, kNameSize},
-        {rule, engine::kBlack, kSize},
-        {"\n" + box.gBoxTableId, engine::kBlue, kSize},
-        {separator, engine::kBlack, kSize},
-        {box.gBoxRecType, engine::kBlue, kSize},
-        {separator, engine::kBlack, kSize},
-        {box.gBoxRecLen, engine::kBlue, kSize},
-        {separator, engine::kBlack, kSize},
-        {box.gBoxRecMode, engine::kBlue, kSize},
-        {rule, engine::kBlack, kSize},
-        {"\n" + box.gBoxRecKey + separator + box.gBoxDn, engine::kBlue, kSize},
-        {rule, engine::kBlack, kSize},
-        {"\n" + box.gBoxArea, engine::kBlue, kSize},
-    };
-    const auto characters = shape.Characters();
-    if (!characters) return;
-    for (const auto& piece : pieces) {
-        if (!Append(*characters, piece.text, piece.color, piece.size)) return;
-    }
-    SetDiagramFont(*characters);
+    WritePieces(shape, {
+                           {box.gBoxRecordName, engine::kRed, kNameSize},
+                           {rule, engine::kBlack, kSize},
+                           {"\n" + box.gBoxTableId, engine::kBlue, kSize},
+                           {separator, engine::kBlack, kSize},
+                           {box.gBoxRecType, engine::kBlue, kSize},
+                           {separator, engine::kBlack, kSize},
+                           {box.gBoxRecLen, engine::kBlue, kSize},
+                           {separator, engine::kBlack, kSize},
+                           {box.gBoxRecMode, engine::kBlue, kSize},
+                           {rule, engine::kBlack, kSize},
+                           {"\n" + box.gBoxRecKey + separator + box.gBoxDn, engine::kBlue, kSize},
+                           {rule, engine::kBlack, kSize},
+                           {"\n" + box.gBoxArea, engine::kBlue, kSize},
+                       });
+}
+
+void FormatReferenceText(const std::string& record, const std::string& page, engine::Shape& shape) {
+    constexpr int kNameSize = 8, kSize = 6;
+    WritePieces(shape, {{record, engine::kRed, kNameSize}, {"\npage " + page, engine::kBlack, kSize}});
 }
 
 void TextFieldAndFormattingDemo(engine::Shape& shape) {

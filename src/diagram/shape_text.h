@@ -10,6 +10,9 @@ namespace norvelis {
 /// between.
 void FormatShapeText(const BoxFields& box, engine::Shape& shape);
 
+/// The text of a reference to another page: the record's name, below it the page's.
+void FormatReferenceText(const std::string& record, const std::string& page, engine::Shape& shape);
+
 /// The label of a line: the set's name, up to the first line break, red and bold; the connection below it
 /// blue.
 void TextFieldAndFormattingDemo(engine::Shape& shape);

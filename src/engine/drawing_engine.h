@@ -162,6 +162,8 @@ class Pages {
     virtual ~Pages() = default;
     virtual int Count() = 0;
     virtual Ref<Page> Item(int index) = 0;
+    /// A new empty page behind all others.
+    virtual Ref<Page> Add() = 0;
 };
 
 class Page {
@@ -287,6 +289,9 @@ class Hyperlink {
   public:
     virtual ~Hyperlink() = default;
     virtual bool SetAddress(const std::string& address) = 0;
+    /// A place in the document that the address names, or in the drawing itself when it names none: "page" or
+    /// "page/shape".
+    virtual bool SetSubAddress(const std::string& place) = 0;
     virtual bool SetDescription(const std::string& description) = 0;
 };
 

@@ -47,6 +47,25 @@ TEST_F(DrawCommandTest, ASchemaARecordOrEachParentInAFile) {
     EXPECT_FALSE(FolderExists(program->App() + "/Temp")) << "snapshots are gone";
 }
 
+TEST_F(DrawCommandTest, SmallerDrawingsHaveTheirOwnFiles) {
+    ASSERT_EQ(Draw("EMPSCHM --seed 1").status, 0);
+    const std::string whole = ReadFile(Out("EMPSCHM/EMPSCHM.vsd"));
+    const std::pair<std::string, std::string> cases[] = {
+        {"--around client --steps 2 --down", "EMPSCHM around CLIENT"},
+        {"--area people-area", "EMPSCHM area PEOPLE-AREA"},
+        {"--by area", "EMPSCHM by area"},
+        {"--only client,c* --except commission", "EMPSCHM selected"},
+    };
+    for (const auto& [options, name] : cases) {
+        const auto drawn = Draw("EMPSCHM " + options);
+        EXPECT_EQ(drawn.out, "Done Drawing. File saved as:" + Out("EMPSCHM/" + name + ".vsd") + "\n")
+            << drawn.error;
+        EXPECT_EQ(drawing::PackageFaults(ReadFile(Out("EMPSCHM/" + name + ".vsd"))),
+                  std::vector<std::string>());
+    }
+    EXPECT_EQ(ReadFile(Out("EMPSCHM/EMPSCHM.vsd")), whole);
+}
+
 TEST_F(DrawCommandTest, MessagesNameTheFileThatWasWrittenInItsOwnLetters) {
     std::filesystem::create_directories(Out("empschm"));
     WriteFile(Out("empschm/Empschm.vsd"), "");
@@ -98,6 +117,12 @@ TEST_F(DrawCommandTest, RefusalsSayWhyInOneLine) {
     } cases[] = {
         {"OTHER", "norvelis-cli: there is no schema OTHER in the dictionary\n", 1},
         {"EMPSCHM --record OTHER", "norvelis-cli: there is no record OTHER in schema EMPSCHM\n", 1},
+        {"EMPSCHM --around OTHER", "Nothing was drawn: there is no record OTHER in schema EMPSCHM.\n", 1},
+        {"EMPSCHM --around CLIENT --steps 0", "--steps: ", 2},
+        {"EMPSCHM --steps 2", "--steps requires --around", 2},
+        {"EMPSCHM --around CLIENT --up --down", "excludes", 2},
+        {"EMPSCHM --around CLIENT --record CLIENT", "excludes", 2},
+        {"EMPSCHM --by record", "--by: record not in {area}", 2},
         {"EMPSCHM --layout Square", "--layout: there is no layout Square\n", 2},
         {"EMPSCHM --background Square", "--background: there is no background Square\n", 2},
         {"EMPSCHM --color blue", "--color: blue not in {on,off}\n", 2},

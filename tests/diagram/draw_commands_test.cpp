@@ -3,6 +3,7 @@
 #include "base/failure.h"
 #include "base/paths.h"
 #include "browse/tree_load.h"
+#include "diagram/draw_chosen.h"
 #include "drawing_fixture.h"
 
 namespace norvelis {
@@ -210,6 +211,32 @@ TEST_F(DrawCommandsTest, TheFolderIsAskedForOrTheDefault) {
     DrawParentDrawing(drawing, "OFFICE", false);
     EXPECT_EQ(screen.files.back(), app.AppPath("\\visio files\\EMPSCHM\\OFFICE.vsd"));
     EXPECT_EQ(getvisiolocation(app), app.AppPath("\\visio files\\"));
+}
+
+TEST_F(DrawCommandsTest, ChosenRecordsAskNothingAndHaveTheirOwnFile) {
+    RecordChoice choice;
+    choice.kind = RecordChoice::Kind::Around;
+    choice.name = "employee";
+    EXPECT_EQ(DrawChosenRecords(drawing, "EMPSCHM", choice).file, Target("EMPSCHM around EMPLOYEE"));
+    EXPECT_THAT(LinesWith("Name = "), ElementsAre(HasSubstr("Page.Name"), HasSubstr("DEPARTMENT"),
+                                                  HasSubstr("EMPLOYEE"), HasSubstr("COVERAGE")));
+    EXPECT_THAT(LinesWith("GlueTo"), SizeIs(5)) << "two sets and a note";
+    EXPECT_THAT(screen.saved, ElementsAre(Target("EMPSCHM around EMPLOYEE")));
+    EXPECT_TRUE(test.host.messages.empty());
+
+    choice.name = "NOBODY";
+    EXPECT_EQ(DrawChosenRecords(drawing, "EMPSCHM", choice).file, "");
+    EXPECT_THAT(test.host.Texts(),
+                ElementsAre("Nothing was drawn: there is no record NOBODY in schema EMPSCHM."));
+}
+
+TEST_F(DrawCommandsTest, ADrawingThatNoSheetHoldsLegiblyIsHintedAt) {
+    engine.recorder->values = {{"ThePage!PageWidth", 80}, {"ThePage!PageHeight", 120}};
+    DrawVisioDiagramSingle(drawing, "EMPSCHM", nullptr);
+    EXPECT_EQ(SizeHint(drawing), "");
+    engine.recorder->values["ThePage!PageHeight"] = 400;
+    DrawVisioDiagramSingle(drawing, "EMPSCHM", nullptr);
+    EXPECT_THAT(SizeHint(drawing), HasSubstr("0.7 points high: \"norvelis-cli draw EMPSCHM --by area\""));
 }
 
 TEST_F(DrawCommandsTest, ASchemaWithoutParentsHasBackgroundAndTitle) {

@@ -35,7 +35,7 @@ struct Recorder : std::enable_shared_from_this<Recorder> {
     /// Stencil file name -> its masters. A stencil that is not here can not be opened.
     std::map<std::string, std::vector<std::string>> stencils = {
         {"Basic Flowchart Shapes (US units).vss",
-         {"Process", "Decision", "Terminator", "Annotation", "Dynamic connector"}},
+         {"Process", "Decision", "Terminator", "Off-page reference", "Annotation", "Dynamic connector"}},
         {"Backgrounds (US units).vss", {"Background none", "Background world"}},
         {"Borders and Titles (US units).vss", {"Title block deco"}},
     };

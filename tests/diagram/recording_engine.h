@@ -86,6 +86,11 @@ class PagesHandle : public engine::Pages {
     engine::Ref<engine::Page> Item(int index) override {
         return index >= 1 && index <= r_->pageCount ? r_->Give("Pages.Item", PageOf(r_)) : nullptr;
     }
+    engine::Ref<engine::Page> Add() override {
+        if (!r_->Do("Pages.Add")) return nullptr;
+        ++r_->pageCount;
+        return PageOf(r_);
+    }
 
   private:
     R r_;

@@ -119,6 +119,9 @@ class CharactersHandle : public engine::Characters {
 class HyperlinkHandle : public engine::Hyperlink {
   public:
     HyperlinkHandle(R r, std::string shape) : r_(std::move(r)), shape_(std::move(shape)) {}
+    bool SetSubAddress(const std::string& a) override {
+        return r_->Do(fmt::format("{}.Hyperlink.SubAddress = {}", shape_, a));
+    }
     bool SetAddress(const std::string& a) override {
         return r_->Do(fmt::format("{}.Hyperlink.Address = {}", shape_, a));
     }

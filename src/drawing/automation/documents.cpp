@@ -83,6 +83,13 @@ class PagesHandle : public engine::Pages {
         Page* page = context_.Alive() ? At(context_.document->model->pages, index) : nullptr;
         return page ? std::make_shared<PageHandle>(context_, *page) : nullptr;
     }
+    Ref<engine::Page> Add() override {
+        if (!context_.Writable()) return nullptr;
+        drawing::Document& model = *context_.document->model;
+        Page& page = model.AddPage("Page-" + std::to_string(model.pages.size() + 1));
+        StatePage(model, page.sheet, kLetterWidth, kLetterHeight);
+        return std::make_shared<PageHandle>(context_, page);
+    }
 
   private:
     Context context_;

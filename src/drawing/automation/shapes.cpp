@@ -47,6 +47,7 @@ class HyperlinkHandle : public engine::Hyperlink {
     HyperlinkHandle(Context context, Shape& shape, RowKey row)
         : context_(std::move(context)), shape_(shape), row_(row) {}
     bool SetAddress(const std::string& address) override { return Write(Name::Address, address); }
+    bool SetSubAddress(const std::string& place) override { return Write(Name::SubAddress, place); }
     bool SetDescription(const std::string& description) override {
         return Write(Name::Description, description);
     }

@@ -49,21 +49,52 @@ QByteArray PaintPages(const std::vector<Scene>& scenes) {
     return bytes;
 }
 
-QPDFObjectHandle Link(const Figure& figure, const Scene& scene) {
+/// A figure's bounds on its page, from the lower left corner in points.
+QPDFObjectHandle::Rectangle PlaceOf(const Figure& figure, const Scene& scene) {
     const double points = PointsPerUnit(scene), height = scene.size.height() * points;
     const QRectF box = figure.bounds;
-    auto area = QPDFObjectHandle::newArray(
-        QPDFObjectHandle::Rectangle(box.left() * points, height - box.bottom() * points, box.right() * points,
-                                    height - box.top() * points));
-    auto action = QPDFObjectHandle::newDictionary();
-    action.replaceKey("/S", QPDFObjectHandle::newName("/URI"));
-    action.replaceKey("/URI", QPDFObjectHandle::newString(figure.address.toUtf8().toStdString()));
+    return {box.left() * points, height - box.bottom() * points, box.right() * points,
+            height - box.top() * points};
+}
+
+/// The place in the document that "page" or "page/shape" means; null for a page that there is not.
+QPDFObjectHandle Destination(const QString& place, const std::vector<Scene>& scenes,
+                             std::vector<QPDFPageObjectHelper>& pages) {
+    constexpr double kAir = 36;  // Points above and beside the shape.
+    const QString pageName = place.section('/', 0, 0), shape = place.section('/', 1);
+    for (std::size_t i = 0; i < scenes.size() && i < pages.size(); ++i) {
+        if (scenes[i].name != pageName) continue;
+        auto destination = QPDFObjectHandle::newArray({pages[i].getObjectHandle()});
+        for (const Figure& figure : scenes[i].figures) {
+            if (shape.isEmpty() || figure.name != shape) continue;
+            const auto box = PlaceOf(figure, scenes[i]);
+            destination.appendItem(QPDFObjectHandle::newName("/XYZ"));
+            destination.appendItem(QPDFObjectHandle::newReal(box.llx - kAir));
+            destination.appendItem(QPDFObjectHandle::newReal(box.ury + kAir));
+            destination.appendItem(QPDFObjectHandle::newNull());
+            return destination;
+        }
+        destination.appendItem(QPDFObjectHandle::newName("/Fit"));
+        return destination;
+    }
+    return QPDFObjectHandle::newNull();
+}
+
+QPDFObjectHandle Link(const Figure& figure, const Scene& scene, const std::vector<Scene>& scenes,
+                      std::vector<QPDFPageObjectHelper>& pages) {
     auto link = QPDFObjectHandle::newDictionary();
     link.replaceKey("/Type", QPDFObjectHandle::newName("/Annot"));
     link.replaceKey("/Subtype", QPDFObjectHandle::newName("/Link"));
-    link.replaceKey("/Rect", area);
+    link.replaceKey("/Rect", QPDFObjectHandle::newArray(PlaceOf(figure, scene)));
     link.replaceKey("/Border", QPDFObjectHandle::parse("[0 0 0]"));
-    link.replaceKey("/A", action);
+    if (figure.address.startsWith('#')) {
+        link.replaceKey("/Dest", Destination(figure.address.mid(1), scenes, pages));
+    } else {
+        auto action = QPDFObjectHandle::newDictionary();
+        action.replaceKey("/S", QPDFObjectHandle::newName("/URI"));
+        action.replaceKey("/URI", QPDFObjectHandle::newString(figure.address.toUtf8().toStdString()));
+        link.replaceKey("/A", action);
+    }
     if (!figure.addressText.isEmpty())
         link.replaceKey("/Contents", QPDFObjectHandle::newUnicodeString(figure.addressText.toStdString()));
     return link;
@@ -80,7 +111,7 @@ std::string PdfText(const std::vector<Scene>& scenes) {
         auto links = QPDFObjectHandle::newArray();
         for (const Figure& figure : scenes[i].figures) {
             if (!figure.address.isEmpty())
-                links.appendItem(document.makeIndirectObject(Link(figure, scenes[i])));
+                links.appendItem(document.makeIndirectObject(Link(figure, scenes[i], scenes, pages)));
         }
         if (links.getArrayNItems() > 0) pages[i].getObjectHandle().replaceKey("/Annots", links);
     }

@@ -91,7 +91,8 @@ class Writer {
     void Add(const Figure& figure) {
         if (figure.marks.empty() && figure.text.fragments.empty() && figure.picture.isNull()) return;
         auto parent = root_;
-        if (!figure.address.isEmpty()) {
+        const bool leadsOut = !figure.address.isEmpty() && !figure.address.startsWith('#');
+        if (leadsOut) {  // The file holds no other page.
             parent = root_.append_child("a");
             Set(parent, "xlink:href", figure.address.toStdString());
             if (!figure.addressText.isEmpty()) Set(parent, "xlink:title", figure.addressText.toStdString());

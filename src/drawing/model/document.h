@@ -106,6 +106,9 @@ struct Document {
 /// states each cell's default.
 void AddStandardStyles(Document& document);
 
+/// A new page's size until it fits its contents: US letter, lying. Inches.
+inline constexpr double kLetterWidth = 11, kLetterHeight = 8.5;
+
 /// A page sheet's size, scale and layout row, all at their defaults but the size.
 void StatePage(const Document& document, Shape& sheet, double width, double height);
 

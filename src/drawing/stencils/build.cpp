@@ -11,7 +11,6 @@ namespace norvelis::drawing::stencils {
 
 namespace {
 
-constexpr double kLetterWidth = 11, kLetterHeight = 8.5;
 constexpr int kFirstShapeId =
     5;  // As programs of this format count in masters; "Sheet.5" in the definitions.
 

@@ -60,6 +60,24 @@ MasterDefinition Terminator() {
     return {"Terminator", "A beginning or an end.", shape};
 }
 
+/// A plate that points on. Its text ends before the point.
+MasterDefinition OffPageReference() {
+    ShapeDefinition shape;
+    shape.cells = BoxCells("1.25 in", "0.375 in", "RGB(238,243,249)", "RGB(84,100,122)");
+    shape.cells.push_back({"RightMargin", "14 pt"});
+    const char* shoulder = "Width-10 pt";
+    GeometryDefinition outline;
+    outline.rows = {{"MoveTo", {{"X", "0"}, {"Y", "0"}}},
+                    {"LineTo", {{"X", shoulder}, {"Y", "0"}}},
+                    {"LineTo", {{"X", "Width"}, {"Y", "Height*0.5"}}},
+                    {"LineTo", {{"X", shoulder}, {"Y", "Height"}}},
+                    {"LineTo", {{"X", "0"}, {"Y", "Height"}}},
+                    {"LineTo", {{"X", "0"}, {"Y", "0"}}}};
+    shape.geometry = {outline};
+    shape.properties = kWorkProperties;
+    return {"Off-page reference", "A record that is on another page.", shape};
+}
+
 /// A note is above and to the right of its pin, at the foot of its block and only as large as its text, so
 /// that it covers nothing of the box whose pin it is dropped beside. The leader runs to the begin point from
 /// the foot of the note's bar, which is the pin, or from its head when the begin point is above the note;
@@ -158,7 +176,7 @@ MasterDefinition DynamicConnector() {
 StencilDefinition FlowchartShapes() {
     return {"Basic Flowchart Shapes (US units).vss",
             "Basic Flowchart Shapes",
-            {Process(), Decision(), Terminator(), Annotation(), DynamicConnector()}};
+            {Process(), Decision(), Terminator(), OffPageReference(), Annotation(), DynamicConnector()}};
 }
 
 }  // namespace norvelis::drawing::stencils

@@ -4,9 +4,12 @@
 #include <array>
 #include <cstdio>
 #include <filesystem>
+#include <map>
+#include <set>
 
 #include "base/paths.h"
 #include "core/settings.h"
+#include "diagram/draw_chosen.h"
 #include "diagram/draw_commands.h"
 #include "diagram/page_layout.h"
 #include "drawing/arrange/page_arrangement.h"
@@ -216,6 +219,49 @@ TEST_F(SampleDrawingTest, ARecordAloneIsDrawnWithAllBelowIt) {
         if (RoleOf(*saved->pages.front(), *shape) == Role::Box) names.push_back(shape->name);
     }
     EXPECT_THAT(names, testing::UnorderedElementsAre("INSTRUMENT", "BUILD-STEP", "REPAIR"));
+}
+
+TEST_F(SampleDrawingTest, EachAreaHasAPageWhoseReferencesLeadToTheOthers) {
+    RecordChoice choice;
+    choice.kind = RecordChoice::Kind::ByArea;
+    ASSERT_EQ(DrawChosenRecords(draw, "EMPSCHM", choice).result, DrawResult::Saved);
+    const std::string saved = ReadFile(File("EMPSCHM by area.vsd"));
+    EXPECT_THAT(drawing::PackageFaults(saved), testing::IsEmpty());
+    const auto document = drawing::ReadPackage(saved);
+    std::map<std::string, std::set<std::string>> boxes, references;
+    std::map<std::string, std::string> pageOf;
+    std::size_t lines = 0;
+    for (const auto& page : document->pages) {
+        for (const auto& shape : page->shapes) {
+            lines += RoleOf(*page, *shape) == Role::Line ? 1 : 0;
+            if (RoleOf(*page, *shape) != Role::Box) continue;
+            const drawing::Section* links = shape->Find(Name::Hyperlink);
+            if (links) {
+                references[page->name].insert(links->rows.front().cells.Find(Name::SubAddress)->text);
+            } else {
+                boxes[page->name].insert(shape->name);
+                pageOf[shape->name] = page->name;
+            }
+        }
+    }
+    EXPECT_EQ(document->pages.size(), 3u);
+    EXPECT_EQ(pageOf.size(), Rows("Record_Details"));
+    std::map<std::string, std::set<std::string>> expected;
+    std::size_t expectedLines = 0;
+    auto set = app.gConnection->Select("Select * FROM Connection_Details");
+    for (; !set.Eof(); set.MoveNext()) {
+        const std::string owner = set.Text("Recordname"), member = set.Text("next_step");
+        const std::string ownerPage = pageOf[owner], memberPage = pageOf[member];
+        expectedLines += ownerPage == memberPage ? 1 : 2;
+        if (ownerPage == memberPage) continue;
+        expected[ownerPage].insert(memberPage + "/" + member);
+        expected[memberPage].insert(ownerPage + "/" + owner);
+    }
+    EXPECT_EQ(references, expected);
+    EXPECT_EQ(lines, expectedLines);
+    draw.options.layout = *LayoutIndex("LeftToRight");
+    EXPECT_TRUE(ApplyLayoutToFile(draw, File("EMPSCHM by area.vsd")));
+    EXPECT_NE(ReadFile(File("EMPSCHM by area.vsd")), saved);
 }
 
 TEST_F(SampleDrawingTest, ALayoutIsAppliedToASavedFile) {

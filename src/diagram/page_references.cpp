@@ -1,0 +1,29 @@
+#include "diagram/page_references.h"
+
+#include "base/name_key.h"
+#include "base/text.h"
+#include "diagram/record_shapes.h"
+#include "diagram/shape_text.h"
+
+namespace norvelis {
+
+void CreatePageReference(DrawingState& drawing, const PageRef& page, const PageReference& reference) {
+    const ShapeRef shape = DropAtRandom(drawing, page, "OFFPAGE");
+    if (!shape) return;
+    drawing.references.insert(NameKey(reference.record));
+    RememberShape(drawing, reference.record, *shape);
+    FormatReferenceText(reference.record, reference.page, *shape);
+    shape->SetName(reference.record);
+    SetFormula(shape->Cells("Height"), "Guard(TextHeight(TheText, Width))");
+    SetFormula(shape->Cells("width"), "Guard(TextWidth(TheText))");
+    if (const auto link = shape->AddHyperlink()) {
+        link->SetSubAddress(reference.page + "/" + reference.record);
+        link->SetDescription(reference.record + " on page " + reference.page);
+    }
+}
+
+bool IsOnAnotherPage(const DrawingState& drawing, std::string_view recordName) {
+    return drawing.references.contains(NameKey(Trim(recordName)));
+}
+
+}  // namespace norvelis
