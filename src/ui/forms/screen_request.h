@@ -5,6 +5,7 @@
 
 #include "browse/record_tree.h"
 #include "core/host.h"
+#include "diagram/record_choice.h"
 
 // What the frame and screens ask of a screen that they do not know by class. Each request names its screen,
 // which is made when it is not there yet, and takes the request in Form::Take.
@@ -23,6 +24,12 @@ struct RefreshTree {
 struct DrawDictionary {
     static constexpr Screen kScreen = Screen::Treeview;
     bool singlePage;
+};
+/// Draws a part of a schema, as a long command, and shows it.
+struct DrawChosen {
+    static constexpr Screen kScreen = Screen::Treeview;
+    std::string schema;
+    RecordChoice choice;
 };
 /// Shows the larger tree; it is filled unless it was open.
 struct ShowLargerTree {
@@ -69,9 +76,9 @@ struct ShowHelp {
     Screen about;
 };
 
-using ScreenRequest =
-    std::variant<LoadTree, RefreshTree, DrawDictionary, ShowLargerTree, IsolateRecord, ShowDrawing,
-                 ShowReport, PickReport, PickDrawingFolder, ShowFindings, ShowHelp, PreviewPrint>;
+using ScreenRequest = std::variant<LoadTree, RefreshTree, DrawDictionary, DrawChosen, ShowLargerTree,
+                                   IsolateRecord, ShowDrawing, ShowReport, PickReport, PickDrawingFolder,
+                                   ShowFindings, ShowHelp, PreviewPrint>;
 
 inline Screen ScreenOf(const ScreenRequest& request) {
     return std::visit([](const auto& each) { return each.kScreen; }, request);

@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "browse/record_details.h"
 #include "core/settings.h"
+#include "diagram/draw_chosen.h"
 #include "diagram/draw_commands.h"
 #include "ui/controls/c_tree_view.h"
 #include "ui/controls/context_menu.h"
@@ -18,6 +19,7 @@
 #include "ui/controls/picture_controls.h"
 #include "ui/controls/split.h"
 #include "ui/forms/cancel_button.h"
+#include "ui/forms/draw_choices.h"
 #include "ui/forms/drawing_panel.h"
 #include "ui/screens/browse/node_hover.h"
 #include "ui/screens/browse/screen_drawing.h"
@@ -82,6 +84,17 @@ QWidget* frm_IsolateView::DrawingAndFields() {
         if (node != kNoNode) Context().request(ShowReport{Tviewrec_->Tree().Text(node)});
     });
     tree.Add("&Draw diagram", [this] { ProcessSingle(); });
+    AddDrawChoices(
+        tree, Context().commands,
+        [this]() -> PointedRecord {
+            const NodeIndex node = Tviewrec_->SelectedNode();
+            return node == kNoNode ? PointedRecord() : PointedRecord{schema_, Tviewrec_->Tree().Text(node)};
+        },
+        [this](const std::string& schema, const RecordChoice& choice) {
+            Draw([&](DrawingState& drawing, const RecordTree&) {
+                return DrawChosenRecords(drawing, schema, choice).result;
+            });
+        });
     FlxGrid2_ = new FlxGrid("FlxGrid2", kLayoutHeading, App().host, this);
     FlxGrid2_->setToolTip("Record Layout");
     return Split(Qt::Vertical, panel_, FlxGrid2_, 290, 130);
@@ -131,15 +144,20 @@ void frm_IsolateView::ClickShape(const QString& name) {
 }
 
 void frm_IsolateView::ProcessSingle() {
-    Context().commands.Run({"Draw Diagram", Screen::Treeview}, [this] {
+    Draw([this](DrawingState& drawing, const RecordTree& tree) {
+        return norvelis::ProcessSingle(drawing, schema_, tree);
+    });
+}
+
+void frm_IsolateView::Draw(const std::function<DrawResult(DrawingState&, const RecordTree&)>& draw) {
+    Context().commands.Run({"Draw Diagram", Screen::Treeview}, [this, &draw] {
         const clsHourglass hourglass(App().host);
         ScreenDrawing drawing(Context(), *Tviewrec_, *panel_);
         drawing.showText = [this](const QString& text) { Label1_->setText(text); };
         auto labelAsBefore = qScopeGuard([this, &drawing, before = Label1_->text()] {
             if (drawing.OnShow()) Label1_->setText(before);
         });
-        if (norvelis::ProcessSingle(drawing.State(), schema_, drawing.Tree()) == DrawResult::Saved)
-            labelAsBefore.dismiss();
+        if (draw(drawing.State(), drawing.Tree()) == DrawResult::Saved) labelAsBefore.dismiss();
     });
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "browse/record_tree.h"
+#include "diagram/draw_sequence.h"
 #include "ui/forms/form.h"
 
 namespace norvelis::ui {
@@ -32,6 +33,7 @@ class frm_IsolateView : public Form {
     void ClickNode(NodeIndex node);
     void ClickShape(const QString& name);
     void ApplyLayout();
+    void Draw(const std::function<DrawResult(DrawingState&, const RecordTree&)>& draw);
 
     cTreeView* Tviewrec_;
     NodeHover* hover_;

@@ -10,6 +10,7 @@
 #include "core/log.h"
 #include "core/places.h"
 #include "core/settings.h"
+#include "diagram/draw_chosen.h"
 #include "diagram/draw_commands.h"
 #include "ui/controls/c_tree_view.h"
 #include "ui/controls/context_menu.h"
@@ -133,6 +134,7 @@ void frm_Treeview::Take(const ScreenRequest& request) {
     if (std::holds_alternative<LoadTree>(request)) RunLoad();
     if (std::holds_alternative<RefreshTree>(request)) process_Refresh();
     if (const auto* draw = std::get_if<DrawDictionary>(&request)) DrawAll(draw->singlePage);
+    if (const auto* draw = std::get_if<DrawChosen>(&request)) DrawPart(*draw);
 }
 
 void frm_Treeview::DrawSinglePage() {
@@ -150,10 +152,21 @@ void frm_Treeview::DrawAll(bool singlePage) {
         drawing.showFile = [this](const QString& file) { lblFile_->setText(file); };
         drawing.State().gSingleDrawing = singlePage;
         DrawVisioDiagram(drawing.State(), &drawing.Tree());
+        app.host.Status(SizeHint(drawing.State()));
     } catch (const RuntimeFailure& failure) {
         WriteToErrorLog(app, "frmTreeview", "DrawVisioDiagram", failure.what(),
                         static_cast<int>(failure.Number()));
     }
+}
+
+void frm_Treeview::DrawPart(const DrawChosen& part) {
+    App().host.OpenScreen(Screen::Treeview, false);
+    Context().commands.Run({"Draw Diagram", Screen::Treeview}, [this, &part] {
+        const clsHourglass hourglass(App().host);
+        ScreenDrawing drawing(Context(), *Tview_, *panel_);
+        drawing.showFile = [this](const QString& file) { lblFile_->setText(file); };
+        DrawChosenRecords(drawing.State(), part.schema, part.choice);
+    });
 }
 
 void frm_Treeview::Maximize() {

@@ -17,7 +17,7 @@ class frm_Treeview : public TreeForm, private ProgressView {
     explicit frm_Treeview(const ScreenContext& context);
 
     void Load() override;
-    void Take(const ScreenRequest& request) override;  ///< LoadTree, RefreshTree, DrawDictionary.
+    void Take(const ScreenRequest& request) override;  ///< LoadTree, RefreshTree, DrawDictionary, DrawChosen.
     ProgressView* Progress() override { return this; }
 
   private:
@@ -26,6 +26,7 @@ class frm_Treeview : public TreeForm, private ProgressView {
 
     void loadtreeform() override;
     void DrawAll(bool singlePage);
+    void DrawPart(const DrawChosen& part);
     QBoxLayout* ProgressRow();
     void DrawSinglePage();
     void Maximize();

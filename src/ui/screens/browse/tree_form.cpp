@@ -13,6 +13,7 @@
 #include "ui/controls/keys.h"
 #include "ui/controls/picture_controls.h"
 #include "ui/controls/search_box.h"
+#include "ui/forms/draw_choices.h"
 #include "ui/screens/browse/node_hover.h"
 
 namespace norvelis::ui {
@@ -82,6 +83,17 @@ ButtonRow* TreeForm::TreeButtons() {
     Context().commands.DisableWhileBusy(refresh);
     ContextMenu menu(Tview_);
     menu.Add("&Show in report", [this] { ShowInReport(); });
+    AddDrawChoices(
+        menu, Context().commands,
+        [this]() -> PointedRecord {
+            const NodeIndex node = Tview_->SelectedNode();
+            if (node == kNoNode) return {};
+            hover_->Hide();
+            return {Tview_->Tree().Schema(node), Tview_->Tree().Text(node)};
+        },
+        [this](const std::string& schema, const RecordChoice& choice) {
+            Context().request(DrawChosen{schema, choice});
+        });
     menu.AddLine();
     menu.Add("&Expand all", expand);
     menu.Add("Co&llapse all", collapse);

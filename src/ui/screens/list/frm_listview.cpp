@@ -7,6 +7,7 @@
 #include "ui/controls/name_grid.h"
 #include "ui/controls/picture_controls.h"
 #include "ui/controls/split.h"
+#include "ui/forms/draw_choices.h"
 #include "ui/forms/record_lists.h"
 #include "ui/screens/list/neighbor_list.h"
 #include "ui/screens/list/record_network.h"
@@ -50,6 +51,16 @@ void frm_Listview::AddCommands(QAbstractItemView& names) {
         const std::string name = names.currentIndex().data().toString().toStdString();
         if (!name.empty()) Context().request(ShowReport{name});
     });
+    AddDrawChoices(
+        menu, Context().commands,
+        [this, &names]() -> PointedRecord {
+            const QModelIndex at = names.currentIndex();
+            const std::string other = NeighborList::OtherSchema(at);
+            return {other.empty() ? lists_->Schema() : other, at.data().toString().toStdString()};
+        },
+        [this](const std::string& schema, const RecordChoice& choice) {
+            Context().request(DrawChosen{schema, choice});
+        });
     menu.Add("&Back\tBackspace", &network_->cmdBack());
 }
 

@@ -67,6 +67,10 @@ NeighborList::NeighborList(const QString& name, const QString& spoken, QWidget* 
              [this] { QGuiApplication::clipboard()->setText(currentIndex().data().toString()); });
 }
 
+std::string NeighborList::OtherSchema(const QModelIndex& index) {
+    return index.data(kOtherSchemaRole).toString().toStdString();
+}
+
 void NeighborList::Show(const std::vector<Neighbor>& neighbors) {
     clear();
     for (const Neighbor& neighbor : neighbors) addItem(ItemOf(neighbor));

@@ -18,6 +18,9 @@ class NeighborList : public QListWidget {
 
     void Show(const std::vector<Neighbor>& neighbors);
 
+    /// The schema of a line of such a list when it is not that of the record on show; empty otherwise.
+    static std::string OtherSchema(const QModelIndex& line);
+
     void keyboardSearch(const QString& letter) override;
 
   signals:

@@ -128,6 +128,33 @@ TEST_F(IsolateViewTest, DrawsItsRecordsAndShowsTheDrawing) {
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
+TEST_F(IsolateViewTest, DrawsAroundARecordOrItsAreaIntoFilesOfTheirOwn) {
+    const auto choose = [](const QWidget& control, const char* caption) {
+        for (QAction* action : control.actions()) {
+            if (action->text() == caption) action->trigger();
+        }
+        UiApp::Settle();
+    };
+    Press("cmdDraw");
+    ui.host.messages.clear();
+    const std::string own = ReadFile(DrawingFile("INSTRUMENT"));
+    Tviewrec->Select(0);
+    choose(*Tviewrec, "Draw aro&und");
+    EXPECT_EQ(drawing->Src().toStdString(), DrawingFile("EMPSCHM around INSTRUMENT"));
+    EXPECT_EQ(ReadFile(DrawingFile("INSTRUMENT")), own);
+
+    auto* tree = ui.Find<cTreeView>("Tview");
+    tree->SelectRecord("CLIENT");
+    choose(*tree, "Draw its &area");
+    const auto* ofTree = ui.frame->Find(Screen::Treeview)->findChild<DrawingControl2*>("DrawingControl2");
+    EXPECT_EQ(ofTree->Src().toStdString(), DrawingFile("EMPSCHM area SALES-AREA"));
+    EXPECT_THAT(ui.host.messages, IsEmpty()) << "nothing is asked";
+    tree->Select(0);
+    choose(*tree, "Draw its &area");
+    EXPECT_THAT(ui.host.TakeTexts(),
+                ElementsAre("Nothing was drawn: there is no record EMPSCHM in schema EMPSCHM."));
+}
+
 TEST_F(IsolateViewTest, AClickOnABoxSelectsItsRecordAndShowsItsDetails) {
     Press("cmdDraw");
     emit drawing->ShapeClicked("REPAIR");
