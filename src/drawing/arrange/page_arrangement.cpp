@@ -6,6 +6,7 @@
 #include <unordered_map>
 
 #include "base/text.h"
+#include "drawing/arrange/line_jumps.h"
 #include "drawing/session/connectors.h"
 #include "drawing/text/text_layout.h"
 #include "layout/graph/graph.h"
@@ -78,14 +79,18 @@ std::optional<Rect> ContentsOf(OpenDocument& document, Page& page) {
     return extent.Bounds();
 }
 
-/// The largest decoration with a size of its own, such as a title.
+/// How far the decorations with a size of their own, such as a title, reach from its upper left corner: those
+/// that ride at the top of the page together, others each by itself.
 layout::Box TitleOf(OpenDocument& document, Page& page) {
+    const double top = Number(document, page, page.sheet, Name::PageHeight) - kTitleInset;
     layout::Box size;
     for (const auto& shape : page.shapes) {
         if (RoleOf(page, *shape) != Role::Decoration) continue;
         if (FormulaOf(*shape, Name::Width).find("ThePage!") != std::string_view::npos) continue;
-        size.width = std::max(size.width, Number(document, page, *shape, Name::Width));
-        size.height = std::max(size.height, Number(document, page, *shape, Name::Height));
+        const Rect block = BlockOf(document, page, *shape);
+        const bool rides = FormulaOf(*shape, Name::PinY).find("ThePage!PageHeight") != std::string_view::npos;
+        size.width = std::max(size.width, rides ? block.x1 - kTitleInset : block.Width());
+        size.height = std::max(size.height, rides ? top - block.y0 : block.Height());
     }
     return size;
 }
@@ -244,8 +249,9 @@ void LayOutPage(OpenDocument& document, Page& page) {
         RefreshGlue(document, page, *each.note);
     }
     document.recalculation.Settle();
+    const auto jumps = FindJumps(placement.routes);
     for (std::size_t k = 0; k < on.lines.size(); ++k)
-        WriteRoute(document, page, *on.lines[k], placement.routes[k]);
+        WriteRoute(document, page, *on.lines[k], placement.routes[k], jumps[k]);
     document.recalculation.Settle();
 }
 

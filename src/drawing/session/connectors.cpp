@@ -11,7 +11,8 @@ namespace {
 
 // Published numbers of the Connect records.
 constexpr int kBeginPart = 9, kEndPart = 12, kWholeShape = 3;
-constexpr double kTriggered = 2;  // What a trigger's cell shows.
+constexpr double kTriggered = 2;      // What a trigger's cell shows.
+constexpr double kJumpHeight = 0.04;  // Inches, upwards.
 
 // A line that runs horizontally or vertically has a block of this width, for a block of none has no middle.
 const std::string kLeastBlockFormula = "GUARD(0.19685039370079DL)";
@@ -38,6 +39,8 @@ class RouteRows {
 
     void MoveTo(Point to) { Add(Name::MoveTo, Local(to)); }
     void LineTo(Point to) { Add(Name::LineTo, Local(to)); }
+    /// `bow` is to the right of the way, negative to the left.
+    void ArcTo(Point to, double bow) { Add(Name::ArcTo, Local(to)).cells.Set(Name::A, bow); }
     void CurveTo(Point corner, Point to) {
         const auto part = [this](Point at) {
             const Point local = Local(at);
@@ -84,9 +87,16 @@ void WriteCurves(RouteRows& rows, const std::vector<Point>& points) {
     rows.LineTo(points.back());
 }
 
-void WriteStraight(RouteRows& rows, const std::vector<Point>& points) {
+void WriteStraight(RouteRows& rows, const std::vector<Point>& points, const std::vector<LineJump>& jumps) {
     rows.MoveTo(points.front());
-    for (std::size_t i = 1; i < points.size(); ++i) rows.LineTo(points[i]);
+    auto jump = jumps.begin();
+    for (std::size_t i = 0; i + 1 < points.size(); ++i) {
+        for (; jump != jumps.end() && jump->segment == i; ++jump) {
+            rows.LineTo({jump->from, points[i].y});
+            rows.ArcTo({jump->to, points[i].y}, jump->from < jump->to ? -kJumpHeight : kJumpHeight);
+        }
+        rows.LineTo(points[i + 1]);
+    }
 }
 
 bool Joins(const Connect& connect, const Shape& line, bool begin) {
@@ -126,7 +136,8 @@ bool GlueEnd(OpenDocument& document, Canvas& canvas, Shape& line, bool begin, co
     return true;
 }
 
-void WriteRoute(OpenDocument& document, Canvas& canvas, Shape& line, const layout::Route& route) {
+void WriteRoute(OpenDocument& document, Canvas& canvas, Shape& line, const layout::Route& route,
+                const std::vector<LineJump>& jumps) {
     if (route.points.size() < 2) return;
     Recalculation& cells = document.recalculation;
     const Point begin = route.points.front(), end = route.points.back();
@@ -155,7 +166,7 @@ void WriteRoute(OpenDocument& document, Canvas& canvas, Shape& line, const layou
     if (route.curved && route.points.size() > 2) {
         WriteCurves(rows, route.points);
     } else {
-        WriteStraight(rows, route.points);
+        WriteStraight(rows, route.points, jumps);
     }
     if (line.base)
         rows.CoverRowsOfMaster(static_cast<int>(SectionOf(*line.base, Name::Geometry).rows.size()));

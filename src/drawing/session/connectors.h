@@ -19,8 +19,16 @@ Shape* GluedTo(const Canvas& canvas, const Shape& line, bool begin);
 /// ends.
 bool GlueEnd(OpenDocument& document, Canvas& canvas, Shape& line, bool begin, const Shape& box);
 
-/// Writes the route of a line and the place of its label. The ends keep their glue.
-void WriteRoute(OpenDocument& document, Canvas& canvas, Shape& line, const layout::Route& route);
+/// An arc over other lines, on the horizontal segment behind a point of a straight route; x in its direction.
+struct LineJump {
+    std::size_t segment;
+    double from, to;
+};
+
+/// Writes the route of a line, with its jumps in their order, and the place of its label. The ends keep their
+/// glue.
+void WriteRoute(OpenDocument& document, Canvas& canvas, Shape& line, const layout::Route& route,
+                const std::vector<LineJump>& jumps);
 
 /// The line runs straight again, as its master does.
 void DropRoute(OpenDocument& document, Canvas& canvas, Shape& line);
