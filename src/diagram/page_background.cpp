@@ -6,6 +6,7 @@
 #include "core/settings.h"
 #include "diagram/common.h"
 #include "diagram/page_layout.h"
+#include "diagram/title_facts.h"
 
 namespace norvelis {
 
@@ -39,6 +40,16 @@ Ref<engine::Master> CopyBackground(engine::Document& document, const Ref<engine:
     if (first) SetFormulaU(first->CellsSRC(engine::kEventDrop), QuoteFormula(""));
     open->Close();
     return copy;
+}
+
+/// The facts go to the part of the title that is called so.
+void FillFacts(engine::Shape& title, const std::string& facts) {
+    const auto parts = title.Shapes();
+    const int count = parts ? parts->Count() : 0;
+    for (int i = 1; i <= count; ++i) {
+        const ShapeRef part = parts->Item(i);
+        if (part && part->Name() == "Facts") part->SetText(facts);
+    }
 }
 
 /// Drops background and title on a locked layer; the title's shape.
@@ -90,7 +101,10 @@ void formatPageBackground(DrawingState& drawing, const PageRef& page, const Page
     if (!masters.complete) return;
     const ShapeRef block = DecoratePage(drawing, *page, masters, title, "0.625");
     drawing.app.host.Yield();
-    if (block) SetFormula(block->Cells("Char.Size"), kSixPoints);
+    if (block) {
+        SetFormula(block->Cells("Char.Size"), kSixPoints);
+        FillFacts(*block, TitleFacts(drawing));
+    }
     drawing.app.host.Yield();
     ApplyLayout(drawing.app.host, *page, drawing.options.layout);
     page->ResizeToFitContents();

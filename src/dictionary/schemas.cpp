@@ -29,6 +29,13 @@ long CountRecords(Connection& store, std::string_view schema) {
     return store.Count("Select count(*) FROM Record_Details where schemaname = ?", {schema});
 }
 
+SchemaCounts CountContents(Connection& store, std::string_view schema) {
+    const auto count = [&](const char* statement) { return store.Count(statement, {schema}); };
+    return {count("Select count(*) FROM Record_Details where schemaname = ? and recordtype = 'Record'"),
+            count("Select count(distinct set) FROM Connection_Details where schemaname = ?"),
+            count("Select count(distinct Recordname) FROM Index_Details where schemaname = ?")};
+}
+
 Recordset EntryRecords(Connection& store, std::string_view schema) {
     return store.Select("Select * FROM Parents where schemaname = ?", {schema});
 }

@@ -27,6 +27,12 @@ std::optional<std::string> StoredSchemaName(Connection& store, std::string_view 
 /// How many records of any kind the schema has.
 long CountRecords(Connection& store, std::string_view schema);
 
+/// What a schema holds; a set or index with several members counts once.
+struct SchemaCounts {
+    long records = 0, sets = 0, indexes = 0;
+};
+SchemaCounts CountContents(Connection& store, std::string_view schema);
+
 /// The rows of Parents of one schema: in the order of the report, or by name.
 Recordset EntryRecords(Connection& store, std::string_view schema);
 Recordset EntryRecordsByName(Connection& store, std::string_view schema);

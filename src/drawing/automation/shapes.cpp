@@ -135,7 +135,9 @@ int ShapeHandle::ID() {
 }
 
 std::string ShapeHandle::Name() {
-    return context_.Alive() ? shape_.name : std::string();
+    if (!context_.Alive()) return {};
+    const bool isPart = !shape_.master && shape_.base;  // Called as its master's part.
+    return isPart && shape_.name.empty() ? shape_.base->name : shape_.name;
 }
 
 bool ShapeHandle::SetName(const std::string& name) {

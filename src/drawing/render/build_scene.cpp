@@ -298,7 +298,8 @@ class SceneBuilder {
         figure.text.place = text;
         if (const auto ground = TextGround(shape)) {
             QPainterPath plate;
-            plate.addRect(figure.text.bounds);
+            plate.setFillRule(Qt::WindingFill);
+            for (const QRectF& line : figure.text.ink) plate.addRect(line);
             figure.marks.push_back({text.map(plate), *ground, Qt::NoPen, false});
         }
     }

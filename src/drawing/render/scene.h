@@ -40,8 +40,9 @@ struct Fragment {
 };
 
 struct TextPicture {
-    QTransform place;  ///< From the text's own coordinates to the scene's.
-    QRectF bounds;     ///< In its own coordinates.
+    QTransform place;         ///< From the text's own coordinates to the scene's.
+    QRectF bounds;            ///< In its own coordinates.
+    std::vector<QRectF> ink;  ///< The same of each line that is not blank.
     std::vector<Fragment> fragments;
 };
 

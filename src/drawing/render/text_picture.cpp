@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <optional>
 
 #include "drawing/text/text_layout.h"
 
@@ -73,6 +74,7 @@ TextPicture PictureOfText(FontLibrary& fonts, const Document& document, const Sh
     std::map<int, Letters> rows;
     double from = width, to = 0;
     for (const TextLine& line : layout.lines) {
+        std::optional<double> inkFrom;
         for (const TextFragment& fragment : line.fragments) {
             if (fragment.text.empty()) continue;
             auto row = rows.find(fragment.character);
@@ -86,6 +88,14 @@ TextPicture PictureOfText(FontLibrary& fonts, const Document& document, const Sh
                                          letters.font, letters.color});
             from = std::min(from, left + fragment.x);
             to = std::max(to, left + fragment.x + fragment.width);
+            const bool hasInk = fragment.text.find_first_not_of(' ') != std::string::npos;
+            if (hasInk && !inkFrom) inkFrom = fragment.x;
+        }
+        if (inkFrom) {  // From the left margin's begin to the right one's end; blanks at the end do not
+                        // count.
+            picture.ink.emplace_back(*inkFrom * kUnitsPerInch, (down + line.top) * kUnitsPerInch,
+                                     (left + line.width + right) * kUnitsPerInch,
+                                     line.height * kUnitsPerInch);
         }
     }
     if (!picture.fragments.empty()) {

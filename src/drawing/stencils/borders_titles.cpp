@@ -6,6 +6,9 @@ namespace {
 
 using Cells = std::vector<CellDefinition>;
 
+/// Grows with the page, so that it can be read on a print of any page that was made smaller to fit its paper.
+const char* const kFactsSize = "MAX(5 pt,MIN(ThePage!PageWidth,ThePage!PageHeight)*0.006)";
+
 GeometryDefinition Rectangle() {
     GeometryDefinition geometry;
     for (const auto& [x, y] : {std::pair{"0", "0"}, {"1", "0"}, {"1", "1"}, {"0", "1"}, {"0", "0"}})
@@ -24,22 +27,24 @@ ShapeDefinition Part(const std::string& left, const std::string& bottom, const s
     return part;
 }
 
-/// The block is as wide as its title asks. Its pin is where the page formulas of a drawn title (a fifth of
-/// the width and 0.875 in from the left edge, a tenth of the height and 0.375 in below the top) bring its
-/// upper left corner to a quarter inch from the page's edges.
+/// The block is as large as its title and the facts below it ask. Its pin is where the page formulas of a
+/// drawn title (a fifth of the width and 0.875 in from the left edge, a tenth of the height and 0.375 in
+/// below the top) bring its upper left corner to a quarter inch from the page's edges.
+///
+/// The facts are the last part: "Sheet.13".
 MasterDefinition TitleBlockDeco() {
     const char* ink = "RGB(31,56,88)";
     ShapeDefinition block;
-    block.cells = {{"Width", "MAX(2.25 in,TEXTWIDTH(TheText)+0.62 in)"},
-                   {"Height", "0.44 in"},
+    block.cells = {{"Width", "MAX(2.25 in,TEXTWIDTH(TheText)+0.62 in,Sheet.13!Width+0.2 in)"},
+                   {"Height", "Sheet.13!Height+0.33 in"},
                    {"LocPinX", "Width*0.2+0.625 in"},
                    {"LocPinY", "Height*0.9-0.125 in"},
                    {"TxtPinX", "0.12 in"},
-                   {"TxtPinY", "Height*0.43"},
+                   {"TxtPinY", "Height-0.28 in"},
                    {"TxtLocPinX", "0"},
                    {"TxtLocPinY", "0"},
                    {"TxtWidth", "Width-0.5 in"},
-                   {"TxtHeight", "Height*0.57"},
+                   {"TxtHeight", "0.25 in"},
                    {"LeftMargin", "4 pt"},
                    {"RightMargin", "4 pt"},
                    {"TopMargin", "2 pt"},
@@ -66,39 +71,74 @@ MasterDefinition TitleBlockDeco() {
                                   {"LineWeight", "0.5 pt"}});
     ShapeDefinition bar = Part("0", "0", "0.07 in", "Sheet.5!Height", filled(ink));
     ShapeDefinition accent = Part("0.07 in", "0", "0.02 in", "Sheet.5!Height", filled("RGB(214,160,72)"));
-    ShapeDefinition rule = Part("0.176 in", "Sheet.5!Height*0.41", "Sheet.5!Width-0.62 in", "0.006 in",
+    ShapeDefinition rule = Part("0.176 in", "Sheet.13!Height+0.03 in", "Sheet.5!Width-0.62 in", "0.006 in",
                                 filled("RGB(198,208,220)"));
-    ShapeDefinition caption =
-        Part("0.12 in", "Sheet.5!Height*0.06", "Sheet.5!Width-0.5 in", "Sheet.5!Height*0.33",
-             {{"LinePattern", "0"},
-              {"FillPattern", "0"},
-              {"LeftMargin", "4 pt"},
-              {"RightMargin", "4 pt"},
-              {"TopMargin", "0 pt"},
-              {"BottomMargin", "0 pt"},
-              {"VerticalAlign", "1"},
-              {"Para.HorzAlign", "0"},
-              {"Char.Size", "5 pt"},
-              {"Char.Color", "RGB(110,124,142)"}});
-    caption.text = "Bachman diagram";
     // An owner, a line, a member: the mark at the right.
-    ShapeDefinition owner =
-        Part("Sheet.5!Width-0.29 in", "Sheet.5!Height*0.5+0.045 in", "0.2 in", "0.085 in", filled(ink));
-    ShapeDefinition line = Part("Sheet.5!Width-0.196 in", "Sheet.5!Height*0.5-0.05 in", "0.012 in", "0.1 in",
-                                filled("RGB(150,164,184)"));
-    ShapeDefinition member = Part("Sheet.5!Width-0.29 in", "Sheet.5!Height*0.5-0.13 in", "0.2 in", "0.085 in",
+    const std::string middle = "Sheet.5!Height-0.165 in", left = "Sheet.5!Width-0.29 in";
+    ShapeDefinition owner = Part(left, middle + "+0.045 in", "0.2 in", "0.085 in", filled(ink));
+    ShapeDefinition line =
+        Part("Sheet.5!Width-0.196 in", middle + "-0.05 in", "0.012 in", "0.1 in", filled("RGB(150,164,184)"));
+    ShapeDefinition member = Part(left, middle + "-0.13 in", "0.2 in", "0.085 in",
                                   {{"FillPattern", "1"},
                                    {"FillForegnd", "RGB(255,255,255)"},
                                    {"LineColor", ink},
                                    {"LineWeight", "0.75 pt"}});
-    block.parts = {plate, bar, accent, rule, caption, line, owner, member};
+    ShapeDefinition facts = Part("0.12 in", "0.02 in", "TEXTWIDTH(TheText)", "TEXTHEIGHT(TheText,Width)",
+                                 {{"LinePattern", "0"},
+                                  {"FillPattern", "0"},
+                                  {"LeftMargin", "4 pt"},
+                                  {"RightMargin", "4 pt"},
+                                  {"TopMargin", "0 pt"},
+                                  {"BottomMargin", "1 pt"},
+                                  {"VerticalAlign", "1"},
+                                  {"Para.HorzAlign", "0"},
+                                  {"Char.Size", kFactsSize},
+                                  {"Char.Color", "RGB(84,100,122)"}});
+    facts.name = "Facts";
+    facts.text = "Bachman diagram";
+    block.parts = {plate, bar, accent, rule, line, owner, member, facts};
     return {"Title block deco", "A title that rides at the page's upper left.", block};
+}
+
+/// A swatch ("Sheet.6") and what it means ("Sheet.7"), as high as the facts of the title. The pin is at the
+/// upper left.
+MasterDefinition LegendEntry() {
+    ShapeDefinition entry;
+    entry.cells = {{"Width", "Sheet.7!Width+Height*1.7"},
+                   {"Height", "Sheet.7!Height"},
+                   {"LocPinX", "0"},
+                   {"LocPinY", "Height"},
+                   {"FillPattern", "0"},
+                   {"LinePattern", "0"},
+                   {"DisplayMode", "2"},
+                   {"ObjType", "4"}};
+    ShapeDefinition swatch = Part("0", "Sheet.5!Height*0.1", "Sheet.5!Height*1.5", "Sheet.5!Height*0.8",
+                                  {{"FillPattern", "1"},
+                                   {"FillForegnd", "RGB(255,255,255)"},
+                                   {"LineColor", "RGB(84,100,122)"},
+                                   {"LineWeight", "0.75 pt"}});
+    swatch.name = "Swatch";
+    ShapeDefinition name = Part("Sheet.5!Height*1.7", "0", "TEXTWIDTH(TheText)", "TEXTHEIGHT(TheText,Width)",
+                                {{"LinePattern", "0"},
+                                 {"FillPattern", "0"},
+                                 {"LeftMargin", "0 pt"},
+                                 {"RightMargin", "0 pt"},
+                                 {"TopMargin", "1 pt"},
+                                 {"BottomMargin", "1 pt"},
+                                 {"VerticalAlign", "1"},
+                                 {"Para.HorzAlign", "0"},
+                                 {"Char.Size", kFactsSize},
+                                 {"Char.Color", "RGB(31,56,88)"}});
+    name.name = "Name";
+    name.text = "Meaning";
+    entry.parts = {swatch, name};
+    return {"Legend entry", "What a color means.", entry};
 }
 
 }  // namespace
 
 StencilDefinition BordersAndTitles() {
-    return {"Borders and Titles (US units).vss", "Borders and Titles", {TitleBlockDeco()}};
+    return {"Borders and Titles (US units).vss", "Borders and Titles", {TitleBlockDeco(), LegendEntry()}};
 }
 
 }  // namespace norvelis::drawing::stencils

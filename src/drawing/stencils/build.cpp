@@ -40,6 +40,10 @@ class MasterBuilder {
         StatePage(document_, master.sheet, kLetterWidth, kLetterHeight);
         Shape& top = AddShape(master, definition.shape, nullptr);
         for (const ShapeDefinition& part : definition.shape.parts) AddShape(master, part, &top);
+        // Formulas may name any shape of the group.
+        State(master, top, definition.shape);
+        for (std::size_t i = 0; i < definition.shape.parts.size(); ++i)
+            State(master, *top.shapes[i], definition.shape.parts[i]);
         return master;
     }
 
@@ -47,10 +51,14 @@ class MasterBuilder {
     Shape& AddShape(Master& master, const ShapeDefinition& definition, Shape* group) {
         auto made = std::make_unique<Shape>();
         if (!group) made->id = kFirstShapeId;
+        made->name = made->nameU = definition.name;
         made->kind = definition.parts.empty() ? ShapeKind::Shape : ShapeKind::Group;
         made->lineStyle = made->fillStyle = made->textStyle = document_.FindStyle("Normal");
         if (!definition.text.empty()) made->text = TextRuns{{definition.text}};
-        Shape& shape = master.Add(std::move(made), group);
+        return master.Add(std::move(made), group);
+    }
+
+    void State(Master& master, Shape& shape, const ShapeDefinition& definition) {
         for (const CellDefinition& cell : definition.cells) {
             const CellRef ref = ParseCellName(document_.names, cell.name);
             if (ref.cell == Name::None)
@@ -64,7 +72,6 @@ class MasterBuilder {
         int index = 0;
         for (const GeometryDefinition& geometry : definition.geometry)
             AddGeometry(master, shape, geometry, index++);
-        return shape;
     }
 
     void AddGeometry(Master& master, Shape& shape, const GeometryDefinition& definition, int index) {
@@ -82,6 +89,11 @@ class MasterBuilder {
     }
 
     void Put(Master& master, Shape& shape, const CellRef& ref, const CellDefinition& cell) {
+        if (ref.section == Name::Character && ref.cell == Name::Font) {  // By its name.
+            shape.LocalAt(ref).SetNumber(document_.FontIndex(cell.formula));
+            recalculation_.Changed(master, shape, ref);
+            return;
+        }
         if (!recalculation_.SetFormula(master, shape, ref, cell.formula))
             throw RuntimeFailure(FailureNumber::InvalidCall, cell.name + " can not be " + cell.formula);
     }

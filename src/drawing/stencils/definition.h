@@ -9,7 +9,7 @@
 namespace norvelis::drawing::stencils {
 
 struct CellDefinition {
-    std::string name, formula;
+    std::string name, formula;  ///< Of "Char.Font" the name of the font.
 };
 
 struct RowDefinition {

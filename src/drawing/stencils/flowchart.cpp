@@ -15,14 +15,15 @@ GeometryDefinition Polygon(const std::vector<std::pair<const char*, const char*>
     return geometry;
 }
 
-/// What the boxes have in common: a light fill, a thin line, text in the middle with a modest margin.
+/// What the boxes have in common: a light fill, a thin line, text in the middle. The margins above and below
+/// leave space for programs whose lines are a little higher.
 Cells BoxCells(const char* width, const char* height, const char* fill, const char* line) {
     return {{"Width", width},          {"Height", height},        {"LocPinX", "Width*0.5"},
             {"LocPinY", "Height*0.5"}, {"FillForegnd", fill},     {"FillPattern", "1"},
             {"LineColor", line},       {"LineWeight", "0.75 pt"}, {"LeftMargin", "6 pt"},
-            {"RightMargin", "6 pt"},   {"TopMargin", "5 pt"},     {"BottomMargin", "5 pt"},
+            {"RightMargin", "6 pt"},   {"TopMargin", "7 pt"},     {"BottomMargin", "7 pt"},
             {"VerticalAlign", "1"},    {"Para.HorzAlign", "1"},   {"Char.Size", "8 pt"},
-            {"Char.Color", "0"},       {"ObjType", "1"}};
+            {"Char.Color", "0"},       {"ObjType", "1"},          {"Char.Font", "Times New Roman"}};
 }
 
 const std::vector<PropertyDefinition> kWorkProperties = {{"Duration", "Duration"},
@@ -151,6 +152,7 @@ MasterDefinition DynamicConnector() {
                    {"Char.Size", "6 pt"},
                    {"Char.Color", "0"},
                    {"TextBkgnd", "RGB(255,255,255)"},
+                   {"TextBkgndTrans", "0.25"},
                    {"LineColor", "RGB(84,100,122)"},
                    {"LineWeight", "0.75 pt"},
                    {"EndArrow", "13"},

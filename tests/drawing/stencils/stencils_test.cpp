@@ -76,7 +76,8 @@ TEST(Stencils, HoldTheMastersThatDrawingsAskFor) {
                                               "Annotation", "Dynamic connector"));
     EXPECT_THAT(NamesIn(*ReadPackageFile(kFolder + kBackgrounds)),
                 testing::ElementsAreArray(kBackgroundNames));
-    EXPECT_THAT(NamesIn(*ReadPackageFile(kFolder + kTitles)), testing::ElementsAre("Title block deco"));
+    EXPECT_THAT(NamesIn(*ReadPackageFile(kFolder + kTitles)),
+                testing::ElementsAre("Title block deco", "Legend entry"));
 }
 
 TEST(Stencils, KeepEveryRuleOfPackages) {
@@ -126,7 +127,7 @@ TEST(Stencils, BackgroundsArePale) {
 }
 
 TEST(Stencils, AnIndependentReaderFindsEveryMaster) {
-    for (const auto& [stencil, count] : {std::pair{kFlowchart, 6}, {kBackgrounds, 18}, {kTitles, 1}}) {
+    for (const auto& [stencil, count] : {std::pair{kFlowchart, 6}, {kBackgrounds, 18}, {kTitles, 2}}) {
         const std::string command = "vss2xhtml '" + kFolder + stencil + "' 2>&1";
         std::FILE* pipe = popen(command.c_str(), "r");
         ASSERT_NE(pipe, nullptr);

@@ -1,0 +1,46 @@
+#include "diagram/title_facts.h"
+
+#include <fmt/format.h>
+
+#include "base/text.h"
+#include "dictionary/schemas.h"
+
+namespace norvelis {
+
+namespace {
+
+std::string Counted(std::size_t drawn, long all, const char* one, const char* many) {
+    const bool some = static_cast<long>(drawn) < all;
+    return (some ? fmt::format("{} of ", drawn) : "") + fmt::format("{} {}", all, all == 1 ? one : many);
+}
+
+/// A release as reports write it has the word in front.
+std::string WithoutWord(std::string_view word, std::string_view value) {
+    const bool has = EqualIgnoringCase(value.substr(0, word.size()), word);
+    return std::string(Trim(value.substr(has ? word.size() : 0)));
+}
+
+}  // namespace
+
+std::string TitleFacts(DrawingState& drawing) {
+    std::string text = "Bachman diagram", date;
+    const std::string_view schema = Trim(drawing.gDrawSchema);
+    if (!schema.empty()) text += fmt::format(" of schema {}", schema);
+    if (auto header = dictionary::SchemaHeader(drawing.store, schema); !header.Eof()) {
+        for (const auto& [word, column] :
+             {std::pair{"version", "schemaversion"}, std::pair{"release", "schemarelease"}}) {
+            const std::string value = WithoutWord(word, Trim(header.Text(column)));
+            if (!value.empty()) text += fmt::format(", {} {}", word, value);
+        }
+        date = Trim(header.Text("schemadate"));
+    }
+    const dictionary::SchemaCounts all = dictionary::CountContents(drawing.store, schema);
+    text += "\n";
+    if (!date.empty()) text += fmt::format("Report of {}: ", date);
+    text += Counted(drawing.drawnRecords, all.records, "record", "records") + ", " +
+            Counted(drawing.drawnSets.size(), all.sets, "set", "sets");
+    if (all.indexes > 0) text += fmt::format(", {} {}", all.indexes, all.indexes == 1 ? "index" : "indexes");
+    return text;
+}
+
+}  // namespace norvelis
