@@ -23,6 +23,8 @@ struct DrawRequest {
     std::optional<RecordChoice> choice;
     int layout = 0;
     std::optional<bool> color;
+    BoxMeaning meaning = BoxMeaning::None;
+    bool linesByOwner = false;
     std::optional<std::string> background;
     std::optional<std::uint64_t> seed;
 };
@@ -46,6 +48,8 @@ DrawOptions OptionsOf(const DrawRequest& request) {
     DrawOptions options;
     options.layout = request.layout;
     options.color = request.color;
+    options.meaning = request.meaning;
+    options.linesByOwner = request.linesByOwner;
     options.background = request.background;
     options.visible = false;
     if (!request.out.empty()) options.location = AbsolutePath(request.out);
@@ -197,7 +201,7 @@ void AddChoice(CLI::App& command, DrawRequest& request, const std::vector<CLI::O
 
 void AddDraw(CLI::App& program, CommandContext& context) {
     struct Words {
-        std::string layout, color, background, seed;
+        std::string layout, color, lines, background, seed;
     };
     const auto named = [](const std::string& name) { return name.empty() ? "the name is empty" : ""; };
     auto request = std::make_shared<DrawRequest>();
@@ -219,8 +223,13 @@ void AddDraw(CLI::App& program, CommandContext& context) {
             request->layout = index.value_or(0);
             return index ? std::string() : "there is no layout " + name;
         });
-    command->add_option("--color", words->color, "Boxes in colors (default: the setting DiagramColor)")
-        ->check(CLI::IsMember({"on", "off"}));
+    command
+        ->add_option("--color", words->color,
+                     "Boxes in colors (default: the setting DiagramColor), or in those of their area or "
+                     "location mode, with a legend")
+        ->check(CLI::IsMember({"on", "off", "area", "mode"}));
+    command->add_option("--lines", words->lines, "\"owner\": lines of one owner look alike (default: random)")
+        ->check(CLI::IsMember({"owner", "random"}));
     command->add_option("--background", words->background, "Name of a page background (default: the setting)")
         ->check([request](const std::string& name) {
             request->background = BackgroundNamed(name);
@@ -237,7 +246,10 @@ void AddDraw(CLI::App& program, CommandContext& context) {
     command->add_option("--out", request->out, "Folder of the drawings (default: the setting visiolocation)")
         ->check(named);
     command->callback([&context, request, words] {
+        if (words->color == "area") request->meaning = BoxMeaning::Area;
+        if (words->color == "mode") request->meaning = BoxMeaning::LocationMode;
         if (!words->color.empty()) request->color = words->color == "on";
+        request->linesByOwner = words->lines == "owner";
         context.run = [&context, request] { return RunDraw(context, *request); };
     });
 }

@@ -2,8 +2,8 @@
 
 #include "base/name_key.h"
 #include "base/text.h"
-#include "diagram/color.h"
 #include "diagram/common.h"
+#include "diagram/meaning.h"
 #include "diagram/page_references.h"
 #include "diagram/record_shapes.h"
 #include "diagram/shape_text.h"
@@ -50,7 +50,7 @@ void ConnectTwoShapes(DrawingState& drawing, const ShapeRef& from, const ShapeRe
     const bool written = Glue(*line, engine::kBeginX, *from) && Glue(*line, engine::kEndX, *to) &&
                          line->SetText(Trim(label).empty() ? from->Name() + "-" + to->Name() : label) &&
                          SetFormula(line->Cells("Char.Size"), kSixPoints) &&
-                         SetFormulaU(line->Cells("LineColor"), PickDarkColor(drawing.app.random));
+                         ColorLine(drawing, *line, from->Name());
     if (written) line->SendToBack();
 }
 

@@ -159,6 +159,8 @@ void ResetDrawing(DrawingState& drawing, const DrawKind& kind) {
     drawing.colored = drawing.options.color.value_or(getdiagramcolor(drawing.app) == "True");
     drawing.storeHasIndexRows = dictionary::HasIndexBoxes(drawing.store);
     drawing.pointsOnA0 = kLabelPoints;
+    drawing.values.clear();
+    drawing.owners.clear();
     drawing.nextSnapshot = drawing.steadyNow() + kSnapshotEvery;
 }
 
@@ -169,6 +171,7 @@ void BeginPage(DrawingState& drawing) {
     drawing.walked.clear();
     drawing.drawnRecords = 0;
     drawing.drawnSets.clear();
+    drawing.shownValues.clear();
 }
 
 engine::SaveResult Save(engine::Document& document, const DrawOrder& order) {

@@ -3,7 +3,9 @@
 #include <chrono>
 #include <functional>
 #include <optional>
+#include <set>
 #include <string>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -33,6 +35,9 @@ class DrawScreen {
     virtual void DrawingSaved(const std::string&) {}  ///< The finished drawing is on disk under this path.
 };
 
+/// What the fill of a box tells in place of a colour of its tree or its own.
+enum class BoxMeaning { None, Area, LocationMode };
+
 /// What a person chose for this drawing; without a choice the settings decide, and whether to watch is asked.
 struct DrawOptions {
     int layout = 0;  ///< Place in kLayoutTypes.
@@ -40,6 +45,8 @@ struct DrawOptions {
     std::optional<std::string> background;
     std::optional<std::string> location;  ///< Folder of the drawings.
     std::optional<bool> visible{};        ///< The engine shows its window.
+    BoxMeaning meaning = BoxMeaning::None;
+    bool linesByOwner = false;  ///< Lines of one owner look alike; otherwise each has a random colour.
 };
 
 /// The fields of the box being drawn.
@@ -91,6 +98,8 @@ struct DrawingState {
     bool colorsEachBox = false;  ///< Each box has a colour of its own, and not the one of its parent's tree.
     /// Asked once: as a rule there are none, and a look for those of one record walks the table.
     bool storeHasIndexRows = true;
+    std::vector<std::string> values;  ///< Of what the fills mean, folded, by name; read when first asked for.
+    std::unordered_map<std::string, std::size_t> owners;  ///< Of lines, folded, in the order of their first.
 
     // One page.
     DrawnShapes gDrawnShapes;
@@ -98,6 +107,7 @@ struct DrawingState {
     /// Records that are on other pages and here only named: what sets lead to. Names folded.
     std::unordered_set<std::string> references;
     std::unordered_set<std::string> walked;  ///< Records whose members have been walked, names folded.
+    std::set<std::string> shownValues;       ///< Of what the fills mean.
     std::size_t drawnRecords = 0;
     std::unordered_set<std::string> drawnSets;  ///< Names folded.
     std::string gOwnerColor, gFillFormula;
@@ -124,6 +134,8 @@ inline bool SetResultIU(const CellRef& cell, double value) {
 }
 
 inline const std::string kFlowchartStencil = "Basic Flowchart Shapes (US units).vss";
+/// The layer of what belongs to the page and not to the diagram.
+inline const std::string kDecorationLayer = "Background Design";
 inline const std::string kSixPoints = "=6 pt.";
 inline constexpr double kLabelPoints = 6;
 

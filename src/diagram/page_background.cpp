@@ -5,6 +5,7 @@
 
 #include "core/settings.h"
 #include "diagram/common.h"
+#include "diagram/meaning.h"
 #include "diagram/page_layout.h"
 #include "diagram/title_facts.h"
 
@@ -56,7 +57,7 @@ void FillFacts(engine::Shape& title, const std::string& facts) {
 ShapeRef DecoratePage(DrawingState& drawing, engine::Page& page, const PageMasters& masters,
                       const std::string& title, std::string_view titleDistance) {
     const auto layers = page.Layers();
-    const auto layer = layers ? layers->Add("Background Design") : nullptr;
+    const auto layer = layers ? layers->Add(kDecorationLayer) : nullptr;
     ShowText(drawing, "Formating Page " + title);
     if (const ShapeRef background = masters.background ? page.Drop(masters.background, 0, 0) : nullptr) {
         background->SendToBack();
@@ -86,6 +87,7 @@ PageMasters PreparePageMasters(DrawingState& drawing, engine::Document& document
     const auto titles = GetStencil(drawing.reportOnce, documents, kTitleStencil);
     if (!titles) return result;
     result.title = MasterOf(titles, "Title block deco");
+    if (drawing.options.meaning != BoxMeaning::None) result.legendEntry = MasterOf(titles, "Legend entry");
     result.complete = true;
     drawing.app.host.Yield();
     return result;
@@ -104,6 +106,7 @@ void formatPageBackground(DrawingState& drawing, const PageRef& page, const Page
     if (block) {
         SetFormula(block->Cells("Char.Size"), kSixPoints);
         FillFacts(*block, TitleFacts(drawing));
+        AddLegend(drawing, page, masters.legendEntry, *block);
     }
     drawing.app.host.Yield();
     ApplyLayout(drawing.app.host, *page, drawing.options.layout);

@@ -9,7 +9,7 @@ namespace norvelis {
 
 /// What the looks of a drawing's pages are made of. Without the title's stencil nothing is.
 struct PageMasters {
-    engine::Ref<engine::Master> background, title;
+    engine::Ref<engine::Master> background, title, legendEntry;
     bool complete = false;
 };
 PageMasters PreparePageMasters(DrawingState& drawing, engine::Document& document);

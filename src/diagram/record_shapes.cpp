@@ -8,6 +8,7 @@
 #include "browse/next_step.h"
 #include "diagram/color.h"
 #include "diagram/common.h"
+#include "diagram/meaning.h"
 #include "diagram/shape_text.h"
 #include "dictionary/records.h"
 
@@ -103,7 +104,9 @@ bool CreateRecordShape(DrawingState& drawing, const PageRef& page, const std::st
         shape->SetName(name);
         drawing.gDrawnShapes.Add(name);
         ++drawing.drawnRecords;
-        if (drawing.colored) {
+        if (drawing.options.meaning != BoxMeaning::None) {
+            ShowMeaning(drawing, *shape, row);
+        } else if (drawing.colored) {
             drawing.gFillFormula = drawing.gOwnerColor;
             if (!drawing.gFillFormula.empty()) {
                 SetFormulaU(shape->CellsSRC(engine::kFillForegnd), drawing.gFillFormula);

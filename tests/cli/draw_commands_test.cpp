@@ -125,7 +125,7 @@ TEST_F(DrawCommandTest, RefusalsSayWhyInOneLine) {
         {"EMPSCHM --by record", "--by: record not in {area}", 2},
         {"EMPSCHM --layout Square", "--layout: there is no layout Square\n", 2},
         {"EMPSCHM --background Square", "--background: there is no background Square\n", 2},
-        {"EMPSCHM --color blue", "--color: blue not in {on,off}\n", 2},
+        {"EMPSCHM --color blue", "--color: blue not in {on,off,area,mode}\n", 2},
         {"EMPSCHM --seed x", "--seed: x is no seed\n", 2},
         {"EMPSCHM --seed=-1", "--seed: -1 is no seed\n", 2},
         {"EMPSCHM --seed 18446744073709551616", "is no seed\n", 2},

@@ -37,7 +37,7 @@ struct Recorder : std::enable_shared_from_this<Recorder> {
         {"Basic Flowchart Shapes (US units).vss",
          {"Process", "Decision", "Terminator", "Off-page reference", "Annotation", "Dynamic connector"}},
         {"Backgrounds (US units).vss", {"Background none", "Background world"}},
-        {"Borders and Titles (US units).vss", {"Title block deco"}},
+        {"Borders and Titles (US units).vss", {"Title block deco", "Legend entry"}},
     };
     /// Cells that CellExistsU finds, such as "Prop.Duration".
     std::vector<std::string> existingCells;

@@ -17,6 +17,7 @@
 #include "drawing/opened_package.h"
 #include "drawing/package/package.h"
 #include "drawing/package_rules.h"
+#include "drawing/session/connectors.h"
 #include "extract/driver.h"
 #include "testing/schema_rows.h"
 #include "testing/test_store.h"
@@ -262,6 +263,35 @@ TEST_F(SampleDrawingTest, EachAreaHasAPageWhoseReferencesLeadToTheOthers) {
     draw.options.layout = *LayoutIndex("LeftToRight");
     EXPECT_TRUE(ApplyLayoutToFile(draw, File("EMPSCHM by area.vsd")));
     EXPECT_NE(ReadFile(File("EMPSCHM by area.vsd")), saved);
+}
+
+TEST_F(SampleDrawingTest, ColorsTellAreasAndOwnersAndALegendSaysWhich) {
+    draw.options.meaning = BoxMeaning::Area;
+    draw.options.linesByOwner = true;
+    ASSERT_EQ(DrawVisioDiagramSingle(draw, "EMPSCHM", nullptr), DrawResult::Saved);
+    const auto saved = drawing::ReadPackageFile(File("EMPSCHM.vsd"));
+    const drawing::Page& page = *saved->pages.front();
+    const auto fill = [](const drawing::Shape& shape) { return Find(shape, Name::FillForegnd)->text; };
+    std::map<std::string, std::set<std::string>> fills, legend, lineColors;
+    for (const auto& shape : page.shapes) {
+        if (RoleOf(page, *shape) == Role::Box) {
+            const auto record = app.gConnection->Select(
+                "Select areaname FROM Record_Details where Recordname = ?", {shape->name});
+            fills[record.Text("areaname")].insert(fill(*shape));
+        } else if (RoleOf(page, *shape) == Role::Line) {
+            const drawing::Shape* owner = drawing::GluedTo(page, *shape, true);
+            lineColors[owner->name].insert(Find(*shape, Name::LineColor)->text);
+        } else if (shape->master && shape->master->nameU == "Legend entry") {
+            legend[TextOf(*shape->shapes[1]).front().text].insert(fill(*shape->shapes[0]));
+        }
+    }
+    EXPECT_EQ(fills.size(), 3u);
+    EXPECT_EQ(legend, fills);
+    std::set<std::string> different;
+    for (const auto& [area, colors] : fills) different.insert(colors.begin(), colors.end());
+    EXPECT_EQ(different.size(), 3u) << "one for each area";
+    EXPECT_GT(lineColors.size(), 5u);
+    for (const auto& [owner, colors] : lineColors) EXPECT_EQ(colors.size(), 1u) << owner;
 }
 
 TEST_F(SampleDrawingTest, ALayoutIsAppliedToASavedFile) {
