@@ -20,7 +20,7 @@ void AddDrawChoices(ContextMenu& menu, LongCommands& commands, const std::functi
         }));
     };
     add("Draw aro&und", RecordChoice::Kind::Around);
-    add("Draw its &area", RecordChoice::Kind::AreaOf);
+    add("Draw i&ts area", RecordChoice::Kind::AreaOf);
 }
 
 }  // namespace norvelis::ui

@@ -77,24 +77,32 @@ QWidget* frm_IsolateView::DrawingAndFields() {
         "cmdApplyLayout", "ARRANGE", "Arrange the diagram on show by this layout", [this] { ApplyLayout(); });
     buttons.insertWidget(1, arrange);  // beside the layouts
     Context().commands.DisableWhileBusy(arrange);
-    ContextMenu(&panel_->Drawing()).Add("&Arrange", arrange);
     ContextMenu tree(Tviewrec_);
     tree.Add("&Show in report", [this] {
         const NodeIndex node = Tviewrec_->SelectedNode();
         if (node != kNoNode) Context().request(ShowReport{Tviewrec_->Tree().Text(node)});
     });
     tree.Add("&Draw diagram", [this] { ProcessSingle(); });
+    const auto draw = [this](const std::string& schema, const RecordChoice& choice) {
+        Draw([&](DrawingState& drawing, const RecordTree&) {
+            return DrawChosenRecords(drawing, schema, choice).result;
+        });
+    };
     AddDrawChoices(
         tree, Context().commands,
         [this]() -> PointedRecord {
             const NodeIndex node = Tviewrec_->SelectedNode();
             return node == kNoNode ? PointedRecord() : PointedRecord{schema_, Tviewrec_->Tree().Text(node)};
         },
-        [this](const std::string& schema, const RecordChoice& choice) {
-            Draw([&](DrawingState& drawing, const RecordTree&) {
-                return DrawChosenRecords(drawing, schema, choice).result;
-            });
-        });
+        draw);
+    ContextMenu drawing(&panel_->Drawing());
+    drawing.Add("&Arrange", arrange);
+    AddDrawChoices(
+        drawing, Context().commands,
+        [this]() -> PointedRecord {
+            return {schema_, panel_->Drawing().SelectedShape().toStdString()};
+        },
+        draw);
     FlxGrid2_ = new FlxGrid("FlxGrid2", kLayoutHeading, App().host, this);
     FlxGrid2_->setToolTip("Record Layout");
     return Split(Qt::Vertical, panel_, FlxGrid2_, 290, 130);

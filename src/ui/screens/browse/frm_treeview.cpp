@@ -62,6 +62,12 @@ frm_Treeview::frm_Treeview(const ScreenContext& context)
     hover_->ShowDrawingsIn(panel_->Drawing());
     connect(&panel_->Drawing(), &DrawingControl2::ShapeClicked, Tview_, &cTreeView::SelectRecord);
     connect(panel_, &DrawingPanel::DrawWanted, this, &frm_Treeview::DrawSinglePage);
+    ContextMenu drawing(&panel_->Drawing());
+    AddDrawing(drawing, [this]() -> PointedRecord {
+        const NodeIndex node = Tview_->SelectedNode();
+        if (node == kNoNode) return {};
+        return {Tview_->Tree().Schema(node), panel_->Drawing().SelectedShape().toStdString()};
+    });
     columns->addWidget(panel_);
     columns->setStretchFactor(1, 1);
     columns->setSizes({kTreeSide, Body().width() - kTreeSide});

@@ -13,7 +13,6 @@
 #include "ui/controls/keys.h"
 #include "ui/controls/picture_controls.h"
 #include "ui/controls/search_box.h"
-#include "ui/forms/draw_choices.h"
 #include "ui/screens/browse/node_hover.h"
 
 namespace norvelis::ui {
@@ -83,23 +82,25 @@ ButtonRow* TreeForm::TreeButtons() {
     Context().commands.DisableWhileBusy(refresh);
     ContextMenu menu(Tview_);
     menu.Add("&Show in report", [this] { ShowInReport(); });
-    AddDrawChoices(
-        menu, Context().commands,
-        [this]() -> PointedRecord {
-            const NodeIndex node = Tview_->SelectedNode();
-            if (node == kNoNode) return {};
-            hover_->Hide();
-            return {Tview_->Tree().Schema(node), Tview_->Tree().Text(node)};
-        },
-        [this](const std::string& schema, const RecordChoice& choice) {
-            Context().request(DrawChosen{schema, choice});
-        });
+    AddDrawing(menu, [this]() -> PointedRecord {
+        const NodeIndex node = Tview_->SelectedNode();
+        if (node == kNoNode) return {};
+        hover_->Hide();
+        return {Tview_->Tree().Schema(node), Tview_->Tree().Text(node)};
+    });
     menu.AddLine();
     menu.Add("&Expand all", expand);
     menu.Add("Co&llapse all", collapse);
     menu.Add("&Refresh\tF5", refresh);
     menu.Add("&Help\tF1", [this] { Context().request(ShowHelp{Screen::Treeview}); });
     return row;
+}
+
+void TreeForm::AddDrawing(ContextMenu& menu, const std::function<PointedRecord()>& record) {
+    AddDrawChoices(menu, Context().commands, record,
+                   [this](const std::string& schema, const RecordChoice& choice) {
+                       Context().request(DrawChosen{schema, choice});
+                   });
 }
 
 QBoxLayout* TreeForm::PagingStrip() {

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <functional>
+
 #include "browse/record_tree.h"
+#include "ui/forms/draw_choices.h"
 #include "ui/forms/form.h"
 
 class QBoxLayout;
@@ -35,6 +38,8 @@ class TreeForm : public Form {
     QBoxLayout* TreeAndPaging();
     QBoxLayout* SearchRow();
     ButtonRow* TreeButtons();
+    /// The entries that draw a part of the schema of the record that is pointed at.
+    void AddDrawing(ContextMenu& menu, const std::function<PointedRecord()>& record);
 
     virtual void loadtreeform();  ///< Fills the tree from the store, under the wait cursor.
     void process_Refresh();       ///< The same without wait cursor.

@@ -7,7 +7,6 @@
 #include "ui/controls/name_grid.h"
 #include "ui/controls/picture_controls.h"
 #include "ui/controls/split.h"
-#include "ui/forms/draw_choices.h"
 #include "ui/forms/record_lists.h"
 #include "ui/screens/list/neighbor_list.h"
 #include "ui/screens/list/record_network.h"
@@ -39,6 +38,8 @@ frm_Listview::frm_Listview(const ScreenContext& context)
     AddCommands(lists_->Records());
     AddCommands(network_->FromList());
     AddCommands(network_->ToList());
+    ContextMenu box(&network_->Box());
+    AddDrawing(box, [this]() -> PointedRecord { return {lists_->Schema(), shown_}; });
     for (const char* keys : {"Backspace", "Alt+Left"})
         OnKeys(this, QKeySequence(keys), [cmdBack] { cmdBack->click(); });
     OnKeys(this, QKeySequence::Refresh, [this] { lists_->LoadSchemaList(); });
@@ -51,17 +52,19 @@ void frm_Listview::AddCommands(QAbstractItemView& names) {
         const std::string name = names.currentIndex().data().toString().toStdString();
         if (!name.empty()) Context().request(ShowReport{name});
     });
-    AddDrawChoices(
-        menu, Context().commands,
-        [this, &names]() -> PointedRecord {
-            const QModelIndex at = names.currentIndex();
-            const std::string other = NeighborList::OtherSchema(at);
-            return {other.empty() ? lists_->Schema() : other, at.data().toString().toStdString()};
-        },
-        [this](const std::string& schema, const RecordChoice& choice) {
-            Context().request(DrawChosen{schema, choice});
-        });
+    AddDrawing(menu, [this, &names]() -> PointedRecord {
+        const QModelIndex at = names.currentIndex();
+        const std::string other = NeighborList::OtherSchema(at);
+        return {other.empty() ? lists_->Schema() : other, at.data().toString().toStdString()};
+    });
     menu.Add("&Back\tBackspace", &network_->cmdBack());
+}
+
+void frm_Listview::AddDrawing(ContextMenu& menu, const std::function<PointedRecord()>& record) {
+    AddDrawChoices(menu, Context().commands, record,
+                   [this](const std::string& schema, const RecordChoice& choice) {
+                       Context().request(DrawChosen{schema, choice});
+                   });
 }
 
 void frm_Listview::Load() {
@@ -82,6 +85,7 @@ void frm_Listview::ShowRecord(const std::string& name) {
         ChosenRecord chosen;
         if (!name.empty()) chosen = norvelis::ShowRecord(*App().gConnection, name, lists_->Schema());
         lists_->ShowRecord(name, chosen.record.details);
+        shown_ = name;
         network_->Show(chosen);
     });
     network_->cmdBack().setEnabled(trail_.CanGoBack());

@@ -1,6 +1,10 @@
 #pragma once
 
+#include <functional>
+#include <string>
+
 #include "browse/record_list.h"
+#include "ui/forms/draw_choices.h"
 #include "ui/forms/form.h"
 
 class QAbstractItemView;
@@ -23,12 +27,14 @@ class frm_Listview : public Form {
 
   private:
     void AddCommands(QAbstractItemView& names);
+    void AddDrawing(ContextMenu& menu, const std::function<PointedRecord()>& record);
     void Choose(const std::string& name);  ///< To which one can come back.
     void ShowRecord(const std::string& name);
 
     RecordLists* lists_;
     RecordNetwork* network_;
     RecordTrail trail_;
+    std::string shown_;  ///< The record in the box.
 };
 
 }  // namespace norvelis::ui

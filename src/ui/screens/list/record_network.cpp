@@ -101,6 +101,10 @@ RecordNetwork::RecordNetwork(QWidget* form)
     row->addLayout(behind, 3);
 }
 
+QWidget& RecordNetwork::Box() const {
+    return *box_;
+}
+
 RecordNetwork::End RecordNetwork::MakeEnd(const char* caption, const char* list, const char* spoken,
                                           QWidget* arrow) {
     const End end{MakeLabel(this, caption, {}), new NeighborList(list, spoken, this), arrow};

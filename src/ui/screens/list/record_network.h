@@ -24,6 +24,7 @@ class RecordNetwork : public QWidget {
 
     NeighborList& FromList() const { return *owners_.list; }
     NeighborList& ToList() const { return *members_.list; }
+    QWidget& Box() const;  ///< The record itself.
     SkinButton& cmdBack() const { return *cmdBack_; }
 
   signals:

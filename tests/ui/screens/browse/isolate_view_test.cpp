@@ -145,12 +145,12 @@ TEST_F(IsolateViewTest, DrawsAroundARecordOrItsAreaIntoFilesOfTheirOwn) {
 
     auto* tree = ui.Find<cTreeView>("Tview");
     tree->SelectRecord("CLIENT");
-    choose(*tree, "Draw its &area");
+    choose(*tree, "Draw i&ts area");
     const auto* ofTree = ui.frame->Find(Screen::Treeview)->findChild<DrawingControl2*>("DrawingControl2");
     EXPECT_EQ(ofTree->Src().toStdString(), DrawingFile("EMPSCHM area SALES-AREA"));
     EXPECT_THAT(ui.host.messages, IsEmpty()) << "nothing is asked";
     tree->Select(0);
-    choose(*tree, "Draw its &area");
+    choose(*tree, "Draw i&ts area");
     EXPECT_THAT(ui.host.TakeTexts(),
                 ElementsAre("Nothing was drawn: there is no record EMPSCHM in schema EMPSCHM."));
 }
