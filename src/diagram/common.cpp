@@ -27,6 +27,16 @@ engine::Ref<engine::Shape> DropShape(const Reporter& report, const engine::Ref<e
     return found ? page->Drop(found, x, y) : nullptr;
 }
 
+engine::Ref<engine::Shape> PartOf(engine::Shape& group, std::string_view name) {
+    const auto parts = group.Shapes();
+    const int count = parts ? parts->Count() : 0;
+    for (int i = 1; i <= count; ++i) {
+        auto part = parts->Item(i);
+        if (part && part->Name() == name) return part;
+    }
+    return nullptr;
+}
+
 std::string QuoteFormula(std::string_view text) {
     std::string quoted = "\"";
     for (const char c : text) quoted.append(c == '"' ? 2 : 1, c);

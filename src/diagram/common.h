@@ -24,6 +24,9 @@ engine::Ref<engine::Shape> DropShape(const Reporter& report, const engine::Ref<e
                                      const std::string& stencil, const std::string& master, double x,
                                      double y);
 
+/// The part of a group that has this name; null when there is none.
+engine::Ref<engine::Shape> PartOf(engine::Shape& group, std::string_view name);
+
 /// Any text as a string formula: its double quotes doubled, one more at each end.
 std::string QuoteFormula(std::string_view text);
 

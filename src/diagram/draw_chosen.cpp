@@ -59,7 +59,7 @@ std::string SizeHint(const DrawingState& drawing) {
     return fmt::format(
         "On one A0 sheet the labels are {:.1f} points high: \"norvelis-cli draw {} --by area\" "
         "draws a page for each area.",
-        drawing.pointsOnA0, drawing.gDrawSchema);
+        drawing.pointsOnA0, drawing.gDrawSchema.empty() ? "''" : drawing.gDrawSchema);
 }
 
 }  // namespace norvelis

@@ -8,6 +8,7 @@
 #include "base/name_key.h"
 #include "base/text.h"
 #include "diagram/color.h"
+#include "diagram/common.h"
 #include "dictionary/records.h"
 
 namespace norvelis {
@@ -15,20 +16,28 @@ namespace norvelis {
 namespace {
 
 // Fills for black, red and blue text, from light to dark in even steps of grey.
-constexpr std::array kFills = {"RGB(255,247,196)", "RGB(207,236,255)", "RGB(255,214,170)",
-                               "RGB(170,224,190)", "RGB(240,182,210)", "RGB(158,190,232)"};
-constexpr std::array kLines = {"RGB(0,0,0)",    "RGB(0,92,170)",   "RGB(170,60,0)",
-                               "RGB(0,110,80)", "RGB(140,30,110)", "RGB(120,95,0)"};
-constexpr int kSolid = 1,
-              kPatterns = 4;  ///< Published numbers of LinePattern: solid, dash, dot, dash and dot.
+constexpr std::array kFills = {"RGB(255,247,196)", "RGB(207,236,255)", "RGB(255,210,160)",
+                               "RGB(170,224,190)", "RGB(228,166,196)", "RGB(140,176,224)"};
+constexpr std::array kLines = {"RGB(0,0,0)",    "RGB(0,70,150)",   "RGB(165,50,0)",
+                               "RGB(0,125,90)", "RGB(165,60,145)", "RGB(150,125,0)"};
+// Published numbers of LinePattern: solid, dash, dot, dash and dot.
+constexpr std::size_t kSolid = 1, kPatterns = 4;
 
-/// The n-th value's place among so many looks, and the line pattern of its round.
-struct Turn {
-    std::size_t look;
-    int pattern;
+struct Look {
+    std::string color;
+    std::size_t pattern;
 };
-Turn TurnOf(std::size_t n, std::size_t looks) {
-    return {n % looks, kSolid + static_cast<int>(n / looks % kPatterns)};
+
+/// Of the n-th value: all fills with a solid outline, then all with the next pattern.
+Look BoxLook(std::size_t n) {
+    return {kFills[n % kFills.size()], kSolid + n / kFills.size() % kPatterns};
+}
+
+/// Of the n-th owner: the next differs from it in color and pattern, for dark colors look alike in grey. All
+/// 24 pairs come before one comes again.
+Look LineLook(std::size_t n) {
+    constexpr std::size_t kRound = 12;  // After which color and pattern would meet again.
+    return {kLines[n % kLines.size()], kSolid + (n + n / kRound) % kPatterns};
 }
 
 std::string ValueOf(const DrawingState& drawing, const Recordset& record) {
@@ -49,23 +58,13 @@ std::size_t PlaceOf(const std::vector<std::string>& values, const std::string& v
     return static_cast<std::size_t>(std::ranges::lower_bound(values, NameKey(value)) - values.begin());
 }
 
-ShapeRef PartOf(engine::Shape& group, std::string_view name) {
-    const auto parts = group.Shapes();
-    const int count = parts ? parts->Count() : 0;
-    for (int i = 1; i <= count; ++i) {
-        ShapeRef part = parts->Item(i);
-        if (part && part->Name() == name) return part;
-    }
-    return nullptr;
-}
-
-void SetPattern(engine::Shape& shape, int pattern) {
+void SetPattern(engine::Shape& shape, std::size_t pattern) {
     if (pattern != kSolid) SetFormulaU(shape.Cells("LinePattern"), std::to_string(pattern));
 }
 
-void Fill(engine::Shape& shape, const Turn& turn) {
-    SetFormulaU(shape.CellsSRC(engine::kFillForegnd), kFills[turn.look]);
-    SetPattern(shape, turn.pattern);
+void Fill(engine::Shape& shape, const Look& look) {
+    SetFormulaU(shape.CellsSRC(engine::kFillForegnd), look.color);
+    SetPattern(shape, look.pattern);
 }
 
 }  // namespace
@@ -73,7 +72,7 @@ void Fill(engine::Shape& shape, const Turn& turn) {
 void ShowMeaning(DrawingState& drawing, engine::Shape& box, const Recordset& record) {
     if (drawing.values.empty()) ReadValues(drawing);
     const std::string value = ValueOf(drawing, record);
-    Fill(box, TurnOf(PlaceOf(drawing.values, value), kFills.size()));
+    Fill(box, BoxLook(PlaceOf(drawing.values, value)));
     drawing.shownValues.insert(value);
 }
 
@@ -81,9 +80,9 @@ bool ColorLine(DrawingState& drawing, engine::Shape& line, const std::string& ow
     const CellRef color = line.Cells("LineColor");
     if (!drawing.options.linesByOwner) return SetFormulaU(color, PickDarkColor(drawing.app.random));
     const std::size_t place = drawing.owners.try_emplace(NameKey(owner), drawing.owners.size()).first->second;
-    const Turn turn = TurnOf(place, kLines.size());
-    SetPattern(line, turn.pattern);
-    return SetFormulaU(color, kLines[turn.look]);
+    const Look look = LineLook(place);
+    SetPattern(line, look.pattern);
+    return SetFormulaU(color, look.color);
 }
 
 void AddLegend(DrawingState& drawing, const PageRef& page, const engine::Ref<engine::Master>& entry,
@@ -98,7 +97,7 @@ void AddLegend(DrawingState& drawing, const PageRef& page, const engine::Ref<eng
         const ShapeRef shape = page->Drop(entry, 0, 0);
         if (!shape) return;
         if (const ShapeRef swatch = PartOf(*shape, "Swatch"))
-            Fill(*swatch, TurnOf(PlaceOf(drawing.values, value), kFills.size()));
+            Fill(*swatch, BoxLook(PlaceOf(drawing.values, value)));
         if (const ShapeRef name = PartOf(*shape, "Name")) name->SetText(value.empty() ? "none" : value);
         const std::string beside =
             fmt::format("Sheet.{0}!PinX-Sheet.{0}!LocPinX+Sheet.{0}!Width", title.ID());

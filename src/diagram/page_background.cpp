@@ -43,16 +43,6 @@ Ref<engine::Master> CopyBackground(engine::Document& document, const Ref<engine:
     return copy;
 }
 
-/// The facts go to the part of the title that is called so.
-void FillFacts(engine::Shape& title, const std::string& facts) {
-    const auto parts = title.Shapes();
-    const int count = parts ? parts->Count() : 0;
-    for (int i = 1; i <= count; ++i) {
-        const ShapeRef part = parts->Item(i);
-        if (part && part->Name() == "Facts") part->SetText(facts);
-    }
-}
-
 /// Drops background and title on a locked layer; the title's shape.
 ShapeRef DecoratePage(DrawingState& drawing, engine::Page& page, const PageMasters& masters,
                       const std::string& title, std::string_view titleDistance) {
@@ -105,7 +95,7 @@ void formatPageBackground(DrawingState& drawing, const PageRef& page, const Page
     drawing.app.host.Yield();
     if (block) {
         SetFormula(block->Cells("Char.Size"), kSixPoints);
-        FillFacts(*block, TitleFacts(drawing));
+        if (const ShapeRef facts = PartOf(*block, "Facts")) facts->SetText(TitleFacts(drawing));
         AddLegend(drawing, page, masters.legendEntry, *block);
     }
     drawing.app.host.Yield();

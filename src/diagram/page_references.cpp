@@ -8,7 +8,7 @@
 namespace norvelis {
 
 void CreatePageReference(DrawingState& drawing, const PageRef& page, const PageReference& reference) {
-    const ShapeRef shape = DropAtRandom(drawing, page, "OFFPAGE");
+    const ShapeRef shape = DropAtRandom(drawing, page, "Off-page reference");
     if (!shape) return;
     drawing.references.insert(NameKey(reference.record));
     RememberShape(drawing, reference.record, *shape);

@@ -16,12 +16,11 @@ namespace norvelis {
 
 namespace {
 
-constexpr std::array<std::pair<std::string_view, std::string_view>, 5> strStepShapes = {{
+constexpr std::array<std::pair<std::string_view, std::string_view>, 4> strStepShapes = {{
     {"PROCESS", "Process"},
     {"DECISION", "Decision"},
     {"END", "Terminator"},
     {"ANNOTATION", "ANNOTATION"},
-    {"OFFPAGE", "Off-page reference"},
 }};
 
 constexpr double kDropSquare = 10;  // inches
@@ -53,10 +52,10 @@ std::vector<std::string> MembersOf(DrawingState& drawing, const std::string& rec
 
 }  // namespace
 
-ShapeRef DropAtRandom(DrawingState& drawing, const PageRef& page, std::string_view step) {
+ShapeRef DropAtRandom(DrawingState& drawing, const PageRef& page, const std::string& master) {
     const double x = drawing.app.random.Rnd() * kDropSquare;
     const double y = drawing.app.random.Rnd() * kDropSquare;
-    return DropShape(drawing.reportOnce, page, kFlowchartStencil, GetStepMaster(step), x, y);
+    return DropShape(drawing.reportOnce, page, kFlowchartStencil, master, x, y);
 }
 
 void RememberShape(DrawingState& drawing, const std::string& name, engine::Shape& shape) {
@@ -94,7 +93,7 @@ bool CreateRecordShape(DrawingState& drawing, const PageRef& page, const std::st
     const std::string name(Trim(row.Text("RecordName")));
     if (drawing.gDrawnShapes.Contains(name)) return false;  // asked for in other letters
     if (!name.empty()) {
-        const ShapeRef shape = DropAtRandom(drawing, page, "PROCESS");
+        const ShapeRef shape = DropAtRandom(drawing, page, GetStepMaster("PROCESS"));
         if (!shape) return false;
         RememberShape(drawing, name, *shape);
         const auto orBlank = [&row](std::string_view column) { return row.Value(column).value_or(" "); };
@@ -138,7 +137,7 @@ bool CreateIndexShapes(DrawingState& drawing, const PageRef& page, const std::st
     for (; !row.Eof(); row.MoveNext()) {
         const std::string name(Trim(row.Text("RecordName")));
         if (name.empty() || !IsOfDrawnSchema(drawing, row)) continue;
-        const ShapeRef shape = DropAtRandom(drawing, page, "ANNOTATION");
+        const ShapeRef shape = DropAtRandom(drawing, page, GetStepMaster("ANNOTATION"));
         if (!shape) return false;
         RememberShape(drawing, name, *shape);
         shape->SetText(row.Text("Information"));

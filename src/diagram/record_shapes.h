@@ -29,8 +29,9 @@ ShapeRef ShapeOfRecord(const DrawingState& drawing, engine::Page& page, std::str
 /// none; a store may hold them.
 bool CreateIndexShapes(DrawingState& drawing, const PageRef& page, const std::string& recordName);
 
-/// A shape for a step word on the square from which the layout takes it; null when the engine gives none.
-ShapeRef DropAtRandom(DrawingState& drawing, const PageRef& page, std::string_view step);
+/// A shape of the flowchart stencil on the square from which the layout takes it; null when the engine gives
+/// none.
+ShapeRef DropAtRandom(DrawingState& drawing, const PageRef& page, const std::string& master);
 
 /// Has lines and notes find the shape by the record's name. The first shape of a name stays.
 void RememberShape(DrawingState& drawing, const std::string& name, engine::Shape& shape);

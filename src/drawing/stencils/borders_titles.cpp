@@ -111,6 +111,7 @@ MasterDefinition LegendEntry() {
                    {"FillPattern", "0"},
                    {"LinePattern", "0"},
                    {"DisplayMode", "2"},
+                   {"HideText", "1"},
                    {"ObjType", "4"}};
     ShapeDefinition swatch = Part("0", "Sheet.5!Height*0.1", "Sheet.5!Height*1.5", "Sheet.5!Height*0.8",
                                   {{"FillPattern", "1"},

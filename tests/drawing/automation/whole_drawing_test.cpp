@@ -290,6 +290,13 @@ TEST_F(SampleDrawingTest, ColorsTellAreasAndOwnersAndALegendSaysWhich) {
     std::set<std::string> different;
     for (const auto& [area, colors] : fills) different.insert(colors.begin(), colors.end());
     EXPECT_EQ(different.size(), 3u) << "one for each area";
+    std::set<int> greys;
+    for (const std::string& color : different) {
+        const unsigned rgb = static_cast<unsigned>(std::stoul(color.substr(1), nullptr, 16));
+        const double grey = 0.299 * (rgb >> 16) + 0.587 * (rgb >> 8 & 255) + 0.114 * (rgb & 255);
+        greys.insert(static_cast<int>(grey / 10));
+    }
+    EXPECT_EQ(greys.size(), 3u) << "also without colors";
     EXPECT_GT(lineColors.size(), 5u);
     for (const auto& [owner, colors] : lineColors) EXPECT_EQ(colors.size(), 1u) << owner;
 }
