@@ -13,6 +13,7 @@
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "ui/controls/context_menu.h"
 #include "ui/controls/empty_text.h"
@@ -28,6 +29,7 @@ constexpr double kLargest = 8;      // Times life size.
 constexpr int kArrowStep = 48;      // Pixels.
 constexpr double kSlack = 3;        // Pixels beside a shape that still hit it.
 constexpr int kSlow = 250;          // Milliseconds for which another file's picture may stay.
+constexpr double kReadable = 0.8;   // Of life size: six points can be read.
 
 /// A link may lead to the web, to a person or to a file, and to nothing that would be run.
 bool MayFollow(const QUrl& url) {
@@ -87,6 +89,7 @@ void DrawingControl2::SetSrc(const QString& path) {
     const QDateTime changed = path.isEmpty() ? QDateTime() : QFileInfo(path).lastModified();
     if (path == src_ && changed == changed_) return;
     const bool another = path != src_;
+    if (another) toShow_.clear();
     rereads_ = !another && picture_;
     src_ = path;
     changed_ = changed;
@@ -114,6 +117,7 @@ void DrawingControl2::Show(DrawingLoader::Result result) {
     } else if (picture_ && !selected.isEmpty()) {
         selected_ = picture_->ShapeNamed(selected);
     }
+    if (!toShow_.isEmpty()) ShowShape(std::exchange(toShow_, {}));
     update();
 }
 
@@ -190,6 +194,19 @@ void DrawingControl2::SelectShape(const QString& name) {
         if (!rect().contains(middle.toPoint())) MoveBy(QPointF(rect().center()) - middle);
     }
     update();
+}
+
+void DrawingControl2::ShowShape(const QString& name) {
+    if (Loading()) {
+        toShow_ = name;
+        return;
+    }
+    SelectShape(name);
+    if (!selected_) return;
+    const QPointF middle = selected_->bounds.center();
+    const double readable = kReadable * logicalDpiX() / picture_->UnitsPerInch();
+    SetScale(std::max(scale_, readable), rect().center());
+    MoveBy(QPointF(rect().center()) - (origin_ + middle * scale_));
 }
 
 void DrawingControl2::paintEvent(QPaintEvent* event) {

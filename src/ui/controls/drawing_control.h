@@ -32,6 +32,10 @@ class DrawingControl2 : public QWidget {
     void SelectShape(const QString& name);
     QString SelectedShape() const { return selected_ ? selected_->name : QString(); }
 
+    /// Shows the shape of that name in the middle, large enough to be read, and marks it. While a file is
+    /// being read this waits until it is on show.
+    void ShowShape(const QString& name);
+
     /// Pixels to the inch over those of the screen: 1 is life size.
     double Zoom() const;
 
@@ -79,6 +83,7 @@ class DrawingControl2 : public QWidget {
     bool rereads_ = false;  ///< The file that is being read is the one on show.
     QString src_, reason_;
     QString emptyText_ = "No drawing yet: DRAW DIAGRAM draws what the tree holds";
+    QString toShow_;  ///< A shape of the file that is being read.
     QDateTime changed_;
     std::unique_ptr<DrawingPicture> picture_;
     std::optional<DrawingPicture::Shape> selected_;

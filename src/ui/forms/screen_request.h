@@ -44,6 +44,7 @@ struct IsolateRecord {
 struct ShowDrawing {
     static constexpr Screen kScreen = Screen::DrawingViewer;
     std::string file;
+    std::string shape = {};  ///< To be shown and marked; empty for none.
 };
 /// Shows the schema report of the settings: the section of this record or, when that is empty, the place
 /// where one was. What is wrong with the report is said in a box.
