@@ -73,6 +73,8 @@ class Photographer {
             skin_ = QString::fromStdString(skin).toLower();
             TakeBrowsing();
             TakeList();
+            TakeFind();
+            TakeFindings();
             TakeSizes();
             TakeMenu();
             TakeProgress();
@@ -181,6 +183,19 @@ class Photographer {
         }
         Take(list, "list");
         list.close();
+    }
+    void TakeFind() {
+        frame_.Context().request(FindAnything{});
+        Form& find = *frame_.Find(Screen::Find);
+        find.findChild<QLineEdit*>("txtFind")->setText("code");
+        Take(find, "find");
+        find.close();
+    }
+    void TakeFindings() {
+        frame_.Context().request(ShowFindings{});
+        Form& findings = *frame_.Find(Screen::Findings);
+        Take(findings, "findings");
+        findings.close();
     }
     /// Tree and isolate view on a small, a usual and a large display: each skin shows one of them.
     void TakeSizes() {

@@ -7,6 +7,7 @@
 #include "browse/record_search.h"
 #include "browse/tree_load.h"
 #include "cli/command.h"
+#include "cli/find_names.h"
 
 namespace norvelis::cli {
 
@@ -99,14 +100,38 @@ int Find(CommandContext& context, const std::string& text, bool json) {
     return hits > 0 ? kDone : Refuse("End of search for record: " + wanted);
 }
 
+void AddFind(CLI::App& program, CommandContext& context) {
+    auto* find = program.add_subcommand(
+        "find", "Print every place in the tree whose name holds a text, or what else has a name");
+    auto options = std::make_shared<FindOptions>();
+    find->add_option(
+            "TEXT", options->text,
+            "Part of a name, in any letter case; field: set: index: area: id: record: schema: in front "
+            "look for these, and then * and ? are wild cards")
+        ->required();
+    find->add_option("--in", options->in,
+                     "Not in the tree but among the names of these, separated by commas: schemas, records, "
+                     "fields, sets, indexes, areas, ids; * and ? are wild cards")
+        ->delimiter(',')
+        ->allow_extra_args(false)  // TEXT may follow.
+        ->check(CheckFindKind);
+    find->add_flag("--where-used", options->whereUsed,
+                   "The records that have a field of this name or of this ending");
+    find->add_flag("--json", options->json, "As a JSON array in the order of the lines");
+    find->callback([&context, options] {
+        context.run = [&context, options] {
+            return options->IsForNames() ? FindNames(context, *options)
+                                         : Find(context, options->text, options->json);
+        };
+    });
+}
+
 }  // namespace
 
 void AddBrowseCommands(CLI::App& program, CommandContext& context) {
     auto* tree = program.add_subcommand("tree", "Print the record tree: schemas, entry records, members");
-    auto* find = program.add_subcommand("find", "Print every place in the tree whose name holds a text");
-
     struct Options {
-        std::string schema, text;
+        std::string schema;
         int depth = 0;
         bool json = false;
     };
@@ -124,13 +149,7 @@ void AddBrowseCommands(CLI::App& program, CommandContext& context) {
         };
     });
 
-    find->add_option("TEXT", options->text, "Part of a name; letter case does not matter in the text")
-        ->required();
-    find->add_flag("--json", options->json, "As a JSON array in the order of the tree");
-    find->callback([&context, options] {
-        context.run = [&context, options] { return Find(context, options->text, options->json); };
-    });
-
+    AddFind(program, context);
     AddRecordList(program, context);
 }
 

@@ -4,9 +4,9 @@
 
 #include "base/paths.h"
 #include "base/text.h"
+#include "commands/report_repair.h"
 #include "core/settings.h"
 #include "extract/driver.h"
-#include "extract/report_file.h"
 
 namespace norvelis::commands {
 
@@ -20,8 +20,8 @@ const ReportWords kExtracting = {
 const ReportWords kViewing = {"IDMS Schema Report File :", "Invalid IDMS Schema Report File :",
                               "IDMS Schema Report file has not been set."};
 
-/// Takes the report of the settings, which was checked, as gReportFile; false after words about what is wrong
-/// with it.
+/// Takes the report of the settings, which was checked, or its repaired copy as gReportFile; false after
+/// words about what is wrong with it.
 bool TakeReport(AppState& app, const std::string& path, ReportCheck check, const ReportWords& words) {
     const std::string end(kLineBreak);
     app.gReportFile = path;
@@ -37,7 +37,7 @@ bool TakeReport(AppState& app, const std::string& path, ReportCheck check, const
         case ReportCheck::NoReport:
             app.host.MessageBox(words.invalid + path + end + "Action terminated");
             app.gReportFile.clear();
-            return false;
+            return OfferRepairOfInvalid(app, path);
         case ReportCheck::Valid:
             break;
     }
@@ -54,6 +54,11 @@ std::size_t mnu_Classic_Extract_Report(AppState& app, const std::function<void()
     ReportFile report = ValidateReportFile(getreportlocation(app));
     if (!TakeReport(app, report.path, report.check, kExtracting)) return 0;
     if (!Agreed(app, "Are you sure you want to extract IDMS report?", "Extract Confirmation")) return 0;
+    if (report.check != ReportCheck::Valid) report = ValidateReportFile(app.gReportFile);  // Repaired.
+    return ExtractReport(app, std::move(report), refresh);
+}
+
+std::size_t ExtractReport(AppState& app, ReportFile report, const std::function<void()>& refresh) {
     const ShownBars bars(app.progress, kTreeBars);
     app.host.OpenScreen(Screen::Treeview, false);
     const ExtractionResult result =

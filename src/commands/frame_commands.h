@@ -6,6 +6,7 @@
 #include <string>
 
 #include "core/app_state.h"
+#include "extract/report_file.h"
 
 // The commands of the main frame's menu that do more than open a screen, free of screens themselves: each
 // checks what it needs, says in words what is missing, and calls the module that does the work.
@@ -17,6 +18,9 @@ using DrawAll = std::function<void(bool singlePage)>;
 /// `refresh` shows the new dictionary. Gives how many warnings the extraction had. A failure of it goes
 /// through.
 std::size_t mnu_Classic_Extract_Report(AppState& app, const std::function<void()>& refresh);
+
+/// The same for a report that was checked already, without asking whether it is to be extracted.
+std::size_t ExtractReport(AppState& app, ReportFile report, const std::function<void()>& refresh);
 
 /// Opens the viewer, which shows gReportFile; false after words about what is wrong with the report.
 bool mnu_View_IDMS_Report_File(AppState& app);

@@ -38,7 +38,8 @@ enum class Screen {
     Findings,
     Help,
     PrintPreview,
-    TableProcedures
+    TableProcedures,
+    Find
 };
 
 /// The bars that show progress: a pair (a line of text, a value) on the tree screen and one on the progress

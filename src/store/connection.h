@@ -71,6 +71,7 @@ class Connection {
     static std::shared_ptr<Connection> Open(const std::string& path, const std::string& password);
 
     friend class Inserter;
+    friend class RowReader;
 
     explicit Connection(std::shared_ptr<Database> database);
 

@@ -54,6 +54,12 @@ std::optional<std::string> StatementRun::Column(int index) const {
     return std::string(text, static_cast<std::size_t>(sqlite3_column_bytes(statement_, index)));
 }
 
+std::string_view StatementRun::Text(int index) const {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement_, index));
+    if (!text) return {};
+    return {text, static_cast<std::size_t>(sqlite3_column_bytes(statement_, index))};
+}
+
 std::int64_t StatementRun::Integer(int index) const {
     return sqlite3_column_int64(statement_, index);
 }

@@ -34,6 +34,8 @@ class StatementRun {
 
     std::vector<std::string> ColumnNames() const;
     std::optional<std::string> Column(int index) const;  ///< Of the present row, from 0; nothing for null.
+    /// The same with null as empty text; valid until the next step.
+    std::string_view Text(int index) const;
     std::int64_t Integer(int index) const;
 
   private:

@@ -53,6 +53,29 @@ TEST_F(BrowseCommandsTest, FindShowsEveryPlaceOfAName) {
     EXPECT_EQ(none.error, "norvelis-cli: End of search for record: NOTHING\n");
 }
 
+TEST_F(BrowseCommandsTest, FindListsNamesOfAnyKind) {
+    {
+        const auto store = Connection::Open(ConnectionString(program.StorePath()));
+        SchemaRows(*store).Set("OFFICE-EMP", "OFFICE", "EMPLOYEE");
+        store->Execute(
+            "Insert into Record_layout (schemaname, Recordname, fieldname) values ('EMPSCHM', 'COVERAGE', "
+            "'EMP-ID')");
+    }
+    EXPECT_EQ(program.Run("find --in records,sets,fields emp").out,
+              "record\tEMPLOYEE\t\tEMPSCHM\n"
+              "field\tEMP-ID\tCOVERAGE\tEMPSCHM\n"
+              "set\tOFFICE-EMP\tOFFICE > EMPLOYEE\tEMPSCHM\n");
+    EXPECT_EQ(program.Run("find id --where-used").out, "field\tEMP-ID\tCOVERAGE\tEMPSCHM\n");
+    const auto json = nlohmann::json::parse(program.Run("find 'set:*-emp' --json").out);
+    EXPECT_EQ(json, nlohmann::json::parse(R"([{"kind": "set", "name": "OFFICE-EMP", "schema": "EMPSCHM",
+                                               "owner": "OFFICE", "member": "EMPLOYEE"}])"));
+    EXPECT_EQ(program.Run("find emp --in nonsense").status, 2);
+    EXPECT_EQ(program.Run("find emp --in sets --where-used").status, 1);
+    const auto none = program.Run("find --in sets nothing");
+    EXPECT_EQ(none.status, 1);
+    EXPECT_EQ(none.error, "norvelis-cli: nothing has the name nothing\n");
+}
+
 TEST_F(BrowseCommandsTest, TheListWalksFromSchemasToARecord) {
     {
         const auto store = Connection::Open(ConnectionString(program.StorePath()));

@@ -22,8 +22,12 @@ void NameGrid::SetNames(const std::vector<std::string>& names) {
     std::vector<std::array<std::string, 1>> rows;
     for (const std::string& name : names) rows.push_back({name});
     SetRows(rows);
+    Mark(marked);
+}
+
+void NameGrid::Mark(const QString& name) {
     const QModelIndex first = model()->index(0, 0);
-    const auto same = model()->match(first, Qt::DisplayRole, marked, 1, Qt::MatchExactly);
+    const auto same = model()->match(first, Qt::DisplayRole, name, 1, Qt::MatchExactly);
     setCurrentIndex(same.value(0, first));
 }
 

@@ -17,6 +17,8 @@ class NameGrid : public FlxGrid {
 
     /// The mark stays on its name while that is among them, and otherwise goes to the first one.
     void SetNames(const std::vector<std::string>& names);
+    /// Marks a name; the first one when it is not among them.
+    void Mark(const QString& name);
 
     void keyboardSearch(const QString& letter) override;
 

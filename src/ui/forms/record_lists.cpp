@@ -4,6 +4,7 @@
 
 #include "base/failure.h"
 #include "base/paths.h"
+#include "base/text.h"
 #include "browse/record_list.h"
 #include "core/log.h"
 #include "core/places.h"
@@ -71,22 +72,44 @@ void RecordLists::LoadSchemaList() {
         } else if (!schemas.empty()) {
             LoadRecordsList(schemas.front());
         } else {
-            Choose(std::nullopt, {});
+            Choose(std::nullopt, {}, {});
         }
     });
 }
 
-void RecordLists::LoadRecordsList(const std::string& schema) {
-    ReportFailure(app_, "LoadRecordsList",
-                  [&] { Choose(schema, norvelis::LoadRecordsList(*app_.gConnection, schema)); });
+void RecordLists::ShowRecordOf(const std::string& schema, const std::string& record) {
+    ReportFailure(app_, "LoadRecordsList", [&] {
+        FlxGrid0_->SetNames(norvelis::LoadSchemaList(app_));
+        FlxGrid0_->Mark(QString::fromStdString(schema));
+        Choose(schema, norvelis::LoadRecordsList(*app_.gConnection, schema), record);
+    });
 }
 
-void RecordLists::Choose(const std::optional<std::string>& schema, const std::vector<std::string>& records) {
+// Cells have a blank at their left.
+void RecordLists::MarkField(const std::string& field) {
+    constexpr int kNameColumn = 1;  // Of kLayoutHeading.
+    for (int row = 0; row < flxgrid5_->model()->rowCount(); ++row) {
+        const QModelIndex name = flxgrid5_->model()->index(row, kNameColumn);
+        if (!SameName(name.data().toString().toStdString(), " " + field)) continue;
+        flxgrid5_->selectRow(row);
+        return flxgrid5_->setFocus();
+    }
+}
+
+void RecordLists::LoadRecordsList(const std::string& schema) {
+    ReportFailure(app_, "LoadRecordsList", [&] {
+        const auto records = norvelis::LoadRecordsList(*app_.gConnection, schema);
+        Choose(schema, records, records.empty() ? std::string() : records.front());
+    });
+}
+
+void RecordLists::Choose(const std::optional<std::string>& schema, const std::vector<std::string>& records,
+                         const std::string& record) {
     schema_ = schema;
     FlxGrid3_->SetNames(records);
-    FlxGrid3_->setCurrentIndex(FlxGrid3_->model()->index(0, 0));
+    FlxGrid3_->Mark(QString::fromStdString(record));
     emit SchemaChosen(Schema());
-    emit RecordChosen(records.empty() ? std::string() : records.front());
+    emit RecordChosen(record);
 }
 
 void RecordLists::ShowRecord(const std::string& name, const RecordDetails& details) {

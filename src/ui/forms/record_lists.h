@@ -38,6 +38,11 @@ class RecordLists : public QObject {
     /// Chooses a schema, and of its records the first.
     void LoadRecordsList(const std::string& schema);
 
+    /// Chooses a schema, which is there, and a record of it.
+    void ShowRecordOf(const std::string& schema, const std::string& record);
+    /// Marks the row of a field of the record on show and gives it the keyboard.
+    void MarkField(const std::string& field);
+
     /// Fills the grids for this record, which may have been chosen elsewhere.
     void ShowRecord(const std::string& name, const RecordDetails& details);
 
@@ -49,7 +54,8 @@ class RecordLists : public QObject {
     void RecordChosen(const std::string& name);  ///< Empty: there is none to be shown.
 
   private:
-    void Choose(const std::optional<std::string>& schema, const std::vector<std::string>& records);
+    void Choose(const std::optional<std::string>& schema, const std::vector<std::string>& records,
+                const std::string& record);
 
     AppState& app_;
     NameGrid *FlxGrid0_, *FlxGrid3_;

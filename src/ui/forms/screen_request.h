@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <variant>
 
+#include "browse/find_index.h"
 #include "browse/record_tree.h"
 #include "core/host.h"
 #include "diagram/record_choice.h"
@@ -35,6 +37,17 @@ struct DrawChosen {
 struct ShowLargerTree {
     static constexpr Screen kScreen = Screen::TreeviewMax;
 };
+/// Selects something that was found in the tree, and marks it in its saved drawing beside the tree. A record
+/// that the tree does not have is shown in the list.
+struct ShowInTree {
+    static constexpr Screen kScreen = Screen::Treeview;
+    FoundName found;
+};
+/// Shows the record of something that was found between its owners and its members, a field by its row.
+struct ShowInList {
+    static constexpr Screen kScreen = Screen::Listview;
+    FoundName found;
+};
 /// Shows this record, the root of the tree, or with a schema as the root the whole schema.
 struct IsolateRecord {
     static constexpr Screen kScreen = Screen::IsolateView;
@@ -46,11 +59,14 @@ struct ShowDrawing {
     std::string file;
     std::string shape = {};  ///< To be shown and marked; empty for none.
 };
-/// Shows the schema report of the settings: the section of this record or, when that is empty, the place
-/// where one was. What is wrong with the report is said in a box.
+/// Shows the schema report of the settings: at a line, or a set, or the section of a record or a field in it;
+/// with none of them at the place where one was. What is wrong with the report, or that it is not the one of
+/// the schema, is said in a box.
 struct ShowReport {
     static constexpr Screen kScreen = Screen::ReportViewer;
-    std::string record;
+    std::string record = {}, field = {}, set = {};
+    std::uint64_t line = 0;   ///< From 1.
+    std::string schema = {};  ///< That it is about; empty: whichever.
 };
 /// Lets the person pick the schema report.
 struct PickReport {
@@ -61,6 +77,10 @@ struct PickDrawingFolder {
     static constexpr Screen kScreen = Screen::Settings;
 };
 
+/// Lets the person find anything of the dictionary by its name.
+struct FindAnything {
+    static constexpr Screen kScreen = Screen::Find;
+};
 /// Shows what reading the dictionary's reports lost, as it is in the store now.
 struct ShowFindings {
     static constexpr Screen kScreen = Screen::Findings;
@@ -78,8 +98,8 @@ struct ShowHelp {
 };
 
 using ScreenRequest = std::variant<LoadTree, RefreshTree, DrawDictionary, DrawChosen, ShowLargerTree,
-                                   IsolateRecord, ShowDrawing, ShowReport, PickReport, PickDrawingFolder,
-                                   ShowFindings, ShowHelp, PreviewPrint>;
+                                   ShowInTree, ShowInList, IsolateRecord, ShowDrawing, ShowReport, PickReport,
+                                   PickDrawingFolder, FindAnything, ShowFindings, ShowHelp, PreviewPrint>;
 
 inline Screen ScreenOf(const ScreenRequest& request) {
     return std::visit([](const auto& each) { return each.kScreen; }, request);

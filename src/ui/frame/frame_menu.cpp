@@ -21,7 +21,7 @@ std::span<const MenuColumn> FrameMenu() {
          kLine,
          {"mnu_Classic_Extract_Report", "Extract IDMS Report", &Do::mnu_Classic_Extract_Report, kNotWhileBusy,
           "Ctrl+Shift+E"}}};
-    static constexpr std::array<MenuEntry, 8> kDraw = {
+    static constexpr std::array<MenuEntry, 10> kDraw = {
         {kLine,
          {"mnuTreeview", "Record &Treeview", &Do::mnuTreeview, kNotWhileBusy, "Ctrl+T"},
          kLine,
@@ -31,7 +31,9 @@ std::span<const MenuColumn> FrameMenu() {
           "Ctrl+Shift+D"},
          kLine,
          {"mnu_Draw_Fancy_Separate", "Draw in Separate Pages", &Do::mnu_Draw_Fancy_Separate, kNotWhileBusy,
-          "Ctrl+Shift+S"}}};
+          "Ctrl+Shift+S"},
+         kLine,
+         {"mnu_Find", "&Find Anything", &Do::mnu_Find, true, "Ctrl+K"}}};
     static constexpr std::array<MenuEntry, 5> kUtilities = {
         {{"mnu_Scheduler", "Scheduler", &Do::mnu_Scheduler, true, "Ctrl+J"},
          kLine,

@@ -7,6 +7,7 @@
 #include "base/paths.h"
 #include "base/text.h"
 #include "commands/frame_commands.h"
+#include "commands/report_repair.h"
 #include "core/places.h"
 #include "ui/forms/form.h"
 #include "ui/frame/child_area.h"
@@ -31,9 +32,14 @@ void MenuCommands::mnu_View_IDMS_Report_File() {
 
 void MenuCommands::mnu_Classic_Extract_Report() {
     context_.commands.Run({"Extract IDMS Report", Screen::Treeview}, [this] {
-        const std::size_t warnings =
-            commands::mnu_Classic_Extract_Report(context_.app, [this] { context_.request(RefreshTree{}); });
-        if (warnings > 0) context_.request(ShowFindings{});
+        AppState& app = context_.app;
+        const auto refresh = [this] { context_.request(RefreshTree{}); };
+        const std::size_t warnings = commands::mnu_Classic_Extract_Report(app, refresh);
+        if (warnings == 0) return;
+        context_.request(ShowFindings{});
+        if (!commands::OfferRepairForWarnings(app, warnings)) return;
+        commands::ExtractReport(app, ValidateReportFile(app.gReportFile), refresh);
+        context_.request(ShowFindings{});
     });
 }
 
@@ -44,6 +50,10 @@ void MenuCommands::mnuTreeview() {
 
 void MenuCommands::mnuListview() {
     context_.app.host.OpenScreen(Screen::Listview, false);
+}
+
+void MenuCommands::mnu_Find() {
+    context_.request(FindAnything{});
 }
 
 void MenuCommands::mnu_Draw_Fancy_Single() {

@@ -17,6 +17,7 @@ class MenuCommands {
     void mnu_Classic_Extract_Report();
     void mnuTreeview();
     void mnuListview();
+    void mnu_Find();
     void mnu_Draw_Fancy_Single();
     void mnu_Draw_Fancy_Separate();
     void mnu_Scheduler();

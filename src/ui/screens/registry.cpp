@@ -7,6 +7,7 @@
 #include "ui/screens/browse/frm_isolateview.h"
 #include "ui/screens/browse/frm_treeview.h"
 #include "ui/screens/browse/frm_treeviewmax.h"
+#include "ui/screens/find/frm_find.h"
 #include "ui/screens/list/frm_listview.h"
 #include "ui/screens/scheduler/frm_scheduler.h"
 #include "ui/screens/settings/frm_colors.h"
@@ -27,7 +28,7 @@ Form* Make(const ScreenContext& context) {
 }
 
 // A new screen gets its line here.
-constexpr std::array<ScreenEntry, 14> kScreens = {{{Screen::Treeview, Make<frm_Treeview>, true},
+constexpr std::array<ScreenEntry, 15> kScreens = {{{Screen::Treeview, Make<frm_Treeview>, true},
                                                    {Screen::TreeviewMax, Make<frm_Treeviewmax>, true},
                                                    {Screen::Listview, Make<frm_Listview>, true},
                                                    {Screen::IsolateView, Make<frm_IsolateView>, true},
@@ -40,7 +41,8 @@ constexpr std::array<ScreenEntry, 14> kScreens = {{{Screen::Treeview, Make<frm_T
                                                    {Screen::Findings, Make<frm_Findings>, true},
                                                    {Screen::Help, Make<ViewHelp>, true},
                                                    {Screen::PrintPreview, Make<PrintPreview>, true},
-                                                   {Screen::TableProcedures, Make<TableProcedures>, true}}};
+                                                   {Screen::TableProcedures, Make<TableProcedures>, true},
+                                                   {Screen::Find, Make<frmFind>, true}}};
 
 }  // namespace
 

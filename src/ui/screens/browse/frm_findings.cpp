@@ -1,14 +1,24 @@
 #include "ui/screens/browse/frm_findings.h"
 
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "base/failure.h"
 #include "browse/findings_list.h"
+#include "ui/controls/button_row.h"
+#include "ui/controls/context_menu.h"
 #include "ui/controls/flx_grid.h"
 #include "ui/controls/keys.h"
+#include "ui/controls/picture_controls.h"
 #include "ui/skins/art/skin_files.h"
 
 namespace norvelis::ui {
+
+namespace {
+
+constexpr int kSchemaColumn = 1, kLineColumn = 2;  // Of kFindingsHeading.
+
+}  // namespace
 
 frm_Findings::frm_Findings(const ScreenContext& context)
     : Form(context, "frm_Findings", "WHAT READING THE REPORTS LOST", kLargeForm),
@@ -20,6 +30,16 @@ frm_Findings::frm_Findings(const ScreenContext& context)
     column->setContentsMargins(16, Body().top() + 12, 16, 16);
     column->addWidget(lblCount_);
     column->addWidget(FlxGrid_, 1);
+    auto* buttons = new ButtonRow(this);
+    buttons->addStretch();
+    SkinButton* show =
+        buttons->Add("cmdShow", "SHOW IN REPORT", "Show the line of the marked finding (Return)",
+                     [this] { ShowInReport(); });
+    column->addLayout(buttons);
+    connect(FlxGrid_, &QAbstractItemView::activated, this, [this] { ShowInReport(); });
+    ContextMenu menu(FlxGrid_);
+    menu.AddLine();
+    menu.Add("Sho&w in report\tReturn", show);
     context.commands.DisableWhileBusy(OnKeys(this, Qt::Key_Escape, &QWidget::close));  // Then it cancels.
     OnKeys(this, QKeySequence::Refresh, [this] { Fill(); });
 }
@@ -33,6 +53,15 @@ void frm_Findings::Take(const ScreenRequest& request) {
     Fill();
     App().host.OpenScreen(Screen::Findings, false);
     FlxGrid_->setFocus();
+}
+
+// What is about the whole report is shown at its top.
+void frm_Findings::ShowInReport() {
+    const QModelIndex row = FlxGrid_->currentIndex();
+    if (!row.isValid()) return;
+    const auto cell = [&row](int column) { return row.siblingAtColumn(column).data().toString(); };
+    Context().request(ShowReport{.line = std::max(cell(kLineColumn).toULongLong(), 1ULL),
+                                 .schema = cell(kSchemaColumn).toStdString()});
 }
 
 void frm_Findings::Fill() {
@@ -49,6 +78,7 @@ void frm_Findings::Fill() {
             .arg(list.warnings)
             .arg(list.rows.size() - list.warnings));
     FlxGrid_->SetRows(list.rows);
+    FlxGrid_->setCurrentIndex(FlxGrid_->model()->index(0, 0));
 }
 
 }  // namespace norvelis::ui

@@ -7,7 +7,7 @@ namespace norvelis::ui {
 class FlxGrid;
 
 /// What reading the dictionary's reports lost: warnings, then notes, each with its line in the report and
-/// what can be done about it.
+/// what can be done about it. One leads to its line there.
 class frm_Findings : public Form {
     Q_OBJECT
 
@@ -21,6 +21,7 @@ class frm_Findings : public Form {
 
   private:
     void Fill();
+    void ShowInReport();
 
     FlxGrid* FlxGrid_;
     QLabel* lblCount_;

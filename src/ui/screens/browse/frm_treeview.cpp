@@ -5,6 +5,7 @@
 
 #include "base/failure.h"
 #include "base/paths.h"
+#include "browse/found_name.h"
 #include "browse/tree_load.h"
 #include "commands/frame_commands.h"
 #include "core/log.h"
@@ -15,6 +16,7 @@
 #include "ui/controls/c_tree_view.h"
 #include "ui/controls/context_menu.h"
 #include "ui/controls/drawing_control.h"
+#include "ui/controls/drawing_files.h"
 #include "ui/controls/elided_label.h"
 #include "ui/controls/picture_controls.h"
 #include "ui/controls/vbal_progress_bar.h"
@@ -141,6 +143,31 @@ void frm_Treeview::Take(const ScreenRequest& request) {
     if (std::holds_alternative<RefreshTree>(request)) process_Refresh();
     if (const auto* draw = std::get_if<DrawDictionary>(&request)) DrawAll(draw->singlePage);
     if (const auto* draw = std::get_if<DrawChosen>(&request)) DrawPart(*draw);
+    if (const auto* show = std::get_if<ShowInTree>(&request)) Show(show->found);
+}
+
+void frm_Treeview::Show(const FoundName& found) {
+    hover_->Hide();
+    if (Tview_->Tree().Size() == 0 && !Context().commands.Busy()) RunLoad();
+    const NodeIndex node = NodeOf(Tview_->Tree(), found);
+    if (node == kNoNode) return Context().request(ShowInList{found});
+    App().host.OpenScreen(Screen::Treeview, false);
+    Tview_->Select(node);
+    Tview_->MarkRed(node);
+    Tview_->setFocus();
+    if (!Context().commands.Busy()) ShowInDrawing(found);  // Otherwise one may be growing there.
+}
+
+// The drawing of the whole schema has everything; the record's own may be all there is.
+void frm_Treeview::ShowInDrawing(const FoundName& found) {
+    const std::string folder = DrawingFolder(App());
+    QString file = SavedDrawing(folder, found.schema, found.schema);
+    if (file.isEmpty()) file = SavedDrawing(folder, found.schema, found.record);
+    if (file.isEmpty()) return;
+    DrawingControl2& drawing = panel_->Drawing();
+    drawing.SetSrc(file);
+    if (found.kind == FindKind::Schema) return drawing.Fit();
+    drawing.ShowShape(QString::fromStdString(found.kind == FindKind::Set ? found.name : found.record));
 }
 
 void frm_Treeview::DrawSinglePage() {

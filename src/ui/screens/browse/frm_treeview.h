@@ -17,7 +17,8 @@ class frm_Treeview : public TreeForm, private ProgressView {
     explicit frm_Treeview(const ScreenContext& context);
 
     void Load() override;
-    void Take(const ScreenRequest& request) override;  ///< LoadTree, RefreshTree, DrawDictionary, DrawChosen.
+    /// LoadTree, RefreshTree, DrawDictionary, DrawChosen, ShowInTree.
+    void Take(const ScreenRequest& request) override;
     ProgressView* Progress() override { return this; }
 
   private:
@@ -27,6 +28,8 @@ class frm_Treeview : public TreeForm, private ProgressView {
     void loadtreeform() override;
     void DrawAll(bool singlePage);
     void DrawPart(const DrawChosen& part);
+    void Show(const FoundName& found);
+    void ShowInDrawing(const FoundName& found);
     QBoxLayout* ProgressRow();
     void DrawSinglePage();
     void Maximize();

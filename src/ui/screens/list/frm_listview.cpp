@@ -2,6 +2,7 @@
 
 #include <QVBoxLayout>
 
+#include "base/text.h"
 #include "ui/controls/context_menu.h"
 #include "ui/controls/keys.h"
 #include "ui/controls/name_grid.h"
@@ -73,6 +74,15 @@ void frm_Listview::Load() {
 
 QWidget* frm_Listview::OpensAt() const {
     return &lists_->Records();
+}
+
+void frm_Listview::Take(const ScreenRequest& request) {
+    const auto* show = std::get_if<ShowInList>(&request);
+    if (!show) return;
+    const FoundName& found = show->found;
+    App().host.OpenScreen(Screen::Listview, false);
+    lists_->ShowRecordOf(std::string(Trim(found.schema)), std::string(Trim(found.record)));
+    if (found.kind == FindKind::Field) lists_->MarkField(found.name);
 }
 
 void frm_Listview::Choose(const std::string& name) {

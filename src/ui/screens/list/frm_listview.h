@@ -24,6 +24,7 @@ class frm_Listview : public Form {
 
     void Load() override;
     QWidget* OpensAt() const override;
+    void Take(const ScreenRequest& request) override;  ///< ShowInList.
 
   private:
     void AddCommands(QAbstractItemView& names);

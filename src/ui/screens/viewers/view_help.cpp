@@ -32,7 +32,8 @@ constexpr std::pair<Screen, const char*> kPages[] = {
     {Screen::Settings, "settings.html"},     {Screen::ConvertSql, "sql.html"},
     {Screen::Scheduler, "scheduler.html"},   {Screen::ReportViewer, "report.html"},
     {Screen::DrawingViewer, "drawing.html"}, {Screen::PrintPreview, "print.html"},
-    {Screen::Findings, "findings.html"},     {Screen::TableProcedures, "sql.html"}};
+    {Screen::Findings, "findings.html"},     {Screen::Find, "find.html"},
+    {Screen::TableProcedures, "sql.html"}};
 
 QString PageOf(Screen screen) {
     for (const auto& [each, page] : kPages) {

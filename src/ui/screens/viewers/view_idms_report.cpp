@@ -21,6 +21,7 @@
 #include "ui/screens/viewers/print_lines.h"
 #include "ui/screens/viewers/report_view.h"
 #include "viewer/reading_place.h"
+#include "viewer/report_places.h"
 #include "viewer/report_search.h"
 
 namespace norvelis::ui {
@@ -132,16 +133,26 @@ void ViewIDMSReport::Take(const ScreenRequest& request) {
     try {
         const clsHourglass hourglass(App().host);
         if (!commands::mnu_View_IDMS_Report_File(App())) return;
+        const bool anywhere = show->record.empty() && show->set.empty() && show->line == 0;
         if (!report_ || path_ != App().gReportFile || report_->Compare() != viewer::FileChange::None ||
-            show->record.empty())
+            anywhere)
             Open(App().gReportFile);
     } catch (const RuntimeFailure& failure) {
         return App().host.MessageBox(failure.what());
     }
-    wantedRecord_ = show->record;
-    if (!wantedRecord_.empty()) wantedLine_.reset();
-    ShowRecord();
     RichTextBox1_->setFocus();
+    const std::string ofReport = viewer::SchemaOf(*report_);
+    if (!show->schema.empty() && !ofReport.empty() && !SameName(ofReport, show->schema))
+        return App().host.MessageBox("The report of the settings is of schema " + ofReport +
+                                     ". Set the report of schema " + show->schema + " to see its lines.");
+    wantedRecord_ = show->record;
+    wantedField_ = show->field;
+    wantedSet_ = show->set;
+    if (!wantedRecord_.empty()) wantedLine_.reset();
+    if (show->line != 0 && !ShowLine(show->line - 1, true))
+        return App().host.MessageBox("The report has no line " + std::to_string(show->line) +
+                                     ": it is another one than was extracted.");
+    ShowWanted();
 }
 
 void ViewIDMSReport::Open(const std::string& path) {
@@ -193,7 +204,7 @@ void ViewIDMSReport::ReadOn() {
         Compare();
     }
     ShowCount();
-    ShowRecord();
+    ShowWanted();
 }
 
 void ViewIDMSReport::ShowSection(int row) {
@@ -204,14 +215,37 @@ void ViewIDMSReport::ShowSection(int row) {
     RichTextBox1_->ShowFrom(line);
 }
 
+void ViewIDMSReport::ShowWanted() {
+    if (!report_) return;
+    if (!wantedSet_.empty()) ShowSet();
+    if (!wantedRecord_.empty()) ShowRecord();
+}
+
+void ViewIDMSReport::ShowSet() {
+    const std::string set = std::exchange(wantedSet_, {});
+    const auto line = viewer::LineOfSet(*report_, Trim(set));
+    if (!line) return App().host.MessageBox("The report has no set " + set + ".");
+    ShowLine(*line, true);
+}
+
+void ViewIDMSReport::ShowField(std::uint64_t section) {
+    const std::string field = std::exchange(wantedField_, {});
+    const auto line = viewer::LineOfField(*report_, section, field);
+    if (!line) return App().host.MessageBox("The section of the record has no field " + field + ".");
+    ShowLine(*line, true);
+}
+
 void ViewIDMSReport::ShowRecord() {
-    if (wantedRecord_.empty() || !report_) return;
     const auto& sections = report_->Sections();
     for (std::size_t i = 0; i < sections.size(); ++i) {
         if (!SameName(ToUtf8(sections[i].record), Trim(wantedRecord_))) continue;
+        // A section is there as a whole when the next one is.
+        if (!wantedField_.empty() && i + 1 == sections.size() && !report_->IsComplete()) return;
         wantedRecord_.clear();
         lstRecords_->setCurrentRow(static_cast<int>(i));
-        return ShowSection(static_cast<int>(i));
+        ShowSection(static_cast<int>(i));
+        if (!wantedField_.empty()) ShowField(sections[i].line);
+        return;
     }
     if (!report_->IsComplete()) return;
     const std::string record = std::exchange(wantedRecord_, {});
@@ -296,12 +330,17 @@ void ViewIDMSReport::GoToLine() {
         return Say("A line is a number from 1 on");
     }
     if (!report_) return;
-    const bool there = report_->IndexToLine(line - 1);
-    RichTextBox1_->LinesChanged();
-    if (!there) return Say(QString("The report has %1 lines").arg(report_->Count()));
-    wantedLine_.reset();
-    RichTextBox1_->GoTo({line - 1, 0});
+    if (!ShowLine(line - 1, false)) return Say(QString("The report has %1 lines").arg(report_->Count()));
     RichTextBox1_->setFocus();
+}
+
+bool ViewIDMSReport::ShowLine(std::uint64_t line, bool marked) {
+    const bool there = report_->IndexToLine(line);
+    RichTextBox1_->LinesChanged();
+    if (!there) return false;
+    wantedLine_.reset();
+    RichTextBox1_->GoTo({line, 0}, marked ? report_->LengthOf(line) : 0);
+    return true;
 }
 
 void ViewIDMSReport::Copy() {

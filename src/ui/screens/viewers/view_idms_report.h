@@ -38,7 +38,11 @@ class ViewIDMSReport : public Form {
     void Open(const std::string& path);
     void Close();
     void ReadOn();
+    void ShowWanted();
     void ShowRecord();
+    void ShowField(std::uint64_t section);
+    void ShowSet();
+    bool ShowLine(std::uint64_t line, bool marked);  ///< False when the report ends before it.
     void ShowSection(int row);
     void Compare();
     void ShowCount();
@@ -52,7 +56,8 @@ class ViewIDMSReport : public Form {
 
     std::shared_ptr<viewer::ReportLines> report_;
     std::string path_;
-    std::string wantedRecord_;  ///< Whose section is shown as soon as it is known; empty for none.
+    /// What is shown as soon as it is known; empty for none, a field is in the record.
+    std::string wantedRecord_, wantedField_, wantedSet_;
     std::optional<std::uint64_t> wantedLine_;
     std::stop_source search_;
     bool searching_ = false, hasGrown_ = false;

@@ -2,13 +2,16 @@
 
 #include <QTableView>
 #include <QToolButton>
+#include <algorithm>
 
 #include "ui/controls/c_tree_view.h"
+#include "ui/screens/viewers/report_view.h"
 #include "ui/ui_app.h"
 
 namespace norvelis::ui {
 namespace {
 
+using ::testing::ElementsAre;
 using ::testing::StartsWith;
 
 /// The sample report, its last record without the heading of its fields.
@@ -66,6 +69,40 @@ TEST_F(FindingsScreenTest, OpensBehindTheFinalBoxWhenThereAreWarnings) {
     ui.frame->Find(Screen::Findings)->close();
     button->click();
     EXPECT_TRUE(IsOpen());
+}
+
+TEST_F(FindingsScreenTest, AFindingLeadsToItsLineInTheReport) {
+    ExtractWithout("0DATA ITEM");
+    auto* grid = ui.frame->Find(Screen::Findings)->findChild<QTableView*>("FlxGrid");
+    QTest::keyClick(grid, Qt::Key_Return);
+    UiApp::Settle();
+    const Form* viewer = ui.frame->Find(Screen::ReportViewer);
+    ASSERT_TRUE(viewer && viewer->isVisible());
+    const auto* view = viewer->findChild<ReportView*>("RichTextBox1");
+    EXPECT_EQ(QString::number(view->MarkedFrom().line + 1), Cell(0, 2));
+
+    ui.host.messages.clear();
+    WriteFile(ui.folder.Path("report"), ReadFile(ui.folder.Path("report")).substr(0, 4000));
+    QTest::keyClick(grid, Qt::Key_Return);
+    UiApp::Settle();
+    EXPECT_THAT(ui.host.TakeTexts(), ElementsAre(StartsWith("The report has no line ")));
+}
+
+TEST_F(FindingsScreenTest, RepairIsOfferedBehindTheList) {
+    const std::string sample = ReadFile(ui.folder.Path("reportfiles/empschm.text"));
+    std::string damaged = sample;
+    std::ranges::replace(damaged, '\n', '\r');
+    WriteFile(ui.folder.Path("report"), damaged);
+    setreportlocation(ui.app, ui.folder.Path("report"));
+    bool offeredBehindList = false;
+    ui.host.during = [&](const Message& message) {
+        if (message.text.starts_with("Repair leaves")) offeredBehindList = IsOpen();
+    };
+    ui.Choose("mnu_Classic_Extract_Report");
+    EXPECT_TRUE(offeredBehindList);
+    EXPECT_EQ(ReadFile(ui.folder.Path("report-repaired")), sample);
+    EXPECT_FALSE(ui.Find<QToolButton>("warnings")->isVisible());
+    EXPECT_NE(ui.Find<cTreeView>("Tview")->Tree().FirstOf(kRecord), kNoNode);
 }
 
 TEST_F(FindingsScreenTest, TreesPaintAMarkBehindAnIncompleteRecord) {

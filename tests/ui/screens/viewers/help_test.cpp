@@ -39,7 +39,8 @@ class HelpTest : public ::testing::Test {
 TEST_F(HelpTest, F1OpensThePageOfTheScreenAtHand) {
     for (const auto& [screen, page] :
          {std::pair(Screen::Treeview, "tree.html"), std::pair(Screen::Settings, "settings.html"),
-          std::pair(Screen::About, "index.html"), std::pair(Screen::Findings, "findings.html")}) {
+          std::pair(Screen::About, "index.html"), std::pair(Screen::Findings, "findings.html"),
+          std::pair(Screen::Find, "find.html")}) {
         ui.host.OpenScreen(screen, false);
         UiApp::Settle();
         PressF1();
