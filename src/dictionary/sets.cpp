@@ -8,6 +8,13 @@ Recordset Sets(Connection& store) {
         "order by recordname asc, next_step asc, rowid");
 }
 
+Recordset SetsBetween(Connection& store, std::string_view owner, std::string_view member) {
+    return store.Select(
+        "Select schemaname, set, connection FROM Connection_Details where Recordname = ? and next_step = ? "
+        "order by rowid",
+        {owner, member});
+}
+
 Recordset SetsOfMember(Connection& store, std::string_view member) {
     return store.Select(
         "Select schemaname, Recordname, next_step, set FROM Connection_Details where next_step = ? "

@@ -12,6 +12,9 @@ namespace norvelis::dictionary {
 /// member.
 Recordset Sets(Connection& store);
 
+/// Columns schemaname, set and connection of the sets between two records, whatever the schema.
+Recordset SetsBetween(Connection& store, std::string_view owner, std::string_view member);
+
 /// Columns schemaname, Recordname, next_step and set of the sets in which a record of that name is the member
 /// or the owner, whatever the schema; by the name at the other end.
 Recordset SetsOfMember(Connection& store, std::string_view member);
