@@ -63,9 +63,13 @@ bool MayPrint(Host& host, std::size_t sheets) {
            Answer::Yes;
 }
 
-void WritePdf(const std::string& drawing, const std::string& path, std::string_view pdf) {
+bool IsSameFile(const std::string& path, const std::string& other) {
     std::error_code none;
-    if (std::filesystem::equivalent(Resolve(path), Resolve(drawing), none))
+    return std::filesystem::equivalent(Resolve(path), Resolve(other), none);
+}
+
+void WritePdf(const std::string& drawing, const std::string& path, std::string_view pdf) {
+    if (IsSameFile(path, drawing))
         throw RuntimeFailure(FailureNumber::PathFileAccess,
                              path + ": the PDF file would replace the drawing");
     WriteFile(path, pdf);

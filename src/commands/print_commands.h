@@ -25,6 +25,9 @@ std::string PrintQuestion(std::size_t sheets);
 /// Asks when there are very many sheets; true when they may be printed.
 bool MayPrint(Host& host, std::size_t sheets);
 
+/// Whether two paths lead to one file that is there.
+bool IsSameFile(const std::string& path, const std::string& other);
+
 /// RuntimeFailure 75 when the path is the drawing's own, or can not be written.
 void WritePdf(const std::string& drawing, const std::string& path, std::string_view pdf);
 

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+
+#include "core/app_state.h"
+
+// Writing a drawing in another form.
+namespace norvelis::commands {
+
+struct ExportForm {
+    const char* ending;  ///< Without the dot.
+    const char* name;
+};
+/// The forms that a drawing can be written in.
+std::span<const ExportForm> ExportForms();
+
+/// Writes a drawing file in the form that the ending of `out` says; RuntimeFailure with the reason. Touches
+/// no state.
+using Exporter = std::function<void(const std::string& drawing, const std::string& out)>;
+
+/// Where the person wants the export of a drawing; nothing after words when there is no such drawing or its
+/// own file was chosen.
+std::optional<std::string> ChooseExport(Host& host, const std::string& drawing, const ExportForm& form);
+
+/// Writes it in the background; the status line says where it is, a box why it could not be written.
+void ExportDrawing(Host& host, const std::string& drawing, const std::string& out, const Exporter& exporter);
+
+}  // namespace norvelis::commands
