@@ -5,40 +5,34 @@
 #include "base/failure.h"
 #include "drawing/render/open.h"
 #include "drawing/render/tile_cache.h"
+#include "drawing/render/walk_scene.h"
 
 namespace norvelis::desktop {
 
 namespace {
 
-using drawing::render::Figure;
 using drawing::render::Scene;
 
 class ScenePicture : public ui::DrawingPicture {
   public:
-    explicit ScenePicture(Scene scene) : scene_(std::move(scene)) { tiles_.Show(&scene_); }
+    explicit ScenePicture(Scene scene)
+        : scene_(std::move(scene)), walk_(drawing::render::WalkOf(scene_)), tiles_(scene_) {}
 
     QSizeF PageSize() const override { return scene_.size; }
     double UnitsPerInch() const override { return drawing::render::kUnitsPerInch; }
-    void Paint(QPainter& painter, const QRect& view, double scale, double devicePixelRatio) override {
-        tiles_.Paint(painter, view, scale, devicePixelRatio);
+    const drawing::walk::PageWalk& Walk() const override { return walk_; }
+    const QImage& Overview() const override { return tiles_.Overview(); }
+    void OnReady(std::function<void()> ready) override { tiles_.OnReady(std::move(ready)); }
+    void Prepare(const QRect& view, double scale, double devicePixelRatio) override {
+        tiles_.Prepare(view, scale, devicePixelRatio);
     }
-    std::optional<Shape> ShapeAt(QPointF place, double slack) const override {
-        const Figure* figure = scene_.At(place, slack);
-        return figure ? std::optional(Describe(*figure)) : std::nullopt;
-    }
-    std::optional<Shape> ShapeNamed(const QString& name) const override {
-        for (const Figure& figure : scene_.figures) {
-            if (figure.name.compare(name, Qt::CaseInsensitive) == 0) return Describe(figure);
-        }
-        return std::nullopt;
+    bool Paint(QPainter& painter, const QRect& view, double scale, double devicePixelRatio) override {
+        return tiles_.Paint(painter, view, scale, devicePixelRatio);
     }
 
   private:
-    static Shape Describe(const Figure& figure) {
-        return {figure.name, figure.tip, figure.address, figure.bounds};
-    }
-
     Scene scene_;
+    drawing::walk::PageWalk walk_;
     drawing::render::TileCache tiles_;
 };
 

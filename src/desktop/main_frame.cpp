@@ -4,6 +4,7 @@
 #include "desktop/drawing_pictures.h"
 #include "desktop/drawing_sheets.h"
 #include "drawing/automation/create_engine.h"
+#include "drawing/export/export.h"
 #include "ui/frame/mdi_main_menu.h"
 #include "ui/screens/registry.h"
 
@@ -22,8 +23,11 @@ DrawingTools::DrawingTools(AppState& app)
 
 std::unique_ptr<ui::mdiMainMenu> MakeMainFrame(AppState& app, DrawingTools& tools,
                                                ui::LongCommands::Fail fail) {
+    const auto exportDrawing = [](const std::string& drawing, const std::string& out) {
+        drawing::render::Export(drawing, out);
+    };
     return std::make_unique<ui::mdiMainMenu>(ui::FrameParts{app, *tools.engine, OpenDrawingPicture,
-                                                            MakeSheetPrinting(), tools.printer,
+                                                            exportDrawing, MakeSheetPrinting(), tools.printer,
                                                             ui::AllScreens(), std::move(fail)});
 }
 

@@ -62,14 +62,15 @@ class SessionTest : public ::testing::Test {
         UntilShown(control);
         constexpr int kMargin = 12;
         const auto picture = desktop::OpenDrawingPicture(control.Src());
-        const auto box = picture->ShapeNamed(record);
-        ASSERT_TRUE(box);
+        const int box = picture->Walk().Named(record.toStdString());
+        ASSERT_NE(box, drawing::walk::kNone);
+        const Point center = picture->Walk()[box].bounds.Center();
         const QSizeF page = picture->PageSize();
         const double scale = std::min((control.width() - 2 * kMargin) / page.width(),
                                       (control.height() - 2 * kMargin) / page.height());
         const QPointF middle(control.width() / 2.0, control.height() / 2.0);
         const QPointF place =
-            middle + (box->bounds.center() - QPointF(page.width(), page.height()) / 2) * scale;
+            middle + (QPointF(center.x, center.y) - QPointF(page.width(), page.height()) / 2) * scale;
         QTest::mouseClick(&control, Qt::LeftButton, {}, place.toPoint());
     }
     /// PRINT, and PDF FILE in the preview that it opens.

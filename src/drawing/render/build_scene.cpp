@@ -4,8 +4,10 @@
 #include <cmath>
 #include <numbers>
 #include <set>
+#include <unordered_map>
 
 #include "base/failure.h"
+#include "base/text.h"
 #include "drawing/render/bitmap.h"
 #include "drawing/render/outline.h"
 #include "drawing/render/text_picture.h"
@@ -61,9 +63,12 @@ class SceneBuilder {
     SceneBuilder(FontLibrary& fonts, const Document& document, Scene& scene, SceneCost& cost)
         : fonts_(fonts), document_(document), scene_(scene), cost_(cost) {}
 
-    void Add(const Canvas& canvas, const Placement& page) {
+    /// A background page's shapes are only painted.
+    void Add(const Canvas& canvas, const Placement& page, bool background = false) {
         FindLayers(canvas.sheet);
-        for (const auto& shape : canvas.shapes) Add(*shape, page, nullptr, shape->id, 0);
+        background_ = background;
+        for (const auto& shape : canvas.shapes) Add(*shape, page, nullptr, 0);
+        if (!background) TieEnds(canvas);
     }
 
   private:
@@ -101,13 +106,17 @@ class SceneBuilder {
                            [&layers](const QString& layer) { return layers.contains(layer.toInt()); });
     }
 
-    void Add(const Shape& shape, const Placement& around, const Figure* group, int topShape, int depth) {
+    void Add(const Shape& shape, const Placement& around, const Figure* group, int depth) {
         Spend(1);
         if (depth > kMaxGroupDepth || shape.kind == ShapeKind::Guide) return;
         if (IsOnlyOn(hidden_, shape)) return;
         const Placement place = Place(shape, around);
-        Figure figure = Describe(shape, group, topShape);
+        Figure figure = Describe(shape, group);
         figure.locked = (group && group->locked) || IsOnlyOn(locked_, shape);
+        if (group)
+            figure.onPage = group->onPage;
+        else if (!background_)
+            figure.onPage = Enter(figure);
         const int display = shape.kind == ShapeKind::Group ? Whole(shape, Name::DisplayMode) : 0;
         if (shape.kind != ShapeKind::Group || display != 0) {
             AddMarks(shape, place, figure);
@@ -116,7 +125,7 @@ class SceneBuilder {
         }
         Measure(figure);
         const auto addParts = [&, described = figure] {  // They share its tip and link.
-            for (const auto& part : shape.shapes) Add(*part, place, &described, topShape, depth + 1);
+            for (const auto& part : shape.shapes) Add(*part, place, &described, depth + 1);
         };
         const bool inFront = display == 2;
         if (inFront) addParts();
@@ -124,15 +133,40 @@ class SceneBuilder {
         if (!inFront) addParts();
     }
 
+    int Enter(const Figure& figure) {
+        const int place = static_cast<int>(scene_.shapes.size());
+        scene_.shapes.push_back(
+            {figure.shape, figure.name, {}, figure.tip, figure.address, figure.locked, -1, -1});
+        places_.try_emplace(figure.shape, place);
+        return place;
+    }
+
+    /// The place in the scene of a shape, or of the group around it.
+    int PlaceOf(const Canvas& canvas, int id) const {
+        const Shape* shape = canvas.ById(id);
+        while (shape && shape->parent) shape = shape->parent;
+        const auto place = shape ? places_.find(shape->id) : places_.end();
+        return place == places_.end() ? -1 : place->second;
+    }
+
+    void TieEnds(const Canvas& canvas) {
+        for (const Connect& connect : canvas.connects) {
+            const int line = PlaceOf(canvas, connect.fromSheet), to = PlaceOf(canvas, connect.toSheet);
+            if (line < 0 || line == to) continue;
+            ShapeOnPage& tied = scene_.shapes[static_cast<std::size_t>(line)];
+            if (EqualIgnoringCase(connect.fromCell, "BeginX")) tied.begin = to;
+            if (EqualIgnoringCase(connect.fromCell, "EndX")) tied.end = to;
+        }
+    }
+
     void Keep(Figure figure) {
         if (!figure.marks.empty() || !figure.text.fragments.empty() || !figure.picture.isNull())
             scene_.figures.push_back(std::move(figure));
     }
 
-    Figure Describe(const Shape& shape, const Figure* group, int topShape) {
+    Figure Describe(const Shape& shape, const Figure* group) {
         Figure figure;
         figure.shape = shape.id;
-        figure.topShape = topShape;
         figure.name = QString::fromStdString(shape.name.empty() ? shape.nameU : shape.name);
         figure.tip = Words(shape, Name::Comment);
         if (const auto link = FirstLink(shape)) {
@@ -278,6 +312,11 @@ class SceneBuilder {
     void AddText(const Shape& shape, const Placement& place, Figure& figure) {
         for (const TextRun& run : TextOf(shape)) Spend(run.text.size());
         if (TextOf(shape).empty() || Value(shape, Name::HideText) != 0) return;
+        if (figure.onPage >= 0) {
+            QString& words = scene_.shapes[static_cast<std::size_t>(figure.onPage)].text;
+            if (!words.isEmpty()) words += '\n';
+            words += QString::fromStdString(PlainText(TextOf(shape)));
+        }
         const double width = Value(shape, Name::Width), height = Value(shape, Name::Height);
         const auto orElse = [&](Name cell, double otherwise) {
             return Find(shape, cell) ? Value(shape, cell) : otherwise;
@@ -331,7 +370,9 @@ class SceneBuilder {
     FontLibrary& fonts_;
     const Document& document_;
     Scene& scene_;
-    std::set<int> hidden_, locked_;  ///< Layers.
+    std::set<int> hidden_, locked_;        ///< Layers.
+    std::unordered_map<int, int> places_;  ///< In the scene's shapes, by ID.
+    bool background_ = false;
     SceneCost& cost_;
 };
 
@@ -366,7 +407,8 @@ Scene BuildScene(FontLibrary& fonts, const Document& document, const Page& page,
          back && std::find(pages.begin(), pages.end(), back) == pages.end();
          back = document.PageById(back->backPage))
         pages.push_back(back);
-    for (auto at = pages.rbegin(); at != pages.rend(); ++at) builder.Add(**at, PagePlacement((*at)->sheet));
+    for (auto at = pages.rbegin(); at != pages.rend(); ++at)
+        builder.Add(**at, PagePlacement((*at)->sheet), *at != &page);
     return scene;
 }
 

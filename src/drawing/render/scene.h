@@ -47,8 +47,9 @@ struct TextPicture {
 };
 
 struct Figure {
-    int shape = 0;     ///< ID of the shape on the page.
-    int topShape = 0;  ///< ID of the outermost group that holds it, or its own.
+    int shape = 0;    ///< ID of the shape on the page.
+    int onPage = -1;  ///< Place in Scene::shapes of the outermost group that holds it, or of itself; -1 for
+                      ///< what is on a background page.
     QString name;
     QString tip;      ///< The shape's comment.
     QString address;  ///< Of its hyperlink; empty for none.
@@ -59,6 +60,16 @@ struct Figure {
     QImage picture;           ///< A bitmap that came with the shape, or none;
     QTransform picturePlace;  ///< it fills the unit square under this.
     TextPicture text;
+};
+
+/// A shape of the page itself, outside of groups: what a person points at.
+struct ShapeOnPage {
+    int id = 0;
+    QString name;
+    QString text;  ///< Of all its parts, with LF between them.
+    QString tip, address;
+    bool locked = false;
+    int begin = -1, end = -1;  ///< Places in Scene::shapes of what its ends are glued to; -1 for none.
 };
 
 /// A page that another program wrote and only libvisio can read: a picture without shapes.
@@ -73,10 +84,7 @@ struct Scene {
     QString name;   ///< Of the page or master.
     std::optional<ForeignPage> foreign;
     std::vector<Figure> figures;  ///< Back first.
-
-    /// The frontmost figure at a point or within `slack` of it, locked ones left out; null when there is
-    /// none.
-    const Figure* At(QPointF point, double slack = 0) const;
+    std::vector<ShapeOnPage> shapes;
 };
 
 }  // namespace norvelis::drawing::render

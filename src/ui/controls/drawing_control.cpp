@@ -1,70 +1,48 @@
 #include "ui/controls/drawing_control.h"
 
-#include <QApplication>
-#include <QDesktopServices>
+#include <QAction>
 #include <QFileInfo>
-#include <QHelpEvent>
-#include <QKeyEvent>
-#include <QMimeData>
-#include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPainter>
-#include <QToolTip>
-#include <QUrl>
-#include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
 #include <utility>
 
 #include "ui/controls/context_menu.h"
+#include "ui/controls/drawing_card.h"
+#include "ui/controls/drawing_find_bar.h"
+#include "ui/controls/drawing_map.h"
+#include "ui/controls/drawing_marks.h"
 #include "ui/controls/empty_text.h"
 
+// What is on show and what of it. Mouse and keys are in drawing_control_events.cpp.
 namespace norvelis::ui {
+
+using drawing::walk::kNone;
 
 namespace {
 
-constexpr int kMargin = 12;         // Pixels around a fitted page.
-constexpr int kWithinReach = 40;    // Pixels of the page that stay in sight.
-constexpr double kZoomStep = 1.25;  // Of a key or a notch of the wheel.
-constexpr double kLargest = 8;      // Times life size.
-constexpr int kArrowStep = 48;      // Pixels.
-constexpr double kSlack = 3;        // Pixels beside a shape that still hit it.
-constexpr int kSlow = 250;          // Milliseconds for which another file's picture may stay.
-constexpr double kReadable = 0.8;   // Of life size: six points can be read.
-
-/// A link may lead to the web, to a person or to a file, and to nothing that would be run.
-bool MayFollow(const QUrl& url) {
-    const QString scheme = url.scheme().toLower();
-    return scheme == "http" || scheme == "https" || scheme == "mailto" || scheme == "file";
-}
-
-double ScaleToFit(QSizeF page, QSize control) {
-    const double across = (control.width() - 2 * kMargin) / page.width(),
-                 down = (control.height() - 2 * kMargin) / page.height();
-    return std::max(std::min(across, down), 1e-6);
-}
-
-/// The one drawing file that is dragged; empty when it is something else.
-QString DrawingIn(const QMimeData& dragged) {
-    const QList<QUrl> urls = dragged.urls();
-    const QString file = urls.size() == 1 ? urls.front().toLocalFile() : QString();
-    const QStringList kinds = {"vsd", "vsdx", "vdx"};
-    return kinds.contains(QFileInfo(file).suffix(), Qt::CaseInsensitive) ? file : QString();
-}
+constexpr int kSlow = 250;         // Milliseconds for which another file's picture may stay.
+constexpr int kRest = 450;         // Milliseconds after which what the mouse rests on is lit up.
+constexpr double kReadable = 0.8;  // Of life size: six points can be read.
+constexpr int kGap = 8;            // Pixels between what is laid over the drawing and its edges.
+constexpr QSize kRoomForMap(340, 260);
 
 /// Has the picture paint its whole page as it will be seen first, so that it is ready to be shown.
 void PaintAhead(DrawingPicture& picture, QSize control, double pixelRatio) {
-    const double scale = ScaleToFit(picture.PageSize(), control);
-    const QRect page = QRectF(QPointF(), picture.PageSize() * scale).toAlignedRect();
-    QImage image(page.size() * pixelRatio, QImage::Format_ARGB32_Premultiplied);
-    image.setDevicePixelRatio(pixelRatio);
-    QPainter painter(&image);
-    picture.Paint(painter, page, scale, pixelRatio);
+    const double scale = PageView::ScaleToFit(picture.PageSize(), control);
+    picture.Prepare(QRectF(QPointF(), picture.PageSize() * scale).toAlignedRect(), scale, pixelRatio);
 }
 
 }  // namespace
 
 DrawingControl2::DrawingControl2(const QString& name, OpenDrawing open, QWidget* parent)
-    : QWidget(parent), loader_(std::move(open)) {
+    : QWidget(parent),
+      loader_(std::move(open)),
+      rest_(new QTimer(this)),
+      findBar_(new DrawingFindBar(this)),
+      map_(new DrawingMap(this)),
+      card_(new DrawingCard(this)) {
     setObjectName(name);
     setAccessibleName("Drawing");
     setFocusPolicy(Qt::StrongFocus);
@@ -72,18 +50,47 @@ DrawingControl2::DrawingControl2(const QString& name, OpenDrawing open, QWidget*
     setAcceptDrops(true);
     setMinimumSize(80, 60);
     setAttribute(Qt::WA_OpaquePaintEvent);  // Nothing behind it is painted while the page is dragged.
-    ContextMenu menu(this);
-    menu.Add("&Whole page\t0", [this] { Fit(); });
-    menu.Add("&Life size\t1", [this] { ShowLifeSize(rect().center()); });
-    menu.Add("Zoom &in\t+", [this] { ZoomIn(); });
-    menu.Add("Zoom &out\t-", [this] { ZoomOut(); });
+    AddCommands();
     slow_.setSingleShot(true);
     slow_.setInterval(kSlow);
+    rest_->setObjectName("restOnShape");
+    rest_->setSingleShot(true);
+    rest_->setInterval(kRest);
     connect(&slow_, &QTimer::timeout, this, &DrawingControl2::SayOpening);
+    connect(rest_, &QTimer::timeout, this, [this] {
+        walker_.Light(hovered_);
+        update();
+    });
     connect(&loader_, &DrawingLoader::Loaded, this, [this] { Show(loader_.Take()); });
+    connect(findBar_, &DrawingFindBar::Typed, this, &DrawingControl2::Search);
+    connect(findBar_, &DrawingFindBar::NextWanted, this, [this] { FindNext(true); });
+    connect(findBar_, &DrawingFindBar::PreviousWanted, this, [this] { FindNext(false); });
+    connect(findBar_, &DrawingFindBar::CloseWanted, this, &DrawingControl2::EndSearch);
+    connect(map_, &DrawingMap::Pointed, this, [this](QPointF place, bool dragged) {
+        Go(dragged ? Step::Glide : Step::Jump, [&] { view_.CenterOn(place); });
+    });
 }
 
 DrawingControl2::~DrawingControl2() = default;
+
+void DrawingControl2::AddCommands() {
+    ContextMenu menu(this);
+    menu.Add("&Find...\tCtrl+F", [this] { OpenFind(); });
+    follow_ = menu.Add("Follow the &set to its other end\tCtrl+Return", [this] { FollowSet(); });
+    menu.AddLine();
+    menu.Add("&Whole page\tCtrl+0", [this] { Fit(); });
+    menu.Add("&Life size\tCtrl+1", [this] { ShowLifeSize(); });
+    menu.Add("Page wid&th\tCtrl+2", [this] { FitWidth(); });
+    toShape_ = menu.Add("Selected &box\tCtrl+3", [this] { ZoomToShape(); });
+    menu.Add("Zoom &in\t+", [this] { ZoomIn(); });
+    menu.Add("Zoom o&ut\t-", [this] { ZoomOut(); });
+    back_ = menu.Add("Bac&k\tAlt+Left", [this] { GoBack(); });
+    forward_ = menu.Add("Fo&rward\tAlt+Right", [this] { GoForward(); });
+    showMap_ = menu.Add("&Map\tM", [this] { ShowMap(showMap_->isChecked()); });
+    showMap_->setCheckable(true);
+    showMap_->setChecked(mapWanted_);
+    for (QAction* action : {back_, forward_, toShape_, follow_}) action->setEnabled(false);
+}
 
 void DrawingControl2::SetSrc(const QString& path) {
     const QDateTime changed = path.isEmpty() ? QDateTime() : QFileInfo(path).lastModified();
@@ -108,17 +115,31 @@ void DrawingControl2::SetSrc(const QString& path) {
 
 void DrawingControl2::Show(DrawingLoader::Result result) {
     slow_.stop();
+    rest_->stop();
+    hovered_ = kNone;
     const QString selected = SelectedShape();
+    walker_ = {};
     picture_ = std::move(result.picture);
     reason_ = result.reason;
-    selected_.reset();
-    if (!rereads_ || fitted_) {
-        Fit();
-    } else if (picture_ && !selected.isEmpty()) {
-        selected_ = picture_->ShapeNamed(selected);
+    sharp_ = true;
+    card_->hide();
+    if (picture_) {
+        picture_->OnReady([this] { QMetaObject::invokeMethod(this, [this] { update(); }); });
+        walker_ = drawing::walk::Walker(Page());
+        view_.SetPage(picture_->PageSize(), logicalDpiX() / picture_->UnitsPerInch());
     }
+    map_->SetPage(picture_ ? picture_->Overview() : QImage(), picture_ ? picture_->PageSize() : QSizeF(1, 1));
+    if (!rereads_) {
+        trail_.Clear();
+        view_.FitPage();
+    } else if (picture_ && !selected.isEmpty()) {
+        walker_.Select(Page().Named(selected.toStdString()));
+    }
+    view_.Resize(size());
+    if (findBar_->isVisible()) Search();
     if (!toShow_.isEmpty()) ShowShape(std::exchange(toShow_, {}));
-    update();
+    ViewChanged();
+    SelectionChanged();
 }
 
 void DrawingControl2::SayOpening() {
@@ -126,74 +147,127 @@ void DrawingControl2::SayOpening() {
 }
 
 double DrawingControl2::Zoom() const {
-    return picture_ ? scale_ * picture_->UnitsPerInch() / logicalDpiX() : 1;
+    return picture_ ? view_.Scale() / view_.LifeSize() : 1;
 }
 
-double DrawingControl2::FitScale() const {
-    return picture_ ? ScaleToFit(picture_->PageSize(), size()) : 1;
+void DrawingControl2::Go(Step step, const std::function<void()>& change) {
+    if (!picture_) return;
+    const PageView::Place before = view_.Present();
+    change();
+    if (view_.Present() == before) return;
+    trail_.Leave(before, step);
+    ViewChanged();
+}
+
+void DrawingControl2::Return(const std::optional<PageView::Place>& place) {
+    if (!place) return;
+    view_.GoTo(*place);
+    ViewChanged();
 }
 
 void DrawingControl2::Fit() {
-    fitted_ = true;
-    if (!picture_) return;
-    scale_ = FitScale();
-    const QSizeF page = picture_->PageSize() * scale_;
-    origin_ = QPointF(std::round((width() - page.width()) / 2), std::round((height() - page.height()) / 2));
-    update();
+    Go(Step::Jump, [this] { view_.FitPage(); });
+}
+
+void DrawingControl2::FitWidth() {
+    Go(Step::Jump, [this] { view_.FitWidth(); });
+}
+
+void DrawingControl2::ShowLifeSize() {
+    Go(Step::Jump, [this] { view_.SetScale(view_.LifeSize(), Anchor()); });
+}
+
+void DrawingControl2::ZoomBy(double steps, QPointF anchor) {
+    constexpr double kStep = 1.25;  // Of a key or a notch of the wheel.
+    Go(Step::Glide, [&] { view_.SetScale(view_.Scale() * std::pow(kStep, steps), anchor); });
 }
 
 void DrawingControl2::ZoomIn() {
-    SetScale(scale_ * kZoomStep, rect().center());
+    ZoomBy(1, rect().center());
 }
 
 void DrawingControl2::ZoomOut() {
-    SetScale(scale_ / kZoomStep, rect().center());
+    ZoomBy(-1, rect().center());
 }
 
-void DrawingControl2::SetScale(double scale, QPointF anchor) {
-    if (!picture_) return;
-    const double largest = std::max(kLargest * logicalDpiX() / picture_->UnitsPerInch(), FitScale());
-    scale = std::clamp(scale, FitScale() / 2, largest);
-    const QPointF place = PageAt(anchor);
-    fitted_ = false;
-    scale_ = scale;
-    origin_ = anchor - place * scale;
-    KeepInReach();
+void DrawingControl2::ZoomToShape() {
+    if (walker_.Selected() == kNone) return Fit();
+    Go(Step::Jump, [this] { view_.ShowWhole(ToQt(Page().Sight(walker_.Selected()))); });
+}
+
+void DrawingControl2::GoBack() {
+    Return(trail_.Back(view_.Present()));
+}
+
+void DrawingControl2::GoForward() {
+    Return(trail_.Forward(view_.Present()));
+}
+
+void DrawingControl2::ViewChanged() {
+    QList<QPointF> places;
+    for (const int hit : walker_.FoundShapes()) places << ToQt(Page().Sight(hit)).center();
+    map_->Mark(view_.Seen(), places);
+    map_->setVisible(mapWanted_ && picture_ && !view_.SeesWholePage() && width() >= kRoomForMap.width() &&
+                     height() >= kRoomForMap.height());
+    back_->setEnabled(picture_ && trail_.CanGoBack());
+    forward_->setEnabled(picture_ && trail_.CanGoForward());
+    PlaceOverlays();
     update();
 }
 
-void DrawingControl2::ShowLifeSize(QPointF anchor) {
-    if (picture_) SetScale(logicalDpiX() / picture_->UnitsPerInch(), anchor);
+void DrawingControl2::PlaceOverlays() {
+    const int bar = std::min(width(), std::max(300, findBar_->minimumSizeHint().width()));
+    findBar_->setGeometry(width() - bar, 0, bar, findBar_->sizeHint().height());
+    map_->move(width() - map_->width() - kGap, height() - map_->height() - kGap);
+    card_->setMaximumSize(std::max(width() - 2 * kGap, 1), std::max(height() - 2 * kGap, 1));
+    card_->adjustSize();
+    card_->move(kGap, height() - card_->height() - kGap);
 }
 
-void DrawingControl2::MoveBy(QPointF pixels) {
-    if (!picture_) return;
-    fitted_ = false;
-    origin_ += pixels;
-    KeepInReach();
+void DrawingControl2::ShowMap(bool wanted) {
+    mapWanted_ = wanted;
+    showMap_->setChecked(wanted);
+    ViewChanged();
+}
+
+int DrawingControl2::ShapeUnder(QPointF pixel) const {
+    constexpr double kSlack = 3;  // Pixels beside a line that still hit it.
+    const QPointF place = view_.PageAt(pixel);
+    return Page().At({place.x(), place.y()}, kSlack / view_.Scale());
+}
+
+QString DrawingControl2::SelectedShape() const {
+    return walker_.Selected() == kNone ? QString() : QString::fromStdString(Page()[walker_.Selected()].name);
+}
+
+void DrawingControl2::Select(int shape) {
+    walker_.Select(shape);
+    SelectionChanged();
+}
+
+void DrawingControl2::SelectionChanged() {
+    card_->hide();
+    walker_.Dim();
+    const int shape = walker_.Selected();
+    toShape_->setEnabled(shape != kNone);
+    follow_->setEnabled(walker_.OtherEnd() != kNone);
+    if (!src_.isEmpty()) {
+        const QString file = QFileInfo(src_).fileName();
+        setAccessibleDescription(shape == kNone ? file
+                                                : file + ", " + QString::fromStdString(Page().Title(shape)));
+    }
     update();
-}
-
-void DrawingControl2::KeepInReach() {
-    const QSizeF page = picture_->PageSize() * scale_;
-    origin_.setX(
-        std::clamp(origin_.x(), kWithinReach - page.width(), static_cast<double>(width() - kWithinReach)));
-    origin_.setY(
-        std::clamp(origin_.y(), kWithinReach - page.height(), static_cast<double>(height() - kWithinReach)));
-    origin_ = QPointF(std::round(origin_.x()), std::round(origin_.y()));  // Tiles meet on whole pixels.
-}
-
-std::optional<DrawingPicture::Shape> DrawingControl2::ShapeUnder(QPointF pixel) const {
-    return picture_ ? picture_->ShapeAt(PageAt(pixel), kSlack / scale_) : std::nullopt;
 }
 
 void DrawingControl2::SelectShape(const QString& name) {
-    selected_ = picture_ && !name.isEmpty() ? picture_->ShapeNamed(name) : std::nullopt;
-    if (selected_ && !fitted_) {
-        const QPointF middle = origin_ + selected_->bounds.center() * scale_;
-        if (!rect().contains(middle.toPoint())) MoveBy(QPointF(rect().center()) - middle);
-    }
-    update();
+    Select(Page().Named(name.toStdString()));
+    if (walker_.Selected() == kNone || view_.Fitted() == PageView::Fit::Page) return;
+    const QPointF middle = ToQt(Page().Sight(walker_.Selected())).center();
+    if (!view_.Seen().contains(middle)) Go(Step::Jump, [&] { view_.CenterOn(middle); });
+}
+
+void DrawingControl2::ShowReadable(int shape) {
+    Go(Step::Jump, [&] { view_.ShowReadable(ToQt(Page().Sight(shape)), kReadable * view_.LifeSize()); });
 }
 
 void DrawingControl2::ShowShape(const QString& name) {
@@ -201,12 +275,100 @@ void DrawingControl2::ShowShape(const QString& name) {
         toShow_ = name;
         return;
     }
-    SelectShape(name);
-    if (!selected_) return;
-    const QPointF middle = selected_->bounds.center();
-    const double readable = kReadable * logicalDpiX() / picture_->UnitsPerInch();
-    SetScale(std::max(scale_, readable), rect().center());
-    MoveBy(QPointF(rect().center()) - (origin_ + middle * scale_));
+    if (!picture_) return;
+    Select(Page().Named(name.toStdString()));
+    if (walker_.Selected() == kNone) return Tell(name.trimmed() + " is not on this drawing", {});
+    ShowReadable(walker_.Selected());
+}
+
+void DrawingControl2::Tell(const QString& heading, const std::vector<std::array<std::string, 2>>& items) {
+    card_->Tell(heading, items);
+    PlaceOverlays();
+}
+
+void DrawingControl2::Press(int shape) {
+    Select(shape);
+    if (shape == kNone) return;
+    const auto& page = Page();
+    if (const auto line = page.SetOf(shape)) {
+        emit LineClicked(*line);
+    } else {
+        emit ShapeClicked(QString::fromStdString(page[shape].name));
+    }
+}
+
+void DrawingControl2::StepLine(bool forward) {
+    const int line = walker_.StepLine(forward);
+    if (line == kNone) return;
+    if (!view_.Seen().contains(ToQt(Page().Sight(line)))) ShowReadable(line);
+    Press(line);
+}
+
+void DrawingControl2::Follow(int line, int end) {
+    if (end == kNone) return;
+    walker_.Select(line);
+    ShowReadable(end);
+    Press(end);
+}
+
+void DrawingControl2::FollowSet() {
+    Follow(walker_.Selected(), walker_.OtherEnd());
+}
+
+void DrawingControl2::LightSelected() {
+    walker_.Light(walker_.Lit() ? kNone : walker_.Selected());
+    update();
+}
+
+void DrawingControl2::OpenFind() {
+    if (!picture_) return;
+    findBar_->Open();
+    PlaceOverlays();
+    Search();
+}
+
+void DrawingControl2::Search() {
+    walker_.Find(findBar_->Text().toStdString());
+    findBar_->ShowCount(walker_.PresentNumber(), walker_.FoundShapes().size());
+    const int hit = walker_.PresentHit();
+    if (hit != kNone && !view_.Seen().contains(ToQt(Page().Sight(hit))))
+        Go(Step::Glide, [&] { view_.CenterOn(ToQt(Page().Sight(hit)).center()); });
+    ViewChanged();
+}
+
+void DrawingControl2::FindNext(bool forward) {
+    if (findBar_->isHidden()) return OpenFind();
+    const int hit = walker_.NextHit(forward);
+    findBar_->ShowCount(walker_.PresentNumber(), walker_.FoundShapes().size());
+    if (hit == kNone) return;
+    ShowReadable(hit);
+    Select(hit);
+}
+
+void DrawingControl2::EndSearch() {
+    findBar_->hide();
+    walker_.Find({});
+    setFocus();
+    ViewChanged();
+}
+
+bool DrawingControl2::CanEnd() const {
+    return walker_.Lit() || card_->isVisible() || findBar_->isVisible() || walker_.Selected() != kNone;
+}
+
+void DrawingControl2::EndLast() {
+    if (walker_.Lit()) {
+        walker_.Dim();
+    } else if (findBar_->isVisible() && !hasFocus()) {
+        EndSearch();
+    } else if (card_->isVisible()) {
+        card_->hide();
+    } else if (findBar_->isVisible()) {
+        EndSearch();
+    } else {
+        Select(kNone);
+    }
+    update();
 }
 
 void DrawingControl2::paintEvent(QPaintEvent* event) {
@@ -215,143 +377,32 @@ void DrawingControl2::paintEvent(QPaintEvent* event) {
     if (!picture_) {
         return PaintEmptyText(painter, *this, reason_.isEmpty() ? emptyText_ : reason_);
     }
-    const QRectF page(origin_, picture_->PageSize() * scale_);
+    const QRectF page = view_.Pixels(QRectF(QPointF(), picture_->PageSize()));
     painter.fillRect(page.translated(3, 3), QColor(0, 0, 0, 40));
-    const QRect seen = page.toAlignedRect() & event->rect();
-    if (seen.isEmpty()) return;
+    // All of it, so that what is missing anywhere is asked for, though less may have to be painted.
+    const QRect seen = page.toAlignedRect() & rect();
+    if (seen.isEmpty()) {
+        sharp_ = true;
+        return;
+    }
     painter.save();
     painter.setClipRect(page);
     painter.translate(seen.topLeft());
-    picture_->Paint(painter, seen.translated(-origin_.toPoint()), scale_, devicePixelRatioF());
+    sharp_ = picture_->Paint(painter, seen.translated(-view_.Origin().toPoint()), view_.Scale(),
+                             devicePixelRatioF());
     painter.restore();
-    if (selected_) {
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
-        const QRectF bounds(origin_ + selected_->bounds.topLeft() * scale_,
-                            selected_->bounds.size() * scale_);
-        painter.drawRoundedRect(bounds.adjusted(-3, -3, 3, 3), 4, 4);
+    PaintMarks(painter, Page(), walker_, view_, palette(), rect());
+    if (frame_) {
+        painter.setRenderHint(QPainter::Antialiasing, false);
+        painter.setPen(QPen(palette().color(QPalette::Highlight), 1, Qt::DashLine));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRect(*frame_);
     }
 }
 
 void DrawingControl2::resizeEvent(QResizeEvent*) {
-    if (fitted_) {
-        Fit();
-    } else if (picture_) {
-        KeepInReach();
-    }
-}
-
-void DrawingControl2::wheelEvent(QWheelEvent* event) {
-    constexpr double kNotch = 120;
-    SetScale(scale_ * std::pow(kZoomStep, event->angleDelta().y() / kNotch), event->position());
-    event->accept();
-}
-
-void DrawingControl2::mousePressEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton) return;
-    pressed_ = dragged_ = event->position();
-}
-
-void DrawingControl2::mouseMoveEvent(QMouseEvent* event) {
-    const QPointF at = event->position();
-    if (!pressed_) {
-        const auto shape = ShapeUnder(at);
-        setCursor(shape && !shape->address.isEmpty() ? Qt::PointingHandCursor : Qt::ArrowCursor);
-        return;
-    }
-    if (!dragging_ && (at - *pressed_).manhattanLength() < QApplication::startDragDistance()) return;
-    dragging_ = true;
-    setCursor(Qt::ClosedHandCursor);
-    MoveBy(at - dragged_);
-    dragged_ = at;
-}
-
-void DrawingControl2::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton || !pressed_) return;
-    if (!dragging_) Click(*pressed_, event->modifiers());
-    pressed_.reset();
-    dragging_ = false;
-    unsetCursor();
-}
-
-void DrawingControl2::Click(QPointF pixel, Qt::KeyboardModifiers keys) {
-    selected_ = ShapeUnder(pixel);
-    update();
-    if (!selected_) return;
-    const QUrl link(selected_->address);
-    if (keys.testFlag(Qt::ControlModifier) && MayFollow(link)) {
-        QDesktopServices::openUrl(link);
-    } else {
-        emit ShapeClicked(selected_->name);
-    }
-}
-
-/// Between the whole page and a size that can be read.
-void DrawingControl2::mouseDoubleClickEvent(QMouseEvent* event) {
-    if (!picture_) return;
-    if (fitted_) {
-        ShowLifeSize(event->position());
-    } else {
-        Fit();
-    }
-}
-
-void DrawingControl2::keyPressEvent(QKeyEvent* event) {
-    const QPointF pointer = mapFromGlobal(QCursor::pos());
-    const QPointF anchor = rect().contains(pointer.toPoint()) ? pointer : QPointF(rect().center());
-    switch (event->key()) {
-        case Qt::Key_Plus:
-        case Qt::Key_Equal:
-            return SetScale(scale_ * kZoomStep, anchor);
-        case Qt::Key_Minus:
-            return SetScale(scale_ / kZoomStep, anchor);
-        case Qt::Key_0:
-        case Qt::Key_Home:
-            return Fit();
-        case Qt::Key_1:
-            return ShowLifeSize(anchor);
-        case Qt::Key_Left:
-            return MoveBy({kArrowStep, 0});
-        case Qt::Key_Right:
-            return MoveBy({-kArrowStep, 0});
-        case Qt::Key_Up:
-            return MoveBy({0, kArrowStep});
-        case Qt::Key_Down:
-            return MoveBy({0, -kArrowStep});
-        case Qt::Key_PageUp:
-            return MoveBy({0, height() * 0.9});
-        case Qt::Key_PageDown:
-            return MoveBy({0, -height() * 0.9});
-        default:
-            QWidget::keyPressEvent(event);
-    }
-}
-
-void DrawingControl2::dragEnterEvent(QDragEnterEvent* event) {
-    if (!DrawingIn(*event->mimeData()).isEmpty()) event->acceptProposedAction();
-}
-
-void DrawingControl2::dropEvent(QDropEvent* event) {
-    const QString file = DrawingIn(*event->mimeData());
-    if (file.isEmpty()) return;
-    event->acceptProposedAction();
-    emit FileDropped(file);
-}
-
-bool DrawingControl2::event(QEvent* event) {
-    if (event->type() != QEvent::ToolTip) return QWidget::event(event);
-    const auto* help = static_cast<QHelpEvent*>(event);
-    ShowTip(help->pos(), help->globalPos());
-    return true;
-}
-
-void DrawingControl2::ShowTip(QPoint place, QPoint globalPlace) {
-    const auto shape = ShapeUnder(place);
-    QStringList lines;
-    if (shape && !shape->tip.isEmpty()) lines << shape->tip;
-    if (shape && !shape->address.isEmpty()) lines << shape->address << "Ctrl+click opens it";
-    if (lines.isEmpty()) return QToolTip::hideText();
-    QToolTip::showText(globalPlace, lines.join('\n').toHtmlEscaped().replace('\n', "<br>"), this);
+    view_.Resize(size());
+    ViewChanged();
 }
 
 }  // namespace norvelis::ui

@@ -3,14 +3,27 @@
 #include <QDateTime>
 #include <QTimer>
 #include <QWidget>
+#include <array>
+#include <functional>
 #include <memory>
+#include <string>
+#include <vector>
 
+#include "drawing/walk/walker.h"
 #include "ui/controls/drawing_loader.h"
+#include "ui/controls/page_view.h"
+
+class QAction;
 
 namespace norvelis::ui {
 
-/// Shows a drawing file: fitted at first, zoomed by wheel and keys around the pointer, moved by dragging and
-/// by the arrow keys, with the shapes' screen tips and links. A click selects a shape.
+class DrawingCard;
+class DrawingFindBar;
+class DrawingMap;
+
+/// Shows a drawing file: fitted at first, zoomed by wheel and keys around the pointer, moved by dragging, by
+/// the arrow keys and in a small map, with the shapes' screen tips and links. A click selects a shape; one
+/// walks on from it along its lines. Texts are found, and what one rests on is lit up with its neighbors.
 class DrawingControl2 : public QWidget {
     Q_OBJECT
 
@@ -24,17 +37,25 @@ class DrawingControl2 : public QWidget {
     void SetSrc(const QString& path);
     QString Src() const { return src_; }
     bool Loading() const { return loader_.Loading(); }
+    /// What was seen last was not sharp yet: it is being painted in the background.
+    bool Painting() const { return picture_ && !sharp_; }
+
+    /// The shapes of the page on show; none without a drawing.
+    const drawing::walk::PageWalk& Page() const { return picture_ ? picture_->Walk() : nothing_; }
 
     /// What is said in place of a drawing when there is none.
     void SetEmptyText(const QString& text) { emptyText_ = text; }
 
     /// Marks the shape of that name and brings it into view; no such shape: nothing is marked.
     void SelectShape(const QString& name);
-    QString SelectedShape() const { return selected_ ? selected_->name : QString(); }
+    QString SelectedShape() const;
 
-    /// Shows the shape of that name in the middle, large enough to be read, and marks it. While a file is
-    /// being read this waits until it is on show.
+    /// Shows the box of that record, or a line of that set, in the middle, large enough to be read, and marks
+    /// it; words when the drawing has neither. While a file is being read this waits until it is on show.
     void ShowShape(const QString& name);
+
+    /// Words about the selected shape, until another one is.
+    void Tell(const QString& heading, const std::vector<std::array<std::string, 2>>& items);
 
     /// Pixels to the inch over those of the screen: 1 is life size.
     double Zoom() const;
@@ -43,13 +64,25 @@ class DrawingControl2 : public QWidget {
 
   public slots:
     void Fit();
+    void FitWidth();
+    void ShowLifeSize();
     void ZoomIn();
     void ZoomOut();
+    void ZoomToShape();  ///< The selected one; without it the whole page.
+    void GoBack();
+    void GoForward();
+    void OpenFind();
+    void FindNext(bool forward);
+    void StepLine(bool forward);  ///< Selects the next line of the selected box.
+    void FollowSet();             ///< From the selected line to its other end.
+    void LightSelected();
+    void ShowMap(bool wanted);
 
   signals:
     void ShapeClicked(const QString& name);
-    void FileDropped(const QString& path);  ///< A drawing of any kind that can be shown.
-    void SrcChanged(const QString& path);   ///< Another file, or none; not when it is read again.
+    void LineClicked(const drawing::walk::SetLine& line);  ///< One between two boxes.
+    void FileDropped(const QString& path);                 ///< A drawing of any kind that can be shown.
+    void SrcChanged(const QString& path);  ///< Another file, or none; not when it is read again.
 
   protected:
     bool event(QEvent* event) override;
@@ -60,39 +93,65 @@ class DrawingControl2 : public QWidget {
     void mouseMoveEvent(QMouseEvent*) override;
     void mouseReleaseEvent(QMouseEvent*) override;
     void mouseDoubleClickEvent(QMouseEvent*) override;
+    void leaveEvent(QEvent*) override;
     void keyPressEvent(QKeyEvent*) override;
     void dragEnterEvent(QDragEnterEvent*) override;
     void dropEvent(QDropEvent*) override;
 
   private:
+    using Step = ViewTrail::Step;
+
+    void AddCommands();
     void Show(DrawingLoader::Result result);
     void SayOpening();
-    double FitScale() const;
-    /// The same place of the page stays under `anchor`.
-    void SetScale(double scale, QPointF anchor);
-    void ShowLifeSize(QPointF anchor);
-    void MoveBy(QPointF pixels);
-    void KeepInReach();
-    QPointF PageAt(QPointF pixel) const { return (pixel - origin_) / scale_; }
-    std::optional<DrawingPicture::Shape> ShapeUnder(QPointF pixel) const;
+
+    /// Changes the view; the one before can be gone back to.
+    void Go(Step step, const std::function<void()>& change);
+    void ZoomBy(double steps, QPointF anchor);
+    void Return(const std::optional<PageView::Place>& place);
+    void ViewChanged();
+    void SelectionChanged();
+    void PlaceOverlays();
+    QPointF Anchor() const;  ///< The pointer when it is over the control, else the middle.
+
+    int ShapeUnder(QPointF pixel) const;
+    void Select(int shape);
+    void ShowReadable(int shape);
+    void Press(int shape);  ///< As by a click.
     void Click(QPointF pixel, Qt::KeyboardModifiers keys);
+    void Follow(int line, int end);
+    void RestOn(int shape);
+    void Search();
+    void EndSearch();
+    bool CanEnd() const;
+    void EndLast();  ///< Of light, words, search and selection.
+    bool Handle(const QKeyEvent& key);
     void ShowTip(QPoint place, QPoint globalPlace);
 
     DrawingLoader loader_;
-    QTimer slow_;  ///< Runs until a file that is being read takes the place of another one's picture.
+    QTimer slow_;   ///< Runs until a file that is being read takes the place of another one's picture.
+    QTimer* rest_;  ///< Runs while the mouse rests on a shape that is not lit up yet.
     bool rereads_ = false;  ///< The file that is being read is the one on show.
     QString src_, reason_;
     QString emptyText_ = "No drawing yet: DRAW DIAGRAM draws what the tree holds";
     QString toShow_;  ///< A shape of the file that is being read.
     QDateTime changed_;
     std::unique_ptr<DrawingPicture> picture_;
-    std::optional<DrawingPicture::Shape> selected_;
-    bool fitted_ = true;
-    double scale_ = 1;  ///< Pixels to the page unit.
-    QPointF origin_;    ///< Of the page's upper left corner in the control.
+    drawing::walk::PageWalk nothing_;
+    drawing::walk::Walker walker_;
+    PageView view_;
+    ViewTrail trail_;
+    bool sharp_ = true, mapWanted_ = true;
+    DrawingFindBar* findBar_;
+    DrawingMap* map_;
+    DrawingCard* card_;
+    QAction *back_, *forward_, *toShape_, *follow_, *showMap_;
+
+    int hovered_ = drawing::walk::kNone;
     std::optional<QPointF> pressed_;
     QPointF dragged_;  ///< Where the mouse was last while it moves the page.
     bool dragging_ = false;
+    std::optional<QRectF> frame_;  ///< Drawn with Shift: the part of the page to be shown, in pixels.
 };
 
 }  // namespace norvelis::ui

@@ -1,11 +1,13 @@
 #pragma once
 
-#include <QPointF>
-#include <QRectF>
+#include <QImage>
+#include <QRect>
+#include <QSizeF>
 #include <QString>
 #include <functional>
 #include <memory>
-#include <optional>
+
+#include "drawing/walk/page_walk.h"
 
 class QPainter;
 
@@ -15,22 +17,20 @@ namespace norvelis::ui {
 /// at a time. Places are in page units, y downwards from the upper left corner.
 class DrawingPicture {
   public:
-    struct Shape {
-        QString name, tip;
-        QString address;  ///< Where its link leads; empty for none.
-        QRectF bounds;
-    };
-
     virtual ~DrawingPicture() = default;
     virtual QSizeF PageSize() const = 0;
     virtual double UnitsPerInch() const = 0;
-    /// Paints `view`, a rectangle in pixels of the page at `scale` (pixels to the unit), so that its corner
-    /// falls on the painter's origin.
-    virtual void Paint(QPainter& painter, const QRect& view, double scale, double devicePixelRatio) = 0;
-    /// The frontmost shape at a place or within `slack` of it.
-    virtual std::optional<Shape> ShapeAt(QPointF place, double slack) const = 0;
-    /// Letter case does not count.
-    virtual std::optional<Shape> ShapeNamed(const QString& name) const = 0;
+    virtual const drawing::walk::PageWalk& Walk() const = 0;
+    /// The whole page, small.
+    virtual const QImage& Overview() const = 0;
+
+    /// What is to be called, in any thread, when more of what Paint was asked for is ready.
+    virtual void OnReady(std::function<void()> ready) = 0;
+    /// Makes `view` ready, a rectangle in pixels of the page at `scale` (pixels to the unit).
+    virtual void Prepare(const QRect& view, double scale, double devicePixelRatio) = 0;
+    /// Paints the view so that its corner falls on the painter's origin. It does not wait: what is not ready
+    /// is blurred at first, and the answer is then false.
+    virtual bool Paint(QPainter& painter, const QRect& view, double scale, double devicePixelRatio) = 0;
 };
 
 /// Reads a drawing file; RuntimeFailure with the reason when it can not be shown.

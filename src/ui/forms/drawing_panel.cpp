@@ -15,6 +15,7 @@
 #include "ui/controls/keys.h"
 #include "ui/controls/layout_types.h"
 #include "ui/controls/picture_controls.h"
+#include "ui/forms/drawing_tools.h"
 
 namespace norvelis::ui {
 
@@ -45,6 +46,7 @@ DrawingPanel::DrawingPanel(const ScreenContext& context, const Words& words, QWi
         if (!context_.commands.Busy())
             DrawingControl2_->SetSrc(file);  // One that is being made keeps the control.
     });
+    AddDrawingTools(*DrawingControl2_, context);
     ContextMenu menu(DrawingControl2_);
     menu.AddLine();
     QAction* open = menu.Add("&Open drawing...\tCtrl+O", [this] { mnu_viewvisio(); });

@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "commands/export_commands.h"
 #include "core/app_state.h"
 #include "engine/drawing_engine.h"
 #include "sqlconv/sql_state.h"
@@ -21,8 +22,9 @@ namespace norvelis::ui {
 struct ScreenContext {
     AppState& app;
     engine::DrawingEngine& engine;
-    OpenDrawing openDrawing;  ///< How drawing files are shown.
-    SheetPrinting printing;   ///< How they are printed.
+    OpenDrawing openDrawing;           ///< How drawing files are shown.
+    commands::Exporter exportDrawing;  ///< How they are written in other forms.
+    SheetPrinting printing;            ///< How they are printed.
     PrinterChoice& printer;
     SqlState& sql;
     LongCommands& commands;

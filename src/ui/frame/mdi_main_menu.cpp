@@ -42,6 +42,7 @@ mdiMainMenu::mdiMainMenu(const FrameParts& parts)
       context_{parts.app,
                parts.engine,
                parts.openDrawing,
+               parts.exportDrawing,
                parts.printing,
                parts.printer,
                sql_,

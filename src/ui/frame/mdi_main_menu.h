@@ -31,6 +31,7 @@ struct FrameParts {
     AppState& app;
     engine::DrawingEngine& engine;
     OpenDrawing openDrawing;
+    commands::Exporter exportDrawing;
     SheetPrinting printing;
     PrinterChoice& printer;
     std::span<const ScreenEntry> screens;  ///< One for each Screen.

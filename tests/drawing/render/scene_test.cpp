@@ -5,12 +5,14 @@
 #include <QPainter>
 #include <cmath>
 #include <limits>
+#include <semaphore>
 
 #include "base/failure.h"
 #include "drawing/render/build_scene.h"
 #include "drawing/render/open.h"
 #include "drawing/render/paint.h"
 #include "drawing/render/tile_cache.h"
+#include "drawing/render/walk_scene.h"
 #include "sample_drawing.h"
 
 namespace norvelis::drawing::render {
@@ -40,8 +42,6 @@ class SceneTest : public testing::Test {
         }
         return count;
     }
-
-    static std::string Name_(const Figure* figure) { return figure ? figure->name.toStdString() : "nothing"; }
 
     SampleDrawing sample_;
     FontLibrary fonts_;
@@ -246,9 +246,10 @@ TEST_F(SceneTest, AClickMeetsTheFrontmostShapeAndThinLinesWithinReach) {
     Shape& front = sample_.AddBox(1.2, 1.5, 1, 1, "#00ff00");
     Shape& line = sample_.AddLine(2, 1, 1.5, 1, 0.01, "#000000");
     back.name = "back", front.name = "front", line.name = "line";
-    const Scene scene = Build();
+    const walk::PageWalk page = WalkOf(Build());
     const auto at = [&](double x, double y, double slack) {
-        return Name_(scene.At(QPointF(x, 3 - y) * kUnitsPerInch, slack));
+        const int shape = page.At({x * kUnitsPerInch, (3 - y) * kUnitsPerInch}, slack);
+        return shape == walk::kNone ? "nothing" : page[shape].name;
     };
     EXPECT_EQ(at(0.6, 1.5, 0), "back");
     EXPECT_EQ(at(1.2, 1.5, 0), "front");
@@ -262,21 +263,42 @@ TEST_F(SceneTest, ShapesOnLockedLayersAreSeenAndNotTakenHoldOf) {
     sample_.First().sheet.At(Name::Layer).At(RowKey::Number(0)).cells.Set(Name::Lock, 1);
     const Scene scene = Build();
     EXPECT_EQ(scene.figures.size(), 1u);
-    EXPECT_EQ(scene.At(QPointF(1, 1.5) * kUnitsPerInch), nullptr);
+    EXPECT_EQ(WalkOf(scene).At({1 * kUnitsPerInch, 1.5 * kUnitsPerInch}, 0), walk::kNone);
 }
 
 TEST_F(SceneTest, PartsSpeakForTheirGroup) {
     auto group = std::make_unique<Shape>();
     group->kind = ShapeKind::Group;
     group->cells.Set(Name::Width, 2).Set(Name::Height, 1).SetText(Name::Comment, "a group's tip");
-    group->shapes.push_back(sample_.Box(1, 1, 1, 1, "#00ff00"));
+    group->name = "group";
+    auto part = sample_.Box(1, 1, 1, 1, "#00ff00");
+    part->text = TextRuns{{"words"}};
+    group->shapes.push_back(std::move(part));
     const int id = sample_.First().Add(std::move(group)).id;
+    Shape& line = sample_.AddLine(2, 1, 1.5, 1, 0.01, "#000000");
+    sample_.First().connects.push_back({line.id, "BeginX", 9, id + 1, "PinX", 3});
+    sample_.First().connects.push_back({line.id, "EndX", 12, id, "PinX", 3});
+    const walk::PageWalk page = WalkOf(Build());
+    const int met = page.At({1 * kUnitsPerInch, 2 * kUnitsPerInch}, 0);
+    ASSERT_NE(met, walk::kNone);
+    EXPECT_EQ(page[met].name, "group");
+    EXPECT_EQ(page[met].tip, "a group's tip");
+    EXPECT_EQ(page[met].text, "words");
+    EXPECT_EQ(page[1].begin, met) << "glued to its part";
+    EXPECT_EQ(page[1].end, met);
+}
+
+TEST_F(SceneTest, ABackgroundPageIsSeenAndNotWalkedOver) {
+    Page& back = sample_.AddPage(4, 3);
+    back.background = true;
+    back.Add(sample_.Box(1, 1.5, 1, 1, "#ff0000"));
+    sample_.First().backPage = back.id;
+    sample_.AddBox(3, 1.5, 1, 1, "#00ff00").name = "own";
     const Scene scene = Build();
-    const Figure* figure = scene.At(QPointF(1, 2) * kUnitsPerInch);
-    ASSERT_NE(figure, nullptr);
-    EXPECT_EQ(figure->topShape, id);
-    EXPECT_NE(figure->shape, id);
-    EXPECT_EQ(figure->tip, "a group's tip");
+    EXPECT_EQ(scene.figures.size(), 2u);
+    const walk::PageWalk page = WalkOf(scene);
+    ASSERT_EQ(page.Count(), 1);
+    EXPECT_EQ(page[0].name, "own");
 }
 
 TEST_F(SceneTest, DamagedNumbersDoNoHarm) {
@@ -330,22 +352,53 @@ TEST_F(SceneTest, AHugePageGivesAPictureOfBoundedSize) {
     EXPECT_GE(picture.height(), 1);
 }
 
+/// A view over a scene that is painted until all of it is ready.
+struct WaitingView {
+    std::counting_semaphore<> ready{0};
+    TileCache cache;
+
+    explicit WaitingView(const Scene& scene) : cache(scene) {
+        cache.OnReady([this] { ready.release(); });
+    }
+    QImage Painted(const QRect& view, double scale) {
+        QImage screen(view.size(), QImage::Format_RGB32);
+        QPainter painter(&screen);
+        while (!cache.Paint(painter, view, scale)) ready.acquire();
+        return screen;
+    }
+};
+
 TEST_F(SceneTest, MovingAViewPaintsOnlyWhatComesIntoSight) {
     sample_.First().sheet.cells.Set(Name::PageWidth, 40).Set(Name::PageHeight, 30);
     sample_.AddBox(1, 29, 1, 1, "#ff0000");
     const Scene scene = Build();
-    TileCache cache;
-    cache.Show(&scene);
-    QImage screen(512, 512, QImage::Format_RGB32);
-    QPainter painter(&screen);
+    WaitingView over(scene);
     const double scale = kPixels / kUnitsPerInch;
-    cache.Paint(painter, QRect(0, 0, 512, 512), scale);
-    EXPECT_EQ(cache.PaintedTiles(), 4);
-    EXPECT_EQ(screen.pixelColor(100, 100).name(), "#ff0000");
-    cache.Paint(painter, QRect(20, 0, 512, 512), scale);
-    EXPECT_EQ(cache.PaintedTiles(), 6);
-    EXPECT_EQ(screen.pixelColor(125, 100).name(), "#ff0000");
-    EXPECT_EQ(screen.pixelColor(135, 100).name(), "#ffffff");
+    const QRect view(0, 0, 512, 512);
+    EXPECT_EQ(over.Painted(view, scale).pixelColor(100, 100).name(), "#ff0000");
+    EXPECT_EQ(over.cache.PaintedTiles(), 4);
+    const QImage moved = over.Painted(view.translated(20, 0), scale);
+    EXPECT_EQ(over.cache.PaintedTiles(), 6);
+    EXPECT_EQ(moved.pixelColor(125, 100).name(), "#ff0000");
+    EXPECT_EQ(moved.pixelColor(135, 100).name(), "#ffffff");
+    over.Painted(view, scale / 2);
+    over.Painted(view, scale);
+    EXPECT_EQ(over.cache.PaintedTiles(), 10) << "the scale before is still there";
+}
+
+TEST_F(SceneTest, AViewThatIsNotPaintedYetShowsTheSameBlurred) {
+    sample_.AddBox(1, 1.5, 1, 1, "#ff0000");
+    const Scene scene = Build();
+    TileCache cache(scene);
+    QImage screen(400, 300, QImage::Format_RGB32);
+    QPainter painter(&screen);
+    for (const double scale : {100 / kUnitsPerInch, 200 / kUnitsPerInch}) {
+        screen.fill(Qt::black);
+        const QPoint box = (QPointF(1, 1.5) * scale * kUnitsPerInch).toPoint();
+        const QRect view(box - QPoint(100, 100), screen.size());
+        EXPECT_FALSE(cache.Paint(painter, view, scale));
+        EXPECT_EQ(screen.pixelColor(100, 100).name(), "#ff0000") << scale;
+    }
 }
 
 }  // namespace

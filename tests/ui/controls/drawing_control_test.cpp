@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
 #include <QPainter>
 #include <QSignalSpy>
 #include <QTest>
@@ -21,24 +23,51 @@ namespace {
 
 constexpr double kUnits = 100;  // To the inch.
 
-/// A page of 10 by 8 inches with one box, an inch around its middle at (3, 2).
-class OneBox : public DrawingPicture {
+using drawing::walk::PageShape;
+using drawing::walk::PageWalk;
+
+PageShape BoxAt(const char* name, double x, double y) {
+    const Rect bounds = RectAround({x * kUnits, y * kUnits}, kUnits, kUnits);
+    return {
+        name,
+        std::string(name) + "\n0100 CALC",
+        "",
+        "",
+        false,
+        drawing::walk::kNone,
+        drawing::walk::kNone,
+        bounds,
+        bounds,
+        {{{{bounds.x0, bounds.y0}, {bounds.x1, bounds.y0}, {bounds.x1, bounds.y1}, {bounds.x0, bounds.y1}},
+          0,
+          true}}};
+}
+
+/// A page of 10 by 8 inches with two boxes, an inch around (3, 2) and (7, 6), and a set between them.
+PageWalk TwoBoxes() {
+    PageShape line{"Dynamic connector", "BOX-OTHER\nNPO\nMA LAST", "", "", false, 0, 1, {}, {}, {}};
+    line.bounds = {3 * kUnits, 2 * kUnits, 7 * kUnits, 6 * kUnits};
+    line.label = RectAround({5 * kUnits, 4 * kUnits}, 60, 20);
+    line.outlines = {{{{line.bounds.x0, line.bounds.y0}, {line.bounds.x1, line.bounds.y1}}, 1, false}};
+    return {{BoxAt("BOX", 3, 2), BoxAt("OTHER", 7, 6), line}, {0, 0, 10 * kUnits, 8 * kUnits}};
+}
+
+class TwoBoxPicture : public DrawingPicture {
   public:
     QSizeF PageSize() const override { return {10 * kUnits, 8 * kUnits}; }
     double UnitsPerInch() const override { return kUnits; }
-    void Paint(QPainter& painter, const QRect& view, double, double) override {
+    const PageWalk& Walk() const override { return walk_; }
+    const QImage& Overview() const override { return overview_; }
+    void OnReady(std::function<void()>) override {}
+    void Prepare(const QRect&, double, double) override {}
+    bool Paint(QPainter& painter, const QRect& view, double, double) override {
         painter.fillRect(QRect(QPoint(), view.size()), Qt::white);
-    }
-    std::optional<Shape> ShapeAt(QPointF place, double) const override {
-        return Bounds().contains(place) ? ShapeNamed("BOX") : std::nullopt;
-    }
-    std::optional<Shape> ShapeNamed(const QString& name) const override {
-        if (name != "BOX") return std::nullopt;
-        return Shape{"BOX", "tip", "", Bounds()};
+        return true;
     }
 
   private:
-    static QRectF Bounds() { return {2.5 * kUnits, 1.5 * kUnits, kUnits, kUnits}; }
+    PageWalk walk_ = TwoBoxes();
+    QImage overview_{100, 80, QImage::Format_RGB32};
 };
 
 class DrawingControlTest : public testing::Test {
@@ -68,7 +97,7 @@ class DrawingControlTest : public testing::Test {
                                 ++opened;
                                 if (path.endsWith("broken.vsd"))
                                     throw RuntimeFailure(FailureNumber::DeviceIoError, "not a drawing");
-                                return std::make_unique<OneBox>();
+                                return std::make_unique<TwoBoxPicture>();
                             },
                             nullptr};
 };
@@ -98,7 +127,7 @@ TEST_F(DrawingControlTest, ALargeFileDoesNotHoldUpTheWindowAndTheLastOneAskedFor
                 read.push_back(path);
             }
             if (path == "large.vsd") mayEnd.acquire();
-            return std::make_unique<OneBox>();
+            return std::make_unique<TwoBoxPicture>();
         },
         nullptr);
     slow.resize(500, 400);
@@ -129,31 +158,39 @@ TEST_F(DrawingControlTest, ALargeFileDoesNotHoldUpTheWindowAndTheLastOneAskedFor
 TEST_F(DrawingControlTest, WhatIsSeenFirstIsPaintedBeforeTheWindowHasToPaintIt) {
     struct Painted {
         QThread* thread;
+        QRect view;
         double scale;
     };
-    std::vector<Painted> paints;
-    class Counting : public OneBox {
+    std::vector<Painted> prepared, paints;
+    class Counting : public TwoBoxPicture {
       public:
-        explicit Counting(std::vector<Painted>& paints) : paints_(paints) {}
-        void Paint(QPainter& painter, const QRect& view, double scale, double ratio) override {
-            paints_.push_back({QThread::currentThread(), scale});
-            OneBox::Paint(painter, view, scale, ratio);
+        Counting(std::vector<Painted>& prepared, std::vector<Painted>& paints)
+            : prepared_(prepared), paints_(paints) {}
+        void Prepare(const QRect& view, double scale, double) override {
+            prepared_.push_back({QThread::currentThread(), view, scale});
+        }
+        bool Paint(QPainter& painter, const QRect& view, double scale, double ratio) override {
+            paints_.push_back({QThread::currentThread(), view, scale});
+            return TwoBoxPicture::Paint(painter, view, scale, ratio);
         }
 
       private:
-        std::vector<Painted>& paints_;
+        std::vector<Painted>&prepared_, &paints_;
     };
     DrawingControl2 shown(
-        "DrawingControl2", [&](const QString&) { return std::make_unique<Counting>(paints); }, nullptr);
+        "DrawingControl2", [&](const QString&) { return std::make_unique<Counting>(prepared, paints); },
+        nullptr);
     shown.resize(500, 400);
     shown.show();
     shown.SetSrc(File());
     UntilShown(shown);
     shown.grab();
-    ASSERT_GE(paints.size(), 2u);
-    EXPECT_NE(paints.front().thread, QThread::currentThread());
+    ASSERT_EQ(prepared.size(), 1u);
+    ASSERT_FALSE(paints.empty());
+    EXPECT_NE(prepared[0].thread, QThread::currentThread());
     EXPECT_EQ(paints.back().thread, QThread::currentThread());
-    EXPECT_EQ(paints.front().scale, paints.back().scale);
+    EXPECT_EQ(paints.back().scale, prepared[0].scale);
+    EXPECT_TRUE(prepared[0].view.contains(paints.back().view));
 }
 
 TEST_F(DrawingControlTest, WhatCanNotBeShownSaysWhyAndHarmsNothing) {
@@ -217,6 +254,128 @@ TEST_F(DrawingControlTest, KeysZoomFitAndMoveWithoutLosingThePage) {
     control.resize(1000, 800);
     QApplication::processEvents();
     EXPECT_GT(control.Zoom(), fitted * 1.8) << "a fitted page stays fitted";
+}
+
+TEST_F(DrawingControlTest, AClickOnALineTellsItsSetAndCtrlClickFollowsIt) {
+    Open(File());
+    std::vector<std::string> set;
+    QObject::connect(&control, &DrawingControl2::LineClicked, [&](const drawing::walk::SetLine& line) {
+        set = {line.set, line.owner, line.member};
+        control.Tell("Set", {{"Order", "<last>"}});
+    });
+    QSignalSpy clicked(&control, &DrawingControl2::ShapeClicked);
+    QTest::mouseClick(&control, Qt::LeftButton, {}, Pixel(5, 4));
+    EXPECT_EQ(set, (std::vector<std::string>{"BOX-OTHER", "BOX", "OTHER"}));
+    EXPECT_EQ(clicked.count(), 0);
+    auto& card = *control.findChild<QLabel*>("DrawingCard");
+    EXPECT_TRUE(card.isVisible());
+    EXPECT_TRUE(card.text().contains("&lt;last&gt;"));
+    const double fitted = control.Zoom();
+    QTest::mouseClick(&control, Qt::LeftButton, Qt::ControlModifier, Pixel(4, 3));
+    EXPECT_EQ(control.SelectedShape(), "OTHER") << "the end farther from the pointer";
+    EXPECT_FALSE(card.isVisible());
+    EXPECT_GT(control.Zoom(), fitted) << "it can be read";
+    QTest::mouseClick(&control, Qt::LeftButton, {}, control.rect().center());
+    EXPECT_EQ(clicked.back()[0], "OTHER") << "it is in the middle";
+    // By keys: the line of the box, and along it to where it comes from.
+    QTest::keyClick(&control, Qt::Key_Right, Qt::ControlModifier);
+    EXPECT_TRUE(card.isVisible());
+    QTest::keyClick(&control, Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(control.SelectedShape(), "BOX");
+    for (int i = 0; i < 2; ++i) QTest::keyClick(&control, Qt::Key_Left, Qt::AltModifier);
+    EXPECT_DOUBLE_EQ(control.Zoom(), fitted) << "back over the views visited";
+    QTest::keyClick(&control, Qt::Key_Left, Qt::AltModifier);
+    QTest::keyClick(&control, Qt::Key_Right, Qt::AltModifier);
+    EXPECT_GT(control.Zoom(), fitted);
+}
+
+TEST_F(DrawingControlTest, FindMarksAllHitsAndGoesFromOneToTheNext) {
+    Open(File());
+    control.activateWindow();
+    control.setFocus();
+    const QImage before = control.grab().toImage();
+    QTest::keyClick(&control, Qt::Key_F, Qt::ControlModifier);
+    auto& text = *control.findChild<QLineEdit*>("txtFindInDrawing");
+    auto& found = *control.findChild<QLabel*>("lblFoundInDrawing");
+    QTest::keyClicks(&text, "oTHer");
+    EXPECT_EQ(found.text(), "1 of 2");
+    EXPECT_NE(control.grab().toImage(), before);
+    QTest::keyClick(&text, Qt::Key_Return);
+    EXPECT_EQ(found.text(), "2 of 2");
+    EXPECT_EQ(control.SelectedShape(), "Dynamic connector");
+    QTest::keyClick(&control, Qt::Key_F3);
+    EXPECT_EQ(control.SelectedShape(), "OTHER");
+    QTest::keyClicks(&text, "x");
+    EXPECT_EQ(found.text(), "not there");
+    QTest::keyClick(&text, Qt::Key_Escape);
+    EXPECT_TRUE(text.parentWidget()->isHidden());
+    control.ShowShape("box-other ");
+    EXPECT_EQ(control.SelectedShape(), "Dynamic connector") << "a set by its name";
+    control.ShowShape("GONE");
+    EXPECT_TRUE(control.findChild<QLabel*>("DrawingCard")->text().contains("GONE is not on this drawing"));
+    EXPECT_EQ(control.SelectedShape(), "");
+    control.SetSrc("");
+    control.SetSrc(File());
+    control.ShowShape("OTHER");
+    UntilShown(control);
+    EXPECT_EQ(control.SelectedShape(), "OTHER") << "once it is read";
+}
+
+TEST_F(DrawingControlTest, RestingOnABoxLightsUpItsLinesAndNeighborsAndDimsTheRest) {
+    class Grey : public TwoBoxPicture {
+        bool Paint(QPainter& painter, const QRect& view, double, double) override {
+            painter.fillRect(QRect(QPoint(), view.size()), QColor(100, 100, 100));
+            return true;
+        }
+    };
+    DrawingControl2 grey(
+        "DrawingControl2", [](const QString&) { return std::make_unique<Grey>(); }, nullptr);
+    grey.resize(control.size());
+    grey.show();
+    grey.SetSrc(File());
+    UntilShown(grey);
+    const auto shade = [&](double x, double y) { return qGray(grey.grab().toImage().pixel(Pixel(x, y))); };
+    QTest::mouseMove(&grey, Pixel(3, 2));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shade(9, 1) > 150; }, 60'000)) << "dimmed";
+    for (const double place : {3.0, 7.0}) EXPECT_EQ(shade(place, place - 1), 100) << "both boxes are clear";
+    QTest::mouseMove(&grey, Pixel(9, 1));
+    EXPECT_EQ(shade(9, 1), 100);
+    grey.SelectShape("BOX");
+    QTest::keyClick(&grey, Qt::Key_Space);
+    EXPECT_GT(shade(9, 1), 150) << "by the keyboard";
+    QTest::keyClick(&grey, Qt::Key_Escape);
+    EXPECT_EQ(shade(9, 1), 100);
+}
+
+TEST_F(DrawingControlTest, TheViewFollowsWidthBoxFrameAndMap) {
+    Open(File());
+    auto& map = *control.findChild<QWidget*>("DrawingMap");
+    EXPECT_FALSE(map.isVisible()) << "all is seen";
+    const double fitted = control.Zoom();
+    QTest::keyClick(&control, Qt::Key_2, Qt::ControlModifier);
+    EXPECT_GE(control.Zoom(), fitted);
+    control.SelectShape("OTHER");
+    QTest::keyClick(&control, Qt::Key_3, Qt::ControlModifier);
+    EXPECT_GT(control.Zoom(), 3) << "the box fills the view";
+    EXPECT_TRUE(map.isVisible());
+    const QPointF box(map.width() * 0.3, map.height() * 0.25);
+    QTest::mouseClick(&map, Qt::LeftButton, {}, box.toPoint());
+    QSignalSpy clicked(&control, &DrawingControl2::ShapeClicked);
+    QTest::mouseClick(&control, Qt::LeftButton, {}, control.rect().center());
+    EXPECT_EQ(control.SelectedShape(), "BOX");
+    QTest::keyClick(&control, Qt::Key_M);
+    EXPECT_FALSE(map.isVisible());
+    control.Fit();
+    QTest::mousePress(&control, Qt::LeftButton, Qt::ShiftModifier, Pixel(6, 5));
+    for (const double end : {7.0, 8.0}) {
+        QMouseEvent move(QEvent::MouseMove, Pixel(end, end - 1), control.mapToGlobal(Pixel(end, end - 1)),
+                         Qt::NoButton, Qt::LeftButton, Qt::ShiftModifier);
+        QApplication::sendEvent(&control, &move);
+    }
+    QTest::mouseRelease(&control, Qt::LeftButton, Qt::ShiftModifier, Pixel(8, 7));
+    EXPECT_NEAR(control.Zoom() / fitted, 4, 0.2) << "two inches of eight";
+    QTest::mouseClick(&control, Qt::LeftButton, {}, control.rect().center());
+    EXPECT_EQ(control.SelectedShape(), "OTHER");
 }
 
 }  // namespace

@@ -15,6 +15,7 @@
 #include "ui/controls/elided_label.h"
 #include "ui/controls/picture_controls.h"
 #include "ui/controls/text_file_view.h"
+#include "ui/forms/drawing_tools.h"
 
 namespace norvelis::ui {
 
@@ -30,8 +31,8 @@ QVBoxLayout* Column(QWidget* frame, QLayout* row, QWidget* document) {
 
 }  // namespace
 
-DocumentViews::DocumentViews(AppState& app, OpenDrawing openDrawing, QWidget* parent)
-    : QWidget(parent), app_(app), frames_(new QStackedWidget(this)) {
+DocumentViews::DocumentViews(const ScreenContext& context, QWidget* parent)
+    : QWidget(parent), app_(context.app), frames_(new QStackedWidget(this)) {
     auto* row = new ButtonRow(this);
     row->Add("cmdViewLogs", "View Logs", "Show the audit log of the runs", [this] { ShowLogs(); });
     row->Add("cmdRefreshLogs", "Refresh Logs File", "Read the audit log again", [this] { ShowLogs(); });
@@ -40,7 +41,7 @@ DocumentViews::DocumentViews(AppState& app, OpenDrawing openDrawing, QWidget* pa
     row->addStretch();
     reportFrame_ = ReportFrame();
     logFrame_ = LogFrame();
-    drawingFrame_ = DrawingFrame(std::move(openDrawing));
+    drawingFrame_ = DrawingFrame(context);
     for (QWidget* frame : {logFrame_, reportFrame_, drawingFrame_}) frames_->addWidget(frame);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(8, 8, 8, 8);
@@ -75,12 +76,13 @@ QWidget* DocumentViews::LogFrame() {
     return frame;
 }
 
-QWidget* DocumentViews::DrawingFrame(OpenDrawing openDrawing) {
+QWidget* DocumentViews::DrawingFrame(const ScreenContext& context) {
     auto* frame = new QWidget(frames_);
     frame->setObjectName("DrawingFrame");
     lblDrawing_ = new ElidedLabel("lblDrawing", {}, frame);
-    Viewer1_ = new DrawingControl2("Viewer1", std::move(openDrawing), frame);
+    Viewer1_ = new DrawingControl2("Viewer1", context.openDrawing, frame);
     Viewer1_->SetEmptyText("View Visio File shows the drawing of a schedule");
+    AddDrawingTools(*Viewer1_, context);
     auto* row = new ButtonRow(frame);
     row->addWidget(lblDrawing_, 1);
     DrawingControl2* drawing = Viewer1_;

@@ -3,8 +3,7 @@
 #include <QStackedWidget>
 #include <QWidget>
 
-#include "core/app_state.h"
-#include "ui/controls/drawing_picture.h"
+#include "ui/forms/screen_context.h"
 
 class QLabel;
 
@@ -18,7 +17,7 @@ class DocumentViews : public QWidget {
     Q_OBJECT
 
   public:
-    DocumentViews(AppState& app, OpenDrawing openDrawing, QWidget* parent);
+    DocumentViews(const ScreenContext& context, QWidget* parent);
 
     /// False, after words, when there is no such file.
     bool ShowReport(const std::string& path);
@@ -28,7 +27,7 @@ class DocumentViews : public QWidget {
   private:
     QWidget* ReportFrame();
     QWidget* LogFrame();
-    QWidget* DrawingFrame(OpenDrawing openDrawing);
+    QWidget* DrawingFrame(const ScreenContext& context);
     void ClearLogs();
     void OpenInEditor(const std::string& path);
     void Guarded(const char* procedure, const std::function<void()>& step);

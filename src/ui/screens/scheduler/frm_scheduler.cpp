@@ -61,7 +61,7 @@ frm_Scheduler::frm_Scheduler(const ScreenContext& context)
     SSTab1_ = new QTabWidget(this);
     SSTab1_->setObjectName("SSTab1");
     SSTab1_->setCornerWidget(MakeClock());
-    documents_ = new DocumentViews(context.app, context.openDrawing, SSTab1_);
+    documents_ = new DocumentViews(context, SSTab1_);
     SSTab1_->addTab(EditorPage(), "Schedule");
     SSTab1_->addTab(documents_, "Report, Logs, Drawing");
     columns->addWidget(SSTab1_, 5);

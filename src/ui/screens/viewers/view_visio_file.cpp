@@ -10,6 +10,7 @@
 #include "ui/controls/drawing_control.h"
 #include "ui/controls/elided_label.h"
 #include "ui/controls/keys.h"
+#include "ui/forms/drawing_tools.h"
 #include "ui/skins/art/skin_files.h"
 
 namespace norvelis::ui {
@@ -27,6 +28,7 @@ ViewVisioFile::ViewVisioFile(const ScreenContext& context)
     row->Add("cmdFit", "FIT", "The whole page", [drawing] { drawing->Fit(); });
     row->Add("cmdOpen", "OPEN FILE", "Show another drawing", [this] { PickFile(); });
     connect(drawing, &DrawingControl2::FileDropped, this, &ViewVisioFile::Show);
+    AddDrawingTools(*drawing, context);
     ContextMenu menu(drawing);
     menu.AddLine();
     QAction* open = menu.Add("&Open drawing...\tCtrl+O", [this] { PickFile(); });

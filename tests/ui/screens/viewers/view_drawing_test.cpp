@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <QFileDialog>
+#include <QLabel>
 #include <QMimeData>
 #include <QUrl>
 
@@ -14,8 +15,10 @@
 namespace norvelis::ui {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::EndsWith;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 class ViewDrawingTest : public ::testing::Test {
@@ -92,6 +95,44 @@ TEST_F(ViewDrawingTest, ADrawingOfAnotherProgramIsDroppedShownPrintedAndNotArran
     press("cmdPrint");
     EXPECT_THAT(ui.host.TakeTexts(), IsEmpty());
     EXPECT_TRUE(ui.frame->Find(Screen::PrintPreview)->isVisible());
+}
+
+TEST_F(ViewDrawingTest, ADrawingIsExportedAndOneOfAnotherProgramIsNotRewritten) {
+    const std::string file = ui.folder.Path("theirs.vdx");
+    WriteFile(file, kForeignDrawing);
+    ui.frame->Context().request(ShowDrawing{file});
+    UntilShown(Drawing(Screen::DrawingViewer));
+    const auto exportTo = [&](const std::string& ending) {
+        const std::string out = ui.folder.Path("out." + ending);
+        WhenWaiting([out](QWidget& waiting) {
+            dynamic_cast<QFileDialog&>(waiting).selectFile(QString::fromStdString(out));
+            QMetaObject::invokeMethod(&waiting, "accept");
+        });
+        Drawing(Screen::DrawingViewer)
+            .findChild<QAction*>(QString::fromStdString("mnuExport_" + ending))
+            ->trigger();
+        return FileExists(out);
+    };
+    for (const char* ending : {"svg", "png", "pdf"}) EXPECT_TRUE(exportTo(ending)) << ending;
+    EXPECT_THAT(ui.host.TakeTexts(), IsEmpty());
+    EXPECT_FALSE(exportTo("vsdx"));
+    EXPECT_THAT(ui.host.TakeTexts(), ElementsAre(EndsWith("it can be shown, not rewritten")));
+}
+
+TEST_F(ViewDrawingTest, AClickedLineIsToldFromTheDictionaryOrWhyNot) {
+    ui.Choose("mnu_Classic_Extract_Report");
+    ui.Choose("mnu_Draw_Fancy_Single");
+    DrawingControl2& drawing = Drawing(Screen::Treeview);
+    UntilShown(drawing);
+    const auto told = [&] {
+        drawing.ShowShape("SHOP-STAFF");
+        QTest::keyClick(&drawing, Qt::Key_Return);
+        return drawing.findChild<QLabel*>("DrawingCard")->text().toStdString();
+    };
+    EXPECT_THAT(told(), AllOf(HasSubstr("SHOP-STAFF"), HasSubstr("WORKSHOP"),
+                              HasSubstr("MAKER-NAME ascending"), HasSubstr("EMPSCHM")));
+    ui.app.gConnection->Execute("Delete * FROM Connection_Details");
+    EXPECT_THAT(told(), AllOf(HasSubstr("WORKSHOP"), HasSubstr("It may have been cleared")));
 }
 
 }  // namespace
