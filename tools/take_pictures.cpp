@@ -5,6 +5,7 @@
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QEventLoop>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPainter>
@@ -113,7 +114,7 @@ class Photographer {
     }
     void LetShow() const {
         for (const auto* drawing : frame_.findChildren<DrawingControl2*>()) {
-            while (drawing->Loading()) LetPaint();
+            while (drawing->Loading() || (drawing->isVisible() && drawing->Painting())) LetPaint();
         }
         LetPaint();
     }
@@ -164,11 +165,41 @@ class Photographer {
         LetShow();
         for (int i = 0; i < 3; ++i) Press(*frame_.Find(Screen::DrawingViewer), "cmdZoomIn");
         Take(frame_, "viewer");
+        TakeWalk();
         frame_.Find(Screen::DrawingViewer)->close();
         Press(screen, "Max");
         Take(frame_, "treemax");
         frame_.Find(Screen::TreeviewMax)->close();
         isolate.close();
+    }
+    /// The larger drawing with a search, the words about a line, and the neighbors of the box at its end.
+    void TakeWalk() {
+        Form& viewer = *frame_.Find(Screen::DrawingViewer);
+        auto& drawing = *viewer.findChild<DrawingControl2*>();
+        drawing.Fit();
+        drawing.OpenFind();
+        auto& text = *drawing.findChild<QLineEdit*>("txtFindInDrawing");
+        text.setText("STEP");
+        Take(viewer, "find");
+        text.clear();
+        drawing.FindNext(true);
+        const auto key = [&drawing](Qt::Key key, Qt::KeyboardModifiers with = {}) {
+            QKeyEvent press(QEvent::KeyPress, key, with);
+            QApplication::sendEvent(&drawing, &press);
+        };
+        key(Qt::Key_Escape);
+        const auto& page = drawing.Page();
+        int line = 0;  // Of a sorted set, if there is one.
+        while (line + 1 < page.Count() &&
+               !(page[line].IsLine() && page[line].text.find(" ASC ") != std::string::npos))
+            ++line;
+        drawing.ShowShape(QString::fromStdString(page.Title(line)));
+        key(Qt::Key_Return);
+        Take(viewer, "line");
+        drawing.FollowSet();
+        drawing.Fit();
+        drawing.LightSelected();
+        Take(viewer, "neighbors");
     }
     /// The list with a record that has owners and members, if there is one.
     void TakeList() {

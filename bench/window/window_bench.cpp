@@ -5,6 +5,8 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QLabel>
+#include <QLineEdit>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QTest>
 #include <algorithm>
@@ -126,19 +128,35 @@ void Pan(const char* what, DrawingControl2& control) {
                frames[frames.size() * 95 / 100], frames.back());
 }
 
-void LargeDrawing() {
-    Windows windows;
+/// The windows with a generated schema of so many records in the tree.
+void OpenSchema(Windows& windows, int records, int sets) {
     const std::string report = windows.folder.Path("report");
-    WriteFile(report, GenerateSchemaReport(1000, 1600, 3, 1));
+    WriteFile(report, GenerateSchemaReport(records, sets, 3, 1));
     setreportlocation(windows.app, report);
     process_Classic_Extract_Report(windows.app, InteractiveDriver(windows.app, {}),
                                    ValidateReportFile(getreportlocation(windows.app)));
     windows.Open();
     windows.frame->loadtreeform();
     QTest::qWait(200);
+}
+
+void DrawAll(Windows& windows) {
+    windows.frame->findChild<QAction*>("mnu_Draw_Fancy_Single")->trigger();
+}
+
+/// The drawing beside the tree in the larger window.
+DrawingControl2& OpenLarge(Windows& windows) {
+    windows.TreeScreen().findChild<QPushButton*>("Label1")->click();
+    auto& large = *windows.frame->Find(Screen::DrawingViewer)->findChild<DrawingControl2*>();
+    UntilShown(large);
+    return large;
+}
+
+void LargeDrawing() {
+    Windows windows;
+    OpenSchema(windows, 1000, 1600);
     auto& control = *windows.TreeScreen().findChild<DrawingControl2*>("DrawingControl2");
-    Measure("1,000 records drawn on one page",
-            [&] { windows.frame->findChild<QAction*>("mnu_Draw_Fancy_Single")->trigger(); });
+    Measure("1,000 records drawn on one page", [&] { DrawAll(windows); });
     control.SetSrc({});
     Measure("the mouse that rests on its schema shows the drawing", [&] {
         emit windows.Tview().NodeHovered(0, QPoint(40, 10));
@@ -148,12 +166,95 @@ void LargeDrawing() {
     });
     fmt::print("\n| 1,000 boxes, a drag | median ms | of 95 in 100 | longest |\n|---|--:|--:|--:|\n");
     Pan("the whole page, small window", control);
-    windows.TreeScreen().findChild<QPushButton*>("Label1")->click();
-    auto& large = *windows.frame->Find(Screen::DrawingViewer)->findChild<DrawingControl2*>();
-    UntilShown(large);
+    DrawingControl2& large = OpenLarge(windows);
     Pan("the whole page, large window", large);
     QTest::keyClick(&large, Qt::Key_1);
     Pan("life size, large window", large);
+}
+
+/// What one does in a drawing of 2,000 boxes, each time until what is seen is sharp.
+void LargeWalk() {
+    Windows windows;
+    OpenSchema(windows, 2000, 3200);
+    DrawAll(windows);
+    DrawingControl2& drawing = OpenLarge(windows);
+    windows.frame->resize(1600, 1000);
+    windows.frame->Find(Screen::DrawingViewer)->resize(1500, 850);
+    const drawing::walk::PageWalk& page = drawing.Page();
+    int hub = 0;
+    for (int shape = 0; shape < page.Count(); ++shape) {
+        if (page.LinesOf(shape).size() > page.LinesOf(hub).size()) hub = shape;
+    }
+    fmt::print("| {} shapes; the box with most lines has {} | | | |\n", page.Count(),
+               page.LinesOf(hub).size());
+    const auto measure = [&](const char* what, const std::function<void()>& act) {
+        Measure(what, [&] {
+            act();
+            QApplication::processEvents();
+            while (drawing.Painting()) QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        });
+    };
+    const auto key = [&](Qt::Key key, Qt::KeyboardModifiers with = {}) {
+        return [&drawing, key, with] { QTest::keyClick(&drawing, key, with); };
+    };
+    measure("the whole page", key(Qt::Key_0));
+    measure("resting on that box lights up its neighbors", [&] {
+        drawing.SelectShape(QString::fromStdString(page[hub].name));
+        drawing.LightSelected();
+    });
+    measure("nothing is lit up", key(Qt::Key_Escape));
+    measure("find: a text that is in every box and line", [&] {
+        drawing.OpenFind();
+        QTest::keyClicks(drawing.findChild<QLineEdit*>("txtFindInDrawing"), "0");
+    });
+    measure("twenty times the next hit", [&] {
+        for (int i = 0; i < 20; ++i) {
+            drawing.FindNext(true);
+            QApplication::processEvents();
+        }
+    });
+    measure("the search is ended", [&] {
+        for (int i = 0; i < 3; ++i) key(Qt::Key_Escape)();
+    });
+    measure("life size", key(Qt::Key_1));
+    measure("page width", key(Qt::Key_2));
+    measure("smaller and larger by ten steps", [&] {
+        for (int i = 0; i < 20; ++i) {
+            i < 10 ? drawing.ZoomIn() : drawing.ZoomOut();
+            QApplication::processEvents();
+        }
+    });
+    measure("the record with most lines is shown",
+            [&] { drawing.ShowShape(QString::fromStdString(page[hub].name)); });
+    measure("along ten of its lines", [&] {
+        for (int i = 0; i < 10; ++i) {
+            drawing.StepLine(true);
+            QApplication::processEvents();
+        }
+    });
+    measure("over a set to its other end", [&] { drawing.FollowSet(); });
+    measure("back and forward", [&] {
+        for (int i = 0; i < 20; ++i) {
+            i < 10 ? drawing.GoBack() : drawing.GoForward();
+            QApplication::processEvents();
+        }
+    });
+    auto& map = *drawing.findChild<QWidget*>("DrawingMap");
+    measure("a drag over the map", [&] {
+        QTest::mousePress(&map, Qt::LeftButton, {}, QPoint(2, 2));
+        for (int i = 0; i < 40; ++i) {
+            const QPointF at(map.width() * i / 40.0, map.height() * i / 40.0);
+            QMouseEvent move(QEvent::MouseMove, at, map.mapToGlobal(at), Qt::NoButton, Qt::LeftButton, {});
+            QApplication::sendEvent(&map, &move);
+            QApplication::processEvents();
+        }
+    });
+    measure("the mouse moved over 400 places", [&] {
+        for (int i = 0; i < 400; ++i) {
+            QTest::mouseMove(&drawing, {10 + i * 3, 10 + i * 2});
+            QApplication::processEvents();
+        }
+    });
 }
 
 }  // namespace
@@ -164,7 +265,7 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     CLI::App program{"What a person feels at the windows with very large schemas"};
     std::string only;
-    program.add_option("--only", only, "tree, report or drawing; without it all");
+    program.add_option("--only", only, "tree, report, drawing or walk; without it all");
     CLI11_PARSE(program, argc, argv);
     QApplication::setApplicationName("Norvelis");
     QApplication::setQuitOnLastWindowClosed(false);
@@ -173,4 +274,5 @@ int main(int argc, char** argv) {
     if (only.empty() || only == "tree") norvelis::ui::LargeTree();
     if (only.empty() || only == "report") norvelis::ui::LargeReport();
     if (only.empty() || only == "drawing") norvelis::ui::LargeDrawing();
+    if (only.empty() || only == "walk") norvelis::ui::LargeWalk();
 }
