@@ -26,7 +26,7 @@ constexpr int kSlow = 250;         // Milliseconds for which another file's pict
 constexpr int kRest = 450;         // Milliseconds after which what the mouse rests on is lit up.
 constexpr double kReadable = 0.8;  // Of life size: six points can be read.
 constexpr int kGap = 8;            // Pixels between what is laid over the drawing and its edges.
-constexpr QSize kRoomForMap(340, 260);
+constexpr QSize kRoomForMap(400, 260);
 
 /// Has the picture paint its whole page as it will be seen first, so that it is ready to be shown.
 void PaintAhead(DrawingPicture& picture, QSize control, double pixelRatio) {
@@ -219,6 +219,7 @@ void DrawingControl2::PlaceOverlays() {
     const int bar = std::min(width(), std::max(300, findBar_->minimumSizeHint().width()));
     findBar_->setGeometry(width() - bar, 0, bar, findBar_->sizeHint().height());
     map_->move(width() - map_->width() - kGap, height() - map_->height() - kGap);
+    if (card_->isHidden()) return;
     card_->setMaximumSize(std::max(width() - 2 * kGap, 1), std::max(height() - 2 * kGap, 1));
     card_->adjustSize();
     card_->move(kGap, height() - card_->height() - kGap);

@@ -7,7 +7,7 @@ namespace norvelis::ui {
 
 namespace {
 
-constexpr QSize kLargest(190, 140);
+constexpr QSize kLargest(240, 140);
 
 }  // namespace
 

@@ -13,10 +13,15 @@ using namespace drawing::walk;
 constexpr QColor kHitFill(255, 196, 0, 90), kHitBorder(176, 112, 0), kPresentHit(214, 60, 0);
 constexpr int kDimming = 196;            // Of 255: how much of the paper covers what is dimmed.
 constexpr std::size_t kManyLines = 200;  // So many are drawn without smoothing.
+constexpr double kLeastFrame = 5;        // Pixels: a box of a large page that is seen whole is smaller.
 
 /// The frame around a shape that is pointed out, in pixels.
 QRectF Frame(const PageWalk& walk, const PageView& view, int shape, double distance) {
-    return view.Pixels(ToQt(walk.Sight(shape))).adjusted(-distance, -distance, distance, distance);
+    const QRectF frame =
+        view.Pixels(ToQt(walk.Sight(shape))).adjusted(-distance, -distance, distance, distance);
+    const double x = std::max(0.0, kLeastFrame - frame.width()) / 2,
+                 y = std::max(0.0, kLeastFrame - frame.height()) / 2;
+    return frame.adjusted(-x, -y, x, y);
 }
 
 void DrawLine(QPainter& painter, const PageWalk& walk, const PageView& view, int line, const QRect& exposed) {
@@ -52,6 +57,10 @@ void PaintLit(QPainter& painter, const PageWalk& walk, const PageView& view, con
     painter.setPen(QPen(accent, 2));
     for (const int line : lit.lines) DrawLine(painter, walk, view, line, exposed);
     painter.restore();
+    for (const int shape : lit.others) {
+        const QRectF frame = Frame(walk, view, shape, 0);
+        if (frame.width() <= kLeastFrame) painter.fillRect(frame, accent);
+    }
 }
 
 void PaintHits(QPainter& painter, const PageWalk& walk, const Walker& walker, const PageView& view,
