@@ -27,6 +27,7 @@ const Graph kMayUse = {
     {"layout", {"base"}},
     {"core", {"store"}},
     {"dictionary", {"store"}},
+    {"compare", {"dictionary"}},
     {"extract", {"core", "dictionary"}},
     {"browse", {"core", "dictionary"}},
     {"viewer", {"extract"}},
