@@ -135,6 +135,7 @@ class Differences {
         values.Compare("length", Length(former), Length(present));
         AddChanges(Kind::Record, former, present, std::move(values));
 
+        if (former.fields == present.fields) return;  // As a rule.
         const std::size_t firstField = differences_.size();
         CompareAll(Kind::Field, match_.Fields(f), former.fields, present.fields,
                    [&](std::size_t i, std::size_t j) { CompareFields(former.fields[i], present.fields[j]); });

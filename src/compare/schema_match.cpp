@@ -83,7 +83,7 @@ SchemaMatch::SchemaMatch(const SchemaContents& formerSchema, const SchemaContent
       areas_(0, 0) {
     for (std::size_t f = 0; f < formerSchema.records.size(); ++f) {
         const auto p = records_.PresentOf(f);
-        if (!p) continue;
+        if (!p || formerSchema.records[f].fields == presentSchema.records[*p].fields) continue;
         fields_[f] = MatchFields(formerSchema.records[f], presentSchema.records[*p]);
         NameFields(f, presentSchema.records[*p]);
     }

@@ -26,7 +26,7 @@ class SchemaMatch {
     const Parts former, present;
 
     const Pairing& Records() const { return records_; }
-    /// The fields of a former record that has stayed.
+    /// The fields of a former record that has stayed and has not quite the same fields.
     const Pairing& Fields(std::size_t formerRecord) const { return fields_[formerRecord]; }
     const Pairing& Sets() const { return sets_; }
     const Pairing& Indexes() const { return indexes_; }
