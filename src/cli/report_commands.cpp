@@ -116,9 +116,11 @@ class Extract {
             std::printf("Removed schemas: %s\n",
                         fmt::format("{}", fmt::join(result.removedSchemas, ", ")).c_str());
         const auto& counts = result.counts;
-        std::printf("Schema %s: %zu records, %zu fields, %zu sets, %zu indexes in %.2f seconds, %s\n",
-                    context_.app->gSchemaName.c_str(), counts.records, counts.fields, counts.sets,
-                    counts.indexes, seconds_, CountText(CountWarnings(result.findings)).c_str());
+        std::printf(
+            "Schema %s: %zu records, %zu fields, %zu sets, %zu indexes in %.2f seconds, %s%s\n",
+            context_.app->gSchemaName.c_str(), counts.records, counts.fields, counts.sets, counts.indexes,
+            seconds_, CountText(CountWarnings(result.findings)).c_str(),
+            result.differences.empty() ? "" : ("; since the former edition: " + result.differences).c_str());
     }
 
     void PrintJson(const ExtractionResult& result) const {
@@ -130,7 +132,8 @@ class Extract {
                                       {"sets", result.counts.sets},
                                       {"indexes", result.counts.indexes},
                                       {"seconds", seconds_},
-                                      {"removed", result.removedSchemas}};
+                                      {"removed", result.removedSchemas},
+                                      {"differences", result.differences}};
         AddFindings(object, result.findings, changes_);
         cli::PrintJson(object);
     }

@@ -63,6 +63,8 @@ std::size_t ExtractReport(AppState& app, ReportFile report, const std::function<
     app.host.OpenScreen(Screen::Treeview, false);
     const ExtractionResult result =
         process_Classic_Extract_Report(app, InteractiveDriver(app, refresh), std::move(report));
+    if (!result.differences.empty())
+        app.host.Status("Since the former edition of schema " + app.gSchemaName + ": " + result.differences);
     return CountWarnings(result.findings);
 }
 

@@ -8,13 +8,14 @@
 #include <optional>
 #include <utility>
 
-#include "base/failure.h"
 #include "base/paths.h"
 #include "base/text.h"
+#include "compare/comparison_text.h"
 #include "core/log.h"
 #include "core/places.h"
 #include "dictionary/clearing.h"
 #include "dictionary/findings.h"
+#include "dictionary/schema_contents.h"
 #include "dictionary/schemas.h"
 #include "extract/parent_pass.h"
 #include "extract/record_pass.h"
@@ -170,12 +171,6 @@ std::string LossBy(const ReportContents& contents, const std::string& schema, Co
     return {};
 }
 
-// True for what the report itself causes: too many fields or keys, an end in the middle of a record.
-bool IsFailureOfTheReport(const RuntimeFailure& failure) {
-    return failure.Number() == FailureNumber::SubscriptOutOfRange ||
-           failure.Number() == FailureNumber::InputPastEnd;
-}
-
 /// One extraction into the store, all of it or nothing.
 class Extraction {
   public:
@@ -202,9 +197,17 @@ class Extraction {
         if (driver_.keepsFormer &&
             (!others.empty() || dictionary::CountRecords(driver_.connection, schema) > 0))
             former_.emplace(driver_.connection);
+        std::optional<dictionary::SchemaContents> formerEdition;
+        if (driver_.comparesEditions && dictionary::CountRecords(driver_.connection, schema) > 0)
+            formerEdition = dictionary::ReadSchema(driver_.connection, schema);
         if (deleteAll) dictionary::ClearAll(driver_.connection);
         ExtractionResult result = ReadReport(transaction);
-        if (result.done) result.removedSchemas = std::move(others);
+        if (!result.done) return result;
+        result.removedSchemas = std::move(others);
+        if (formerEdition) {
+            result.differences = compare::Summary(compare::Compare(
+                *formerEdition, dictionary::ReadSchema(driver_.connection, app_.gSchemaName)));
+        }
         return result;
     }
 
@@ -260,6 +263,7 @@ ExtractionDriver InteractiveDriver(AppState& app, std::function<void()> refresh)
     ExtractionDriver driver{true, app.AppPath(places::kStore), *app.gConnection, std::move(refresh)};
     driver.acceptsLoss = [&app](const std::string& loss) { return AskAboutLoss(app, loss); };
     driver.keepsFormer = true;
+    driver.comparesEditions = true;
     return driver;
 }
 
@@ -284,11 +288,20 @@ ExtractionResult process_Classic_Extract_Report(AppState& app, const ExtractionD
     return result;
 }
 
-std::vector<Finding> FindingsIn(AppState& app, ReportFile report, const std::string& schemaWhenUnnamed) {
-    const std::shared_ptr<Connection> store = Connection::WithoutMemory();
-    ExtractionDriver driver{false, {}, *store, {}};
+bool IsFailureOfTheReport(const RuntimeFailure& failure) {
+    return failure.Number() == FailureNumber::SubscriptOutOfRange ||
+           failure.Number() == FailureNumber::InputPastEnd;
+}
+
+ExtractionResult ExtractInto(AppState& app, Connection& store, ReportFile report,
+                             const std::string& schemaWhenUnnamed) {
+    ExtractionDriver driver{false, {}, store, {}};
     driver.schemaWhenUnnamed = schemaWhenUnnamed;
-    return Extraction(app, driver, std::move(report)).Run(false).findings;
+    return Extraction(app, driver, std::move(report)).Run(false);
+}
+
+std::vector<Finding> FindingsIn(AppState& app, ReportFile report, const std::string& schemaWhenUnnamed) {
+    return ExtractInto(app, *Connection::WithoutMemory(), std::move(report), schemaWhenUnnamed).findings;
 }
 
 }  // namespace norvelis

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "base/failure.h"
 #include "core/app_state.h"
 #include "dictionary/writer.h"
 #include "extract/findings.h"
@@ -25,6 +26,7 @@ struct ExtractionDriver {
     std::function<bool(const std::string& loss)> acceptsLoss = {};
     bool keepsFormer = false;            ///< A copy of the store as it was stays beside it.
     bool refusesWarnings = false;        ///< Then the store stays as it was.
+    bool comparesEditions = false;       ///< With the edition of the schema that it replaces.
     std::string schemaWhenUnnamed = {};  ///< Name for a report that has none; may be empty.
 };
 
@@ -39,6 +41,9 @@ struct ExtractionResult {
     dictionary::Counts counts;
     std::vector<Finding> findings;            ///< By line.
     std::vector<std::string> removedSchemas;  ///< Others that "delete all" removed.
+    /// What is different from the edition that was replaced, in one line; empty when there was none, or
+    /// nobody wants to know.
+    std::string differences;
 
     explicit operator bool() const { return done; }
 };
@@ -49,6 +54,14 @@ struct ExtractionResult {
 /// the dictionary is whole.
 ExtractionResult process_Classic_Extract_Report(AppState& app, const ExtractionDriver& driver,
                                                 ReportFile report);
+
+/// True for a failure that the report itself causes: too many fields or keys, an end in the middle of a
+/// record.
+bool IsFailureOfTheReport(const RuntimeFailure& failure);
+
+/// Extracts a valid report into an empty store; nothing is asked or said. RuntimeFailure as above.
+ExtractionResult ExtractInto(AppState& app, Connection& store, ReportFile report,
+                             const std::string& schemaWhenUnnamed);
 
 /// What an extraction of a valid report would find, without a store. RuntimeFailure as above.
 std::vector<Finding> FindingsIn(AppState& app, ReportFile report, const std::string& schemaWhenUnnamed);

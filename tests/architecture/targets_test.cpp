@@ -28,7 +28,7 @@ const Graph kMayUse = {
     {"core", {"store"}},
     {"dictionary", {"store"}},
     {"compare", {"dictionary"}},
-    {"extract", {"core", "dictionary"}},
+    {"extract", {"compare", "core", "dictionary"}},
     {"browse", {"core", "dictionary"}},
     {"viewer", {"extract"}},
     {"diagram", {"engine", "browse"}},
