@@ -8,5 +8,5 @@ int main(int argc, char** argv) {
     using namespace norvelis::cli;
     return RunProgram(argc, argv,
                       {AddReportCommands, AddStoreCommands, AddDictionaryCommands, AddBrowseCommands,
-                       AddScheduleCommands, AddDrawingCommands, AddSqlProgram});
+                       AddCompareAndDraw, AddScheduleCommands, AddDrawingCommands, AddSqlProgram});
 }

@@ -3,6 +3,7 @@
 #include "base/name_key.h"
 #include "base/text.h"
 #include "diagram/common.h"
+#include "diagram/difference_marks.h"
 #include "diagram/meaning.h"
 #include "diagram/page_references.h"
 #include "diagram/record_shapes.h"
@@ -17,6 +18,11 @@ bool Glue(engine::Shape& line, const engine::CellAddress& end, engine::Shape& bo
     const CellRef cell = line.CellsSRC(end);
     const CellRef pin = cell ? box.CellsSRC(engine::kPinX) : nullptr;
     return pin && cell->GlueTo(pin);
+}
+
+const Marking* MarkingOf(const DrawingState& drawing, const Recordset& set) {
+    if (!drawing.marks) return nullptr;
+    return drawing.marks->OfSet(set.Text("Set"), set.Text("recordname"), set.Text("next_step"));
 }
 
 }  // namespace
@@ -34,24 +40,29 @@ void ConnectAllShapes(DrawingState& drawing, engine::Page& page) {
         const ShapeRef member = ShapeOfRecord(drawing, page, memberName);
         if (!member) continue;
         if (IsOnAnotherPage(drawing, ownerName) && IsOnAnotherPage(drawing, memberName)) continue;
-        const std::string set(Trim(row.Text("Set")));
-        drawing.drawnSets.insert(NameKey(set));
-        ConnectTwoShapes(drawing, owner, member,
-                         set + std::string(kLineBreak).append(Trim(row.Text("connection"))));
+        const Marking* marking = MarkingOf(drawing, row);
+        std::string label(Trim(row.Text("Set")));
+        drawing.drawnSets.insert(NameKey(label));
+        if (marking) label += " (" + marking->words + ")";
+        label.append(kLineBreak).append(Trim(row.Text("connection")));
+        const ShapeRef line = ConnectTwoShapes(drawing, owner, member, label);
+        if (drawing.marks && line) StyleLine(*line, marking);
     }
 }
 
-void ConnectTwoShapes(DrawingState& drawing, const ShapeRef& from, const ShapeRef& to,
-                      const std::string& label) {
+ShapeRef ConnectTwoShapes(DrawingState& drawing, const ShapeRef& from, const ShapeRef& to,
+                          const std::string& label) {
     // The stencil finds its master in any letter case; the master reports its name as "Dynamic connector".
     const ShapeRef line = DropShape(drawing.reportOnce, from->ContainingPage(), kFlowchartStencil,
                                     "Dynamic Connector", 0.5, 0.5);
-    if (!line) return;
+    if (!line) return nullptr;
     const bool written = Glue(*line, engine::kBeginX, *from) && Glue(*line, engine::kEndX, *to) &&
                          line->SetText(Trim(label).empty() ? from->Name() + "-" + to->Name() : label) &&
                          SetFormula(line->Cells("Char.Size"), kSixPoints) &&
                          ColorLine(drawing, *line, from->Name());
-    if (written) line->SendToBack();
+    if (!written) return nullptr;
+    line->SendToBack();
+    return line;
 }
 
 void FormatConnectorLabels(engine::Page& page) {

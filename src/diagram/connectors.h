@@ -13,9 +13,10 @@ namespace norvelis {
 /// same two records are two lines.
 void ConnectAllShapes(DrawingState& drawing, engine::Page& page);
 
-/// One line from the owner to the member. An empty label becomes the two names.
-void ConnectTwoShapes(DrawingState& drawing, const ShapeRef& from, const ShapeRef& to,
-                      const std::string& label);
+/// One line from the owner to the member, null when the engine refuses it. An empty label becomes the two
+/// names.
+ShapeRef ConnectTwoShapes(DrawingState& drawing, const ShapeRef& from, const ShapeRef& to,
+                          const std::string& label);
 
 /// The labels of all lines in red and blue.
 void FormatConnectorLabels(engine::Page& page);

@@ -9,6 +9,7 @@
 #include "core/places.h"
 #include "core/settings.h"
 #include "diagram/color.h"
+#include "diagram/difference_legend.h"
 #include "diagram/page_layout.h"
 #include "diagram/record_choice.h"
 #include "dictionary/schemas.h"
@@ -200,6 +201,19 @@ DrawResult DrawVisioDiagramSingle(DrawingState& drawing, const std::string& sche
         drawing.report("Done Drawing. File saved as:" + order.File());
     }
     return result;
+}
+
+DrawnFile DrawMarkedSchema(DrawingState& drawing, const std::string& schema) {
+    drawing.BeginCommand();
+    const ShownBars bars = BarsFromNothing(drawing.app.progress);
+    DrawOrder order = OrderOfSchema(drawing, schema, nullptr);
+    if (schema.empty()) order.subfolder = kNameless;
+    order.name = order.subfolder + " differences";
+    order.addShapes = [&drawing, addSchema = std::move(order.addShapes)](const PageRef& page) {
+        addSchema(page);
+        AddLegend(drawing, page);
+    };
+    return {DrawWhole(drawing, order), order.File()};
 }
 
 void DrawVisioDiagramSeparate(DrawingState& drawing, const RecordTree* tree) {

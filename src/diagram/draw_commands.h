@@ -12,6 +12,11 @@
 // has a node there and brings the nodes into view; without a tree it draws all parents of the schema.
 namespace norvelis {
 
+struct DrawnFile {
+    DrawResult result;
+    std::string file;
+};
+
 /// The entry of both kinds: asks, then draws every dictionary that is agreed to on one page (gSingleDrawing),
 /// or every parent of every dictionary in a file of its own.
 void DrawVisioDiagram(DrawingState& drawing, const RecordTree* tree);
@@ -20,6 +25,10 @@ void DrawVisioDiagram(DrawingState& drawing, const RecordTree* tree);
 DrawResult DrawVisioDiagramSingle(DrawingState& drawing, const std::string& schema, const RecordTree* tree);
 /// The dictionary without a name: location\name\name.vsd.
 DrawResult DrawNamelessSchema(DrawingState& drawing, const std::string& name);
+
+/// The same with the differences marked that `marks` of the state has, and a legend of the marks:
+/// location\schema\schema differences.vsd, so that the schema's own drawing stays.
+DrawnFile DrawMarkedSchema(DrawingState& drawing, const std::string& schema);
 
 /// Every parent of every dictionary: location\schema\record.vsd.
 void DrawVisioDiagramSeparate(DrawingState& drawing, const RecordTree* tree);

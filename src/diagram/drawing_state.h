@@ -18,6 +18,8 @@
 
 namespace norvelis {
 
+class DifferenceMarks;  // diagram/difference_marks.h
+
 using PageRef = engine::Ref<engine::Page>;
 using ShapeRef = engine::Ref<engine::Shape>;
 using CellRef = engine::Ref<engine::Cell>;
@@ -72,6 +74,7 @@ struct DrawingState {
     engine::DrawingEngine& drawingEngine;
     DrawScreen& screen;
     DrawOptions options;
+    const DifferenceMarks* marks = nullptr;  ///< Of a drawing of differences; other drawings have none.
 
     bool gSingleDrawing = true;  ///< One file for the dictionary; otherwise one for each parent.
     std::string gDrawSchema;

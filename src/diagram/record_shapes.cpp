@@ -8,6 +8,7 @@
 #include "browse/next_step.h"
 #include "diagram/color.h"
 #include "diagram/common.h"
+#include "diagram/difference_marks.h"
 #include "diagram/meaning.h"
 #include "diagram/shape_text.h"
 #include "dictionary/records.h"
@@ -99,6 +100,8 @@ bool CreateRecordShape(DrawingState& drawing, const PageRef& page, const std::st
         const auto orBlank = [&row](std::string_view column) { return row.Value(column).value_or(" "); };
         drawing.box = {row.Text("Recordname"), orBlank("tableid"), orBlank("rectype"), orBlank("reclen"),
                        orBlank("recmode"),     orBlank("reckey"),  orBlank("dn"),      orBlank("areaname")};
+        const Marking* marking = drawing.marks ? drawing.marks->OfRecord(name) : nullptr;
+        if (marking) drawing.box.gBoxRecordName += "\n" + marking->words;
         FormatShapeText(drawing.box, *shape);
         shape->SetName(name);
         drawing.gDrawnShapes.Add(name);
@@ -111,9 +114,9 @@ bool CreateRecordShape(DrawingState& drawing, const PageRef& page, const std::st
                 SetFormulaU(shape->CellsSRC(engine::kFillForegnd), drawing.gFillFormula);
             }
         }
+        if (drawing.marks) StyleBox(*shape, marking);
         SetFormula(shape->Cells("Char.Size"), kSixPoints);
-        SetFormula(shape->Cells("Height"), "Guard(TextHeight(TheText, Width))");
-        SetFormula(shape->Cells("width"), "Guard(TextWidth(TheText))");
+        SizeToText(*shape);
         WriteOptionalColumns(drawing, *shape, row);
         drawing.app.host.Yield();
     }
@@ -123,6 +126,11 @@ bool CreateRecordShape(DrawingState& drawing, const PageRef& page, const std::st
 
 bool IsOfDrawnSchema(const DrawingState& drawing, const Recordset& row) {
     return SameName(Trim(row.Text("schemaname")), drawing.gDrawSchema);
+}
+
+void SizeToText(engine::Shape& box) {
+    SetFormula(box.Cells("Height"), "Guard(TextHeight(TheText, Width))");
+    SetFormula(box.Cells("width"), "Guard(TextWidth(TheText))");
 }
 
 ShapeRef ShapeOfRecord(const DrawingState& drawing, engine::Page& page, std::string_view recordName) {

@@ -21,6 +21,8 @@ bool CreateRecordShape(DrawingState& drawing, const PageRef& page, const std::st
 /// Whether a row belongs to the schema that is drawn. A dictionary may hold a test and a production copy,
 /// whose records and sets have the same names.
 bool IsOfDrawnSchema(const DrawingState& drawing, const Recordset& row);
+/// A box as wide and high as its text.
+void SizeToText(engine::Shape& box);
 
 /// The shape that a record has on the page; null when it has none.
 ShapeRef ShapeOfRecord(const DrawingState& drawing, engine::Page& page, std::string_view recordName);

@@ -1,10 +1,13 @@
 #include "dictionary/schema_contents.h"
 
+#include <algorithm>
 #include <optional>
 #include <unordered_map>
 
 #include "base/name_key.h"
 #include "dictionary/schemas.h"
+#include "store/inserter.h"
+#include "store/transaction.h"
 
 namespace norvelis::dictionary {
 
@@ -46,8 +49,14 @@ void ReadFields(Connection& store, std::string_view schema, std::vector<RecordCo
         "Select Recordname, Fieldlevel, fieldname, fieldusage, fieldpicture, fieldstart, fieldend FROM "
         "Record_layout where schemaname = ? order by rowid",
         {schema});
+    // The fields of a record come one behind the other.
+    std::string name;
+    auto record = byName.end();
     for (; !row.Eof(); row.MoveNext()) {
-        const auto record = byName.find(NameKey(row.Text("Recordname")));
+        if (std::string next = row.Text("Recordname"); record == byName.end() || next != name) {
+            name = std::move(next);
+            record = byName.find(NameKey(name));
+        }
         if (record == byName.end()) continue;
         record->second->fields.push_back({row.Text("Fieldlevel"), row.Text("fieldname"),
                                           row.Text("fieldusage"), row.Text("fieldpicture"),
@@ -102,6 +111,90 @@ SchemaContents ReadSchema(Connection& store, std::string_view schema) {
     contents.sets = ReadSets(store, schema);
     contents.indexes = ReadIndexes(store, schema);
     return contents;
+}
+
+namespace {
+
+using Texts = std::vector<std::optional<std::string_view>>;
+
+/// The members of each owner, by its key, once each: as the column next_step lists them.
+std::unordered_map<std::string, std::string> MemberLists(const SchemaContents& contents) {
+    std::unordered_map<std::string, std::string> lists;
+    std::unordered_map<std::string, std::vector<std::string>> listed;
+    for (const SetContents& set : contents.sets) {
+        auto& members = listed[NameKey(set.owner)];
+        if (std::ranges::find(members, NameKey(set.member)) != members.end()) continue;
+        members.push_back(NameKey(set.member));
+        std::string& list = lists[NameKey(set.owner)];
+        list += (list.empty() ? "" : ",") + set.member;
+    }
+    return lists;
+}
+
+void WriteRecords(Connection& store, const SchemaContents& contents) {
+    Inserter records(
+        store, "Record_Details",
+        {"schemaname", "Recordname", "Recmode", "recordtype",  "dn",        "areaname", "tableid",
+         "reckey",     "rectype",    "reclen",  "Information", "next_step", "Index1",   "Index2",
+         "Index3",     "Index4",     "Index5",  "Index6",      "Index7",    "Index8"});
+    Inserter fields(store, "Record_layout",
+                    {"schemaname", "Recordname", "Fieldlevel", "fieldname", "fieldusage", "fieldpicture",
+                     "fieldstart", "fieldend"});
+    const auto members = MemberLists(contents);
+    for (const RecordContents& record : contents.records) {
+        const auto list = members.find(NameKey(record.name));
+        Texts row{
+            contents.name, record.name,        record.mode,
+            "Record",      record.dn,          record.area,
+            record.id,     record.key,         record.lengthKind,
+            record.length, record.information, list == members.end() ? std::string_view() : list->second};
+        row.insert(row.end(), record.indexes.begin(), record.indexes.end());
+        records.Add(row);
+        for (const FieldContents& field : record.fields) {
+            fields.Add(Texts{contents.name, record.name, field.level, field.name, field.usage, field.picture,
+                             field.start, field.end});
+        }
+    }
+}
+
+void WriteIndexes(Connection& store, const SchemaContents& contents) {
+    constexpr std::size_t kSlots = 16;
+    Inserter indexes(
+        store, "Index_Details",
+        {"schemaname",  "Recordname",  "next_step",   "Information", "sortoption",  "sortkey1",
+         "sortkey2",    "sortkey3",    "sortkey4",    "sortkey5",    "sortkey6",    "sortkey7",
+         "sortkey8",    "sortkey9",    "sortkey10",   "sortkey11",   "sortkey12",   "sortkey13",
+         "sortkey14",   "sortkey15",   "sortkey16",   "sortorder1",  "sortorder2",  "sortorder3",
+         "sortorder4",  "sortorder5",  "sortorder6",  "sortorder7",  "sortorder8",  "sortorder9",
+         "sortorder10", "sortorder11", "sortorder12", "sortorder13", "sortorder14", "sortorder15",
+         "sortorder16"});
+    for (const IndexContents& index : contents.indexes) {
+        Texts row{contents.name, index.name, index.member, index.information, index.sortOption};
+        const std::size_t keys = std::min(index.keys.size(), kSlots), first = row.size();
+        row.resize(first + 2 * kSlots);
+        for (std::size_t i = 0; i < keys; ++i) {
+            row[first + i] = index.keys[i].first;
+            row[first + kSlots + i] = index.keys[i].second;
+        }
+        indexes.Add(row);
+    }
+}
+
+}  // namespace
+
+void WriteSchema(Connection& store, const SchemaContents& contents) {
+    Transaction transaction(store);
+    Inserter(store, "schema_details", {"schemaname", "schemarelease", "schemaversion", "schemadate"})
+        .Add(Texts{contents.name, contents.release, contents.version, contents.date});
+    Inserter entries(store, "Parents", {"schemaname", "Recordname"});
+    for (const std::string& record : contents.entryRecords) entries.Add(Texts{contents.name, record});
+    WriteRecords(store, contents);
+    Inserter sets(store, "Connection_Details",
+                  {"schemaname", "set", "Recordname", "next_step", "connection"});
+    for (const SetContents& set : contents.sets)
+        sets.Add(Texts{contents.name, set.name, set.owner, set.member, set.connection});
+    WriteIndexes(store, contents);
+    transaction.Commit();
 }
 
 }  // namespace norvelis::dictionary

@@ -16,6 +16,7 @@ namespace norvelis::dictionary {
 /// report overlap. Positions are blank on groups of some reports.
 struct FieldContents {
     std::string level, name, usage, picture, start, end;
+    bool operator==(const FieldContents&) const = default;
 };
 
 struct RecordContents {
@@ -24,18 +25,21 @@ struct RecordContents {
     std::string information;         ///< The text of the record's box; empty when its section was not read.
     std::array<std::string, 8> indexes;
     std::vector<FieldContents> fields;  ///< In the order of the report.
+    bool operator==(const RecordContents&) const = default;
 };
 
 /// A row of Connection_Details. Owner or member may be no record of the schema.
 struct SetContents {
     std::string name, owner, member;
     std::string connection;  ///< Membership and order stand in its second line.
+    bool operator==(const SetContents&) const = default;
 };
 
 /// A row of Index_Details.
 struct IndexContents {
     std::string name, member, information, sortOption;
     std::vector<std::pair<std::string, std::string>> keys;  ///< Each with its order, "ASC" or "DSC".
+    bool operator==(const IndexContents&) const = default;
 };
 
 struct SchemaContents {
@@ -44,10 +48,15 @@ struct SchemaContents {
     std::vector<RecordContents> records;
     std::vector<SetContents> sets;
     std::vector<IndexContents> indexes;
+    bool operator==(const SchemaContents&) const = default;
 };
 
 /// The schema of that name in any letter case; one without rows is empty but for the name. Rows of other
 /// schemas are left out, as are fields of records that have no row.
 SchemaContents ReadSchema(Connection& store, std::string_view schema);
+
+/// Writes the schema into a store that has no rows of it, in one transaction. What is read back is equal;
+/// what only serves the tree and drawings, as the list of members, follows from the sets.
+void WriteSchema(Connection& store, const SchemaContents& contents);
 
 }  // namespace norvelis::dictionary

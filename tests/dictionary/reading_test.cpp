@@ -5,6 +5,7 @@
 #include "dictionary/schema_contents.h"
 #include "dictionary/schemas.h"
 #include "dictionary/sets.h"
+#include "store/temporary_store.h"
 #include "testing/schema_rows.h"
 #include "testing/test_store.h"
 
@@ -115,6 +116,14 @@ TEST_F(DictionaryReadingTest, ASchemaIsReadWholeWithoutTheRowsOfOthers) {
     const auto first = dictionary::ReadSchema(store, "FIRST");
     ASSERT_EQ(first.indexes.size(), 1u);
     EXPECT_THAT(first.indexes[0].keys, ElementsAre(std::pair<std::string, std::string>("EMP-NAME", "ASC")));
+
+    const TemporaryStore other;
+    for (const auto& schema : {first, second}) {
+        dictionary::WriteSchema(*other, schema);
+        EXPECT_TRUE(dictionary::ReadSchema(*other, schema.name) == schema) << schema.name;
+    }
+    EXPECT_THAT(Column(dictionary::RecordIn(*other, "SECOND", "OFFICE"), "next_step"),
+                ElementsAre("EMPLOYEE,BOSS"));
 }
 
 }  // namespace
