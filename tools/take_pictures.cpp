@@ -20,7 +20,9 @@
 #include <cstdio>
 #include <functional>
 
+#include "base/paths.h"
 #include "commands/start_up.h"
+#include "core/places.h"
 #include "core/settings.h"
 #include "desktop/application.h"
 #include "desktop/main_frame.h"
@@ -57,6 +59,22 @@ class QuietHost : public QtHost {
     }
 };
 
+/// The sample report with a field, a set, an index and an area under new names, a longer picture, another
+/// order of a set.
+std::string LaterEdition(std::string report) {
+    const std::pair<std::string, std::string> edits[] = {{"MAKER-GRADE-0105", "MAKER-SKILL-0105"},
+                                                         {"SHOP-MASTERS", "SHOP-LEADERS"},
+                                                         {"COMM-DUE-IX", "COMM-DAY-IX"},
+                                                         {"PEOPLE-AREA", "PERSON-AREA"},
+                                                         {"MA NEXT", "MA LAST"},
+                                                         {"S9(7)V99", "S9(9)V99"}};
+    for (const auto& [former, present] : edits) {
+        for (std::size_t at = 0; (at = report.find(former, at)) != std::string::npos; at += present.size())
+            report.replace(at, former.size(), present);
+    }
+    return report;
+}
+
 void LetPaint() {
     QEventLoop loop;
     QTimer::singleShot(150, &loop, &QEventLoop::quit);
@@ -85,6 +103,7 @@ class Photographer {
             TakeAbout();
             TakeConversion();
             TakeQuery();
+            TakeComparison();
             TakeReport();
             TakePrintPreview();
             TakeHelp();
@@ -418,6 +437,20 @@ class Photographer {
         Press(screen, "Execute");
         Take(screen, "procedures");
         screen.close();
+    }
+    /// The dictionary's first schema and what a report makes of it that lost a few things.
+    void TakeComparison() {
+        const std::string sample = frame_.Context().app.AppPath(places::kSampleReport);
+        const std::string later = frame_.Context().app.AppPath("\\reportfiles\\empschm-later.text");
+        WriteFile(later, LaterEdition(ReadFile(sample)));
+        setreportlocation(frame_.Context().app, later);
+        host_.OpenScreen(Screen::Compare, false);
+        Form& screen = *frame_.Find(Screen::Compare);
+        Press(screen, "cmdCompare");
+        Take(screen, "compare");
+        screen.close();
+        setreportlocation(frame_.Context().app, sample);
+        DeleteFile(later);
     }
     void TakeBox(const QString& name, const Message& message) {
         host_.shows = true;

@@ -39,7 +39,8 @@ enum class Screen {
     Help,
     PrintPreview,
     TableProcedures,
-    Find
+    Find,
+    Compare
 };
 
 /// The bars that show progress: a pair (a line of text, a value) on the tree screen and one on the progress

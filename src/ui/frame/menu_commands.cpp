@@ -82,6 +82,10 @@ void MenuCommands::mnu_TableProcedures() {
     context_.app.host.OpenScreen(Screen::TableProcedures, false);
 }
 
+void MenuCommands::mnu_Compare() {
+    context_.app.host.OpenScreen(Screen::Compare, false);
+}
+
 void MenuCommands::mnu_help() {
     Host& host = context_.app.host;
     const std::string page = context_.app.AppPath(places::kHelp);

@@ -23,6 +23,7 @@ class MenuCommands {
     void mnu_Scheduler();
     void mnu_sql();
     void mnu_TableProcedures();
+    void mnu_Compare();
     void mnu_help();
     void mnu_about();
 

@@ -7,6 +7,7 @@
 #include "ui/screens/browse/frm_isolateview.h"
 #include "ui/screens/browse/frm_treeview.h"
 #include "ui/screens/browse/frm_treeviewmax.h"
+#include "ui/screens/compare/frm_compare.h"
 #include "ui/screens/find/frm_find.h"
 #include "ui/screens/list/frm_listview.h"
 #include "ui/screens/scheduler/frm_scheduler.h"
@@ -28,7 +29,7 @@ Form* Make(const ScreenContext& context) {
 }
 
 // A new screen gets its line here.
-constexpr std::array<ScreenEntry, 15> kScreens = {{{Screen::Treeview, Make<frm_Treeview>, true},
+constexpr std::array<ScreenEntry, 16> kScreens = {{{Screen::Treeview, Make<frm_Treeview>, true},
                                                    {Screen::TreeviewMax, Make<frm_Treeviewmax>, true},
                                                    {Screen::Listview, Make<frm_Listview>, true},
                                                    {Screen::IsolateView, Make<frm_IsolateView>, true},
@@ -42,7 +43,8 @@ constexpr std::array<ScreenEntry, 15> kScreens = {{{Screen::Treeview, Make<frm_T
                                                    {Screen::Help, Make<ViewHelp>, true},
                                                    {Screen::PrintPreview, Make<PrintPreview>, true},
                                                    {Screen::TableProcedures, Make<TableProcedures>, true},
-                                                   {Screen::Find, Make<frmFind>, true}}};
+                                                   {Screen::Find, Make<frmFind>, true},
+                                                   {Screen::Compare, Make<frm_Compare>, true}}};
 
 }  // namespace
 

@@ -56,8 +56,9 @@ TEST_F(FrameTest, TheMenuStandsToTheLetter) {
                             "mnu_Draw_Fancy_Single Draw All in Single Page", "-",
                             "mnu_Draw_Fancy_Separate Draw in Separate Pages", "-",
                             "mnu_Find &Find Anything"));
-    EXPECT_THAT(EntriesOf("mnu_util"), ElementsAre("mnu_Scheduler Scheduler", "-", "mnu_sql IDMS to SQL", "-",
-                                                   "mnu_TableProcedures Table Procedures"));
+    EXPECT_THAT(EntriesOf("mnu_util"),
+                ElementsAre("mnu_Scheduler Scheduler", "-", "mnu_sql IDMS to SQL", "-",
+                            "mnu_TableProcedures Table Procedures", "-", "mnu_Compare What Changed"));
     EXPECT_THAT(EntriesOf("mnuHelp"), ElementsAre("mnu_help Help", "-", "mnu_about About"));
 }
 

@@ -33,7 +33,7 @@ constexpr std::pair<Screen, const char*> kPages[] = {
     {Screen::Scheduler, "scheduler.html"},   {Screen::ReportViewer, "report.html"},
     {Screen::DrawingViewer, "drawing.html"}, {Screen::PrintPreview, "print.html"},
     {Screen::Findings, "findings.html"},     {Screen::Find, "find.html"},
-    {Screen::TableProcedures, "sql.html"}};
+    {Screen::TableProcedures, "sql.html"},   {Screen::Compare, "compare.html"}};
 
 QString PageOf(Screen screen) {
     for (const auto& [each, page] : kPages) {
