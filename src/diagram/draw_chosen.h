@@ -8,10 +8,6 @@
 // Drawings of a part of a schema, or of the whole with a page for each area, in files of their own.
 namespace norvelis {
 
-struct DrawnFile {
-    DrawResult result = DrawResult::NotSaved;
-    std::string file;  ///< Empty when nothing was drawn.
-};
 /// location\schema\name of the choice.vsd. Asks nothing; a choice that leaves nothing to draw is reported.
 DrawnFile DrawChosenRecords(DrawingState& drawing, const std::string& schema, const RecordChoice& choice);
 

@@ -209,7 +209,8 @@ DrawnFile DrawMarkedSchema(DrawingState& drawing, const std::string& schema) {
     DrawOrder order = OrderOfSchema(drawing, schema, nullptr);
     if (schema.empty()) order.subfolder = kNameless;
     order.name = order.subfolder + " differences";
-    order.addShapes = [&drawing, addSchema = std::move(order.addShapes)](const PageRef& page) {
+    auto& addShapes = order.pages.front().addShapes;
+    addShapes = [&drawing, addSchema = std::move(addShapes)](const PageRef& page) {
         addSchema(page);
         AddLegend(drawing, page);
     };

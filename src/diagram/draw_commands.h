@@ -12,11 +12,6 @@
 // has a node there and brings the nodes into view; without a tree it draws all parents of the schema.
 namespace norvelis {
 
-struct DrawnFile {
-    DrawResult result;
-    std::string file;
-};
-
 /// The entry of both kinds: asks, then draws every dictionary that is agreed to on one page (gSingleDrawing),
 /// or every parent of every dictionary in a file of its own.
 void DrawVisioDiagram(DrawingState& drawing, const RecordTree* tree);

@@ -50,6 +50,11 @@ struct DrawOrder {
 
 enum class DrawResult { NoEngine, NotSaved, Saved };
 
+struct DrawnFile {
+    DrawResult result = DrawResult::NotSaved;
+    std::string file;  ///< Empty when nothing was drawn.
+};
+
 /// Draws and saves. A file that is there is replaced when the new one is whole, and not before. What was not
 /// written goes to `notWritten` of the state.
 DrawResult DrawDrawing(DrawingState& drawing, const DrawKind& kind, const DrawOrder& order);
