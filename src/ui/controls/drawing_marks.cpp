@@ -40,19 +40,17 @@ void PaintLit(QPainter& painter, const PageWalk& walk, const PageView& view, con
               const QColor& accent, const QRect& exposed) {
     const QRect page = view.Pixels(QRectF(QPointF(), view.PageSize())).toAlignedRect() & exposed;
     QRegion dimmed(page);
-    for (const auto* shapes : {&lit.others, &lit.lines}) {
-        for (const int shape : *shapes) {
-            const QRect clear = Frame(walk, view, shape, 1).toAlignedRect();
-            if (clear.intersects(page) && (!walk[shape].IsLine() || walk[shape].label)) dimmed -= clear;
-        }
+    const auto clear = [&](int shape) {
+        const QRect frame = Frame(walk, view, shape, 1).toAlignedRect();
+        if (frame.intersects(page)) dimmed -= frame;
+    };
+    for (const int shape : lit.others) clear(shape);
+    for (const int line : lit.lines) {
+        if (walk[line].label) clear(line);
     }
     for (const QRect& part : dimmed) painter.fillRect(part, QColor(255, 255, 255, kDimming));
     painter.save();
-    QRegion lines(page);
-    for (const int shape : lit.others) lines -= Frame(walk, view, shape, 0).toAlignedRect();
-    for (const int shape : lit.lines)
-        if (walk[shape].label) lines -= Frame(walk, view, shape, 0).toAlignedRect();
-    painter.setClipRegion(lines, Qt::IntersectClip);
+    painter.setClipRegion(dimmed, Qt::IntersectClip);
     painter.setRenderHint(QPainter::Antialiasing, lit.lines.size() < kManyLines);
     painter.setPen(QPen(accent, 2));
     for (const int line : lit.lines) DrawLine(painter, walk, view, line, exposed);
