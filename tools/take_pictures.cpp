@@ -234,12 +234,17 @@ class Photographer {
         Take(list, "list");
         list.close();
     }
+    /// What has a name, and a field of these in the list.
     void TakeFind() {
         frame_.Context().request(FindAnything{});
         Form& find = *frame_.Find(Screen::Find);
-        find.findChild<QLineEdit*>("txtFind")->setText("code");
+        auto& txtFind = *find.findChild<QLineEdit*>("txtFind");
+        txtFind.setText("supplier");
         Take(find, "find");
-        find.close();
+        txtFind.setText("field:supplier-town");
+        Press(find, "cmdGo");
+        Take(frame_, "found");
+        frame_.Find(Screen::Listview)->close();
     }
     void TakeFindings() {
         frame_.Context().request(ShowFindings{});

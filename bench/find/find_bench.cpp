@@ -114,8 +114,8 @@ int main() {
     };
     const double open = coldly([](Connection&) {});
     const double firstReady = coldly([](Connection& opened) { FindIndex index(opened); }) - open;
-    ReportRow("the same two in a store just opened", firstReady, coldly(ReadContents) - open);
-    ReportRow("", firstReady, coldly(ReadTables) - open);
+    ReportRow("each schema, in a store just opened", firstReady, coldly(ReadContents) - open);
+    ReportRow("every row, in a store just opened", firstReady, coldly(ReadTables) - open);
 
     const FindIndex index(store);
     const std::string names = AllNames(index);

@@ -65,7 +65,7 @@ void FindIndex::Names::Complete() {
 }
 
 std::string_view FindIndex::Names::In(const std::string& letters, Entry entry) const {
-    return std::string_view(letters).substr(begins[entry], begins[entry + 1] - begins[entry] - 1);
+    return {letters.data() + begins[entry], begins[entry + 1] - begins[entry] - 1};
 }
 
 // The scan looks for the rarest byte of what is wanted, which the processor does for many bytes at once, and

@@ -112,6 +112,7 @@ void AddFind(CLI::App& program, CommandContext& context) {
     find->add_option("--in", options->in,
                      "Not in the tree but among the names of these, separated by commas: schemas, records, "
                      "fields, sets, indexes, areas, ids; * and ? are wild cards")
+        ->type_name("KINDS")
         ->delimiter(',')
         ->allow_extra_args(false)  // TEXT may follow.
         ->check(CheckFindKind);

@@ -25,15 +25,15 @@ namespace {
 
 constexpr std::size_t kMostRows = 500;
 constexpr int kMargin = 16;
-constexpr auto kHint =
-    "Part of a name; with * and ? the whole. In front: record: field: set: index: area: id: schema:";
+constexpr auto kHint = "Part of a name, * and ? are wild cards; field: set: index: area: id: before it";
+constexpr auto kAllKinds = "record: field: set: index: area: id: schema: in front look for these alone";
 
 }  // namespace
 
 frmFind::frmFind(const ScreenContext& context)
     : Form(context, "frmFind", "FIND ANYTHING", QSize(850, 510)),
       FlxGrid_(new FlxGrid("FlxGrid", "WHAT|NAME|WHERE|SCHEMA", context.app.host, this)),
-      lblCount_(new ElidedLabel("lblCount", kHint, this)) {
+      lblCount_(new ElidedLabel("lblCount", {}, this)) {
     FlxGrid_->setAccessibleName("Found");
     FlxGrid_->setSelectionBehavior(QAbstractItemView::SelectRows);
     FlxGrid_->verticalHeader()->hide();  // A press on a row marks all of it.
@@ -72,7 +72,8 @@ QWidget* frmFind::SearchRow() {
     txtFind_ = new QLineEdit(this);
     txtFind_->setObjectName("txtFind");
     txtFind_->setAccessibleName("Name to find");
-    txtFind_->setPlaceholderText("Name to find");
+    txtFind_->setPlaceholderText(kHint);
+    txtFind_->setToolTip(kAllKinds);
     txtFind_->setTextMargins(5, 0, 5, 0);
     txtFind_->installEventFilter(this);
     auto* whereUsed = new WordedCheck("chkWhereUsed", "Where use&d: fields of this name or ending", this);
@@ -104,7 +105,6 @@ void frmFind::Take(const ScreenRequest& request) {
 void frmFind::ReadNames() {
     const FoundName marked = Marked() ? *Marked() : FoundName{};
     try {
-        const clsHourglass hourglass(App().host);
         index_ = FindIndex(*App().gConnection);
     } catch (const RuntimeFailure& failure) {
         index_ = {};
@@ -139,7 +139,7 @@ void frmFind::Mark(int row) {
 
 void frmFind::ShowCount(std::size_t count) {
     const QString typed = txtFind_->text();
-    if (typed.isEmpty()) return lblCount_->setText(kHint);
+    if (typed.isEmpty()) return lblCount_->setText({});
     if (count == 0) return lblCount_->setText("Nothing has a name with " + typed);
     if (count <= found_.size()) return lblCount_->setText(QString("%L1 found").arg(count));
     lblCount_->setText(
