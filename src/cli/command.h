@@ -41,9 +41,10 @@ std::string ReadInput(const std::string& path);
 
 void AddReportCommands(CLI::App& program, CommandContext& context);      ///< validate, extract.
 void AddStoreCommands(CLI::App& program, CommandContext& context);       ///< store create, store restore.
-void AddDictionaryCommands(CLI::App& program, CommandContext& context);  ///< dump, setting.
+void AddDictionaryCommands(CLI::App& program, CommandContext& context);  ///< dump, setting, copybook.
 void AddBrowseCommands(CLI::App& program, CommandContext& context);      ///< tree, find, list.
 void AddRecordList(CLI::App& program, CommandContext& context);
+void AddCopybook(CLI::App& program, CommandContext& context);
 void AddSqlProgram(CLI::App& program, CommandContext& context);  ///< sql, which norvelis-sql then does.
 
 using AddCommands = void (*)(CLI::App& program, CommandContext& context);

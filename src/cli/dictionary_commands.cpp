@@ -58,6 +58,8 @@ void AddDictionaryCommands(CLI::App& program, CommandContext& context) {
             return kDone;
         };
     });
+
+    AddCopybook(program, context);
 }
 
 }  // namespace norvelis::cli
