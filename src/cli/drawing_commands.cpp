@@ -72,6 +72,7 @@ void AddDrawingCommands(CLI::App& program, CommandContext& context) {
     AddExport(program, context);
     AddStencil(program, context);
     AddPrint(program, context);
+    AddPublish(program, context);
     AddScheduleRun(program, context);
 }
 

@@ -26,9 +26,9 @@ std::unique_ptr<ui::mdiMainMenu> MakeMainFrame(AppState& app, DrawingTools& tool
     const auto exportDrawing = [](const std::string& drawing, const std::string& out) {
         drawing::render::Export(drawing, out);
     };
-    return std::make_unique<ui::mdiMainMenu>(ui::FrameParts{app, *tools.engine, OpenDrawingPicture,
-                                                            exportDrawing, MakeSheetPrinting(), tools.printer,
-                                                            ui::AllScreens(), std::move(fail)});
+    return std::make_unique<ui::mdiMainMenu>(
+        ui::FrameParts{app, *tools.engine, OpenDrawingPicture, exportDrawing, drawing::render::LinkedSvg,
+                       MakeSheetPrinting(), tools.printer, ui::AllScreens(), std::move(fail)});
 }
 
 }  // namespace norvelis::desktop

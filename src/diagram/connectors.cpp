@@ -46,7 +46,9 @@ void ConnectAllShapes(DrawingState& drawing, engine::Page& page) {
         if (marking) label += " (" + marking->words + ")";
         label.append(kLineBreak).append(Trim(row.Text("connection")));
         const ShapeRef line = ConnectTwoShapes(drawing, owner, member, label);
-        if (drawing.marks && line) StyleLine(*line, marking);
+        if (!line) continue;
+        drawing.drawnLines.push_back({line->ID(), row.Text("set"), ownerName, memberName});
+        if (drawing.marks) StyleLine(*line, marking);
     }
 }
 

@@ -168,6 +168,7 @@ void BeginPage(DrawingState& drawing) {
     drawing.gDrawnShapes = {};
     drawing.gShapeIds = {};
     drawing.references.clear();
+    drawing.drawnLines.clear();
     drawing.walked.clear();
     drawing.drawnRecords = 0;
     drawing.drawnSets.clear();

@@ -107,6 +107,7 @@ struct DrawingState {
     // One page.
     DrawnShapes gDrawnShapes;
     ShapeIds gShapeIds;
+    std::vector<DrawnLine> drawnLines;
     /// Records that are on other pages and here only named: what sets lead to. Names folded.
     std::unordered_set<std::string> references;
     std::unordered_set<std::string> walked;  ///< Records whose members have been walked, names folded.

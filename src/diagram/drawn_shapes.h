@@ -37,4 +37,10 @@ class ShapeIds {
     std::map<std::string, int> ids_;
 };
 
+/// A line by its shape: the set that it shows, and the records that it joins.
+struct DrawnLine {
+    int shape;
+    std::string set, owner, member;
+};
+
 }  // namespace norvelis

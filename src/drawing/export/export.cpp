@@ -68,6 +68,10 @@ void Export(const std::string& drawing, const std::string& out, int page) {
                              "a drawing is exported to .svg, .png, .pdf or .vsdx, not to " + out);
 }
 
+std::string LinkedSvg(const std::string& drawing, const engine::ShapeLinks& links) {
+    return SvgText(PageOf(OpenPages(drawing), 1), links);
+}
+
 void ExportContactSheet(const std::string& stencil, const std::string& out) {
     if (!EndsWith(out, ".png"))
         throw RuntimeFailure(FailureNumber::InvalidCall, "a contact sheet is written to .png, not to " + out);

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "engine/shape_links.h"
+
 namespace norvelis::drawing::render {
 
 /// Writes a drawing file in another form, which the ending of `out` says: .svg and .png (one page, counted
@@ -10,6 +12,9 @@ namespace norvelis::drawing::render {
 /// another ending or for a drawing that can only be shown, 75 and the like when the target can not be
 /// written.
 void Export(const std::string& drawing, const std::string& out, int page = 1);
+
+/// The first page of a drawing file as SVG in which these shapes lead elsewhere. RuntimeFailure as above.
+std::string LinkedSvg(const std::string& drawing, const engine::ShapeLinks& links);
 
 /// Writes the picture of all masters of a stencil.
 void ExportContactSheet(const std::string& stencil, const std::string& out);

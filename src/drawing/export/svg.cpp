@@ -54,7 +54,7 @@ std::string Matrix(const QTransform& m) {
 
 class Writer {
   public:
-    explicit Writer(const Scene& scene) : scene_(scene) {}
+    Writer(const Scene& scene, const engine::ShapeLinks& links) : scene_(scene), links_(links) {}
 
     std::string Write() {
         auto declaration = document_.append_child(pugi::node_declaration);
@@ -90,15 +90,22 @@ class Writer {
 
     void Add(const Figure& figure) {
         if (figure.marks.empty() && figure.text.fragments.empty() && figure.picture.isNull()) return;
+        const auto link = links_.find(figure.shape);
+        const bool isLinked = link != links_.end();
         auto parent = root_;
         const bool leadsOut = !figure.address.isEmpty() && !figure.address.startsWith('#');
-        if (leadsOut) {  // The file holds no other page.
+        if (isLinked) {
+            parent = root_.append_child("a");
+            Set(parent, "xlink:href", link->second.address);
+            Set(parent, "aria-label", link->second.name);
+        } else if (leadsOut) {  // The file holds no other page.
             parent = root_.append_child("a");
             Set(parent, "xlink:href", figure.address.toStdString());
             if (!figure.addressText.isEmpty()) Set(parent, "xlink:title", figure.addressText.toStdString());
         }
         auto group = parent.append_child("g");
-        Set(group, "id", fmt::format("shape{}", figure.shape));
+        const bool hasId = isLinked && !link->second.id.empty();
+        Set(group, "id", hasId ? link->second.id : fmt::format("shape{}", figure.shape));
         if (!figure.tip.isEmpty()) AddText(group, "title", figure.tip);
         const Mark* before = nullptr;
         for (const Mark& mark : figure.marks) {
@@ -230,6 +237,7 @@ class Writer {
     }
 
     const Scene& scene_;
+    const engine::ShapeLinks& links_;
     pugi::xml_document document_;
     pugi::xml_node root_, definitions_;
     int clips_ = 0, gradients_ = 0;
@@ -237,8 +245,8 @@ class Writer {
 
 }  // namespace
 
-std::string SvgText(const Scene& scene) {
-    return scene.foreign ? scene.foreign->svg : Writer(scene).Write();
+std::string SvgText(const Scene& scene, const engine::ShapeLinks& links) {
+    return scene.foreign ? scene.foreign->svg : Writer(scene, links).Write();
 }
 
 }  // namespace norvelis::drawing::render

@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "commands/export_commands.h"
+#include "commands/publish_commands.h"
 #include "core/app_state.h"
 #include "engine/drawing_engine.h"
 #include "sqlconv/sql_state.h"
@@ -22,9 +23,10 @@ namespace norvelis::ui {
 struct ScreenContext {
     AppState& app;
     engine::DrawingEngine& engine;
-    OpenDrawing openDrawing;           ///< How drawing files are shown.
-    commands::Exporter exportDrawing;  ///< How they are written in other forms.
-    SheetPrinting printing;            ///< How they are printed.
+    OpenDrawing openDrawing;              ///< How drawing files are shown.
+    commands::Exporter exportDrawing;     ///< How they are written in other forms.
+    commands::DrawingAsSvg drawingAsSvg;  ///< How they become part of a page for the browser.
+    SheetPrinting printing;               ///< How they are printed.
     PrinterChoice& printer;
     SqlState& sql;
     LongCommands& commands;

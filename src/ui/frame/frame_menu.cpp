@@ -34,14 +34,16 @@ std::span<const MenuColumn> FrameMenu() {
           "Ctrl+Shift+S"},
          kLine,
          {"mnu_Find", "&Find Anything", &Do::mnu_Find, true, "Ctrl+K"}}};
-    static constexpr std::array<MenuEntry, 7> kUtilities = {
+    static constexpr std::array<MenuEntry, 9> kUtilities = {
         {{"mnu_Scheduler", "Scheduler", &Do::mnu_Scheduler, true, "Ctrl+J"},
          kLine,
          {"mnu_sql", "IDMS to SQL", &Do::mnu_sql, true, "Ctrl+Shift+Q"},
          kLine,
          {"mnu_TableProcedures", "Table Procedures", &Do::mnu_TableProcedures, true, "Ctrl+Shift+T"},
          kLine,
-         {"mnu_Compare", "What Changed", &Do::mnu_Compare, true, "Ctrl+Shift+W"}}};
+         {"mnu_Compare", "What Changed", &Do::mnu_Compare, true, "Ctrl+Shift+W"},
+         kLine,
+         {"mnu_Publish", "Publish Schema...", &Do::mnu_Publish, kNotWhileBusy, "Ctrl+Shift+B"}}};
     static constexpr std::array<MenuEntry, 9> kWindow = {
         {kLine,
          {"mnuTile", "&Tile", &Do::mnuTile, true, "Shift+F4"},

@@ -43,6 +43,7 @@ mdiMainMenu::mdiMainMenu(const FrameParts& parts)
                parts.engine,
                parts.openDrawing,
                parts.exportDrawing,
+               parts.drawingAsSvg,
                parts.printing,
                parts.printer,
                sql_,

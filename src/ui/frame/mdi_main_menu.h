@@ -32,6 +32,7 @@ struct FrameParts {
     engine::DrawingEngine& engine;
     OpenDrawing openDrawing;
     commands::Exporter exportDrawing;
+    commands::DrawingAsSvg drawingAsSvg;
     SheetPrinting printing;
     PrinterChoice& printer;
     std::span<const ScreenEntry> screens;  ///< One for each Screen.

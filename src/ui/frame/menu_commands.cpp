@@ -7,12 +7,22 @@
 #include "base/paths.h"
 #include "base/text.h"
 #include "commands/frame_commands.h"
+#include "commands/publish_commands.h"
 #include "commands/report_repair.h"
 #include "core/places.h"
 #include "ui/forms/form.h"
 #include "ui/frame/child_area.h"
 
 namespace norvelis::ui {
+
+namespace {
+
+/// Opens a file in the person's browser; false when there is none.
+bool OpenInBrowser(const std::string& page) {
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(page)));
+}
+
+}  // namespace
 
 void MenuCommands::mnuColors() {
     context_.app.host.OpenScreen(Screen::Settings, false);
@@ -86,6 +96,15 @@ void MenuCommands::mnu_Compare() {
     context_.app.host.OpenScreen(Screen::Compare, false);
 }
 
+void MenuCommands::mnu_Publish() {
+    context_.commands.Run({"Publish Schema", Screen::Treeview}, [this] {
+        const auto page = commands::mnu_Publish(context_.app, {context_.engine, context_.drawingAsSvg});
+        if (page && !OpenInBrowser(*page))
+            context_.app.host.MessageBox(
+                "No browser could be started for the page:" + std::string(kLineBreak) + *page);
+    });
+}
+
 void MenuCommands::mnu_help() {
     Host& host = context_.app.host;
     const std::string page = context_.app.AppPath(places::kHelp);
@@ -94,7 +113,7 @@ void MenuCommands::mnu_help() {
         return;
     }
     host.MessageBox("Help is found online only: its pages open in your browser.");
-    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(page))))
+    if (!OpenInBrowser(page))
         host.MessageBox("No browser could be started for the help pages:" + std::string(kLineBreak) + page);
 }
 

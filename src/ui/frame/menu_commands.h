@@ -24,6 +24,7 @@ class MenuCommands {
     void mnu_sql();
     void mnu_TableProcedures();
     void mnu_Compare();
+    void mnu_Publish();
     void mnu_help();
     void mnu_about();
 

@@ -51,14 +51,15 @@ TEST_F(FrameTest, TheMenuStandsToTheLetter) {
     EXPECT_THAT(EntriesOf("mnu_sys_task"),
                 ElementsAre("-", "mnu_View_IDMS_Report_File View IDMS Report File", "-",
                             "mnu_Classic_Extract_Report Extract IDMS Report"));
-    EXPECT_THAT(EntriesOf("ppm_extract"),
-                ElementsAre("-", "mnuTreeview Record &Treeview", "-", "mnuListview Record &Listview", "-",
-                            "mnu_Draw_Fancy_Single Draw All in Single Page", "-",
-                            "mnu_Draw_Fancy_Separate Draw in Separate Pages", "-",
-                            "mnu_Find &Find Anything"));
+    EXPECT_THAT(
+        EntriesOf("ppm_extract"),
+        ElementsAre("-", "mnuTreeview Record &Treeview", "-", "mnuListview Record &Listview", "-",
+                    "mnu_Draw_Fancy_Single Draw All in Single Page", "-",
+                    "mnu_Draw_Fancy_Separate Draw in Separate Pages", "-", "mnu_Find &Find Anything"));
     EXPECT_THAT(EntriesOf("mnu_util"),
                 ElementsAre("mnu_Scheduler Scheduler", "-", "mnu_sql IDMS to SQL", "-",
-                            "mnu_TableProcedures Table Procedures", "-", "mnu_Compare What Changed"));
+                            "mnu_TableProcedures Table Procedures", "-", "mnu_Compare What Changed", "-",
+                            "mnu_Publish Publish Schema..."));
     EXPECT_THAT(EntriesOf("mnuHelp"), ElementsAre("mnu_help Help", "-", "mnu_about About"));
 }
 
