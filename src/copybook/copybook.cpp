@@ -70,9 +70,8 @@ class RecordWriter {
         if (!facts.empty()) lines_.AddComment(facts);
         lines_.AddComment("");
         lines_.AddComment(
-            "Not in the dictionary, so not here: levels 88 and their values, REDEFINES (found by positions), "
-            "the item of "
-            "DEPENDING ON, fields of level 11 and below, SIGN, SYNC, JUSTIFIED, BLANK WHEN ZERO, VALUE.");
+            "Not in the dictionary: levels 88 and their values, REDEFINES (given here by position), the "
+            "item of DEPENDING ON, levels 11 to 49, SIGN, SYNC, JUSTIFIED, BLANK WHEN ZERO, VALUE.");
         lines_.AddComment("");
     }
 
