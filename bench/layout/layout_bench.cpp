@@ -35,7 +35,8 @@ const Choice choices[] = {
 
 struct Options {
     std::vector<std::string> choices;
-    std::string graph;
+    std::vector<std::string> graphs;
+    bool wall = false;
     std::string pictures;
     bool withDot = true;
     int runs = 1;
@@ -77,12 +78,20 @@ std::optional<Drawing> DrawByDot(const Graph& graph, bool toRight, const Options
     return Drawing{Measure(graph, drawing->placement), Median(seconds)};
 }
 
+std::string Repeated(const std::string& text, int times) {
+    std::string all;
+    for (int i = 0; i < times; ++i) all += text;
+    return all;
+}
+
 void PrintHead() {
     fmt::print(
         "| graph | choice | overlaps | boxes crossed | label collisions | labels crossed | labels astray | "
-        "shared pieces | crossings | of dot | bends | length, in | page, in | area, sq in | to dot's | "
-        "seconds | of dot |\n"
-        "|---|---|--:|--:|--:|--:|--:|--:|--:|--:|--:|--:|--:|--:|--:|--:|--:|\n");
+        "label off, in | shared pieces | crossings | of dot | in a pair | at one end | crossed twice | "
+        "crowded sides | closest ports, in | bends | length, in | page, in | ratio | "
+        "label on A0, pt | area, sq in | to dot's | seconds | of dot |\n"
+        "|---|---|{}\n",
+        Repeated("--:|", 23));
 }
 
 void PrintRow(const std::string& graph, const char* choice, const Drawing& drawing,
@@ -92,11 +101,13 @@ void PrintRow(const std::string& graph, const char* choice, const Drawing& drawi
     const std::string areaRatio = dot ? fmt::format("{:.2f}", q.Area() / dot->quality.Area()) : "";
     const std::string dotSeconds = dot ? fmt::format("{:.2f}", dot->seconds) : "";
     fmt::print(
-        "| {} | {} | {} | {} | {} | {} | {} | {} | {} | {} | {} | {:.0f} | {:.0f} x {:.0f} | {:.0f} | {} | "
-        "{:.2f} | {} |\n",
+        "| {} | {} | {} | {} | {} | {} | {} | {:.2f} | {} | {} | {} | {} | {} | {} | {} of {} | {:.3f} | {} "
+        "| "
+        "{:.0f} | {:.0f} x {:.0f} | {:.2f} | {:.1f} | {:.0f} | {} | {:.2f} | {} |\n",
         graph, choice, q.boxOverlaps, q.boxesCrossed, q.labelCollisions, q.labelsCrossed, q.labelsAstray,
-        q.sharedSegments, q.crossings, dotCrossings, q.bends, q.length, q.width, q.height, q.Area(),
-        areaRatio, drawing.seconds, dotSeconds);
+        q.labelDistance, q.sharedSegments, q.crossings, dotCrossings, q.pairCrossings, q.sharedEndCrossings,
+        q.crossedTwice, q.crowdedSides, q.portSides, q.closestPorts, q.bends, q.length, q.width, q.height,
+        q.Ratio(), q.LabelOnA0(), q.Area(), areaRatio, drawing.seconds, dotSeconds);
     std::fflush(stdout);
 }
 
@@ -105,10 +116,16 @@ bool IsWanted(const Choice& choice, const Options& options) {
            std::find(options.choices.begin(), options.choices.end(), choice.name) != options.choices.end();
 }
 
+bool IsWanted(const NamedGraph& named, const Options& options) {
+    return options.graphs.empty() ||
+           std::any_of(options.graphs.begin(), options.graphs.end(),
+                       [&](const std::string& part) { return named.name.find(part) != std::string::npos; });
+}
+
 void Compare(const Options& options) {
     PrintHead();
-    for (const NamedGraph& named : BenchmarkGraphs()) {
-        if (named.name.find(options.graph) == std::string::npos) continue;
+    for (const NamedGraph& named : options.wall ? WallGraphs() : BenchmarkGraphs()) {
+        if (!IsWanted(named, options)) continue;
         for (const Choice& choice : choices) {
             if (!IsWanted(choice, options)) continue;
             const Drawing drawing = Draw(named, choice, options);
@@ -131,7 +148,7 @@ int LookForFaults(const Options& options) {
     PrintHead();
     for (std::uint32_t seed = 1; seed <= options.seeds; ++seed) {
         for (const NamedGraph& named : GraphsOfSeed(seed)) {
-            if (named.name.find(options.graph) == std::string::npos) continue;
+            if (!IsWanted(named, options)) continue;
             for (const Choice& choice : choices) {
                 if (!IsWanted(choice, options)) continue;
                 const Drawing drawing = Draw(named, choice, options);
@@ -155,7 +172,8 @@ int main(int argc, char** argv) {
     CLI::App app{"Quality and speed of the layouts, beside Graphviz dot where it is installed"};
     Options options;
     app.add_option("--choice", options.choices, "Only these layout choices");
-    app.add_option("--graph", options.graph, "Only graphs with this in their name");
+    app.add_option("--graph", options.graphs, "Only graphs with one of these in their name");
+    app.add_flag("--wall", options.wall, "Draw flat schemas, stars, pairs, chains and such instead");
     app.add_option("--pictures", options.pictures, "Write the drawings as SVG files into this folder")
         ->check(CLI::ExistingDirectory);
     app.add_option("--runs", options.runs, "Print the median time of so many runs")

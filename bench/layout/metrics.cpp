@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <map>
 #include <set>
 
 namespace norvelis::layout {
@@ -158,7 +159,66 @@ void ForPairs(const std::vector<Area>& first, const std::vector<Area>& second, F
     }
 }
 
+double DistanceTo(const Segment& segment, const Area& area) {
+    if (RunsThrough(segment, area)) return 0;
+    constexpr int kSteps = 64;
+    double least = std::numeric_limits<double>::infinity();
+    for (int step = 0; step <= kSteps; ++step) {
+        const double t = static_cast<double>(step) / kSteps;
+        const double x = segment.a.x + (segment.b.x - segment.a.x) * t,
+                     y = segment.a.y + (segment.b.y - segment.a.y) * t;
+        least = std::min(least, std::hypot(std::max({area.x0 - x, 0.0, x - area.x1}),
+                                           std::max({area.y0 - y, 0.0, y - area.y1})));
+    }
+    return least;
+}
+
+/// How the ends of lines share the sides of their boxes.
+void MeasurePorts(const Graph& graph, const Placement& placement, const std::vector<Area>& boxes,
+                  Quality& quality) {
+    constexpr double kClose = 0.09, kWished = 0.18, kCorner = 0.08;
+    std::map<std::pair<int, int>, std::vector<double>> ports;  // by box and side
+    const auto add = [&](int box, const Point& end) {
+        const Area& area = boxes[static_cast<std::size_t>(box)];
+        const double off[] = {std::abs(end.x - area.x0), std::abs(end.x - area.x1), std::abs(end.y - area.y0),
+                              std::abs(end.y - area.y1)};
+        const auto side = static_cast<int>(std::min_element(off, off + 4) - off);
+        ports[{box, side}].push_back(side < 2 ? end.y - area.y0 : end.x - area.x0);
+    };
+    for (std::size_t k = 0; k < graph.lines.size(); ++k) {
+        const auto& points = placement.routes[k].points;
+        if (points.size() < 2) continue;
+        add(graph.lines[k].from, points.front());
+        add(graph.lines[k].to, points.back());
+    }
+    double closest = std::numeric_limits<double>::infinity();
+    for (auto& [where, along] : ports) {
+        std::sort(along.begin(), along.end());
+        along.erase(
+            std::unique(along.begin(), along.end(), [](double a, double b) { return b - a < kSlack; }),
+            along.end());
+        if (along.size() < 2) continue;
+        ++quality.portSides;
+        double here = std::numeric_limits<double>::infinity();
+        for (std::size_t i = 1; i < along.size(); ++i) here = std::min(here, along[i] - along[i - 1]);
+        closest = std::min(closest, here);
+        const Area& area = boxes[static_cast<std::size_t>(where.first)];
+        const double length = where.second < 2 ? area.y1 - area.y0 : area.x1 - area.x0;
+        const double wished = static_cast<double>(along.size() - 1) * kWished;
+        quality.crowdedSides += here < kClose - kSlack && wished <= length - 2 * kCorner;
+    }
+    quality.closestPorts = quality.portSides > 0 ? closest : 0;
+}
+
 }  // namespace
+
+double Quality::LabelOnA0() const {
+    constexpr double kLong = 46.81, kShort = 33.11, kLabel = 6;
+    if (width <= 0 || height <= 0) return kLabel;
+    const double landscape = std::min(kLong / width, kShort / height);
+    const double portrait = std::min(kShort / width, kLong / height);
+    return kLabel * std::min(1.0, std::max(landscape, portrait));
+}
 
 Quality Measure(const Graph& graph, const Placement& placement) {
     Quality quality;
@@ -188,6 +248,7 @@ Quality Measure(const Graph& graph, const Placement& placement) {
              [&](int i, int k) { quality.labelCollisions += i < k && Overlap(labels[i], labels[k]); });
     ForPairs(labels, boxes, [&](int i, int k) { quality.labelCollisions += Overlap(labels[i], boxes[k]); });
     std::set<std::pair<int, int>> boxesCrossed, labelsCrossed, shared, labelsTouched;
+    std::map<std::pair<int, int>, int> crossed;
     ForPairs(drawn.bounds, boxes, [&](int i, int k) {
         if (RunsThrough(drawn.segments[i], boxes[k])) boxesCrossed.emplace(drawn.segments[i].line, k);
     });
@@ -199,9 +260,33 @@ Quality Measure(const Graph& graph, const Placement& placement) {
     ForPairs(straight.bounds, straight.bounds, [&](int i, int k) {
         const Segment &p = straight.segments[i], &q = straight.segments[k];
         if (i >= k || p.line == q.line) return;
-        quality.crossings += Cross(p, q);
+        if (Cross(p, q)) ++crossed[{std::min(p.line, q.line), std::max(p.line, q.line)}];
         if (Share(p, q)) shared.emplace(std::min(p.line, q.line), std::max(p.line, q.line));
     });
+    for (const auto& [pair, count] : crossed) {
+        const Line &p = graph.lines[static_cast<std::size_t>(pair.first)],
+                   &q = graph.lines[static_cast<std::size_t>(pair.second)];
+        const bool first = p.from == q.from || p.from == q.to, second = p.to == q.from || p.to == q.to;
+        quality.crossings += count;
+        quality.crossedTwice += count > 1;
+        if (first && second) {
+            quality.pairCrossings += count;
+        } else if (first || second) {
+            quality.sharedEndCrossings += count;
+        }
+    }
+    std::vector<double> distance(labels.size(), std::numeric_limits<double>::infinity());
+    std::vector<int> labelOf(graph.lines.size(), -1);
+    for (std::size_t i = 0; i < labels.size(); ++i)
+        labelOf[static_cast<std::size_t>(labelLine[i])] = static_cast<int>(i);
+    for (const Segment& segment : drawn.segments) {
+        const int label = labelOf[static_cast<std::size_t>(segment.line)];
+        if (label < 0) continue;
+        double& least = distance[static_cast<std::size_t>(label)];
+        if (least > 0) least = std::min(least, DistanceTo(segment, labels[static_cast<std::size_t>(label)]));
+    }
+    for (const double each : distance) quality.labelDistance = std::max(quality.labelDistance, each);
+    MeasurePorts(graph, placement, boxes, quality);
     quality.boxesCrossed = static_cast<int>(boxesCrossed.size());
     quality.labelsCrossed = static_cast<int>(labelsCrossed.size());
     quality.labelsAstray = static_cast<int>(labels.size() - labelsTouched.size());

@@ -78,6 +78,26 @@ class Maker {
     Graph graph_;
 };
 
+/// Few levels and wide: a tenth of the records own the others, mostly the first few of them; every third
+/// record has a second owner.
+Graph FlatSchema(int records, std::mt19937& random) {
+    const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
+    Graph graph;
+    for (int i = 0; i < records; ++i)
+        graph.boxes.push_back({below(8) == 0 ? 2.05 + 0.05 * below(12) : 2.05, below(6) == 0 ? 1.22 : 1.1});
+    const auto join = [&](int owner, int member) {
+        graph.lines.push_back({owner, member, 0.6 + 0.05 * below(13), 0.2});
+    };
+    const int owners = records / 10, hubs = std::max(2, records / 60);
+    for (int i = 1; i < owners; ++i) join(below(std::min(i, 3 + i / 2)), i);
+    for (int i = owners; i < records; ++i) {
+        join(below(5) < 3 ? below(hubs) : below(owners), i);
+        if (below(3) == 0) join(below(2) == 0 ? below(owners) : owners + below(i - owners + 1), i);
+        if (graph.lines.back().from == i) graph.lines.pop_back();
+    }
+    return graph;
+}
+
 /// Graphs that nobody draws, and that must come out all the same.
 std::vector<NamedGraph> UnusualGraphs(std::uint32_t seed) {
     std::mt19937 random(seed);
@@ -142,6 +162,46 @@ std::vector<NamedGraph> BenchmarkGraphs() {
     };
     std::vector<NamedGraph> graphs;
     for (const auto& [name, shape] : shapes) graphs.push_back({name, SchemaGraph(shape)});
+    return graphs;
+}
+
+std::vector<NamedGraph> WallGraphs() {
+    std::mt19937 random(31);
+    const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
+    const auto boxes = [](int count) {
+        return std::vector<Box>(static_cast<std::size_t>(count), Box{2.05, 1.1});
+    };
+    const auto join = [&](Graph& graph, int from, int to) {
+        graph.lines.push_back({from, to, 0.6 + 0.05 * below(13), 0.2});
+    };
+    std::vector<NamedGraph> graphs;
+    for (const int records : {120, 300, 800})
+        graphs.push_back({fmt::format("flat {}", records), FlatSchema(records, random)});
+    for (const int members : {20, 100, 300}) {
+        Graph star{boxes(1 + members), {}};
+        for (int i = 1; i <= members; ++i) join(star, 0, i);
+        graphs.push_back({fmt::format("star {}", members), star});
+    }
+    for (const int sets : {6, 10, 60}) {
+        Graph pair{boxes(2), {}};
+        for (int i = 0; i < sets; ++i) join(pair, i % 3 == 0 ? 1 : 0, i % 3 == 0 ? 0 : 1);
+        graphs.push_back({fmt::format("pair {}", sets), pair});
+    }
+    Graph chain{boxes(60), {}}, complete{boxes(12), {}}, tree{boxes(300), {}};
+    for (int i = 1; i < 60; ++i) join(chain, i - 1, i);
+    for (int i = 0; i < 12; ++i)
+        for (int k = 0; k < i; ++k) join(complete, k, i);
+    for (int i = 1; i < 300; ++i) {
+        const int other = std::max(0, i - 1 - below(12 + i / 3));
+        if (below(2) == 0) {
+            join(tree, other, i);
+        } else {
+            join(tree, i, other);
+        }
+    }
+    graphs.push_back({"chain 60", chain});
+    graphs.push_back({"complete 12", complete});
+    graphs.push_back({"undirected tree 300", tree});
     return graphs;
 }
 

@@ -34,6 +34,10 @@ struct NamedGraph {
 };
 std::vector<NamedGraph> BenchmarkGraphs();
 
+/// What makes drawings unfit for a wall: flat schemas with hubs, stars, pairs with many sets, chains,
+/// complete graphs and an undirected tree.
+std::vector<NamedGraph> WallGraphs();
+
 /// Schemas of many sizes and graphs of unusual shape, other ones for each seed: for looking for faults.
 std::vector<NamedGraph> GraphsOfSeed(std::uint32_t seed);
 
