@@ -90,6 +90,13 @@ bool Cross(const Segment& p, const Segment& q) {
            opposite(Turn(q.a, q.b, p.a), Turn(q.a, q.b, p.b));
 }
 
+/// Where two segments that cross do so, in thousandths of an inch.
+std::pair<long, long> Meeting(const Segment& p, const Segment& q) {
+    const double a = Turn(q.a, q.b, p.a), b = Turn(q.a, q.b, p.b), t = a / (a - b);
+    return {std::lround(1000 * (p.a.x + (p.b.x - p.a.x) * t)),
+            std::lround(1000 * (p.a.y + (p.b.y - p.a.y) * t))};
+}
+
 /// Whether two segments lie on one another for more than a hair.
 bool Share(const Segment& p, const Segment& q) {
     constexpr double kHair = 1e-3;
@@ -249,6 +256,7 @@ Quality Measure(const Graph& graph, const Placement& placement) {
     ForPairs(labels, boxes, [&](int i, int k) { quality.labelCollisions += Overlap(labels[i], boxes[k]); });
     std::set<std::pair<int, int>> boxesCrossed, labelsCrossed, shared, labelsTouched;
     std::map<std::pair<int, int>, int> crossed;
+    std::set<std::pair<long, long>> points;  // what crosses a trunk crosses all its lines at one
     ForPairs(drawn.bounds, boxes, [&](int i, int k) {
         if (RunsThrough(drawn.segments[i], boxes[k])) boxesCrossed.emplace(drawn.segments[i].line, k);
     });
@@ -260,7 +268,8 @@ Quality Measure(const Graph& graph, const Placement& placement) {
     ForPairs(straight.bounds, straight.bounds, [&](int i, int k) {
         const Segment &p = straight.segments[i], &q = straight.segments[k];
         if (i >= k || p.line == q.line) return;
-        if (Cross(p, q)) ++crossed[{std::min(p.line, q.line), std::max(p.line, q.line)}];
+        if (Cross(p, q) && points.insert(Meeting(p, q)).second)
+            ++crossed[{std::min(p.line, q.line), std::max(p.line, q.line)}];
         if (Share(p, q)) shared.emplace(std::min(p.line, q.line), std::max(p.line, q.line));
     });
     for (const auto& [pair, count] : crossed) {

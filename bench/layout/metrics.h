@@ -7,7 +7,7 @@ namespace norvelis::layout {
 /// What a reader sees of a drawing, measured on the finished picture alone.
 struct Quality {
     int boxOverlaps = 0;      ///< Pairs of boxes that share more than a border.
-    int crossings = 0;        ///< Pairs of segments of two lines that cross inside both.
+    int crossings = 0;        ///< Points where two lines cross; a trunk counts as one.
     int boxesCrossed = 0;     ///< Pairs of a line and a box that it runs through, be it one of its own.
     int labelCollisions = 0;  ///< Pairs of a label and a box or another label that share more than a border.
     int labelsCrossed = 0;    ///< Pairs of a label and another line that runs through it.

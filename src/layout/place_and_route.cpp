@@ -1,28 +1,102 @@
 #include <algorithm>
 
 #include "base/geometry.h"
+#include "layout/blocks/leaf_blocks.h"
 #include "layout/circular/circular.h"
 #include "layout/graph/components.h"
+#include "layout/graph/reach.h"
 #include "layout/graph/route_rule.h"
 #include "layout/layered/layered.h"
 #include "layout/packing.h"
 #include "layout/place_and_route.h"
 #include "layout/radial/radial.h"
+#include "layout/rings/gaps.h"
 #include "layout/routing/router.h"
+#include "layout/spacing/spacing.h"
 
 namespace norvelis::layout {
 
 namespace {
 
-Placement PlaceComponent(const Graph& graph, const Style& style) {
-    if (style.placeStyle == PlaceStyle::Radial)
-        return RouteMakingSpace(graph, PlaceRadial(graph, style), style);
-    if (style.placeStyle == PlaceStyle::Circular)
-        return RouteMakingSpace(graph, PlaceCircular(graph, style), style);
-    Placement placement = PlaceLayered(graph, style);
-    if (RuleOf(style.routeStyle).family == RouteFamily::Straight)
-        return RouteMakingSpace(graph, std::move(placement.centers), style);
+bool HasCrossings(const Placement& placement) {
+    std::vector<std::pair<Point, Point>> segments;
+    for (const Route& route : placement.routes)
+        for (std::size_t i = 1; i < route.points.size(); ++i)
+            segments.emplace_back(route.points[i - 1], route.points[i]);
+    for (std::size_t i = 0; i < segments.size(); ++i)
+        for (std::size_t k = 0; k < i; ++k)
+            if (SegmentsCross(segments[i].first, segments[i].second, segments[k].first, segments[k].second))
+                return true;
+    return false;
+}
+
+/// Whether the connected graph is a tree when nobody looks at the direction of lines.
+bool IsTree(const Graph& graph) {
+    return graph.lines.size() + 1 == graph.boxes.size();
+}
+
+/// A tree in layers under the box with the most reach, whatever the direction of its lines: none cross.
+Placement PlaceTree(const Graph& graph, const Style& style) {
+    const Neighbours neighbours = NeighboursOf(graph);
+    const int root = MostReach(neighbours);
+    std::vector<int> walk{root}, depth(graph.boxes.size(), -1);
+    depth[static_cast<std::size_t>(root)] = 0;
+    for (std::size_t i = 0; i < walk.size(); ++i) {
+        const auto box = static_cast<std::size_t>(walk[i]);
+        for (const int other : neighbours[box]) {
+            if (depth[static_cast<std::size_t>(other)] >= 0) continue;
+            depth[static_cast<std::size_t>(other)] = depth[box] + 1;
+            walk.push_back(other);
+        }
+    }
+    Graph downwards = graph;
+    const auto isUpwards = [&](const Line& line) {
+        return depth[static_cast<std::size_t>(line.from)] > depth[static_cast<std::size_t>(line.to)];
+    };
+    for (Line& line : downwards.lines)
+        if (isUpwards(line)) std::swap(line.from, line.to);
+    Placement placement = PlaceLayered(downwards, style);
+    for (std::size_t k = 0; k < graph.lines.size(); ++k)
+        if (isUpwards(graph.lines[k]))
+            std::reverse(placement.routes[k].points.begin(), placement.routes[k].points.end());
     return placement;
+}
+
+/// Rings give each box the space of the largest: beside blocks of leaves the others move together.
+std::vector<Point> DrawnTogether(const Graph& graph, const std::vector<Point>& centers, const Style& style) {
+    constexpr int kRounds = 12;  // of small steps, so that neither width nor height is taken first
+    constexpr double kSqueeze = 0.9;
+    const Gaps gaps = LeastGaps(graph, style);
+    std::vector<Rect> boxes;
+    for (std::size_t i = 0; i < centers.size(); ++i)
+        boxes.push_back(RectAround(centers[i], graph.boxes[i].width, graph.boxes[i].height));
+    for (int round = 0; round < kRounds; ++round) SpreadBoxes(boxes, gaps.x, gaps.y, kSqueeze);
+    std::vector<Point> drawn;
+    for (const Rect& box : boxes) drawn.push_back(box.Center());
+    return drawn;
+}
+
+Placement PlaceOnRings(const Graph& graph, const Style& style, bool hasBlocks) {
+    std::vector<Point> centers =
+        style.placeStyle == PlaceStyle::Radial ? PlaceRadial(graph, style) : PlaceCircular(graph, style);
+    if (hasBlocks) centers = DrawnTogether(graph, centers, style);
+    Placement placement = RouteMakingSpace(graph, std::move(centers), style);
+    return IsTree(graph) && HasCrossings(placement) ? PlaceTree(graph, style) : placement;
+}
+
+Placement PlaceFolded(const Graph& graph, const Style& style, bool hasBlocks) {
+    const bool onRings = style.placeStyle == PlaceStyle::Radial || style.placeStyle == PlaceStyle::Circular;
+    const bool straight = RuleOf(style.routeStyle).family == RouteFamily::Straight;
+    // Two boxes make no ring, and all sets between them are side by side in layers.
+    if (onRings && (straight || graph.boxes.size() > 2)) return PlaceOnRings(graph, style, hasBlocks);
+    Placement placement = PlaceLayered(graph, style);
+    if (straight) return RouteMakingSpace(graph, std::move(placement.centers), style);
+    return placement;
+}
+
+Placement PlaceComponent(const Graph& graph, const Style& style) {
+    const LeafBlocks blocks(graph, style);
+    return blocks.Unfold(PlaceFolded(blocks.Folded(), style, !blocks.IsEmpty()));
 }
 
 /// All that is drawn, slanting lines as short segments.

@@ -42,6 +42,9 @@ enum class RouteStyle : int {
 /// visLORouteExt...: whether the corners of lines are rounded. Default is straight.
 enum class LineRouteExt : int { Default = 0, Straight = 1, Nurbs = 2 };
 
+/// Sheets of paper of the A series are so many times as long as wide; a page lies on its long side.
+inline constexpr double kPaperRatio = 1.414;
+
 struct Style {
     PlaceStyle placeStyle = PlaceStyle::TopToBottom;
     RouteStyle routeStyle = RouteStyle::Default;

@@ -18,7 +18,7 @@ struct Heights {
 
 class Router {
   public:
-    Router(const Graph& graph, const Style& style, bool trunks, const Grid& grid,
+    Router(const Graph& graph, const Style& style, const std::vector<bool>& trunks, const Grid& grid,
            const std::vector<Ports>& ports)
         : graph_(graph), style_(style), trunks_(trunks), grid_(grid), ports_(ports) {}
 
@@ -55,7 +55,8 @@ class Router {
             const int line = static_cast<int>(k);
             for (std::size_t step = 0; step + 1 < path.size(); ++step) {
                 Channel& channel = channels_[grid_.places[path[step]].row];
-                const bool fromTrunk = trunks_ && step == 0 && graph_.lines[k].from == path.front();
+                const bool fromTrunk =
+                    step == 0 && trunks_[path.front()] && graph_.lines[k].from == path.front();
                 slot_[k].push_back(static_cast<int>(channel.jogs.size()));
                 channel.jogs.push_back({XAt(line, step), XAt(line, step + 1), fromTrunk ? path.front() : -1});
             }
@@ -140,7 +141,7 @@ class Router {
 
     const Graph& graph_;
     const Style& style_;
-    const bool trunks_;
+    const std::vector<bool>& trunks_;
     const Grid& grid_;
     const std::vector<Ports>& ports_;
     std::vector<Channel> channels_;
@@ -150,8 +151,8 @@ class Router {
 
 }  // namespace
 
-Placement RouteThroughChannels(const Graph& graph, const Style& style, bool trunks, const Grid& grid,
-                               const std::vector<Ports>& ports) {
+Placement RouteThroughChannels(const Graph& graph, const Style& style, const std::vector<bool>& trunks,
+                               const Grid& grid, const std::vector<Ports>& ports) {
     return Router(graph, style, trunks, grid, ports).Route();
 }
 

@@ -11,7 +11,7 @@ namespace norvelis::layout {
 
 /// Stacks the rows with channels between them that are as high as their tracks need (channels.h) and leads
 /// every line through its places. Lines from a box to itself get no route. y grows downwards.
-Placement RouteThroughChannels(const Graph& graph, const Style& style, bool trunks, const Grid& grid,
-                               const std::vector<Ports>& ports);
+Placement RouteThroughChannels(const Graph& graph, const Style& style, const std::vector<bool>& trunks,
+                               const Grid& grid, const std::vector<Ports>& ports);
 
 }  // namespace norvelis::layout

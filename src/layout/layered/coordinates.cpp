@@ -12,6 +12,7 @@ namespace norvelis::layout {
 namespace {
 
 constexpr double kUnitsPerInch = 1000;
+constexpr double kClosestPorts = 0.09;  // inches, where a side has the space
 
 /// No less than the distance.
 std::int64_t UnitsFor(double distance) {
@@ -32,7 +33,7 @@ struct Meeting {
 
 class Coordinates {
   public:
-    Coordinates(const Graph& graph, const Style& style, bool trunks, Grid& grid)
+    Coordinates(const Graph& graph, const Style& style, const std::vector<bool>& trunks, Grid& grid)
         : graph_(graph), style_(style), trunks_(trunks), grid_(grid), strand_(grid.places.size()) {
         std::iota(strand_.begin(), strand_.end(), 0);
         CollectMeetings();
@@ -60,8 +61,8 @@ class Coordinates {
     std::vector<Reach> Reaches() const;
     std::vector<Ports> FitPorts() const;
     bool IsTrunk(const Meeting& meeting) const {
-        return trunks_ && meeting.atUpper &&
-               graph_.lines[meeting.line].from == grid_.paths[meeting.line].front();
+        const int upper = grid_.paths[meeting.line].front();
+        return meeting.atUpper && trunks_[upper] && graph_.lines[meeting.line].from == upper;
     }
     bool AreOne(const Meeting& a, const Meeting& b) const { return IsTrunk(a) && IsTrunk(b); }
     /// The part of the box's side that lines may meet, `gap` from its corners.
@@ -75,7 +76,7 @@ class Coordinates {
 
     const Graph& graph_;
     const Style& style_;
-    bool trunks_;
+    const std::vector<bool>& trunks_;
     Grid& grid_;
     std::vector<int> strand_;                  ///< For each place, the one that it moves with.
     std::vector<std::vector<Meeting>> sides_;  ///< Two for each box: lines from above, lines from below.
@@ -112,7 +113,7 @@ void Coordinates::SpreadPorts() {
         }
         const double factor = span > space ? space / span : 1;
         for (Meeting& meeting : side) meeting.offset = (meeting.offset - span / 2) * factor;
-        const std::vector<double> steps = LeastSteps(side, space, style_.lineGap / 2);
+        const std::vector<double> steps = LeastSteps(side, space, kClosestPorts);
         for (std::size_t i = 0; i < side.size(); ++i) {
             side[i].least = IsTrunk(side[i]) ? side[i].offset : steps[i] - space / 2;
             side[i].most = IsTrunk(side[i]) ? side[i].offset : space / 2 - (steps.back() - steps[i]);
@@ -122,13 +123,15 @@ void Coordinates::SpreadPorts() {
 
 /// On very large pages some places of a long line next to each other, between its outermost layers, move as
 /// one, so that there are not too many variables. The order of such lines is the same in all rows
-/// (block_order.h).
+/// (layers.h).
 void Coordinates::JoinStrands() {
     constexpr std::size_t kMostVariables = 12000;
     const std::size_t length = 1 + grid_.places.size() / kMostVariables;
     for (const auto& path : grid_.paths)
         for (std::size_t i = 2; i + 2 < path.size(); ++i)
-            if ((i - 1) % length != 0) strand_[path[i]] = strand_[path[i - 1]];
+            if ((i - 1) % length != 0 && grid_.places[path[i]].section >= 0 &&
+                grid_.places[path[i]].section == grid_.places[path[i - 1]].section)
+                strand_[path[i]] = strand_[path[i - 1]];
 }
 
 void Coordinates::Solve() {
@@ -219,7 +222,7 @@ std::vector<Ports> Coordinates::FitPorts() const {
         const auto& side = sides_[s];
         if (side.empty()) continue;
         std::vector<double> fitted = FitSide(s, style_.lineGap);
-        const std::vector<double> closer = FitSide(s, style_.lineGap / 2);
+        const std::vector<double> closer = FitSide(s, kClosestPorts);
         if (InLine(side, closer) > InLine(side, fitted)) fitted = closer;
         for (std::size_t i = 0; i < side.size(); ++i)
             (side[i].atUpper ? ports[side[i].line].upper : ports[side[i].line].lower) = fitted[i];
@@ -253,7 +256,8 @@ int Coordinates::InLine(const std::vector<Meeting>& side, const std::vector<doub
 
 }  // namespace
 
-std::vector<Ports> AssignCoordinates(const Graph& graph, const Style& style, bool trunks, Grid& grid) {
+std::vector<Ports> AssignCoordinates(const Graph& graph, const Style& style, const std::vector<bool>& trunks,
+                                     Grid& grid) {
     return Coordinates(graph, style, trunks, grid).Assign();
 }
 

@@ -13,9 +13,10 @@ struct Ports {
 
 /// Gives every place its x: the order of each row and least distances hold, lines are as straight and the
 /// whole as narrow as can be; then bends that are not needed are taken out (straightening.h) and ports slide
-/// along their boxes to be in line. With `trunks` the lines of one owner leave it by one point. Returns
+/// along their boxes to be in line. The lines of a box with a trunk (trunks.h) leave it by one point. Returns
 /// the ports of each line. Gansner, Koutsofios, North, Vo: A technique for drawing directed graphs (1993),
 /// optimal node coordinates.
-std::vector<Ports> AssignCoordinates(const Graph& graph, const Style& style, bool trunks, Grid& grid);
+std::vector<Ports> AssignCoordinates(const Graph& graph, const Style& style, const std::vector<bool>& trunks,
+                                     Grid& grid);
 
 }  // namespace norvelis::layout

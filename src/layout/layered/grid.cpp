@@ -35,7 +35,7 @@ class GridMaker {
             const Box& box = graph_.boxes[i];
             double height = box.height;
             for (const int loop : loops[i]) height = std::max(height, graph_.lines[loop].labelHeight);
-            grid_.places.push_back({0, static_cast<int>(i), -1, false, box.width / 2,
+            grid_.places.push_back({0, static_cast<int>(i), -1, -1, false, box.width / 2,
                                     box.width / 2 + LoopSpace(graph_, loops[i], style_), height, 0});
         }
     }
@@ -49,7 +49,7 @@ class GridMaker {
                 grid_.places[node].row = static_cast<int>(grid_.rows.size()) - 1;
                 grid_.rows.back().push_back(node);
             } else {
-                AddPassing(bundle);
+                AddPassing(bundle, layers_.nodes[node].section);
             }
         }
     }
@@ -102,14 +102,15 @@ class GridMaker {
         grid_.rows.emplace_back();
         grid_.isLayer.push_back(false);
         for (const int node : layers_.order[layer])
-            for (const auto& [place, bundle] : bundlesInto_[node]) AddPassing(bundle);
+            for (const auto& [place, bundle] : bundlesInto_[node])
+                AddPassing(bundle, layers_.nodes[node].section);
     }
 
-    void AddPassing(int bundle) {
+    void AddPassing(int bundle, int section) {
         const int row = static_cast<int>(grid_.rows.size()) - 1;
         for (const int line : layers_.bundles[bundle].lines) {
             grid_.rows.back().push_back(static_cast<int>(grid_.places.size()));
-            grid_.places.push_back({row, -1, line, false, 0, 0, 0, 0});
+            grid_.places.push_back({row, -1, line, section, false, 0, 0, 0, 0});
         }
     }
 

@@ -13,6 +13,7 @@ struct Place {
     int row = 0;
     int box = -1;                  ///< -1 when a line passes.
     int line = -1;                 ///< -1 for a box.
+    int section = -1;              ///< Lines keep their order where they keep their sections (layers.h).
     bool label = false;            ///< The line's label is here.
     double before = 0, after = 0;  ///< How far it reaches left and right of x.
     double height = 0;             ///< Space from top to bottom.

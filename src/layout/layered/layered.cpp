@@ -1,14 +1,17 @@
 #include "layout/layered/layered.h"
 
 #include <algorithm>
-#include <cmath>
+#include <limits>
 
-#include "layout/graph/route_rule.h"
+#include "layout/geometry/corners.h"
+#include "layout/geometry/obstacles.h"
 #include "layout/layered/channel_routing.h"
 #include "layout/layered/coordinates.h"
 #include "layout/layered/grid.h"
+#include "layout/layered/layer_splitting.h"
 #include "layout/layered/layering.h"
 #include "layout/layered/loops.h"
+#include "layout/layered/trunks.h"
 
 namespace norvelis::layout {
 
@@ -22,35 +25,54 @@ Graph Transposed(Graph graph) {
     return graph;
 }
 
-/// Extra points keep the rounding of corners within the line gap of them, off everything else.
-void Round(Route& route, double gap) {
-    std::vector<Point> points;
-    for (std::size_t i = 0; i + 1 < route.points.size(); ++i) {
-        const Point a = route.points[i], b = route.points[i + 1];
-        const double length = std::hypot(b.x - a.x, b.y - a.y);
-        const auto at = [&](double distance) {
-            return Point{a.x + (b.x - a.x) * distance / length, a.y + (b.y - a.y) * distance / length};
-        };
-        points.push_back(a);
-        if (length > 4 * gap) {
-            points.push_back(at(2 * gap));
-            points.push_back(at(length - 2 * gap));
-        } else if (length > 2 * gap) {
-            points.push_back(at(length / 2));
-        }
-    }
-    points.push_back(route.points.back());
-    route.points = std::move(points);
-    route.curved = true;
-}
-
-Placement PlaceTopDown(const Graph& graph, const Style& style) {
-    const bool trunks = RuleOf(style.routeStyle).family == RouteFamily::Tree;
-    Grid grid = MakeGrid(graph, LayersWithFewCrossings(graph), style);
+Placement DrawLayers(const Graph& graph, const Style& style, const Layers& layers) {
+    Grid grid = MakeGrid(graph, layers, style);
+    const std::vector<bool> trunks = BoxesWithTrunk(graph, style, grid);
     const std::vector<Ports> ports = AssignCoordinates(graph, style, trunks, grid);
     Placement placement = RouteThroughChannels(graph, style, trunks, grid, ports);
     RouteLoops(graph, style, placement);
     return placement;
+}
+
+/// How wide and high a drawing is.
+Box SizeOf(const Graph& graph, const Placement& placement) {
+    std::vector<Rect> areas;
+    for (std::size_t i = 0; i < graph.boxes.size(); ++i)
+        areas.push_back(RectAround(placement.centers[i], graph.boxes[i].width, graph.boxes[i].height));
+    for (std::size_t k = 0; k < graph.lines.size(); ++k) {
+        const Route& route = placement.routes[k];
+        for (const Point& point : route.points) areas.push_back(RectOf(point, point));
+        areas.push_back(RectAround(route.label, graph.lines[k].labelWidth, graph.lines[k].labelHeight));
+    }
+    const Rect bounds = BoundsOf(areas);
+    return {bounds.Width(), bounds.Height()};
+}
+
+/// Small drawings keep a layer for each level. Of larger ones wide layers are split as paper wants it, twice
+/// at most: the second time by what the first one came out like.
+Placement PlaceTopDown(const Graph& graph, const Style& style, double ratio) {
+    constexpr std::size_t kLeastBoxes = 30;
+    constexpr int kTrials = 3;
+    const Layers layers = LayersWithFewCrossings(graph);
+    if (graph.boxes.size() < kLeastBoxes) return DrawLayers(graph, style, layers);
+    const LayerSplitter splitter(graph, layers, style);
+    Placement best;
+    double least = std::numeric_limits<double>::infinity();
+    Box stretch{1, 1};
+    LayerSplitter::Plan last;
+    for (int trial = 0; trial < kTrials; ++trial) {
+        const LayerSplitter::Plan plan = splitter.PlanFor(ratio, stretch);
+        if (plan == last) break;
+        last = plan;
+        Placement placement = DrawLayers(graph, style, splitter.Split(plan));
+        const Box size = SizeOf(graph, placement);
+        stretch = {size.width / plan.width, size.height / plan.height};
+        const double onPaper = std::max(size.width, size.height * ratio);
+        if (onPaper >= least) continue;
+        least = onPaper;
+        best = std::move(placement);
+    }
+    return best;
 }
 
 }  // namespace
@@ -59,8 +81,8 @@ Placement PlaceLayered(const Graph& graph, const Style& style) {
     const bool transposed = style.placeStyle == PlaceStyle::LeftToRight;
     Style transposedStyle = style;
     if (transposed) std::swap(transposedStyle.boxGapX, transposedStyle.boxGapY);
-    Placement placement =
-        transposed ? PlaceTopDown(Transposed(graph), transposedStyle) : PlaceTopDown(graph, style);
+    Placement placement = transposed ? PlaceTopDown(Transposed(graph), transposedStyle, 1 / kPaperRatio)
+                                     : PlaceTopDown(graph, style, kPaperRatio);
     const auto toPage = [&](Point& point) {
         point = transposed ? Point{point.y, -point.x} : Point{point.x, -point.y};
     };
@@ -68,7 +90,8 @@ Placement PlaceLayered(const Graph& graph, const Style& style) {
     for (Route& route : placement.routes) {
         for (Point& point : route.points) toPage(point);
         toPage(route.label);
-        if (style.IsCurved() && route.points.size() > 2) Round(route, style.lineGap);
+        route.curved = style.IsCurved() && route.points.size() > 2;
+        if (route.curved) route.points = RoundCorners(route.points, style.lineGap);
     }
     return placement;
 }

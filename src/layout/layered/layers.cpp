@@ -5,12 +5,24 @@
 
 namespace norvelis::layout {
 
+void AddEdges(Layers& layers) {
+    for (const Bundle& bundle : layers.bundles) {
+        const int weight = static_cast<int>(bundle.lines.size());
+        int last = bundle.upper;
+        for (const int node : bundle.chain) {
+            layers.edges.push_back({last, node, weight});
+            last = node;
+        }
+        layers.edges.push_back({last, bundle.lower, weight});
+    }
+}
+
 Layers MakeLayers(const Graph& graph, const std::vector<int>& ranks) {
     Layers layers;
     layers.order.resize(ranks.empty() ? 0 : *std::max_element(ranks.begin(), ranks.end()) + 1);
     const auto addNode = [&](int layer, int bundle) {
         const int node = static_cast<int>(layers.nodes.size());
-        layers.nodes.push_back({layer, bundle});
+        layers.nodes.push_back({layer, bundle, bundle});
         layers.order[layer].push_back(node);
         return node;
     };
@@ -28,15 +40,14 @@ Layers MakeLayers(const Graph& graph, const std::vector<int>& ranks) {
     }
     for (std::size_t b = 0; b < layers.bundles.size(); ++b) {
         Bundle& bundle = layers.bundles[b];
-        const int weight = static_cast<int>(bundle.lines.size());
-        int last = bundle.upper;
-        for (int layer = ranks[bundle.upper] + 1; layer < ranks[bundle.lower]; ++layer) {
+        // Those of a trunk are side by side.
+        std::stable_partition(bundle.lines.begin(), bundle.lines.end(), [&](int line) {
+            return graph.lines[static_cast<std::size_t>(line)].from == bundle.upper;
+        });
+        for (int layer = ranks[bundle.upper] + 1; layer < ranks[bundle.lower]; ++layer)
             bundle.chain.push_back(addNode(layer, static_cast<int>(b)));
-            layers.edges.push_back({last, bundle.chain.back(), weight});
-            last = bundle.chain.back();
-        }
-        layers.edges.push_back({last, bundle.lower, weight});
     }
+    AddEdges(layers);
     return layers;
 }
 

@@ -17,6 +17,8 @@ struct Bundle {
 struct LayerNode {
     int layer = 0;
     int bundle = -1;  ///< -1 for a box; the first nodes are the graph's boxes.
+    /// Bundles keep their order from layer to layer where both have kept their sections; -1 for a box.
+    int section = -1;
     bool operator==(const LayerNode&) const = default;
 };
 
@@ -33,6 +35,9 @@ struct Layers {
     std::vector<Bundle> bundles;
     std::vector<std::vector<int>> order;  ///< For each layer its nodes from left to right.
 };
+
+/// The edges along the chains of all bundles.
+void AddEdges(Layers& layers);
 
 /// Lines from a box to itself belong to no bundle.
 Layers MakeLayers(const Graph& graph, const std::vector<int>& ranks);

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <numeric>
 
+#include "layout/geometry/corners.h"
 #include "layout/labels/label_spots.h"
 #include "layout/labels/labels.h"
 #include "layout/routing/curves.h"
@@ -90,21 +91,6 @@ Placement DrawStraight(const Graph& graph, std::vector<Point> centers, const Sty
     return {std::move(bestCenters), std::move(routes)};
 }
 
-/// Drops points on the straight line between their neighbours.
-std::vector<Point> Corners(const std::vector<Point>& path) {
-    std::vector<Point> corners;
-    for (const Point& point : path) {
-        if (!corners.empty() && corners.back() == point) continue;
-        const std::size_t n = corners.size();
-        if (n > 1 && ((corners[n - 2].x == corners[n - 1].x && corners[n - 1].x == point.x) ||
-                      (corners[n - 2].y == corners[n - 1].y && corners[n - 1].y == point.y)))
-            corners.pop_back();
-        corners.push_back(point);
-    }
-    if (corners.size() < 2) return path;
-    return corners;
-}
-
 FirstSegment FirstSegmentOf(const std::vector<Point>& path) {
     if (LengthOf(path) == 0) return FirstSegment::Slanting;
     for (std::size_t i = 1; i < path.size(); ++i)
@@ -116,7 +102,7 @@ Sketch SketchWithRightAngles(const Graph& graph, std::vector<Rect> boxes, const 
     const RouteRule rule = RuleOf(style.routeStyle);
     Sketch sketch{std::move(boxes), graph.lines, {}, {}, {}, rule.family == RouteFamily::Tree};
     for (const auto& path : RouteOrthogonally(sketch.boxes, graph.lines, rule, style.lineGap).points) {
-        sketch.paths.push_back(Corners(path));
+        sketch.paths.push_back(CornersOf(path));
         sketch.firstSegments.push_back(FirstSegmentOf(sketch.paths.back()));
     }
     sketch.labels.resize(graph.lines.size());
@@ -155,7 +141,7 @@ Placement DrawWithRightAngles(const Graph& graph, const std::vector<Point>& cent
         labels.push_back(sketch.labels[i].segment >= 0 ? LabelMiddle(sketch, i) : Point{});
         if (sketch.labels[i].segment < 0) covered.push_back(i);
     }
-    for (auto& path : sketch.paths) path = Corners(path);
+    for (auto& path : sketch.paths) path = CornersOf(path);
     if (!covered.empty()) PlaceLabels(sketch.boxes, graph.lines, sketch.paths, covered, labels);
     placement.routes = Finish(graph, sketch.boxes, std::move(sketch.paths), std::move(labels),
                               style.IsCurved(), kCornerRadius);

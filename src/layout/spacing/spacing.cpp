@@ -265,13 +265,13 @@ void Pass::Move(const std::vector<double>& places) {
 
 }  // namespace
 
-void SpreadBoxes(std::vector<Rect>& boxes, double gapX, double gapY) {
+void SpreadBoxes(std::vector<Rect>& boxes, double gapX, double gapY, double squeeze) {
     Sketch sketch;
     sketch.boxes = boxes;
     Transpose(sketch);
-    Pass(sketch, gapY, gapX, 0, false, false).Run(1);
+    Pass(sketch, gapY, gapX, 0, false, false).Run(squeeze);
     Transpose(sketch);
-    Pass(sketch, gapX, gapY, 0, false, false).Run(1);
+    Pass(sketch, gapX, gapY, 0, false, false).Run(squeeze);
     boxes = std::move(sketch.boxes);
 }
 

@@ -11,6 +11,6 @@ namespace norvelis::layout {
 void MakeSpace(Sketch& sketch, double boxGapX, double boxGapY, double lineGap, double squeeze);
 
 /// The same for boxes alone.
-void SpreadBoxes(std::vector<Rect>& boxes, double gapX, double gapY);
+void SpreadBoxes(std::vector<Rect>& boxes, double gapX, double gapY, double squeeze = 1);
 
 }  // namespace norvelis::layout

@@ -1,0 +1,178 @@
+#include "layout/blocks/leaf_blocks.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+
+#include "layout/blocks/leaf_groups.h"
+#include "layout/geometry/corners.h"
+#include "layout/graph/route_rule.h"
+
+namespace norvelis::layout {
+
+namespace {
+
+constexpr std::size_t kLeastLeaves = 12;
+
+std::size_t At(int i) {
+    return static_cast<std::size_t>(i);
+}
+
+Box Turned(Box box) {
+    return {box.height, box.width};
+}
+
+/// What was computed on two ways and differs by a hair becomes one.
+void Align(std::vector<Point>& path) {
+    constexpr double kHair = 1e-9;
+    for (std::size_t i = 1; i < path.size(); ++i) {
+        if (std::abs(path[i].x - path[i - 1].x) < kHair) path[i].x = path[i - 1].x;
+        if (std::abs(path[i].y - path[i - 1].y) < kHair) path[i].y = path[i - 1].y;
+    }
+}
+
+}  // namespace
+
+LeafBlocks::LeafBlocks(const Graph& graph, const Style& style)
+    : graph_(graph),
+      style_(style),
+      inLayers_(style.placeStyle != PlaceStyle::Radial && style.placeStyle != PlaceStyle::Circular &&
+                RuleOf(style.routeStyle).family != RouteFamily::Straight),
+      sideways_(inLayers_ && style.placeStyle == PlaceStyle::LeftToRight),
+      boxOf_(graph.boxes.size()),
+      lineOf_(graph.lines.size()) {
+    const std::vector<LeafGroup> groups = LeafGroupsOf(graph, kLeastLeaves, inLayers_);
+    for (const LeafGroup& group : groups) {
+        for (const int leaf : group.leaves) boxOf_[At(leaf)] = -1;
+        for (const int line : group.lines) lineOf_[At(line)] = -1;
+    }
+    for (std::size_t i = 0; i < boxOf_.size(); ++i) {
+        if (boxOf_[i] < 0) continue;
+        boxOf_[i] = static_cast<int>(folded_.boxes.size());
+        folded_.boxes.push_back(graph.boxes[i]);
+    }
+    for (std::size_t k = 0; k < lineOf_.size(); ++k) {
+        if (lineOf_[k] < 0) continue;
+        Line line = graph.lines[k];
+        line.from = boxOf_[At(line.from)];
+        line.to = boxOf_[At(line.to)];
+        lineOf_[k] = static_cast<int>(folded_.lines.size());
+        folded_.lines.push_back(line);
+    }
+    for (const LeafGroup& group : groups) {
+        // Two blocks with the hub between them are together as paper is.
+        const auto blocks = std::count_if(groups.begin(), groups.end(),
+                                          [&](const LeafGroup& other) { return other.hub == group.hub; });
+        Fold(group, (sideways_ ? 1 / kPaperRatio : kPaperRatio) * static_cast<double>(blocks));
+    }
+}
+
+void LeafBlocks::Fold(const LeafGroup& group, double ratio) {
+    const auto& [hub, above, leaves, lines] = group;
+    std::vector<Pile::Cell> all;
+    double width = 0;
+    for (std::size_t i = 0; i < leaves.size(); ++i) {
+        const Line& line = graph_.lines[At(lines[i])];
+        Pile::Cell cell{graph_.boxes[At(leaves[i])], line.labelWidth, line.labelHeight};
+        if (sideways_) cell = {Turned(cell.box), cell.labelHeight, cell.labelWidth};
+        width = std::max(width, cell.Width());
+        all.push_back(cell);
+    }
+    for (Pile::Cell& cell : all) cell.box.width = width;  // so that leaves are in columns
+    Style style = style_;
+    if (sideways_) std::swap(style.boxGapX, style.boxGapY);
+    // An even number of columns has space for the trunk in the middle.
+    const double column = width + style.boxGapX;
+    const double rowGap = inLayers_ ? 4 * style.lineGap : 0;  // of the channels between layers
+    const double wished = RowWidthFor(all, ratio, rowGap, style) / column;
+    const std::size_t columns =
+        2 * std::max<std::size_t>(1, static_cast<std::size_t>(std::lround(wished / 2)));
+    const std::size_t inPile = inLayers_ ? columns : all.size();
+    blocks_.push_back({above, {}});
+    int before = boxOf_[At(hub)];
+    for (std::size_t first = 0; first < all.size(); first += inPile) {
+        const auto slice = [&](const auto& of) {
+            const auto from = of.begin() + static_cast<std::ptrdiff_t>(first);
+            const auto count = static_cast<std::ptrdiff_t>(std::min(inPile, all.size() - first));
+            return std::decay_t<decltype(of)>(from, from + count);
+        };
+        const Pile pile(slice(all), static_cast<double>(columns) * column,
+                        inLayers_ ? Pile::Margin::None : Pile::Margin::Around, style);
+        const int box = static_cast<int>(folded_.boxes.size());
+        const int line = static_cast<int>(folded_.lines.size());
+        folded_.boxes.push_back(sideways_ ? Turned(pile.Size()) : pile.Size());
+        folded_.lines.push_back(above ? Line{box, before, 0, 0} : Line{before, box, 0, 0});
+        blocks_.back().parts.push_back({pile, box, line, slice(leaves), slice(lines)});
+        before = box;
+    }
+}
+
+Point LeafBlocks::Frame::OnPage(Point inPile) const {
+    if (upwards) inPile.y = -inPile.y;
+    return middle + (sideways ? Point{inPile.y, -inPile.x} : Point{inPile.x, -inPile.y});
+}
+
+Point LeafBlocks::Frame::InPile(Point onPage) const {
+    onPage = onPage - middle;
+    Point inPile = sideways ? Point{-onPage.y, onPage.x} : Point{onPage.x, -onPage.y};
+    if (upwards) inPile.y = -inPile.y;
+    return inPile;
+}
+
+LeafBlocks::Frame LeafBlocks::FrameOf(const Block& block, const Part& part, const Placement& folded,
+                                      Point entry) const {
+    Frame frame{folded.centers[At(part.box)], sideways_, block.above};
+    if (!inLayers_) frame.upwards = part.pile.EntersFromBelow(frame.InPile(entry));
+    return frame;
+}
+
+std::vector<Point> LeafBlocks::LeadTo(const Block& block, const Part& part, const Placement& folded) const {
+    std::vector<Point> lead = folded.routes[At(part.line)].points;
+    if (block.above) std::reverse(lead.begin(), lead.end());
+    return lead;
+}
+
+void LeafBlocks::Unfold(const Block& block, const Placement& folded, Placement& whole) const {
+    std::vector<Point> trunk;
+    for (std::size_t p = 0; p < block.parts.size(); ++p) {
+        const Part& part = block.parts[p];
+        const std::vector<Point> lead = LeadTo(block, part, folded);
+        trunk.insert(trunk.end(), lead.begin(), lead.end());
+        const Frame frame = FrameOf(block, part, folded, lead.back());
+        const Point entry = frame.InPile(lead.back());
+        const auto follow = [&](std::vector<Point> path, const std::vector<Point>& inPile) {
+            for (const Point& point : inPile) path.push_back(frame.OnPage(point));
+            return path;
+        };
+        for (std::size_t i = 0; i < part.leaves.size(); ++i) {
+            const Line& line = graph_.lines[At(part.lines[i])];
+            whole.centers[At(part.leaves[i])] = frame.OnPage(part.pile.CenterOf(i));
+            Route& route = whole.routes[At(part.lines[i])];
+            std::vector<Point> path = follow(trunk, part.pile.PathTo(i, entry));
+            Align(path);
+            route.points = CornersOf(path);
+            route.curved = style_.IsCurved() && route.points.size() > 2;
+            if (route.curved) route.points = RoundCorners(route.points, style_.lineGap);
+            if (line.from == part.leaves[i]) std::reverse(route.points.begin(), route.points.end());
+            route.label = frame.OnPage(part.pile.LabelOf(i));
+        }
+        if (p + 1 == block.parts.size()) break;
+        const Point exit = frame.InPile(LeadTo(block, block.parts[p + 1], folded).front());
+        trunk = follow(std::move(trunk), part.pile.PathThrough(entry, exit));
+    }
+}
+
+Placement LeafBlocks::Unfold(Placement folded) const {
+    if (blocks_.empty()) return folded;
+    Placement whole;
+    whole.centers.resize(graph_.boxes.size());
+    whole.routes.resize(graph_.lines.size());
+    for (const Block& block : blocks_) Unfold(block, folded, whole);
+    for (std::size_t i = 0; i < boxOf_.size(); ++i)
+        if (boxOf_[i] >= 0) whole.centers[i] = folded.centers[At(boxOf_[i])];
+    for (std::size_t k = 0; k < lineOf_.size(); ++k)
+        if (lineOf_[k] >= 0) whole.routes[k] = std::move(folded.routes[At(lineOf_[k])]);
+    return whole;
+}
+
+}  // namespace norvelis::layout

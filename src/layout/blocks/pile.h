@@ -1,0 +1,62 @@
+#pragma once
+
+#include <algorithm>
+#include <vector>
+
+#include "layout/graph/graph.h"
+#include "layout/graph/style.h"
+
+namespace norvelis::layout {
+
+/// Boxes in rows that one trunk serves: it comes in by the border of the pile, runs down between the boxes,
+/// and over each row a track leads to the taps of its boxes. To placement and routing a pile is one box.
+///
+/// A pile has coordinates of its own: its middle at (0, 0), y downwards, what the trunk comes from above it.
+class Pile {
+  public:
+    /// What stands in a row, and the label of the line that leads to the middle of its top.
+    struct Cell {
+        Box box;
+        double labelWidth = 0, labelHeight = 0;
+        double Width() const { return std::max(box.width, labelWidth); }
+    };
+    enum class Margin {
+        None,   ///< The trunk comes in by the top and may go on by the bottom.
+        Around  ///< The trunk may come in by any side.
+    };
+
+    /// In as many rows as `rowWidth` asks for, in the order of the cells.
+    Pile(const std::vector<Cell>& cells, double rowWidth, Margin margin, const Style& style);
+
+    Box Size() const { return size_; }
+
+    Point CenterOf(std::size_t cell) const { return places_[cell].center; }
+    Point LabelOf(std::size_t cell) const { return {places_[cell].center.x, places_[cell].label}; }
+    /// From a point on the border to the cell.
+    std::vector<Point> PathTo(std::size_t cell, Point entry) const;
+    /// From a point on the top to one on the bottom, past the boxes of a pile of one row.
+    std::vector<Point> PathThrough(Point entry, Point exit) const;
+
+    /// Whether a trunk from there comes from below, so that the pile is to be turned over.
+    bool EntersFromBelow(Point entry) const;
+
+  private:
+    struct Place {
+        Point center;
+        double top = 0, label = 0;
+        std::size_t row = 0;
+    };
+    /// Along the trunk to the track of the row.
+    std::vector<Point> Trunk(std::size_t row, Point entry) const;
+
+    Box size_;
+    double side_ = 0;   ///< Width of the margins.
+    double trunk_ = 0;  ///< Where the trunk runs.
+    std::vector<Place> places_;
+    std::vector<double> tracks_;
+};
+
+/// The width of rows, `rowGap` apart, that together are `ratio` times as wide as high.
+double RowWidthFor(const std::vector<Pile::Cell>& cells, double ratio, double rowGap, const Style& style);
+
+}  // namespace norvelis::layout
