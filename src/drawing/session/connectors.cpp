@@ -77,13 +77,24 @@ Point Middle(Point a, Point b) {
     return {(a.x + b.x) / 2, (a.y + b.y) / 2};
 }
 
+/// Whether one sees no turn at b, whose curve leads from the middle of a-b to the middle of b-c.
+bool IsFlat(Point a, Point b, Point c) {
+    constexpr double kHair = 0.001;  // inches from the curve's control point to its chord
+    const double chord = Length(c - a);
+    return chord < kHair || std::fabs(Cross(b - a, c - a)) / chord / 2 < kHair;
+}
+
 /// The corners become quadratic curves between the middles of their segments; the end segments stay straight
-/// up to their middle.
+/// up to their middle, and so do lines past points that are no corners.
 void WriteCurves(RouteRows& rows, const std::vector<Point>& points) {
     rows.MoveTo(points.front());
-    rows.LineTo(Middle(points[0], points[1]));
-    for (std::size_t i = 1; i + 1 < points.size(); ++i)
-        rows.CurveTo(points[i], Middle(points[i], points[i + 1]));
+    bool straight = true;  // since the last row
+    for (std::size_t i = 1; i + 1 < points.size(); ++i) {
+        const bool isFlat = IsFlat(points[i - 1], points[i], points[i + 1]);
+        if (!isFlat && straight) rows.LineTo(Middle(points[i - 1], points[i]));
+        if (!isFlat) rows.CurveTo(points[i], Middle(points[i], points[i + 1]));
+        straight = isFlat;
+    }
     rows.LineTo(points.back());
 }
 
