@@ -11,6 +11,7 @@
 #include "base/paths.h"
 #include "base/text.h"
 #include "diagram/draw_commands.h"
+#include "diagram/record_choice.h"
 #include "dictionary/findings.h"
 #include "dictionary/schema_contents.h"
 #include "dictionary/schemas.h"
