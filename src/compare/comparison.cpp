@@ -45,11 +45,15 @@ bool IsMoved(const FieldContents& former, const FieldContents& present,
            Val(former.end) - Val(former.start) == Val(present.end) - Val(present.start);
 }
 
+/// The next member of that name that has not been taken; a damaged report may have a member twice.
 template <class Member>
-const Member* MemberNamed(const std::vector<Member>& members, std::string_view name) {
-    const auto member =
-        std::ranges::find_if(members, [&](const Member& each) { return SameName(each.member, name); });
-    return member == members.end() ? nullptr : &*member;
+const Member* TakeMember(std::vector<const Member*>& members, std::string_view name) {
+    const auto place =
+        std::ranges::find_if(members, [&](const Member* each) { return SameName(each->member, name); });
+    if (place == members.end()) return nullptr;
+    const Member* member = *place;
+    members.erase(place);
+    return member;
 }
 
 /// Gathers the differences of two schemas whose parts have been matched.
@@ -189,8 +193,10 @@ class Differences {
         if (SortedList(former.members, now) != SortedList(present.members, name))
             values.Add("members", List(former.members, name), List(present.members, name));
         const bool several = former.members.size() > 1 || present.members.size() > 1;
+        std::vector<const typename decltype(Link::members)::value_type*> left;
+        for (const auto& member : present.members) left.push_back(&member);
         for (const auto& before : former.members) {
-            const auto* after = MemberNamed(present.members, now(before));
+            const auto* after = TakeMember(left, now(before));
             if (after != nullptr)
                 compareTwo(before, *after, several ? " of " + after->member : std::string());
         }

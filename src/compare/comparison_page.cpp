@@ -26,12 +26,14 @@ dt { font-weight: bold; } dd { margin: 0; overflow-wrap: anywhere; }
 table { border-collapse: collapse; width: 100%; }
 th, td { text-align: left; vertical-align: top; padding: .3em .7em; border-bottom: 1px solid #c8d0d6; }
 thead th { border-bottom: 2px solid #1d2730; font-size: .85em; }
-td { overflow-wrap: anywhere; white-space: pre-wrap; }
+td { white-space: nowrap; }
+td:nth-child(n + 6) { white-space: pre-wrap; overflow-wrap: break-word; min-width: 10em; }
 tr.added td:first-child { border-left: 4px solid #0072b2; }
 tr.removed td:first-child { border-left: 4px dashed #b34700; }
 tr.renamed td:first-child, tr.changed td:first-child { border-left: 4px double #8a6d00; }
 tr.moved td:first-child { border-left: 4px dotted #68747d; }
-@media print { body { margin: 0; font-size: 10pt; } thead { display: table-header-group; } tr { break-inside: avoid; } }
+@page { size: landscape; }
+@media print { body { margin: 0; font-size: 9pt; } thead { display: table-header-group; } tr { break-inside: avoid; } }
 </style>
 </head>
 <body>

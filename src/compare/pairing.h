@@ -32,14 +32,16 @@ class Pairing {
     std::vector<std::optional<std::size_t>> presentOf_, formerOf_;
 };
 
-/// Joins the things of one name; of several of a name the first.
+/// Joins the things of one name, several of one name in their order. Nothing may be joined yet.
 template <class Things>
 void JoinEqualNames(const Things& former, const Things& present, Pairing& pairs) {
-    std::unordered_map<std::string, std::size_t> byName;
-    for (std::size_t p = 0; p < present.size(); ++p) byName.try_emplace(NameKey(present[p].name), p);
+    std::unordered_map<std::string, std::vector<std::size_t>> byName;  // Of each the last first.
+    for (std::size_t p = present.size(); p-- > 0;) byName[NameKey(present[p].name)].push_back(p);
     for (std::size_t f = 0; f < former.size(); ++f) {
-        const auto p = byName.find(NameKey(former[f].name));
-        if (p != byName.end() && pairs.BothSingle(f, p->second)) pairs.Join(f, p->second);
+        const auto named = byName.find(NameKey(former[f].name));
+        if (named == byName.end() || named->second.empty()) continue;
+        pairs.Join(f, named->second.back());
+        named->second.pop_back();
     }
 }
 

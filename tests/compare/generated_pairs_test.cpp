@@ -6,6 +6,9 @@
 
 #include "compare/comparison_text.h"
 #include "compare/edited_schema.h"
+#include "dictionary/schemas.h"
+#include "testing/odd_dictionary.h"
+#include "testing/test_store.h"
 
 namespace norvelis::compare {
 namespace {
@@ -50,6 +53,21 @@ TEST(GeneratedPairs, AllEditsAreFoundAndNoneIsInvented) {
     EXPECT_GT(renames, 1000u);
     EXPECT_LE(missedRenames * 100, renames * 5);
     RecordProperty("missedRenames", static_cast<int>(missedRenames));
+}
+
+TEST(GeneratedPairs, SchemasWithRepeatedAndEmptyNamesAreEqualToThemselves) {
+    TestApp test;
+    Connection& store = *test.app.gConnection;
+    std::size_t schemas = 0;
+    for (std::uint64_t seed = 1; seed <= 100; ++seed) {
+        WriteDictionary(store, GenerateOddDictionary(seed));
+        for (auto row = dictionary::SchemasOfRecords(store); !row.Eof(); row.MoveNext()) {
+            const auto schema = dictionary::ReadSchema(store, row.Text("schemaname"));
+            EXPECT_EQ(Summary(Compare(schema, schema)), "no differences") << "seed " << seed;
+            ++schemas;
+        }
+    }
+    EXPECT_GT(schemas, 100u);
 }
 
 }  // namespace
