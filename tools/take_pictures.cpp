@@ -199,7 +199,7 @@ class Photographer {
         drawing.OpenFind();
         auto& text = *drawing.findChild<QLineEdit*>("txtFindInDrawing");
         text.setText("STEP");
-        Take(viewer, "find");
+        Take(viewer, "drawing-find");
         text.clear();
         drawing.FindNext(true);
         const auto key = [&drawing](Qt::Key key, Qt::KeyboardModifiers with = {}) {
@@ -214,11 +214,11 @@ class Photographer {
             ++line;
         drawing.ShowShape(QString::fromStdString(page.Title(line)));
         key(Qt::Key_Return);
-        Take(viewer, "line");
+        Take(viewer, "drawing-line");
         drawing.FollowSet();
         drawing.Fit();
         drawing.LightSelected();
-        Take(viewer, "neighbors");
+        Take(viewer, "drawing-neighbors");
     }
     /// The list with a record that has owners and members, if there is one.
     void TakeList() {
