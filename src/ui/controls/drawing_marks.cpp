@@ -11,7 +11,7 @@ namespace {
 using namespace drawing::walk;
 
 constexpr QColor kHitFill(255, 196, 0, 90), kHitBorder(176, 112, 0), kPresentHit(214, 60, 0);
-constexpr int kDimming = 196;            // Of 255: how much of the paper covers what is dimmed.
+constexpr int kDimming = 172;            // Of 255: how much of the paper covers what is dimmed.
 constexpr std::size_t kManyLines = 200;  // So many are drawn without smoothing.
 constexpr double kLeastFrame = 5;        // Pixels: a box of a large page that is seen whole is smaller.
 
