@@ -7,8 +7,8 @@
 #include <unordered_map>
 
 #include "base/name_key.h"
-#include "base/name_pattern.h"
 #include "base/text.h"
+#include "browse/find_text.h"
 
 namespace norvelis {
 
@@ -89,9 +89,10 @@ class Chooser {
         chosen_.assign(records_.size(), choice_.only.empty());
         for (const auto& [patterns, keep] : {std::pair{&choice_.only, true}, {&choice_.except, false}}) {
             for (const std::string& pattern : *patterns) {
+                const std::string key = NameKey(pattern);
                 bool fits = false;
                 for (std::size_t i = 0; i < records_.size(); ++i) {
-                    if (!FitsPattern(records_[i].name, pattern)) continue;
+                    if (!MatchesPattern(NameKey(records_[i].name), key)) continue;
                     fits = true;
                     chosen_[i] = keep;
                 }

@@ -26,8 +26,9 @@ struct RecordChoice {
     std::string name;  ///< The record, or the area.
     int steps = 1;     ///< Around a record: as many sets at most.
     Direction direction = Direction::Both;
-    /// Patterns of names, as FitsPattern takes them. Of the records that fit one of `only` (all, when it is
-    /// empty) and none of `except` the others are chosen; sets do not lead through those left out.
+    /// Patterns of names, as MatchesPattern takes them, in any letter case. Of the records that fit one of
+    /// `only` (all, when it is empty) and none of `except` the others are chosen; sets do not lead through
+    /// those left out.
     std::vector<std::string> only, except;
 };
 

@@ -22,6 +22,11 @@ namespace {
 
 constexpr int kArrowStep = 48;  // Pixels.
 
+/// The address is not a place on another page of the drawing ("#page/shape"), for one page is on show.
+bool LeadsOut(const PageShape& shape) {
+    return !shape.address.empty() && !shape.address.starts_with('#');
+}
+
 /// A link may lead to the web, to a person or to a file, and to nothing that would be run.
 bool MayFollow(const QUrl& url) {
     const QString scheme = url.scheme().toLower();
@@ -145,7 +150,7 @@ void DrawingControl2::RestOn(int shape) {
     } else {
         rest_->start();
         const PageShape& own = Page()[shape];
-        setCursor(own.address.empty() && !own.IsLine() ? Qt::ArrowCursor : Qt::PointingHandCursor);
+        setCursor(!LeadsOut(own) && !own.IsLine() ? Qt::ArrowCursor : Qt::PointingHandCursor);
     }
 }
 
@@ -260,7 +265,7 @@ void DrawingControl2::ShowTip(QPoint place, QPoint globalPlace) {
     if (shape != kNone) {
         const PageShape& own = Page()[shape];
         if (!own.tip.empty()) lines << QString::fromStdString(own.tip);
-        if (!own.address.empty())
+        if (LeadsOut(own))
             lines << QString::fromStdString(own.address) << "Ctrl+click opens it";
         else if (own.IsLine())
             lines << "Ctrl+click goes to the other end";

@@ -19,7 +19,7 @@ void AddDrawChoices(ContextMenu& menu, LongCommands& commands, const std::functi
             draw(pointed.schema, choice);
         }));
     };
-    add("Draw aro&und", RecordChoice::Kind::Around);
+    add("Draw arou&nd", RecordChoice::Kind::Around);
     add("Draw i&ts area", RecordChoice::Kind::AreaOf);
 }
 

@@ -139,7 +139,7 @@ TEST_F(IsolateViewTest, DrawsAroundARecordOrItsAreaIntoFilesOfTheirOwn) {
     ui.host.messages.clear();
     const std::string own = ReadFile(DrawingFile("INSTRUMENT"));
     Tviewrec->Select(0);
-    choose(*Tviewrec, "Draw aro&und");
+    choose(*Tviewrec, "Draw arou&nd");
     EXPECT_EQ(drawing->Src().toStdString(), DrawingFile("EMPSCHM around INSTRUMENT"));
     EXPECT_EQ(ReadFile(DrawingFile("INSTRUMENT")), own);
 
