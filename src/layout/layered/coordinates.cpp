@@ -160,7 +160,7 @@ void Coordinates::Solve() {
     for (const auto& path : grid_.paths)
         for (std::size_t i = 2; i + 1 < path.size(); ++i)
             program.Pull(strand_[path[i - 1]], strand_[path[i]], 0, 0, kBent);
-    program.Shorten(left, right, 1 + static_cast<std::int64_t>(graph_.lines.size() / 50));
+    program.Shorten(left, right, 1 + static_cast<std::int64_t>(graph_.lines.size() / 5));
 
     const std::vector<std::int64_t> solution = program.Solve();
     for (std::size_t i = 0; i < grid_.places.size(); ++i)

@@ -120,8 +120,9 @@ LayerSplitter::Plan LayerSplitter::PlanFor(double ratio, Box stretch) const {
 }
 
 Layers LayerSplitter::Split(const Plan& plan) const {
+    constexpr double kWider = 1.1;  // than planned, so that blocks stay together
     Rows rows = RowsOf(plan);
-    Raise(rows, plan.width);
+    Raise(rows, kWider * plan.width);
     std::erase_if(rows, [](const std::vector<LayerNode>& row) {
         return std::none_of(row.begin(), row.end(), [](const LayerNode& node) { return node.bundle < 0; });
     });

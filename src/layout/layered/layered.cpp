@@ -48,8 +48,8 @@ Box SizeOf(const Graph& graph, const Placement& placement) {
     return {bounds.Width(), bounds.Height()};
 }
 
-/// Small drawings keep a layer for each level. Of larger ones wide layers are split as paper wants it, twice
-/// at most: the second time by what the first one came out like.
+/// Small drawings keep a layer for each level. Of larger ones wide layers are split as paper wants it, in a
+/// few trials, each planned by what the one before came out like.
 Placement PlaceTopDown(const Graph& graph, const Style& style, double ratio) {
     constexpr std::size_t kLeastBoxes = 30;
     constexpr int kTrials = 3;
