@@ -169,6 +169,9 @@ TEST_F(FindScreenTest, TheDrawingBesideTheTreeShowsIt) {
     UntilShown(drawing);
     EXPECT_TRUE(drawing.Src().endsWith("EMPSCHM.vsd"));
     EXPECT_EQ(drawing.SelectedShape(), "SUPPLIER");
+    Type("set:supplier-offers");
+    Press(Qt::Key_Return);
+    EXPECT_TRUE(drawing.SelectedShape().startsWith("Dynamic connector"));
 }
 
 }  // namespace
