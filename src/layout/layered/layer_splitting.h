@@ -12,7 +12,7 @@ namespace norvelis::layout {
 /// leaf block then move up to each other.
 class LayerSplitter {
   public:
-    /// The layers must be in their final order.
+    /// The layers must be in their final order and outlive this.
     LayerSplitter(const Graph& graph, const Layers& layers, const Style& style);
 
     /// A choice of how often each layer is broken, with the size that the page is expected to have.

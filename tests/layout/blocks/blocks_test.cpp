@@ -117,5 +117,21 @@ TEST(Blocks, TreesHaveNoCrossingsOnRings) {
     }
 }
 
+TEST(Layered, PagesOfWideSchemasAreShapedLikePaper) {
+    for (const int records : {60, 150}) {
+        const int owners = records / 10;
+        Graph flat = Boxes(records);
+        for (int i = 1; i < records; ++i) {
+            Join(flat, i < owners ? i / 3 : i % owners, i);
+            if (i > owners && i % 3 == 0) Join(flat, (i / 3) % owners, i);
+        }
+        for (const Style& style : {kChoices[0], kChoices[1], kChoices[2]}) {
+            const double ratio = RatioOf(flat, PlaceAndRoute(flat, style));
+            EXPECT_GE(ratio, 0.7) << records << ", " << NameOf(style);
+            EXPECT_LE(ratio, 2.2) << records << ", " << NameOf(style);
+        }
+    }
+}
+
 }  // namespace
 }  // namespace norvelis::layout

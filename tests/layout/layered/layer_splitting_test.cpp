@@ -31,7 +31,8 @@ TEST(LayerSplitter, AddsNoCrossingAndKeepsOwnersAboveMembers) {
 TEST(LayerSplitter, PlansThePageThatPaperWants) {
     Graph graph{std::vector<Box>(61, Box{2, 1}), {}};
     for (int i = 1; i < 61; ++i) graph.lines.push_back({(i - 1) % 10 / 9, i, 0.8, 0.2});
-    const LayerSplitter splitter(graph, LayersWithFewCrossings(graph), Style{});
+    const Layers layers = LayersWithFewCrossings(graph);
+    const LayerSplitter splitter(graph, layers, Style{});
     for (const double ratio : {0.5, 1.0, kPaperRatio}) {
         const LayerSplitter::Plan plan = splitter.PlanFor(ratio, {1, 1});
         EXPECT_NEAR(plan.width / plan.height, ratio, 0.4 * ratio);
