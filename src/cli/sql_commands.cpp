@@ -8,6 +8,7 @@
 #include "base/text.h"
 #include "cli/json_output.h"
 #include "cli/sql_rows.h"
+#include "cli/table_commands.h"
 #include "dictionary/schemas.h"
 #include "sqlconv/connection_text.h"
 #include "sqlconv/conversion.h"
@@ -15,6 +16,7 @@
 #include "sqlconv/diagnostics.h"
 #include "sqlconv/record_tables.h"
 #include "sqlconv/server_tables.h"
+#include "sqlconv/table_creation.h"
 #include "sqlconv/table_procedures.h"
 #include "store/connection.h"
 
@@ -26,7 +28,8 @@ using Json = nlohmann::ordered_json;
 
 struct Options {
     std::string name, dsn, database;
-    bool json = false, csv = false;
+    std::string tables = "literal", ifExists = "fail", wishes;
+    bool json = false, csv = false, noDatabase = false;
     std::size_t limit = kMostResultRows;
 };
 
@@ -161,10 +164,36 @@ int PrintStatements(CommandContext& context, const Options& options) {
     return kDone;
 }
 
+/// Tables with types, keys and relations.
+int Keep(SqlState& sql, const std::string& schema, const Options& options) {
+    TableCreation creation{.sql = sql,
+                           .dsn = options.dsn,
+                           .database = options.noDatabase ? std::string() : options.database,
+                           .existing = options.ifExists == "skip"      ? ExistingTables::Skip
+                                       : options.ifExists == "replace" ? ExistingTables::Replace
+                                                                       : ExistingTables::Fail,
+                           .options = OptionsIn(options.wishes, schema),
+                           .screen = {},
+                           .refusal = {},
+                           .createdDatabase = {},
+                           .created = {}};
+    if (!CreateKeptTables(creation, schema)) return Refuse(creation.refusal);
+    const std::string database =
+        creation.createdDatabase.empty() ? "" : "database " + creation.createdDatabase + " with ";
+    std::printf("Created %s%zu tables.\n", database.c_str(), creation.created.size());
+    return kDone;
+}
+
 int Convert(CommandContext& context, const Options& options) {
+    const bool keep = options.tables == "keep";
+    if (Trim(options.database).empty() && !(keep && options.noDatabase)) {
+        std::fprintf(stderr, "--database is required, but with --tables keep --no-create-database\n");
+        return kWrongUsage;
+    }
     context.OpenStore();
     const std::string schema = SchemaNamed(*context.app->gConnection, options.name);
     SqlState sql(*context.app);
+    if (keep) return Keep(sql, schema, options);
     Conversion conversion{sql, options.dsn, {}, {}, {}, {}};
     if (!ConvertSchema(conversion, schema, options.database)) return Refuse(conversion.refusal);
     std::printf("Created database %s with %zu tables.\n", conversion.createdDatabase.c_str(),
@@ -192,7 +221,7 @@ void AddSqlCommands(CLI::App& program, CommandContext& context) {
     };
     const auto addSchema = [options](CLI::App* to) {
         to->add_option("SCHEMA", options->name, "Schema of the dictionary")->required();
-        to->add_option("--database", options->database, "Name of the new database")->required();
+        return to->add_option("--database", options->database, "Name of the new database")->required();
     };
 
     addJson(command("sources", "List the ODBC data sources with their drivers",
@@ -219,8 +248,17 @@ void AddSqlCommands(CLI::App& program, CommandContext& context) {
                       [&context, options] { return PrintStatements(context, *options); }));
     auto* convert = command("convert", "Create a database with an empty table for each record",
                             [&context, options] { return Convert(context, *options); });
-    addSchema(convert);
+    addSchema(convert)->required(false);
     addDsn(convert);
+    convert->add_option("--tables", options->tables, "literal (default), or keep: types, keys and relations")
+        ->check(CLI::IsMember({"literal", "keep"}));
+    auto* noDatabase = convert->add_flag("--no-create-database", options->noDatabase,
+                                         "With keep: the tables go where the data source leads");
+    convert->get_option("--database")->excludes(noDatabase);
+    convert->add_option("--if-exists", options->ifExists, "With keep: fail (default), skip or replace")
+        ->check(CLI::IsMember({"fail", "skip", "replace"}));
+    convert->add_option("--options", options->wishes, "With keep: file of names, types and keys");
+    AddTableCommands(*sql, context);
 }
 
 }  // namespace norvelis::cli

@@ -111,12 +111,19 @@ std::string SqlConnection::CurrentCatalogue() const {
     return name;
 }
 
-std::string SqlConnection::QuoteCharacter() const {
-    char quote[16] = {};
+std::string SqlConnection::Information(unsigned short kind) const {
+    char text[256] = {};
     SQLSMALLINT length = 0;
-    if (!SQL_SUCCEEDED(SQLGetInfo(handle_->Get(), SQL_IDENTIFIER_QUOTE_CHAR, quote, sizeof quote, &length)))
-        return {};
-    return std::string(Trim(quote));
+    if (!SQL_SUCCEEDED(SQLGetInfo(handle_->Get(), kind, text, sizeof text, &length))) return {};
+    return std::string(Trim(text));
+}
+
+std::string SqlConnection::ServerName() const {
+    return Information(SQL_DBMS_NAME);
+}
+
+std::string SqlConnection::QuoteCharacter() const {
+    return Information(SQL_IDENTIFIER_QUOTE_CHAR);
 }
 
 }  // namespace norvelis

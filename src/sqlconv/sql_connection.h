@@ -31,12 +31,16 @@ class SqlConnection {
     /// not wait for the server.
     void Cancel();
 
+    /// What the server calls itself, such as "PostgreSQL"; empty when it does not say.
+    std::string ServerName() const;
+
     /// What the server encloses names in; empty when it does not say or has none.
     std::string QuoteCharacter() const;
 
   private:
     std::unique_ptr<StatementHandle> NewStatement(unsigned long mostRows);
     std::string CurrentCatalogue() const;
+    std::string Information(unsigned short kind) const;
 
     std::shared_ptr<ConnectionHandle> handle_;
     int timeout_;

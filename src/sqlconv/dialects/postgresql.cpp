@@ -1,0 +1,43 @@
+#include "base/text.h"
+#include "sqlconv/dialects/dialect.h"
+
+namespace norvelis::tables {
+
+namespace {
+
+// Sorted.
+constexpr std::string_view kReservedWords[] = {
+    "ANALYSE",      "ANALYZE",   "ARRAY",        "ASYMMETRIC",      "AUTHORIZATION", "BINARY",
+    "BOTH",         "COLLATION", "CONCURRENTLY", "CURRENT_CATALOG", "CURRENT_ROLE",  "CURRENT_SCHEMA",
+    "DEFERRABLE",   "DO",        "FALSE",        "FREEZE",          "ILIKE",         "INITIALLY",
+    "ISNULL",       "LATERAL",   "LEADING",      "LIMIT",           "LOCALTIME",     "LOCALTIMESTAMP",
+    "NOTNULL",      "OFFSET",    "ONLY",         "OVERLAPS",        "PLACING",       "RETURNING",
+    "SESSION_USER", "SIMILAR",   "SYMMETRIC",    "SYSTEM_USER",     "TABLESAMPLE",   "TRAILING",
+    "TRUE",         "VARIADIC",  "VERBOSE",      "WINDOW"};
+
+class Postgresql : public Dialect {
+  public:
+    std::string_view Name() const override { return "postgresql"; }
+    std::string_view Title() const override { return "PostgreSQL"; }
+    bool Means(std::string_view server) const override {
+        return LowerCase(server).find("postgres") != std::string::npos;
+    }
+    std::string TypeText(const ColumnType& type) const override {
+        constexpr long kLongestText = 10'485'760, kMostDigits = 1000;
+        const bool text = type.kind == ColumnType::Kind::Text || type.kind == ColumnType::Kind::FixedText;
+        const bool tooLong = type.kind == ColumnType::Kind::Decimal && type.length > kMostDigits;
+        return tooLong || (text && type.length > kLongestText) ? "TEXT" : Dialect::TypeText(type);
+    }
+
+  protected:
+    std::span<const std::string_view> ReservedWords() const override { return kReservedWords; }
+};
+
+}  // namespace
+
+const Dialect& PostgresqlDialect() {
+    static const Postgresql dialect;
+    return dialect;
+}
+
+}  // namespace norvelis::tables

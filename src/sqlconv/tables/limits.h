@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+
+namespace norvelis::tables {
+
+/// What a server can hold, as numbers.
+struct Limits {
+    std::size_t name = 63;
+    bool nameInBytes = true;  ///< Else in characters.
+
+    double columns = 1600;
+    double row = 8000;  ///< Bytes of the columns that a row keeps in its page.
+    double bytesPerCharacter = 4;
+    double textInRow = 24;    ///< Bytes up to which a text stays in the page.
+    double textOutside = 24;  ///< Bytes that a longer one still takes there.
+    double wholeRow = 1e9;    ///< Bytes of all columns, wherever they are kept.
+
+    std::size_t keyColumns = 32;
+    double primaryKey = 2600;  ///< Bytes.
+    double index = 2600;       ///< Bytes.
+};
+
+}  // namespace norvelis::tables

@@ -1,0 +1,109 @@
+#include <algorithm>
+#include <unordered_set>
+
+#include "base/name_key.h"
+#include "sqlconv/tables/build.h"
+
+namespace norvelis::tables {
+
+namespace {
+
+/// The part of what a row may hold that this column takes at most, in the measure that is short first.
+double ShareOfRow(const ColumnType& type, const Limits& limits) {
+    const double bytes = KeyBytes(type, limits);
+    const bool text = type.kind == ColumnType::Kind::Text || type.kind == ColumnType::Kind::FixedText;
+    const double inRow = text && bytes > limits.textInRow ? limits.textOutside : bytes + 1;
+    return std::max({1 / limits.columns, inRow / limits.row, bytes / limits.wholeRow});
+}
+
+double ShareOfRow(const Table& table, const Limits& limits) {
+    double share = 0;
+    for (const Column& column : table.columns) share += ShareOfRow(column.type, limits);
+    return share;
+}
+
+/// Keys and indexes do not reach into another table: their columns stay.
+std::unordered_set<std::string> BoundColumns(const Table& table) {
+    std::unordered_set<std::string> bound;
+    const auto add = [&bound](const std::string& name) { bound.insert(NameKey(name)); };
+    std::ranges::for_each(table.primaryKey, add);
+    for (const ForeignKey& key : table.foreignKeys) std::ranges::for_each(key.columns, add);
+    for (const Index& index : table.indexes) {
+        for (const auto& key : index.keys) add(key.column);
+    }
+    return bound;
+}
+
+/// A table with the same key, a row of which goes with one of the first.
+Table FurtherTable(Build& build, const Table& first, std::size_t number) {
+    Table table;
+    table.name = build.objects.Take(build.names, {first.name + "_part" + std::to_string(number)});
+    table.record = first.record;
+    table.comment = "Further columns of " + first.name + ", which has more than a table of the server";
+    table.primaryKey = first.primaryKey;
+    for (const auto& name : first.primaryKey) {
+        Column column = *first.Find(name);
+        column.item = Column::kAdded;
+        column.identity = false;
+        column.comment = "Of the row in " + first.name;
+        table.columns.push_back(std::move(column));
+    }
+    ForeignKey owner;
+    owner.name = build.objects.Take(build.names, {"fk_" + table.name});
+    owner.columns = owner.ownerColumns = first.primaryKey;
+    owner.owner = first.name;
+    owner.cascade = true;
+    table.foreignKeys.push_back(std::move(owner));
+    return table;
+}
+
+std::vector<Table> Split(Build& build, Table& first) {
+    std::vector<Table> further;
+    if (ShareOfRow(first, build.limits) <= 1) return further;
+    const auto bound = BoundColumns(first);
+    const auto isBound = [&bound](const Column& column) { return bound.contains(NameKey(column.name)); };
+    double share = 0;
+    for (const Column& column : first.columns) {
+        if (isBound(column)) share += ShareOfRow(column.type, build.limits);
+    }
+    std::vector<Column> kept;
+    for (Column& column : first.columns) {
+        const double own = ShareOfRow(column.type, build.limits);
+        if (isBound(column) || (further.empty() && share + own <= 1)) {
+            if (!isBound(column)) share += own;
+            kept.push_back(std::move(column));
+            continue;
+        }
+        if (further.empty() || share + own > 1) {
+            first.columns = kept;  // FurtherTable looks for the key among them.
+            further.push_back(FurtherTable(build, first, further.size() + 2));
+            share = ShareOfRow(further.back(), build.limits);
+        }
+        share += own;
+        further.back().columns.push_back(std::move(column));
+    }
+    first.columns = std::move(kept);
+    first.notes.push_back("the server does not take all its columns in one table: the others are in " +
+                          further.front().name +
+                          (further.size() > 1 ? " to " + further.back().name : std::string()));
+    return further;
+}
+
+}  // namespace
+
+void SplitWideTables(Build& build) {
+    for (RecordPlan& plan : build.plans) {
+        std::vector<Table> further = Split(build, plan.table);
+        if (!further.empty()) plan.lookAt = true;
+        std::vector<Table> children;
+        for (Table& child : plan.children) {
+            std::vector<Table> ofChild = Split(build, child);
+            children.push_back(std::move(child));
+            std::ranges::move(ofChild, std::back_inserter(children));
+        }
+        std::ranges::move(children, std::back_inserter(further));
+        plan.children = std::move(further);
+    }
+}
+
+}  // namespace norvelis::tables
