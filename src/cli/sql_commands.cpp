@@ -166,17 +166,11 @@ int PrintStatements(CommandContext& context, const Options& options) {
 
 /// Tables with types, keys and relations.
 int Keep(SqlState& sql, const std::string& schema, const Options& options) {
-    TableCreation creation{.sql = sql,
-                           .dsn = options.dsn,
-                           .database = options.noDatabase ? std::string() : options.database,
-                           .existing = options.ifExists == "skip"      ? ExistingTables::Skip
-                                       : options.ifExists == "replace" ? ExistingTables::Replace
-                                                                       : ExistingTables::Fail,
-                           .options = OptionsIn(options.wishes, schema),
-                           .screen = {},
-                           .refusal = {},
-                           .createdDatabase = {},
-                           .created = {}};
+    TableCreation creation(sql, options.dsn);
+    if (!options.noDatabase) creation.database = Trim(options.database);
+    if (options.ifExists == "skip") creation.existing = ExistingTables::Skip;
+    if (options.ifExists == "replace") creation.existing = ExistingTables::Replace;
+    creation.options = OptionsIn(options.wishes, schema);
     if (!CreateKeptTables(creation, schema)) return Refuse(creation.refusal);
     const std::string database =
         creation.createdDatabase.empty() ? "" : "database " + creation.createdDatabase + " with ";

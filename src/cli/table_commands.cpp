@@ -7,8 +7,8 @@
 
 #include "base/paths.h"
 #include "base/text.h"
-#include "cli/dump_reader.h"
 #include "cli/json_output.h"
+#include "dictionary/dumped_schema.h"
 #include "dictionary/schema_contents.h"
 #include "dictionary/schemas.h"
 #include "sqlconv/report/conversion_report.h"
@@ -83,8 +83,8 @@ int MakeScript(CommandContext& context, const ScriptOptions& options) {
     const tables::KeptTables kept =
         options.since.empty()
             ? tables::MakeKeptTables(contents, wishes, *dialect)
-            : tables::MakeDifference(ReadDumpedSchema(ReadInput(options.since), contents.name), contents,
-                                     wishes, *dialect);
+            : tables::MakeDifference(dictionary::ReadDumpedSchema(ReadInput(options.since), contents.name),
+                                     contents, wishes, *dialect);
     const std::string script = tables::ScriptText(kept.script, *dialect);
     if (!options.report.empty())
         WriteFile(AbsolutePath(options.report),

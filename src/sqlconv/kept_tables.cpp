@@ -1,6 +1,7 @@
 #include "sqlconv/kept_tables.h"
 
 #include "sqlconv/dialects/difference_script.h"
+#include "sqlconv/tables/build_model.h"
 
 namespace norvelis::tables {
 

@@ -132,13 +132,23 @@ class Creator {
         progress.BResetprogressbar(Bar::TreeviewValue, static_cast<int>(kept_.script.groups.size()));
         const ShownBars shown(progress, kTreeBars);
         std::vector<std::string> made;
-        ServerTransaction transaction(sql_, words);
+        std::optional<ServerTransaction> transaction(std::in_place, sql_, words);
+        const auto commit = [&] {
+            transaction->Commit();
+            std::ranges::move(made, std::back_inserter(creation_.created));
+            made.clear();
+        };
         for (const auto& statement : drops) ExecuteSql(sql_, statement);
         // Handing work over takes as long as a statement, so that it is done for many at a time.
         constexpr std::size_t kAtOnce = 50;
         const auto& groups = kept_.script.groups;
-        for (std::size_t from = 0; from < groups.size(); from += kAtOnce) {
-            const std::size_t to = std::min(from + kAtOnce, groups.size());
+        for (std::size_t from = 0, to = 0; from < groups.size(); from = to) {
+            if (groups[from].afterCommit) {
+                commit();
+                transaction.emplace(sql_, words);
+            }
+            for (to = from + 1; to < std::min(from + kAtOnce, groups.size()) && !groups[to].afterCommit;)
+                ++to;
             sql_.app.host.SetAfterCancel(together ? WhatStays() : WhatStays() + kMaybeMore);
             InBackground(sql_, [&] {
                 for (std::size_t i = from; i < to; ++i) {
@@ -150,8 +160,7 @@ class Creator {
             for (std::size_t i = from; i < to; ++i)
                 progress.BStepprogressbar(Bar::TreeviewValue, 1, groups[i].table);
         }
-        transaction.Commit();
-        std::ranges::move(made, std::back_inserter(creation_.created));
+        commit();
     }
 
     void Execute(const Script::Group& group) {

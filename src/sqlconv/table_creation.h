@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "sqlconv/conversion.h"
@@ -15,6 +16,8 @@ namespace norvelis {
 enum class ExistingTables { Fail, Skip, Replace };
 
 struct TableCreation {
+    TableCreation(SqlState& state, std::string source) : sql(state), dsn(std::move(source)) {}
+
     SqlState& sql;
     std::string dsn;
     std::string database;  ///< To be created first; empty: the tables go where the data source leads.

@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
+#include <sstream>
 
 #include "cli/program.h"
 #include "sqlconv/dictionary_rows.h"
 #include "sqlconv/odbc_folder.h"
+#include "sqlconv/postgres_server.h"
 
 namespace norvelis {
 namespace {
@@ -96,6 +98,86 @@ TEST_F(SqlCommandsTest, AFieldTooManyEndsTheStatements) {
     EXPECT_EQ(result.out, "CREATE DATABASE SALES\n" + std::string(kCustomerStatement) + "\n");
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.error, "norvelis-cli: Record WIDE: Run-time error '9': Subscript out of range\n");
+}
+
+TEST_F(SqlCommandsTest, TypesOfPicturesOnEachServer) {
+    const std::string lines = R"({"picture": "X(4)     1", "usage": "DISPLAY", "start": 1}
+{"usage": "GROUP"}
+)";
+    WriteFile(program.Path("lines"), lines);
+    // In place of the empty input that the program gets otherwise.
+    const std::string run = "sql types <" + program.Path("lines") + " 2>" + program.Path("stderr") + " #";
+    const auto types = program.Run(run);
+    std::istringstream stream(types.out);
+    std::vector<std::string> found;
+    for (std::string line; std::getline(stream, line);) {
+        const json answer = json::parse(line);
+        found.push_back(answer["dialect"].get<std::string>() + " " + answer["type"].get<std::string>());
+    }
+    EXPECT_EQ(found, (std::vector<std::string>{"postgresql VARCHAR(4)", "mysql VARCHAR(4)",
+                                               "sqlserver VARCHAR(4)", "sqlite VARCHAR(4)", "postgresql ",
+                                               "mysql ", "sqlserver ", "sqlite "}));
+    WriteFile(program.Path("lines"), "{}\nno json\n");
+    const auto refused = program.Run(run);
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_EQ(refused.error, "norvelis-cli: line 2 of standard input is no JSON object\n");
+}
+
+TEST_F(SqlCommandsTest, AScriptItsReportAndWhatIsNewSince) {
+    AddCustomer(*Store());
+    const auto script = program.Run("sql script sales --dialect PostgreSQL");
+    EXPECT_NE(script.out.find("cust_num INTEGER,\n    cust_name VARCHAR(30),"), std::string::npos)
+        << script.out;
+    EXPECT_EQ(script.out, program.Run("sql script SALES --dialect postgresql").out);
+    WriteFile(program.Path("options"), "[record CUSTOMER]\nname = clients\nnome = x\n");
+    const auto wished = program.Run("sql script SALES --dialect sqlite --options " + program.Path("options") +
+                                    " --out " + program.Path("out") + " --report " + program.Path("page"));
+    EXPECT_EQ(wished.out, "");
+    EXPECT_EQ(wished.error, program.Path("options") + " line 3: \"nome\" is no option of a record\n");
+    EXPECT_NE(ReadFile(program.Path("out")).find("CREATE TABLE clients ("), std::string::npos);
+    EXPECT_NE(ReadFile(program.Path("page")).find("<h2>Record CUSTOMER</h2>"), std::string::npos);
+    const json report = json::parse(program.Run("sql script SALES --dialect mysql --json").out);
+    EXPECT_EQ(report["totals"]["fields"]["all"], 3);
+    EXPECT_EQ(report["totals"]["fields"]["converted"], 2);
+
+    WriteFile(program.Path("dump"), program.Run("dump").out);
+    AddField(*Store(), "SALES", "CUSTOMER", "BIRTH", "9(8)");
+    AddRecord(*Store(), "SALES", "STORE", std::nullopt);
+    const auto since = program.Run("sql script SALES --dialect sqlserver --since " + program.Path("dump"));
+    EXPECT_NE(since.out.find("ALTER TABLE customer ADD birth INTEGER;"), std::string::npos) << since.out;
+    EXPECT_NE(since.out.find("CREATE TABLE store ("), std::string::npos);
+    EXPECT_EQ(since.out.find("cust_num"), std::string::npos);
+    Store()->Execute("Delete * FROM Record_layout where fieldname = 'CUST-NAME'");
+    Store()->Execute("Update Record_layout set fieldpicture = 'X(9)' where fieldname = 'CUST-NUM'");
+    const auto lost = program.Run("sql script SALES --dialect sqlite --since " + program.Path("dump"));
+    EXPECT_NE(lost.out.find("-- Table customer: the column cust_num was INTEGER and is VARCHAR(9) now"),
+              std::string::npos)
+        << lost.out;
+    EXPECT_NE(lost.out.find("-- Table customer: the column cust_name is no longer in the dictionary"),
+              std::string::npos);
+    EXPECT_EQ(program.Run("sql script SALES --dialect oracle").status, 1);
+    EXPECT_EQ(program.Run("sql script NONE --dialect sqlite").status, 1);
+    WriteFile(program.Path("dump"), "{}");
+    EXPECT_EQ(program.Run("sql script SALES --dialect sqlite --since " + program.Path("dump")).error,
+              "norvelis-cli: the file is not what the command dump prints\n");
+}
+
+TEST_F(SqlCommandsTest, TablesAreKeptInADatabaseOfTheirOwn) {
+    const PostgresServer server;
+    odbc.Source(odbc.pg, POSTGRES_DRIVER, server.Keys());
+    odbc.ScriptedSource("on BEGIN\nerror 42000 1 no\n");
+    AddCustomer(*Store());
+    const std::string keep = "sql convert SALES --tables keep --dsn " + odbc.pg;
+    EXPECT_EQ(program.Run(keep + " --database My-Db").out, "Created database My-Db with 1 tables.\n");
+    EXPECT_EQ(program.Run("sql tables --dsn 'DSN=" + odbc.pg + ";Database=My-Db'").out, "CUSTOMER\n");
+    EXPECT_EQ(program.Run(keep + " --no-create-database").out, "Created 1 tables.\n");
+    EXPECT_EQ(program.Run(keep + " --no-create-database").error,
+              "norvelis-cli: The data source has tables of these names: customer Nothing was created.\n");
+    EXPECT_EQ(program.Run(keep + " --no-create-database --if-exists replace").status, 0);
+    EXPECT_EQ(program.Run(keep).status, 2);
+    const auto refused =
+        program.Run("sql convert SALES --tables keep --no-create-database --dsn " + odbc.mssql);
+    EXPECT_EQ(refused.error, "norvelis-cli: no (42000) Nothing was created.\n");
 }
 
 TEST_F(SqlCommandsTest, ThePrintedHelpIsThatOfTheOtherProgram) {

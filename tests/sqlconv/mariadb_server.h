@@ -32,6 +32,9 @@ class MariadbServer {
     MariadbServer(const MariadbServer&) = delete;
     MariadbServer& operator=(const MariadbServer&) = delete;
 
+    /// Where its socket is, as "s".
+    const std::string& Folder() const { return folder_.Path(); }
+
     /// The keys of an odbc.ini entry.
     std::string Keys() const { return "SOCKET=" + folder_.Path() + "/s\nDatabase=tests\nUID=root\n"; }
 

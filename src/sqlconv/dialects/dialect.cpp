@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <sstream>
 
 #include "base/text.h"
 
@@ -9,77 +10,13 @@ namespace norvelis::tables {
 
 namespace {
 
-// Sorted. Kept by SQL servers in general; one that does not mind takes the quoted name all the same.
-constexpr std::string_view kReservedWords[] = {"ALL",
-                                               "ALTER",
-                                               "AND",
-                                               "ANY",
-                                               "AS",
-                                               "ASC",
-                                               "BETWEEN",
-                                               "BY",
-                                               "CASE",
-                                               "CAST",
-                                               "CHECK",
-                                               "COLLATE",
-                                               "COLUMN",
-                                               "CONSTRAINT",
-                                               "CREATE",
-                                               "CROSS",
-                                               "CURRENT_DATE",
-                                               "CURRENT_TIME",
-                                               "CURRENT_TIMESTAMP",
-                                               "CURRENT_USER",
-                                               "DEFAULT",
-                                               "DELETE",
-                                               "DESC",
-                                               "DISTINCT",
-                                               "DROP",
-                                               "ELSE",
-                                               "END",
-                                               "EXCEPT",
-                                               "EXISTS",
-                                               "FETCH",
-                                               "FOR",
-                                               "FOREIGN",
-                                               "FROM",
-                                               "FULL",
-                                               "GRANT",
-                                               "GROUP",
-                                               "HAVING",
-                                               "IN",
-                                               "INNER",
-                                               "INSERT",
-                                               "INTERSECT",
-                                               "INTO",
-                                               "IS",
-                                               "JOIN",
-                                               "LEFT",
-                                               "LIKE",
-                                               "NATURAL",
-                                               "NOT",
-                                               "NULL",
-                                               "ON",
-                                               "OR",
-                                               "ORDER",
-                                               "OUTER",
-                                               "PRIMARY",
-                                               "REFERENCES",
-                                               "RIGHT",
-                                               "SELECT",
-                                               "SET",
-                                               "SOME",
-                                               "TABLE",
-                                               "THEN",
-                                               "TO",
-                                               "UNION",
-                                               "UNIQUE",
-                                               "UPDATE",
-                                               "USER",
-                                               "USING",
-                                               "WHEN",
-                                               "WHERE",
-                                               "WITH"};
+// Kept by SQL servers in general; one that does not mind takes the quoted name all the same.
+constexpr std::string_view kReservedWords =
+    "ALL ALTER AND ANY AS ASC BETWEEN BY CASE CAST CHECK COLLATE COLUMN CONSTRAINT CREATE CROSS "
+    "CURRENT_DATE CURRENT_TIME CURRENT_TIMESTAMP CURRENT_USER DEFAULT DELETE DESC DISTINCT DROP ELSE "
+    "END EXCEPT EXISTS FETCH FOR FOREIGN FROM FULL GRANT GROUP HAVING IN INNER INSERT INTERSECT INTO "
+    "IS JOIN LEFT LIKE NATURAL NOT NULL ON OR ORDER OUTER PRIMARY REFERENCES RIGHT SELECT SET SOME "
+    "TABLE THEN TO UNION UNIQUE UPDATE USER USING WHEN WHERE WITH";
 
 bool IsPlain(std::string_view name) {
     const auto letter = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_'; };
@@ -114,15 +51,19 @@ std::string OneLine(std::string_view text) {
     return line;
 }
 
+Dialect::Dialect(std::string_view reservedWords) {
+    for (const auto words : {kReservedWords, reservedWords}) {
+        std::istringstream stream{std::string(words)};
+        for (std::string word; stream >> word;) reservedWords_.insert(word);
+    }
+}
+
 std::string Dialect::Quoted(const std::string& name) const {
     return Enclosed(name, '"', '"');
 }
 
 std::string Dialect::NameText(const std::string& name) const {
-    const std::string word = UpperCase(name);
-    const bool reserved = std::ranges::binary_search(kReservedWords, std::string_view(word)) ||
-                          std::ranges::binary_search(ReservedWords(), std::string_view(word));
-    return reserved || !IsPlain(name) ? Quoted(name) : name;
+    return !IsPlain(name) || reservedWords_.contains(UpperCase(name)) ? Quoted(Folded(name)) : name;
 }
 
 std::string Dialect::NamesText(std::span<const std::string> names) const {
@@ -187,7 +128,10 @@ std::string Dialect::CreateTable(const Table& table) const {
         lines.push_back({ColumnText(column) + ColumnTail(column), LineRemark(column.comment)});
         keyWritten = keyWritten || (column.identity && KeyInIdentity());
     }
-    if (!keyWritten) lines.push_back({"PRIMARY KEY " + NamesText(table.primaryKey), {}});
+    if (!keyWritten) {
+        const std::string name = NamesPrimaryKey() ? "CONSTRAINT " + NameText(table.keyName) + " " : "";
+        lines.push_back({name + "PRIMARY KEY " + NamesText(table.primaryKey), {}});
+    }
     for (const Column& column : table.columns) {
         if (column.most > 0)
             lines.push_back(
@@ -229,6 +173,11 @@ std::string Dialect::AddForeignKey(const Table& table, const ForeignKey& key) co
 
 std::string Dialect::AddColumn(const Table& table, const Column& column) const {
     return "ALTER TABLE " + NameText(table.name) + " ADD COLUMN " + ColumnText(column) + ColumnTail(column);
+}
+
+std::string Dialect::ReferenceText(const ForeignKey& key) const {
+    return " CONSTRAINT " + NameText(key.name) + " REFERENCES " + NameText(key.owner) + " " +
+           NamesText(key.ownerColumns);
 }
 
 std::vector<std::string> Dialect::DropTables(std::span<const Table> tables) const {

@@ -49,6 +49,17 @@ class TableDifference {
         return text;
     }
 
+    /// The new key of this column alone, where keys cannot be added to a table by themselves.
+    const ForeignKey* KeyMadeWith(const Column& column) const {
+        for (const ForeignKey& key : now_.foreignKeys) {
+            if (key.columns.size() == 1 && key.columns.front() == column.name &&
+                FindNamed(before_.foreignKeys, key.name) == nullptr &&
+                dialect_.AddForeignKey(now_, key).empty())
+                return &key;
+        }
+        return nullptr;
+    }
+
     /// A required column has no value in the rows that are there: it comes without NOT NULL.
     void CompareColumn(const Column& column) {
         const Column* before = FindNamed(before_.columns, column.name);
@@ -56,7 +67,9 @@ class TableDifference {
             if (column.identity) return;  // The key is noted as another one.
             Column added = column;
             added.required = false;
-            group_.statements.push_back(dialect_.AddColumn(now_, added));
+            std::string statement = dialect_.AddColumn(now_, added);
+            if (const ForeignKey* key = KeyMadeWith(column)) statement += dialect_.ReferenceText(*key);
+            group_.statements.push_back(std::move(statement));
             if (auto comment = dialect_.Comment(now_, column); !comment.empty())
                 group_.statements.push_back(std::move(comment));
             if (column.required)
@@ -75,6 +88,10 @@ class TableDifference {
             const ForeignKey* before = FindNamed(before_.foreignKeys, key.name);
             if (before == nullptr) {
                 auto statement = dialect_.AddForeignKey(now_, key);
+                const Column& column = *now_.Find(key.columns.front());
+                if (statement.empty() && FindNamed(before_.columns, column.name) == nullptr &&
+                    KeyMadeWith(column) != nullptr)
+                    continue;
                 if (statement.empty())
                     Note("the foreign key " + key.name + " can be made only with the table");
                 else
@@ -130,7 +147,8 @@ Script MakeDifferenceScript(const SchemaModel& earlier, const SchemaModel& later
     }
     for (const Table& table : earlier.tables) {
         if (before.contains(NameKey(table.name)))
-            script.groups.push_back({{}, {"Table " + table.name + ": no longer in the dictionary"}, {}});
+            script.groups.push_back(
+                {{}, {"Table " + table.name + ": no longer in the dictionary"}, {}, false});
     }
     return script;
 }

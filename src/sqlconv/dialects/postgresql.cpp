@@ -5,32 +5,35 @@ namespace norvelis::tables {
 
 namespace {
 
-// Sorted.
-constexpr std::string_view kReservedWords[] = {
-    "ANALYSE",      "ANALYZE",   "ARRAY",        "ASYMMETRIC",      "AUTHORIZATION", "BINARY",
-    "BOTH",         "COLLATION", "CONCURRENTLY", "CURRENT_CATALOG", "CURRENT_ROLE",  "CURRENT_SCHEMA",
-    "DEFERRABLE",   "DO",        "FALSE",        "FREEZE",          "ILIKE",         "INITIALLY",
-    "ISNULL",       "LATERAL",   "LEADING",      "LIMIT",           "LOCALTIME",     "LOCALTIMESTAMP",
-    "NOTNULL",      "OFFSET",    "ONLY",         "OVERLAPS",        "PLACING",       "RETURNING",
-    "SESSION_USER", "SIMILAR",   "SYMMETRIC",    "SYSTEM_USER",     "TABLESAMPLE",   "TRAILING",
-    "TRUE",         "VARIADIC",  "VERBOSE",      "WINDOW"};
+constexpr std::string_view kReservedWords =
+    "ANALYSE ANALYZE ARRAY ASYMMETRIC AUTHORIZATION BINARY BOTH COLLATION CONCURRENTLY "
+    "CURRENT_CATALOG CURRENT_ROLE CURRENT_SCHEMA DEFERRABLE DO FALSE FREEZE ILIKE INITIALLY ISNULL "
+    "LATERAL LEADING LIMIT LOCALTIME LOCALTIMESTAMP NOTNULL OFFSET ONLY OVERLAPS PLACING RETURNING "
+    "SESSION_USER SIMILAR SYMMETRIC SYSTEM_USER TABLESAMPLE TRAILING TRUE VARIADIC VERBOSE WINDOW";
 
 class Postgresql : public Dialect {
   public:
+    Postgresql() : Dialect(kReservedWords) {}
     std::string_view Name() const override { return "postgresql"; }
     std::string_view Title() const override { return "PostgreSQL"; }
     bool Means(std::string_view server) const override {
         return LowerCase(server).find("postgres") != std::string::npos;
     }
+    // Each table has system columns.
+    Limits ServerLimits() const override {
+        Limits limits;
+        limits.takenColumns = "TABLEOID XMIN CMIN XMAX CMAX CTID";
+        return limits;
+    }
     std::string TypeText(const ColumnType& type) const override {
         constexpr long kLongestText = 10'485'760, kMostDigits = 1000;
         const bool text = type.kind == ColumnType::Kind::Text || type.kind == ColumnType::Kind::FixedText;
-        const bool tooLong = type.kind == ColumnType::Kind::Decimal && type.length > kMostDigits;
-        return tooLong || (text && type.length > kLongestText) ? "TEXT" : Dialect::TypeText(type);
+        if (type.kind == ColumnType::Kind::Decimal && type.length > kMostDigits) return "NUMERIC";
+        return text && type.length > kLongestText ? "TEXT" : Dialect::TypeText(type);
     }
-
-  protected:
-    std::span<const std::string_view> ReservedWords() const override { return kReservedWords; }
+    std::string Folded(const std::string& name) const override { return LowerCase(name); }
+    // Each holds a lock, of which there are 64 for each of 100 connections.
+    std::size_t MostInTransaction() const override { return 5000; }
 };
 
 }  // namespace

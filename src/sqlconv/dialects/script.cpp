@@ -7,10 +7,16 @@ namespace norvelis::tables {
 namespace {
 
 Script::Group GroupOf(const Table& table, const Dialect& dialect) {
-    Script::Group group{table.name, table.notes, {dialect.CreateTable(table)}};
+    Script::Group group{table.name, table.notes, {dialect.CreateTable(table)}, false};
     std::ranges::move(dialect.Comments(table), std::back_inserter(group.statements));
     for (const Index& index : table.indexes) group.statements.push_back(dialect.CreateIndex(table, index));
     return group;
+}
+
+/// Tables and indexes that the statements of a table make or look at: those of its owners' keys, too.
+std::size_t ObjectsOf(const Table& table) {
+    constexpr std::size_t kTableWithKey = 3;  // The table, its key's index, and the source of its numbers.
+    return kTableWithKey + table.indexes.size() + 2 * table.foreignKeys.size();
 }
 
 void AppendComment(std::string& text, const std::string& line) {
@@ -38,14 +44,25 @@ std::vector<std::string> HeadingOf(const SchemaModel& model, const Dialect& dial
 Script MakeScript(const SchemaModel& model, const Dialect& dialect) {
     Script script{HeadingOf(model, dialect), {}};
     Script::Group closing;
+    std::size_t objects = 0;
+    bool several = false;
     for (const Table& table : model.tables) {
         script.groups.push_back(GroupOf(table, dialect));
+        objects += ObjectsOf(table);
+        if (objects > dialect.MostInTransaction()) {
+            script.groups.back().afterCommit = several = true;
+            objects = ObjectsOf(table);
+        }
         for (const ForeignKey& key : table.foreignKeys) {
             if (!key.ownerLater) continue;
             if (auto statement = dialect.AddForeignKey(table, key); !statement.empty())
                 closing.statements.push_back(std::move(statement));
         }
     }
+    if (several)
+        script.heading.push_back(
+            "A server as delivered does not hold so many tables in one transaction: there are several.");
+    closing.afterCommit = several;
     if (!closing.statements.empty()) script.groups.push_back(std::move(closing));
     return script;
 }
@@ -62,6 +79,11 @@ std::string ScriptText(const Script& script, const Dialect& dialect) {
     text += words.first;
     statement(transaction.begin);
     for (const auto& group : script.groups) {
+        if (group.afterCommit) {
+            text += "\n";
+            statement(transaction.commit);
+            statement(transaction.begin);
+        }
         text += "\n";
         for (const auto& note : group.notes) AppendComment(text, note);
         if (group.statements.empty()) continue;

@@ -14,6 +14,7 @@ struct Script {
         std::string table;  ///< The one that is made; empty for what only changes tables.
         std::vector<std::string> notes;
         std::vector<std::string> statements;  ///< Without semicolons.
+        bool afterCommit = false;             ///< Begins a further transaction.
     };
     std::vector<std::string> heading;  ///< Lines of comment.
     std::vector<Group> groups;

@@ -5,13 +5,13 @@ namespace norvelis::tables {
 
 namespace {
 
-// Sorted.
-constexpr std::string_view kReservedWords[] = {
-    "ADD",    "AUTOINCREMENT", "COMMIT",  "DEFERRABLE", "ESCAPE",    "GLOB",        "INDEX",
-    "ISNULL", "LIMIT",         "NOTHING", "NOTNULL",    "RETURNING", "TRANSACTION", "VALUES"};
+constexpr std::string_view kReservedWords =
+    "ADD AUTOINCREMENT COMMIT DEFERRABLE ESCAPE GLOB IF INDEX ISNULL LIMIT NOTHING NOTNULL RAISE "
+    "RETURNING TRANSACTION VALUES";
 
 class Sqlite : public Dialect {
   public:
+    Sqlite() : Dialect(kReservedWords) {}
     std::string_view Name() const override { return "sqlite"; }
     std::string_view Title() const override { return "SQLite"; }
     bool Means(std::string_view server) const override {
@@ -24,6 +24,7 @@ class Sqlite : public Dialect {
         limits.columns = 2000;
         limits.row = limits.primaryKey = limits.index = kNoLimit;
         limits.keyColumns = 2000;
+        limits.takenPrefix = "SQLITE_";
         return limits;
     }
     std::vector<std::string> Remarks() const override {
@@ -38,7 +39,6 @@ class Sqlite : public Dialect {
     std::string AddForeignKey(const Table&, const ForeignKey&) const override { return {}; }
 
   protected:
-    std::span<const std::string_view> ReservedWords() const override { return kReservedWords; }
     std::string_view IdentityType() const override { return "INTEGER PRIMARY KEY"; }
     bool KeyInIdentity() const override { return true; }
     bool RefersForward() const override { return true; }

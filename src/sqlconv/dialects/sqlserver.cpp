@@ -5,125 +5,18 @@ namespace norvelis::tables {
 
 namespace {
 
-// Sorted.
-constexpr std::string_view kReservedWords[] = {"ADD",
-                                               "AUTHORIZATION",
-                                               "BACKUP",
-                                               "BEGIN",
-                                               "BREAK",
-                                               "BROWSE",
-                                               "BULK",
-                                               "CASCADE",
-                                               "CHECKPOINT",
-                                               "CLOSE",
-                                               "CLUSTERED",
-                                               "COALESCE",
-                                               "COMMIT",
-                                               "COMPUTE",
-                                               "CONTAINS",
-                                               "CONTAINSTABLE",
-                                               "CONTINUE",
-                                               "CONVERT",
-                                               "CURRENT",
-                                               "CURSOR",
-                                               "DATABASE",
-                                               "DBCC",
-                                               "DEALLOCATE",
-                                               "DECLARE",
-                                               "DENY",
-                                               "DISK",
-                                               "DISTRIBUTED",
-                                               "DOUBLE",
-                                               "DUMP",
-                                               "ERRLVL",
-                                               "ESCAPE",
-                                               "EXEC",
-                                               "EXECUTE",
-                                               "EXIT",
-                                               "EXTERNAL",
-                                               "FILE",
-                                               "FILLFACTOR",
-                                               "FREETEXT",
-                                               "FREETEXTTABLE",
-                                               "FUNCTION",
-                                               "GOTO",
-                                               "HOLDLOCK",
-                                               "IDENTITY",
-                                               "IDENTITYCOL",
-                                               "IDENTITY_INSERT",
-                                               "IF",
-                                               "INDEX",
-                                               "KEY",
-                                               "KILL",
-                                               "LINENO",
-                                               "LOAD",
-                                               "MERGE",
-                                               "NATIONAL",
-                                               "NOCHECK",
-                                               "NONCLUSTERED",
-                                               "NULLIF",
-                                               "OF",
-                                               "OFF",
-                                               "OFFSETS",
-                                               "OPEN",
-                                               "OPENDATASOURCE",
-                                               "OPENQUERY",
-                                               "OPENROWSET",
-                                               "OPENXML",
-                                               "OPTION",
-                                               "OVER",
-                                               "PERCENT",
-                                               "PIVOT",
-                                               "PLAN",
-                                               "PRECISION",
-                                               "PRINT",
-                                               "PROC",
-                                               "PROCEDURE",
-                                               "PUBLIC",
-                                               "RAISERROR",
-                                               "READ",
-                                               "READTEXT",
-                                               "RECONFIGURE",
-                                               "REPLICATION",
-                                               "RESTORE",
-                                               "RESTRICT",
-                                               "RETURN",
-                                               "REVERT",
-                                               "REVOKE",
-                                               "ROLLBACK",
-                                               "ROWCOUNT",
-                                               "ROWGUIDCOL",
-                                               "RULE",
-                                               "SAVE",
-                                               "SCHEMA",
-                                               "SECURITYAUDIT",
-                                               "SEMANTICKEYPHRASETABLE",
-                                               "SEMANTICSIMILARITYDETAILSTABLE",
-                                               "SEMANTICSIMILARITYTABLE",
-                                               "SESSION_USER",
-                                               "SETUSER",
-                                               "SHUTDOWN",
-                                               "STATISTICS",
-                                               "SYSTEM_USER",
-                                               "TABLESAMPLE",
-                                               "TEXTSIZE",
-                                               "TOP",
-                                               "TRAN",
-                                               "TRANSACTION",
-                                               "TRIGGER",
-                                               "TRUNCATE",
-                                               "TRY_CONVERT",
-                                               "TSEQUAL",
-                                               "UNPIVOT",
-                                               "UPDATETEXT",
-                                               "USE",
-                                               "VALUES",
-                                               "VARYING",
-                                               "VIEW",
-                                               "WAITFOR",
-                                               "WHILE",
-                                               "WITHIN",
-                                               "WRITETEXT"};
+constexpr std::string_view kReservedWords =
+    "ADD AUTHORIZATION BACKUP BEGIN BREAK BROWSE BULK CASCADE CHECKPOINT CLOSE CLUSTERED COALESCE "
+    "COMMIT COMPUTE CONTAINS CONTAINSTABLE CONTINUE CONVERT CURRENT CURSOR DATABASE DBCC DEALLOCATE "
+    "DECLARE DENY DISK DISTRIBUTED DOUBLE DUMP ERRLVL ESCAPE EXEC EXECUTE EXIT EXTERNAL FILE "
+    "FILLFACTOR FREETEXT FREETEXTTABLE FUNCTION GOTO HOLDLOCK IDENTITY IDENTITYCOL IDENTITY_INSERT "
+    "IF INDEX KEY KILL LINENO LOAD MERGE NATIONAL NOCHECK NONCLUSTERED NULLIF OF OFF OFFSETS OPEN "
+    "OPENDATASOURCE OPENQUERY OPENROWSET OPENXML OPTION OVER PERCENT PIVOT PLAN PRECISION PRINT PROC "
+    "PROCEDURE PUBLIC RAISERROR READ READTEXT RECONFIGURE REPLICATION RESTORE RESTRICT RETURN REVERT "
+    "REVOKE ROLLBACK ROWCOUNT ROWGUIDCOL RULE SAVE SCHEMA SECURITYAUDIT SEMANTICKEYPHRASETABLE "
+    "SEMANTICSIMILARITYDETAILSTABLE SEMANTICSIMILARITYTABLE SESSION_USER SETUSER SHUTDOWN STATISTICS "
+    "SYSTEM_USER TABLESAMPLE TEXTSIZE TOP TRAN TRANSACTION TRIGGER TRUNCATE TRY_CONVERT TSEQUAL "
+    "UNPIVOT UPDATETEXT USE VALUES VARYING VIEW WAITFOR WHILE WITHIN WRITETEXT";
 
 std::string National(std::string_view text) {
     return "N" + Literal(text);
@@ -131,6 +24,7 @@ std::string National(std::string_view text) {
 
 class Sqlserver : public Dialect {
   public:
+    Sqlserver() : Dialect(kReservedWords) {}
     std::string_view Name() const override { return "sqlserver"; }
     std::string_view Title() const override { return "SQL Server"; }
     bool Means(std::string_view server) const override {
@@ -155,7 +49,9 @@ class Sqlserver : public Dialect {
             return TypeText({ColumnType::Kind::Text, type.length + 2});
         if (type.kind == ColumnType::Kind::DoubleFloat) return "FLOAT(53)";
         const bool text = type.kind == ColumnType::Kind::Text || type.kind == ColumnType::Kind::FixedText;
-        return text && type.length > kLongestText ? "VARCHAR(MAX)" : Dialect::TypeText(type);
+        const long longest = type.wide ? kLongestText / 2 : kLongestText;
+        return (text && type.wide ? "N" : "") +
+               (text && type.length > longest ? "VARCHAR(MAX)" : Dialect::TypeText(type));
     }
 
     TransactionWords Transaction() const override {
@@ -191,7 +87,6 @@ class Sqlserver : public Dialect {
 
   protected:
     std::string Quoted(const std::string& name) const override { return Enclosed(name, '[', ']'); }
-    std::span<const std::string_view> ReservedWords() const override { return kReservedWords; }
     std::string_view IdentityType() const override { return "BIGINT IDENTITY(1,1)"; }
     bool Defers() const override { return false; }
 

@@ -107,18 +107,24 @@ void NoteIndexesWithoutKeys(Build& build, RecordPlan& plan) {
 /// Records are found by a CALC key, whether it is unique or not.
 void AddCalcIndex(Build& build, RecordPlan& plan) {
     const auto& record = *plan.record;
-    if (record.mode != "CALC" || Trim(record.dn) == "DN") return;
+    if (record.mode != "CALC") return;
+    const bool unique = Trim(record.dn) == "DN";
+    if (unique && !plan.table.columns.front().identity) return;  // It is the primary key.
     Index index;
     index.name = "ix_calc_" + build.names.Of(record.name);
     const auto words = KeyWords(record);
     std::string refusal = words.empty() ? "it is empty" : "";
     for (const auto& word : words) {
         const KeyColumns found = ColumnsOfKey(plan, word);
-        if (!found.why.empty()) refusal = found.why;
+        const bool mayBeCut = unique && &word == &words.back() && !index.keys.empty();
+        if (!found.why.empty() && !mayBeCut) refusal = found.why;
         for (const auto& column : found.columns) index.keys.push_back({column});
     }
     if (refusal.empty()) refusal = AddIndex(build, plan.table, std::move(index));
-    if (refusal.empty()) return;
+    if (refusal.empty()) {
+        plan.keyReason += ", which has an index";
+        return;
+    }
     plan.lookAt = true;
     plan.keyReason += "; no index on it, " + refusal;
     plan.table.notes.push_back("no index on the CALC key " + record.key + ": " + refusal);

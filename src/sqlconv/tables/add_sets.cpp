@@ -4,6 +4,7 @@
 #include "base/name_key.h"
 #include "base/text.h"
 #include "sqlconv/tables/build.h"
+#include "sqlconv/tables/words.h"
 
 namespace norvelis::tables {
 
@@ -15,13 +16,6 @@ struct Membership {
     std::string order;  ///< NEXT, LAST ..., ASC, DSC, SORTED; empty when it is cut off.
     std::string key, duplicates;
 };
-
-std::string NextWord(std::string_view& text) {
-    text = Trim(text);
-    std::string word(text.substr(0, text.find(' ')));
-    text.remove_prefix(word.size());
-    return word;
-}
 
 Membership ReadMembership(std::string_view connection) {
     const auto line = connection.find('\n');

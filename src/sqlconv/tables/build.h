@@ -4,7 +4,9 @@
 #include <unordered_map>
 #include <vector>
 
+#include "dictionary/schema_contents.h"
 #include "sqlconv/tables/names.h"
+#include "sqlconv/tables/options.h"
 #include "sqlconv/tables/record_items.h"
 #include "sqlconv/tables/schema_model.h"
 
@@ -67,6 +69,8 @@ KeyColumns ColumnsOfCutKey(const RecordPlan& plan, std::string_view beginning);
 /// Bytes of a value in a key of the server.
 double KeyBytes(const ColumnType& type, const Limits& limits);
 double KeyBytes(const Table& table, const std::vector<std::string>& columns, const Limits& limits);
+
+std::string PrimaryKeyName(Build& build, const std::string& table);
 
 /// What the index of a set is called.
 std::string IndexName(const Build& build, std::string_view set, std::string_view member);

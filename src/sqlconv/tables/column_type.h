@@ -22,6 +22,7 @@ struct ColumnType {
     long length = 0;  ///< Characters of a text, digits of a decimal number, those behind the point included.
     long decimals = 0;  ///< Of a decimal number.
     std::string given = {};
+    bool wide = false;  ///< A text of characters that are more than a byte in the record.
 
     bool operator==(const ColumnType&) const = default;
 };

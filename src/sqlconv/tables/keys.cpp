@@ -16,6 +16,8 @@ KeyColumns ColumnsOfItem(const RecordPlan& plan, std::size_t place) {
         if (item.repeats) return {{}, item.name + " occurs several times"};
         if (item.state == Item::State::LeftOut || item.state == Item::State::Unmapped)
             return {{}, item.name + " is no column"};
+        if (item.state == Item::State::Filler)
+            return {{}, "a part of " + plan.items[place].name + " has no name"};
         if (i == place && item.state == Item::State::Overlaps) return {{}, item.name + ": " + item.why};
         for (const Column& column : plan.table.columns) {
             if (column.item == i) found.columns.push_back(column.name);
@@ -23,6 +25,21 @@ KeyColumns ColumnsOfItem(const RecordPlan& plan, std::size_t place) {
     }
     if (found.columns.empty()) found.why = plan.items[place].name + " is no column";
     return found;
+}
+
+/// The columns of the one item that is meant.
+template <typename IsMeant>
+KeyColumns ColumnsOfOne(const RecordPlan& plan, std::string_view name, const IsMeant& isMeant,
+                        const char* relation) {
+    std::size_t meant = plan.items.size();
+    for (std::size_t i = 0; i < plan.items.size(); ++i) {
+        if (!isMeant(plan.items[i])) continue;
+        if (meant < plan.items.size())
+            return {{}, "more than one field of the record " + (relation + (" " + std::string(name)))};
+        meant = i;
+    }
+    if (meant < plan.items.size()) return ColumnsOfItem(plan, meant);
+    return {{}, "no field of the record " + (relation + (" " + std::string(name)))};
 }
 
 }  // namespace
@@ -41,23 +58,19 @@ std::vector<std::string> KeyWords(const dictionary::RecordContents& record) {
 }
 
 KeyColumns ColumnsOfKey(const RecordPlan& plan, std::string_view name) {
-    for (std::size_t i = 0; i < plan.items.size(); ++i) {
-        if (SameName(plan.items[i].name, name)) return ColumnsOfItem(plan, i);
-    }
-    return {{}, "the record has no field " + std::string(name)};
+    return ColumnsOfOne(
+        plan, name, [name](const Item& item) { return SameName(item.name, name); }, "is called");
 }
 
 KeyColumns ColumnsOfCutKey(const RecordPlan& plan, std::string_view beginning) {
     const std::string key = NameKey(beginning);
-    std::vector<std::size_t> meant;
-    for (std::size_t i = 0; i < plan.items.size(); ++i) {
-        if (NameKey(plan.items[i].name).starts_with(key)) meant.push_back(i);
-    }
-    if (meant.size() == 1) return ColumnsOfItem(plan, meant.front());
-    return {
-        {},
-        (meant.empty() ? "no field of the record begins with " : "several fields of the record begin with ") +
-            std::string(beginning)};
+    return ColumnsOfOne(
+        plan, beginning, [&key](const Item& item) { return NameKey(item.name).starts_with(key); },
+        "begins with");
+}
+
+std::string PrimaryKeyName(Build& build, const std::string& table) {
+    return build.objects.Take(build.names, {"pk_" + table});
 }
 
 double KeyBytes(const ColumnType& type, const Limits& limits) {

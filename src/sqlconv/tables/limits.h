@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string_view>
 
 namespace norvelis::tables {
 
@@ -12,9 +13,16 @@ struct Limits {
     double columns = 1600;
     double row = 8000;  ///< Bytes of the columns that a row keeps in its page.
     double bytesPerCharacter = 4;
+    double rowBytesPerCharacter = 1;
     double textInRow = 24;    ///< Bytes up to which a text stays in the page.
     double textOutside = 24;  ///< Bytes that a longer one still takes there.
     double wholeRow = 1e9;    ///< Bytes of all columns, wherever they are kept.
+
+    /// Characters past which a text is of a type that the row only points to.
+    long longText = 1'000'000'000;
+
+    std::string_view takenColumns;  ///< Upper-case words that no column may be called.
+    std::string_view takenPrefix;   ///< In upper case: what no name may begin with.
 
     std::size_t keyColumns = 32;
     double primaryKey = 2600;  ///< Bytes.

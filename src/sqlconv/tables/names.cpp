@@ -5,6 +5,7 @@
 
 #include "base/name_key.h"
 #include "base/text.h"
+#include "sqlconv/tables/words.h"
 
 namespace norvelis::tables {
 
@@ -48,6 +49,7 @@ std::string Names::Of(std::string_view dictionaryName) const {
         const auto byte = static_cast<unsigned char>(c);
         if (c == '-' || byte <= 0x20 || byte == 0x7F) c = '_';
     }
+    if (!limits_.takenPrefix.empty() && UpperCase(name).starts_with(limits_.takenPrefix)) name = "_" + name;
     return lowerCase_ ? LowerCase(name) : name;
 }
 
@@ -55,6 +57,10 @@ std::string Names::Fitting(const std::string& name) const {
     constexpr std::size_t kHash = 9;  // Underscore and eight digits.
     if ((limits_.nameInBytes ? name.size() : Characters(name)) <= limits_.name) return name;
     return std::string(Beginning(name, limits_.name - kHash, limits_.nameInBytes)) + "_" + HashDigits(name);
+}
+
+UsedNames::UsedNames(std::string_view taken) {
+    for (auto word = NextWord(taken); !word.empty(); word = NextWord(taken)) used_.emplace(word);
 }
 
 bool UsedNames::TakeFree(const std::string& name) {

@@ -30,6 +30,10 @@ class Names {
 /// The names that are taken in one table, or in a schema. Letter case does not count.
 class UsedNames {
   public:
+    UsedNames() = default;
+    /// Upper-case words with blanks between them that are taken from the start.
+    explicit UsedNames(std::string_view taken);
+
     /// The first of the candidates that is free, or the last of them with a number behind it. Takes it.
     std::string Take(const Names& names, std::initializer_list<std::string> candidates);
 

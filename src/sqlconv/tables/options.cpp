@@ -1,6 +1,7 @@
 #include "sqlconv/tables/options.h"
 
 #include <charconv>
+#include <regex>
 
 #include "base/name_key.h"
 #include "base/text.h"
@@ -34,16 +35,13 @@ std::string Quoted(std::string_view word) {
     return "\"" + std::string(word) + "\"";
 }
 
-/// A type goes to the server as it is written, so it must be no more than a type.
-bool IsType(std::string_view text) {
-    int open = 0;
-    for (const char c : text) {
-        const bool letter = (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
-        if (c == '(') ++open;
-        if (c == ')' && --open < 0) return false;
-        if (!letter && std::string_view("_ (),").find(c) == std::string_view::npos) return false;
-    }
-    return open == 0 && !text.empty();
+/// A type goes to the server as it is written, so it must be no more than a type: words, and sizes in
+/// parentheses behind the first ones.
+bool IsType(const std::string& text) {
+    static const std::regex type(
+        "[A-Za-z_][A-Za-z0-9_]*( [A-Za-z_][A-Za-z0-9_]*)*"
+        "( ?\\(( ?[0-9]+ ?(, ?[0-9]+ ?)?|MAX|max)\\)( [A-Za-z_][A-Za-z0-9_]*)*)?");
+    return std::regex_match(text, type);
 }
 
 class Reader {
@@ -141,7 +139,7 @@ class Reader {
         if (option == "occurs") return Choose(value, "columns", "table", field_->occursAsColumns);
         if (option == "name") return SetName(value, field_->name);
         if (option != "type") return Mistake(Quoted(option) + " is no option of a field");
-        if (!IsType(value)) return Mistake(Quoted(value) + " is no type");
+        if (!IsType(std::string(value))) return Mistake(Quoted(value) + " is no type");
         field_->type = value;
     }
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/text.h"
+#include "sqlconv/tables/words.h"
 
 namespace norvelis::tables {
 
@@ -83,11 +84,14 @@ bool Holds(std::string_view letters, char letter) {
     return letters.find(letter) != std::string_view::npos;
 }
 
-/// What is printed: V and P take no place, CR and DB two.
+/// What is printed: V and P take no place, CR and DB two. There must be a place for a character or a digit,
+/// at most one decimal point and one sign.
 Picture PrintedOf(const std::vector<Symbol>& symbols) {
-    constexpr std::string_view kText = "XA9", kWide = "GN", kEditing = "ZB0/,.*+-$", kSilent = "VP";
+    constexpr std::string_view kText = "XA9", kWide = "GN", kPlaces = "XA9GNZ*", kFloating = "+-$";
+    constexpr std::string_view kEditing = "ZB0/,.*+-$", kSilent = "VP";
     Picture printed;
-    bool text = true, wide = true, edits = false;
+    bool text = true, wide = true, edits = false, places = false;
+    long points = 0, signs = 0;
     for (std::size_t i = 0; i < symbols.size(); ++i) {
         const auto [letter, count] = symbols[i];
         const char next = i + 1 < symbols.size() ? symbols[i + 1].letter : ' ';
@@ -98,21 +102,18 @@ Picture PrintedOf(const std::vector<Symbol>& symbols) {
         text = text && Holds(kText, letter);
         wide = wide && Holds(kWide, letter);
         edits = edits || editing;
-        if (!editing && !silent && !wide && !Holds(kText, letter)) return {};
+        if (!editing && !silent && !Holds(kPlaces, letter)) return {};
+        places = places || Holds(kPlaces, letter) || (Holds(kFloating, letter) && count > 1);
+        if (letter == '.' || letter == 'V') points += count;
+        if (credit || letter == '+' || letter == '-') ++signs;
+        if (exponent) --signs;  // The one behind it is the exponent's own.
         if (!silent) printed.width += count;
         if (credit) printed.width += symbols[++i].count;
     }
     if (printed.width == 0 || printed.width > kWidest || !(text || wide || edits)) return {};
+    if (!places || points > 1 || signs > 1) return {};
     printed.kind = wide ? Picture::Kind::WideText : text ? Picture::Kind::Text : Picture::Kind::Edited;
     return printed;
-}
-
-/// The word at the beginning of the text, which then begins behind it.
-std::string_view NextWord(std::string_view& text) {
-    text = Trim(text);
-    const std::string_view word = text.substr(0, text.find(' '));
-    text.remove_prefix(word.size());
-    return word;
 }
 
 std::optional<long> NextNumber(std::string_view& text) {
@@ -210,7 +211,11 @@ ColumnType TypeFor(const Picture& picture, const Usage& usage, const TypeRules& 
     }
     if (picture.kind == Picture::Kind::Invalid) return {};
     if (picture.kind != Picture::Kind::Number)
-        return {rules.fixedText || picture.width == 1 ? FixedText : Text, picture.width};
+        return {rules.fixedText || picture.width == 1 ? FixedText : Text,
+                picture.width,
+                0,
+                {},
+                picture.kind == Picture::Kind::WideText};
     if (rules.widenBinary && usage.form == Usage::Form::Binary && picture.digits == picture.nines)
         return FullRange(picture);
     if (picture.decimals > 0) return {Decimal, picture.digits, picture.decimals};

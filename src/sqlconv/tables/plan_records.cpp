@@ -1,9 +1,11 @@
 #include <algorithm>
 #include <charconv>
+#include <utility>
 
 #include "base/name_key.h"
 #include "base/text.h"
 #include "sqlconv/tables/build.h"
+#include "sqlconv/tables/words.h"
 
 namespace norvelis::tables {
 
@@ -20,13 +22,11 @@ std::string Positions(const Item& item) {
 std::string Described(const Item& item) {
     std::string text = item.name;
     const std::string_view word = PictureWord(item.field->picture);
-    if (!word.empty() && item.state != Item::State::Group) text += "; " + std::string(word);
-    std::string_view separator = "; ";
-    for (std::string_view rest = item.field->usage; !Trim(rest).empty(); separator = " ") {
-        const std::string_view part = PictureWord(rest);
-        text.append(separator).append(part);
-        rest.remove_prefix(static_cast<std::size_t>(part.data() + part.size() - rest.data()));
-    }
+    const bool isStart = word == Trim(item.field->start) && word == Trim(item.field->picture);
+    if (!word.empty() && !isStart && item.state != Item::State::Group) text += "; " + std::string(word);
+    std::string_view separator = "; ", usage = item.field->usage;
+    for (auto part = NextWord(usage); !part.empty(); part = NextWord(usage))
+        text.append(std::exchange(separator, " ")).append(part);
     return text + Positions(item);
 }
 
@@ -71,6 +71,7 @@ class Planner {
         AddItems(plan_.table, plan_.columns, 0, plan_.items.size());
         AddOverlapNotes();
         ChooseKey();
+        plan_.table.keyName = PrimaryKeyName(build_, plan_.table.name);
     }
     void AddRepetitions() {
         // A table of repetitions may wait with further ones, which are then behind it.
@@ -167,12 +168,11 @@ class Planner {
                                                    : "records of mode " + record.mode + " have no key");
         if (Trim(record.dn) != "DN") return UseRecordId("the CALC key allows duplicates");
         const auto words = KeyWords(record);
-        if (UseKey(words, "the CALC key")) {
-            constexpr std::size_t kWholeColumn = 29;
-            if (words.size() > 1 && Trim(record.key).size() >= kWholeColumn) {
-                plan_.keyReason += "; the dictionary holds 30 characters of it, so that a key may be missing";
-                plan_.lookAt = true;
-            }
+        // The dictionary holds 30 characters of the key: what fills them may go on.
+        constexpr std::size_t kMayBeCut = 29;
+        if (Trim(record.key).size() >= kMayBeCut) {
+            refusal_ = "it may be cut at 30 characters";
+        } else if (UseKey(words, "the CALC key")) {
             return;
         }
         plan_.lookAt = true;
@@ -220,7 +220,7 @@ class Planner {
         child.name = build_.objects.Take(build_.names, {plan_.table.name + "_" + NameOf(item),
                                                         plan_.table.name + "_" + GroupNameOf(item)});
         child.comment = "Record " + plan_.record->name + ": occurrences of " + Described(item);
-        UsedNames used;
+        UsedNames used(build_.limits.takenColumns);
         std::vector<Column> key = ParentKey(parent, used, item);
         const std::size_t own = plan_.children.size();
         if (item.state == Item::State::Group) {
@@ -230,6 +230,7 @@ class Planner {
         }
         for (const Column& column : key) child.primaryKey.push_back(column.name);
         child.columns.insert(child.columns.begin(), key.begin(), key.end());
+        child.keyName = PrimaryKeyName(build_, child.name);
         ForeignKey owner;
         owner.name = build_.objects.Take(build_.names, {"fk_" + child.name});
         owner.columns.assign(child.primaryKey.begin(), child.primaryKey.end() - 1);
@@ -279,6 +280,7 @@ class Planner {
 
 RecordPlan PlanOf(Build& build, const dictionary::RecordContents& record) {
     RecordPlan plan;
+    plan.columns = UsedNames(build.limits.takenColumns);
     plan.record = &record;
     plan.wishes = build.options.Record(record.name);
     plan.items = ReadItems(record, plan.wishes, build.options.types);

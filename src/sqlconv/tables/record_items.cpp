@@ -53,14 +53,11 @@ void CheckBytes(Item& item) {
                std::to_string(bytes * times);
 }
 
-/// A group's picture is empty, or the start position that runs into its column.
+/// A group's picture is the start position that runs into its column.
 bool IsGroup(const Item& item) {
-    if (item.usage.form == Usage::Form::Group) return true;
+    if (item.usage.form != Usage::Form::Display) return item.usage.form == Usage::Form::Group;
     const std::string_view stored = Trim(item.field->picture);
-    const bool numbersOwn = item.usage.form == Usage::Form::SingleFloat ||
-                            item.usage.form == Usage::Form::DoubleFloat ||
-                            item.usage.form == Usage::Form::Index;
-    return !numbersOwn && !stored.empty() && stored == Trim(item.field->start);
+    return !stored.empty() && stored == Trim(item.field->start);
 }
 
 void SetState(Item& item, bool holdsItems, const TypeRules& rules) {
@@ -82,6 +79,8 @@ void SetState(Item& item, bool holdsItems, const TypeRules& rules) {
     } else if (item.type = TypeFor(item.picture, item.usage, rules);
                item.type.kind != ColumnType::Kind::None) {
         item.state = Column;
+    } else if (item.usage.form == Usage::Form::Other && item.picture.kind == Picture::Kind::Invalid) {
+        item.why = "its usage " + std::string(PictureWord(item.field->usage)) + " holds no value of its own";
     } else if (const auto word = PictureWord(item.field->picture); word.empty()) {
         item.why = "it has neither picture nor items in the dictionary";
     } else {

@@ -4,10 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "dictionary/schema_contents.h"
 #include "sqlconv/tables/column_type.h"
-#include "sqlconv/tables/limits.h"
-#include "sqlconv/tables/options.h"
 
 // A schema of the dictionary as tables with keys and relations, in no server's words.
 namespace norvelis::tables {
@@ -53,6 +50,7 @@ struct Table {
     std::string record;   ///< Of the dictionary.
     std::string comment;  ///< In one line.
     std::vector<Column> columns;
+    std::string keyName;  ///< Of the primary key.
     std::vector<std::string> primaryKey;
     std::vector<ForeignKey> foreignKeys;
     std::vector<Index> indexes;
@@ -78,9 +76,5 @@ struct SchemaModel {
     std::vector<Table> tables;  ///< Owners before members, as far as there is no cycle.
     std::vector<Outcome> outcomes;
 };
-
-/// Pure: equal contents, options and limits give an equal model.
-SchemaModel BuildModel(const dictionary::SchemaContents& contents, const Options& options,
-                       const Limits& limits);
 
 }  // namespace norvelis::tables

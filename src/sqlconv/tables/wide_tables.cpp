@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <unordered_set>
+#include <utility>
 
 #include "base/name_key.h"
 #include "sqlconv/tables/build.h"
@@ -10,10 +11,12 @@ namespace {
 
 /// The part of what a row may hold that this column takes at most, in the measure that is short first.
 double ShareOfRow(const ColumnType& type, const Limits& limits) {
-    const double bytes = KeyBytes(type, limits);
     const bool text = type.kind == ColumnType::Kind::Text || type.kind == ColumnType::Kind::FixedText;
+    const double bytes =
+        text ? static_cast<double>(type.length) * limits.rowBytesPerCharacter : KeyBytes(type, limits);
     const double inRow = text && bytes > limits.textInRow ? limits.textOutside : bytes + 1;
-    return std::max({1 / limits.columns, inRow / limits.row, bytes / limits.wholeRow});
+    const double inAll = text && type.length > limits.longText ? limits.textOutside : bytes;
+    return std::max({1 / limits.columns, inRow / limits.row, inAll / limits.wholeRow});
 }
 
 double ShareOfRow(const Table& table, const Limits& limits) {
@@ -34,20 +37,27 @@ std::unordered_set<std::string> BoundColumns(const Table& table) {
     return bound;
 }
 
+std::vector<Column> KeyOf(const Table& table) {
+    std::vector<Column> key;
+    for (const auto& name : table.primaryKey) {
+        Column column = *table.Find(name);
+        column.item = Column::kAdded;
+        column.identity = false;
+        column.comment = "Of the row in " + table.name;
+        key.push_back(std::move(column));
+    }
+    return key;
+}
+
 /// A table with the same key, a row of which goes with one of the first.
-Table FurtherTable(Build& build, const Table& first, std::size_t number) {
+Table FurtherTable(Build& build, const Table& first, const std::vector<Column>& key, std::size_t number) {
     Table table;
     table.name = build.objects.Take(build.names, {first.name + "_part" + std::to_string(number)});
     table.record = first.record;
     table.comment = "Further columns of " + first.name + ", which has more than a table of the server";
+    table.columns = key;
+    table.keyName = PrimaryKeyName(build, table.name);
     table.primaryKey = first.primaryKey;
-    for (const auto& name : first.primaryKey) {
-        Column column = *first.Find(name);
-        column.item = Column::kAdded;
-        column.identity = false;
-        column.comment = "Of the row in " + first.name;
-        table.columns.push_back(std::move(column));
-    }
     ForeignKey owner;
     owner.name = build.objects.Take(build.names, {"fk_" + table.name});
     owner.columns = owner.ownerColumns = first.primaryKey;
@@ -66,23 +76,22 @@ std::vector<Table> Split(Build& build, Table& first) {
     for (const Column& column : first.columns) {
         if (isBound(column)) share += ShareOfRow(column.type, build.limits);
     }
-    std::vector<Column> kept;
-    for (Column& column : first.columns) {
+    const std::vector<Column> key = KeyOf(first);
+    std::vector<Column> all = std::exchange(first.columns, {});
+    for (Column& column : all) {
         const double own = ShareOfRow(column.type, build.limits);
         if (isBound(column) || (further.empty() && share + own <= 1)) {
             if (!isBound(column)) share += own;
-            kept.push_back(std::move(column));
+            first.columns.push_back(std::move(column));
             continue;
         }
         if (further.empty() || share + own > 1) {
-            first.columns = kept;  // FurtherTable looks for the key among them.
-            further.push_back(FurtherTable(build, first, further.size() + 2));
+            further.push_back(FurtherTable(build, first, key, further.size() + 2));
             share = ShareOfRow(further.back(), build.limits);
         }
         share += own;
         further.back().columns.push_back(std::move(column));
     }
-    first.columns = std::move(kept);
     first.notes.push_back("the server does not take all its columns in one table: the others are in " +
                           further.front().name +
                           (further.size() > 1 ? " to " + further.back().name : std::string()));

@@ -1,4 +1,4 @@
-#include "cli/dump_reader.h"
+#include "dictionary/dumped_schema.h"
 
 #include <nlohmann/json.hpp>
 #include <stdexcept>
@@ -7,7 +7,7 @@
 #include "base/name_key.h"
 #include "base/text.h"
 
-namespace norvelis::cli {
+namespace norvelis::dictionary {
 
 namespace {
 
@@ -31,7 +31,7 @@ class Dump {
   public:
     Dump(const std::string& text, std::string_view schema) : tables_(Parse(text)), schema_(schema) {}
 
-    dictionary::SchemaContents Read() {
+    SchemaContents Read() {
         ReadHeader();
         ReadRecords();
         ReadFields();
@@ -76,7 +76,7 @@ class Dump {
     void ReadRecords() {
         EachRow("Record_Details", [this](const Row& row) {
             if (row["recordtype"] != "Record") return;
-            dictionary::RecordContents record;
+            RecordContents record;
             record.name = row["Recordname"];
             record.mode = row["Recmode"];
             record.dn = row["dn"];
@@ -93,7 +93,7 @@ class Dump {
     }
 
     void ReadFields() {
-        std::unordered_map<std::string, dictionary::RecordContents*> byName;
+        std::unordered_map<std::string, RecordContents*> byName;
         for (auto& record : contents_.records) byName.try_emplace(NameKey(record.name), &record);
         EachRow("Record_layout", [&byName](const Row& row) {
             const auto record = byName.find(NameKey(row["Recordname"]));
@@ -108,7 +108,7 @@ class Dump {
             contents_.sets.push_back({row["set"], row["Recordname"], row["next_step"], row["connection"]});
         });
         EachRow("Index_Details", [this](const Row& row) {
-            dictionary::IndexContents index{
+            IndexContents index{
                 row["Recordname"], row["next_step"], row["Information"], row["sortoption"], {}};
             for (int slot = 1; slot <= 16; ++slot) {
                 const std::string number = std::to_string(slot);
@@ -121,13 +121,13 @@ class Dump {
 
     Json tables_;
     std::string schema_;
-    dictionary::SchemaContents contents_;
+    SchemaContents contents_;
     bool found_ = false;
 };
 
 }  // namespace
 
-dictionary::SchemaContents ReadDumpedSchema(const std::string& dump, std::string_view schema) {
+SchemaContents ReadDumpedSchema(const std::string& dump, std::string_view schema) {
     try {
         return Dump(dump, schema).Read();
     } catch (const Json::exception& failure) {
@@ -135,4 +135,4 @@ dictionary::SchemaContents ReadDumpedSchema(const std::string& dump, std::string
     }
 }
 
-}  // namespace norvelis::cli
+}  // namespace norvelis::dictionary
