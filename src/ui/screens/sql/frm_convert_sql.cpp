@@ -16,6 +16,7 @@
 #include "sqlconv/conversion.h"
 #include "sqlconv/name_checks.h"
 #include "sqlconv/record_tables.h"
+#include "sqlconv/table_creation.h"
 #include "store/connection.h"
 #include "ui/controls/button_row.h"
 #include "ui/controls/click_label.h"
@@ -24,9 +25,11 @@
 #include "ui/controls/picture_controls.h"
 #include "ui/controls/split.h"
 #include "ui/controls/vbal_progress_bar.h"
+#include "ui/controls/worded_mark.h"
 #include "ui/forms/cancel_button.h"
 #include "ui/forms/record_lists.h"
 #include "ui/screens/sql/eb_dsn_combo.h"
+#include "ui/screens/sql/frm_kept_tables.h"
 #include "ui/screens/sql/frm_statements.h"
 #include "ui/skins/art/skin_files.h"
 
@@ -34,7 +37,8 @@ namespace norvelis::ui {
 
 namespace {
 
-constexpr auto kSection = "frmConvertSQL", kAllSources = "AllDataSources";
+constexpr auto kSection = "frmConvertSQL", kAllSources = "AllDataSources",
+               kKeepTables = "TypesKeysAndDialect";
 constexpr auto kDatabaseName = "SQLdatabaseName";
 constexpr auto kFirstStatus =
     "You must have a DSN connection to a SQL database. From ODBC create one on the System DSN.";
@@ -168,6 +172,10 @@ QLayout* frmConvertSQL::DatabaseRows() {
     names->addWidget(MakeLabel(this, "lblDatabase", "New database :"));
     names->addWidget(txtDBNameIDMS_, 2);
 
+    auto* keep = new WordedCheck("chkKeepTables", "&Types, keys and dialect of the server", this);
+    chkKeepTables_ = keep->Button();
+    chkKeepTables_->setToolTip("Tables that keep what the dictionary knows, shown before they are created");
+
     auto* buttons = new ButtonRow(this);
     auto* statements =
         buttons->Add("cmdStatements", "STATEMENTS", "Read the statements before anything is created",
@@ -181,6 +189,7 @@ QLayout* frmConvertSQL::DatabaseRows() {
     rows->setSpacing(kGap);
     rows->addLayout(names);
     rows->addWidget(lblTwoDatabases_);
+    rows->addLayout(keep);
     rows->addLayout(buttons);
     return rows;
 }
@@ -192,6 +201,7 @@ void frmConvertSQL::LoadINISettings() {
 void frmConvertSQL::SaveINISettings() {
     cboDSN_->WriteProperties(kSection);
     WriteINIValue(kSection, kAllSources, allSources_->isChecked() ? "True" : "False", App().gLocalIni);
+    WriteINIValue(kSection, kKeepTables, chkKeepTables_->isChecked() ? "True" : "False", App().gLocalIni);
 }
 
 void frmConvertSQL::Load() {
@@ -202,6 +212,8 @@ void frmConvertSQL::Load() {
         if (database) txtDBNameIDMS_->setText(QString::fromStdString(database->value));
     });
     const bool all = EqualIgnoringCase(ReadINIValue(kSection, kAllSources, App().gLocalIni), "True");
+    chkKeepTables_->setChecked(
+        EqualIgnoringCase(ReadINIValue(kSection, kKeepTables, App().gLocalIni), "True"));
     cboDSN_->ReadProperties(kSection);
     ChooseKind(all ? allSources_ : Sql_);
     cboDSN_->SetDriverFilter(all ? std::string_view() : DriverFilterFor(ServerKind::Sql, true));
@@ -261,6 +273,7 @@ void frmConvertSQL::FlxGrid7_Click() {
 void frmConvertSQL::cmdStatements_Click() {
     const std::string schema = lists_->Schema(), database(Trim(txtDBNameIDMS_->text().toStdString()));
     if (schema.empty()) return SetStatus("You must select a schema of the dictionary first.");
+    if (chkKeepTables_->isChecked()) return ShowKeptTables(false);
     if (database.empty()) return SetStatus("You must type the name of the new database first.");
     std::vector<std::array<std::string, 2>> statements;
     std::string ending;
@@ -285,6 +298,7 @@ void frmConvertSQL::cmdStatements_Click() {
 }
 
 void frmConvertSQL::cmdCopyDB_Click() {
+    if (chkKeepTables_->isChecked()) return ShowKeptTables(true);
     Run("Convert to SQL", [this] {
         Conversion conversion{sql_,
                               cboDSN_->DSN(),
@@ -297,6 +311,56 @@ void frmConvertSQL::cmdCopyDB_Click() {
         txtDBNameIDMS_->setText(QString::fromStdString(conversion.createdDatabase));
         ReportFailure(App(), "cmdCopyDB_Click",
                       [&] { WriteSetting(App(), kDatabaseName, conversion.createdDatabase); });
+    });
+}
+
+std::optional<tables::KeptTables> frmConvertSQL::ReadKeptTables() {
+    std::optional<tables::KeptTables> kept;
+    const std::string schema = lists_->Schema(), source = cboDSN_->DSN();
+    if (schema.empty()) {
+        SetStatus("You must select a schema of the dictionary first.");
+    } else if (source.empty()) {
+        SetStatus("You must select a DSN from the List Box above....");
+    } else {
+        Run("Reading the tables", [&] {
+            try {
+                kept.emplace(KeptTablesFor(sql_, source, schema, {}));
+            } catch (const SqlFailure& failure) {
+                SetStatus(failure.what());
+            }
+        });
+    }
+    return kept;
+}
+
+void frmConvertSQL::ShowKeptTables(bool create) {
+    const auto kept = ReadKeptTables();
+    if (!kept) return;
+    std::string database(Trim(txtDBNameIDMS_->text().toStdString()));
+    if (!kept->dialect.HasDatabases()) database.clear();
+    frmKeptTables window(Context(), *kept);
+    window.Load();
+    if (create)
+        window.OfferCreation(database.empty() ? "The tables go where the data source " + cboDSN_->DSN() +
+                                                    " leads; no database is created."
+                                              : "The database " + database + " is created for the tables.");
+    window.ShowAndWait();
+    if (window.Wanted()) CreateTables(kept->model.schema, database);
+}
+
+void frmConvertSQL::CreateTables(const std::string& schema, const std::string& database) {
+    Run("Convert to SQL", [&] {
+        TableCreation creation(sql_, cboDSN_->DSN());
+        creation.database = database;
+        creation.screen.status = [this](const std::string& text) { SetStatus(text); };
+        if (!CreateKeptTables(creation, schema)) return;
+        if (database.empty()) {
+            Connect();
+        } else {
+            ReportFailure(App(), "cmdCopyDB_Click", [&] { WriteSetting(App(), kDatabaseName, database); });
+        }
+        SetStatus("IDMS conversion to SQL was successful. Created " +
+                  std::to_string(creation.created.size()) + " tables.");
     });
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "sqlconv/data_sources.h"
+#include "sqlconv/kept_tables.h"
 #include "sqlconv/server_tables.h"
 #include "ui/forms/form.h"
 #include "ui/forms/progress_view.h"
@@ -58,6 +59,11 @@ class frmConvertSQL : public Form, public ProgressView {
     void cmdCopyDB_Click();
     void FlxGrid7_Click();
 
+    /// The other conversion: tables with types, keys and relations, shown before they are created.
+    std::optional<tables::KeptTables> ReadKeptTables();
+    void ShowKeptTables(bool create);
+    void CreateTables(const std::string& schema, const std::string& database);
+
     void Run(const std::string& name, const std::function<void()>& command);
     void Connect();
     void Disconnect();
@@ -70,7 +76,7 @@ class frmConvertSQL : public Form, public ProgressView {
     SqlState& sql_;
     RecordLists* lists_;
     EBDSNCombo* cboDSN_;
-    QAbstractButton *Sql_, *sqlExpress_, *allSources_;
+    QAbstractButton *Sql_, *sqlExpress_, *allSources_, *chkKeepTables_;
     SkinButton *cmdConnectDBmysql_, *cmdDisconnect_;
     NameGrid* FlxGrid7_;
     FlxGrid* FlxGrid6_;

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <QComboBox>
+#include <QFileDialog>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 
@@ -182,6 +183,55 @@ TEST_F(ConvertScreen, StatementsAreReadBeforeAnythingIsCreated) {
     });
     Press("cmdStatements");
     EXPECT_THAT(odbc.Calls(), IsEmpty());
+}
+
+// The window shows report and script; the tables come once the person has asked for them there.
+TEST_F(ConvertScreen, TypesKeysAndDialectOfTheServer) {
+    odbc.SqliteSource();
+    AddCustomer(*ui.app.gConnection);
+    Open();
+    EXPECT_FALSE(In<QAbstractButton>("chkKeepTables")->isChecked());
+    Press("allSources");
+    Source().SetDSN(odbc.lite);
+    Press("chkKeepTables");
+    const auto savedScript = odbc.Path("saved.sql");
+    WhenWaiting([&](QWidget& window) {
+        EXPECT_THAT(window.findChild<QLabel*>("lblTotals")->text().toStdString(),
+                    HasSubstr("Schema SALES for SQLite: 1 of 1 records are tables"));
+        EXPECT_EQ(window.findChild<QTableView*>("FlxGrid")->model()->index(0, 0).data().toString(), "look");
+        EXPECT_THAT(window.findChild<QPlainTextEdit*>("txtScript")->toPlainText().toStdString(),
+                    HasSubstr("CREATE TABLE customer ("));
+        EXPECT_TRUE(window.findChild<QAbstractButton*>("cmdCreate")->isHidden());
+        WhenWaiting([&savedScript](QWidget& waiting) {
+            auto& dialog = dynamic_cast<QFileDialog&>(waiting);
+            dialog.selectFile(QString::fromStdString(savedScript));
+            static_cast<QDialog&>(dialog).done(QDialog::Accepted);
+        });
+        window.findChild<QAbstractButton*>("cmdSaveScript")->click();
+        window.close();
+    });
+    In<QLineEdit>("txtDBNameIDMS")->setText("SALES");
+    Press("cmdStatements");
+    EXPECT_THAT(ReadFile(savedScript), HasSubstr("CREATE TABLE customer ("));
+    const auto convert = [this](const char* button) {
+        WhenWaiting([button](QWidget& window) {
+            if (button == nullptr) return void(window.close());
+            window.findChild<QAbstractButton*>(button)->click();
+        });
+        Press("cmdCopyDB");
+    };
+    convert(nullptr);
+    EXPECT_TRUE(SqlConnection({odbc.lite, "", "", 0}).Tables().Next() == nullptr);
+    convert("cmdCreate");
+    EXPECT_EQ(Words("loglbl"), "IDMS conversion to SQL was successful. Created 1 tables.");
+    EXPECT_THAT(Rows("FlxGrid7"), ElementsAre("CUSTOMER"));
+    convert("cmdCreate");
+    EXPECT_THAT(Words("loglbl"), HasSubstr("tables of these names: customer Nothing was created."));
+    screen->close();
+    ui.MakeFrame();
+    ui.frame->Run([this] { commands::SubMain(ui.app, *ui.frame); });
+    Open();
+    EXPECT_TRUE(In<QAbstractButton>("chkKeepTables")->isChecked());
 }
 
 TEST_F(ConvertScreen, AConnectThatHangsIsGivenUp) {
