@@ -56,6 +56,7 @@ QImage TileCache::PaintTile(QPoint tile, double scale, double ratio) const {
 /// The scale before this one stays: it stands in for tiles to come, and one often goes back to it.
 void TileCache::Turn(double scale, double ratio) {
     if (level_.Is(scale, ratio)) return;
+    current_.reset();
     if (former_.Is(scale, ratio)) return std::swap(level_, former_);
     if (!level_.tiles.isEmpty()) former_ = std::move(level_);
     level_ = {scale, ratio, {}};
@@ -83,21 +84,24 @@ bool TileCache::Paint(QPainter& painter, const QRect& view, double scale, double
     Turn(scale, devicePixelRatio);
     DropFarTiles(view);
     std::vector<std::pair<QPoint, QImage>> ready;
+    bool isWhole = true;
     wanted_.clear();
     const QRect tiles = TilesOf(view, kTileSide);
     for (int y = tiles.top(); y <= tiles.bottom(); ++y) {
         for (int x = tiles.left(); x <= tiles.right(); ++x) {
             const auto tile = level_.tiles.constFind({x, y});
-            if (tile == level_.tiles.constEnd())
-                wanted_.emplace_back(x, y);
-            else
+            if (tile != level_.tiles.constEnd()) {
                 ready.emplace_back(tile.key(), *tile);
+                continue;
+            }
+            isWhole = false;
+            if (current_ != QPoint(x, y)) wanted_.emplace_back(x, y);
         }
     }
-    if (!wanted_.empty()) PaintStandIn(painter, view);
+    if (!isWhole) PaintStandIn(painter, view);
     for (const auto& [tile, image] : ready) painter.drawImage(tile * kTileSide - view.topLeft(), image);
     if (!wanted_.empty() && !std::exchange(painting_, true)) thread_.start([this] { PaintWanted(); });
-    return wanted_.empty();
+    return isWhole;
 }
 
 void TileCache::PaintStandIn(QPainter& painter, const QRect& view) const {
@@ -121,12 +125,14 @@ void TileCache::PaintWanted() {
     while (!wanted_.empty()) {
         const QPoint tile = wanted_.back();
         wanted_.pop_back();
+        current_ = tile;
         const double scale = level_.scale, ratio = level_.ratio;
         lock.unlock();
         QImage image = PaintTile(tile, scale, ratio);
         lock.lock();
         ++painted_;
         if (!level_.Is(scale, ratio)) continue;  // The view has another scale by now.
+        current_.reset();
         level_.tiles.insert(tile, std::move(image));
         lock.unlock();
         if (ready_) ready_();

@@ -7,6 +7,7 @@
 #include <QThreadPool>
 #include <functional>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 #include "drawing/render/scene.h"
@@ -61,6 +62,7 @@ class TileCache {
     std::mutex mutex_;  ///< Over all below.
     Level level_, former_;
     std::vector<QPoint> wanted_;  ///< Tiles of the view that is on show.
+    std::optional<QPoint> current_;  ///< The tile of this scale that is being painted.
     bool painting_ = false;
     int painted_ = 0;
     QThreadPool thread_;

@@ -43,13 +43,13 @@ PageShape BoxAt(const char* name, double x, double y) {
           true}}};
 }
 
-/// A page of 10 by 8 inches with two boxes, an inch around (3, 2) and (7, 6), and a set between them.
+/// A page of 10 by 8 inches with two boxes, an inch around (3, 2) and (7, 6), and a set behind them.
 PageWalk TwoBoxes() {
-    PageShape line{"Dynamic connector", "BOX-OTHER\nNPO\nMA LAST", "", "", false, 0, 1, {}, {}, {}};
+    PageShape line{"Dynamic connector", "BOX-OTHER\nNPO\nMA LAST", "", "", false, 1, 2, {}, {}, {}};
     line.bounds = {3 * kUnits, 2 * kUnits, 7 * kUnits, 6 * kUnits};
     line.label = RectAround({5 * kUnits, 4 * kUnits}, 60, 20);
     line.outlines = {{{{line.bounds.x0, line.bounds.y0}, {line.bounds.x1, line.bounds.y1}}, 1, false}};
-    return {{BoxAt("BOX", 3, 2), BoxAt("OTHER", 7, 6), line}, {0, 0, 10 * kUnits, 8 * kUnits}};
+    return {{line, BoxAt("BOX", 3, 2), BoxAt("OTHER", 7, 6)}, {0, 0, 10 * kUnits, 8 * kUnits}};
 }
 
 class TwoBoxPicture : public DrawingPicture {
@@ -331,6 +331,7 @@ TEST_F(DrawingControlTest, RestingOnABoxLightsUpItsLinesAndNeighborsAndDimsTheRe
     DrawingControl2 grey(
         "DrawingControl2", [](const QString&) { return std::make_unique<Grey>(); }, nullptr);
     grey.resize(control.size());
+    control.hide();  // The mouse moves over the one in front.
     grey.show();
     grey.SetSrc(File());
     UntilShown(grey);
