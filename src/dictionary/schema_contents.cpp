@@ -7,36 +7,25 @@
 #include "base/name_key.h"
 #include "dictionary/schemas.h"
 #include "store/inserter.h"
+#include "store/row_reader.h"
 #include "store/transaction.h"
 
 namespace norvelis::dictionary {
 
 namespace {
 
-// Statements that name their columns: their rows are read at once, which is several times as fast as "Select
-// *".
 std::vector<RecordContents> ReadRecords(Connection& store, std::string_view schema) {
     std::vector<RecordContents> records;
-    auto row = store.Select(
-        "Select Recordname, Recmode, dn, areaname, tableid, reckey, rectype, reclen, Information, Index1, "
-        "Index2, "
-        "Index3, Index4, Index5, Index6, Index7, Index8 FROM Record_Details where schemaname = ? and "
-        "recordtype = 'Record' order by rowid",
-        {schema});
-    for (; !row.Eof(); row.MoveNext()) {
-        RecordContents record{row.Text("Recordname"),
-                              row.Text("Recmode"),
-                              row.Text("dn"),
-                              row.Text("areaname"),
-                              row.Text("tableid"),
-                              row.Text("reckey"),
-                              row.Text("rectype"),
-                              row.Text("reclen"),
-                              row.Text("Information"),
-                              {},
-                              {}};
+    RowReader row(store,
+                  "Select Recordname, Recmode, dn, areaname, tableid, reckey, rectype, reclen, Information, "
+                  "Index1, Index2, Index3, Index4, Index5, Index6, Index7, Index8 FROM Record_Details where "
+                  "schemaname = ? and recordtype = 'Record' order by rowid",
+                  {schema});
+    while (row.Next()) {
+        RecordContents record{row.Copy(0), row.Copy(1), row.Copy(2), row.Copy(3), row.Copy(4), row.Copy(5),
+                              row.Copy(6), row.Copy(7), row.Copy(8), {},          {}};
         for (std::size_t i = 0; i < record.indexes.size(); ++i)
-            record.indexes[i] = row.Text("Index" + std::to_string(i + 1));
+            record.indexes[i] = row.Text(static_cast<int>(9 + i));
         records.push_back(std::move(record));
     }
     return records;
@@ -45,34 +34,32 @@ std::vector<RecordContents> ReadRecords(Connection& store, std::string_view sche
 void ReadFields(Connection& store, std::string_view schema, std::vector<RecordContents>& records) {
     std::unordered_map<std::string, RecordContents*> byName;
     for (RecordContents& record : records) byName.try_emplace(NameKey(record.name), &record);
-    auto row = store.Select(
-        "Select Recordname, Fieldlevel, fieldname, fieldusage, fieldpicture, fieldstart, fieldend FROM "
-        "Record_layout where schemaname = ? order by rowid",
-        {schema});
+    RowReader row(store,
+                  "Select Recordname, Fieldlevel, fieldname, fieldusage, fieldpicture, fieldstart, fieldend "
+                  "FROM Record_layout where schemaname = ? order by rowid",
+                  {schema});
     // The fields of a record come one behind the other.
     std::string name;
     auto record = byName.end();
-    for (; !row.Eof(); row.MoveNext()) {
-        if (std::string next = row.Text("Recordname"); record == byName.end() || next != name) {
-            name = std::move(next);
+    while (row.Next()) {
+        if (record == byName.end() || row.Text(0) != name) {
+            name = row.Text(0);
             record = byName.find(NameKey(name));
         }
         if (record == byName.end()) continue;
-        record->second->fields.push_back({row.Text("Fieldlevel"), row.Text("fieldname"),
-                                          row.Text("fieldusage"), row.Text("fieldpicture"),
-                                          row.Text("fieldstart"), row.Text("fieldend")});
+        record->second->fields.push_back(
+            {row.Copy(1), row.Copy(2), row.Copy(3), row.Copy(4), row.Copy(5), row.Copy(6)});
     }
 }
 
 std::vector<SetContents> ReadSets(Connection& store, std::string_view schema) {
     std::vector<SetContents> sets;
-    auto row = store.Select(
+    RowReader row(
+        store,
         "Select set, Recordname, next_step, connection FROM Connection_Details where schemaname = ? "
         "order by rowid",
         {schema});
-    for (; !row.Eof(); row.MoveNext())
-        sets.push_back(
-            {row.Text("set"), row.Text("Recordname"), row.Text("next_step"), row.Text("connection")});
+    while (row.Next()) sets.push_back({row.Copy(0), row.Copy(1), row.Copy(2), row.Copy(3)});
     return sets;
 }
 

@@ -5,9 +5,12 @@
 
 namespace norvelis {
 
-RowReader::RowReader(Connection& connection, std::string_view statement)
+RowReader::RowReader(Connection& connection, std::string_view statement,
+                     std::initializer_list<std::string_view> values)
     : database_(connection.database_),
-      run_(std::make_unique<StatementRun>(*database_, database_->TextOf(statement).sql)) {}
+      run_(std::make_unique<StatementRun>(*database_, database_->TextOf(statement).sql)) {
+    run_->BindAll(values);
+}
 
 RowReader::RowReader(RowReader&&) noexcept = default;
 RowReader& RowReader::operator=(RowReader&&) noexcept = default;
