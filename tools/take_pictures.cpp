@@ -429,6 +429,9 @@ class Photographer {
         table_ = screen.findChild<QTableView*>("FlxGrid7")->currentIndex().data().toString();
         Take(screen, "convert");
         TakeWaiting("statements", [&] { Press(screen, "cmdStatements"); });
+        Press(screen, "chkKeepTables");
+        TakeWaiting("kept-tables", [&] { Press(screen, "cmdStatements"); });
+        Press(screen, "chkKeepTables");
         Press(screen, "cmdDisconnect");
         screen.close();
     }
