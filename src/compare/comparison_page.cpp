@@ -4,6 +4,8 @@
 #include <ranges>
 #include <string_view>
 
+#include "base/html_text.h"
+
 namespace norvelis::compare {
 
 namespace {
@@ -40,31 +42,9 @@ tr.moved td:first-child { border-left: 4px dotted #68747d; }
 <main>
 )";
 
-void AppendEscaped(std::string& html, std::string_view text) {
-    for (const char c : text) {
-        switch (c) {
-            case '<':
-                html += "&lt;";
-                break;
-            case '>':
-                html += "&gt;";
-                break;
-            case '&':
-                html += "&amp;";
-                break;
-            case '"':
-                html += "&quot;";
-                break;
-            default:
-                // Other controls are no characters of a page.
-                html += static_cast<unsigned char>(c) < 0x20 && c != '\t' && c != '\n' ? ' ' : c;
-        }
-    }
-}
-
 void AppendElement(std::string& html, std::string_view tag, std::string_view text) {
     html.append("<").append(tag).append(">");
-    AppendEscaped(html, text);
+    html += HtmlText(text);
     html.append("</").append(tag).append(">\n");
 }
 
@@ -136,7 +116,7 @@ std::string HtmlPage(const ComparedEditions& editions) {
         "What changed in " +
         (editions.present.contents.name.empty() ? std::string("the schema") : editions.present.contents.name);
     std::string html(kHead);
-    AppendEscaped(html, title);
+    html += HtmlText(title);
     html += kStyle;
     AppendElement(html, "h1", title);
     html += "<dl>\n<dt>Former</dt>";
@@ -144,7 +124,7 @@ std::string HtmlPage(const ComparedEditions& editions) {
     html += "<dt>Present</dt>";
     AppendElement(html, "dd", TitleOf(editions.present));
     html += "</dl>\n<p class=\"summary\">";
-    AppendEscaped(html, Summary(editions.differences));
+    html += HtmlText(Summary(editions.differences));
     html += "</p>\n";
     AppendFindings(html, "What reading the former report lost", editions.former);
     AppendFindings(html, "What reading the present report lost", editions.present);

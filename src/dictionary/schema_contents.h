@@ -31,7 +31,7 @@ struct RecordContents {
 /// A row of Connection_Details. Owner or member may be no record of the schema.
 struct SetContents {
     std::string name, owner, member;
-    std::string connection;  ///< Membership and order stand in its second line.
+    std::string connection;  ///< Its second line has membership and order.
     bool operator==(const SetContents&) const = default;
 };
 

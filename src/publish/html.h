@@ -1,12 +1,12 @@
 #pragma once
 
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
-namespace norvelis::publish {
+#include "base/html_text.h"
 
-/// Text as a browser shows it letter by letter, in an element or in an attribute.
-std::string Escaped(std::string_view text);
+namespace norvelis::publish {
 
 /// Markup that grows.
 class Html {
@@ -16,7 +16,7 @@ class Html {
         return *this;
     }
     Html& Text(std::string_view text) {
-        text_ += Escaped(text);
+        text_ += HtmlText(text);
         return *this;
     }
     /// A link within the page; the text alone where the anchor is empty.

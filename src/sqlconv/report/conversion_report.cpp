@@ -4,6 +4,7 @@
 #include <map>
 #include <vector>
 
+#include "base/html_text.h"
 #include "base/name_key.h"
 
 namespace norvelis::tables {
@@ -26,29 +27,6 @@ std::string OfAll(const Count& count, const char* things, const char* became) {
     return std::to_string(count.converted) + " of " + std::to_string(count.all) + " " + things + " " + became;
 }
 
-std::string Escaped(std::string_view text) {
-    std::string escaped;
-    for (const char c : text) {
-        switch (c) {
-            case '&':
-                escaped += "&amp;";
-                break;
-            case '<':
-                escaped += "&lt;";
-                break;
-            case '>':
-                escaped += "&gt;";
-                break;
-            case '"':
-                escaped += "&quot;";
-                break;
-            default:
-                escaped += c;
-        }
-    }
-    return escaped;
-}
-
 // Plain enough for a viewer that knows little of style sheets, and for print.
 constexpr std::string_view kStyle = R"(<style>
 body { font-family: sans-serif; margin: 24px; color: #1c2733; background: #ffffff; }
@@ -67,8 +45,9 @@ class Page {
     std::string Write() {
         const std::string title =
             "Schema " + model_.schema + " as tables for " + std::string(dialect_.Title());
-        html_ = "<!DOCTYPE html>\n<html lang=\"en\"><head><meta charset=\"utf-8\"><title>" + Escaped(title) +
-                "</title>\n" + std::string(kStyle) + "</head><body>\n<h1>" + Escaped(title) + "</h1>\n<ul>\n";
+        html_ = "<!DOCTYPE html>\n<html lang=\"en\"><head><meta charset=\"utf-8\"><title>" + HtmlText(title) +
+                "</title>\n" + std::string(kStyle) + "</head><body>\n<h1>" + HtmlText(title) +
+                "</h1>\n<ul>\n";
         for (const auto& words : TotalsInWords(TotalsOf(model_))) html_ += "<li>" + words + "</li>\n";
         html_ += "</ul>\n";
         WriteToLookAt();
@@ -78,7 +57,7 @@ class Page {
 
   private:
     void BeginTable(const std::string& heading) {
-        html_ += "<h2>" + Escaped(heading) +
+        html_ += "<h2>" + HtmlText(heading) +
                  "</h2>\n<table>\n<tr><th>What</th><th>Name</th><th>Became</th><th>Type</th>"
                  "<th>Why</th></tr>\n";
     }
@@ -90,13 +69,13 @@ class Page {
         const bool other = withRecord && !outcome.record.empty() && outcome.subject != Subject::Record;
         Cell(other ? outcome.name + " of " + outcome.record : outcome.name);
         html_ += outcome.became.empty() ? "<td class=\"out\">" : "<td>";
-        html_ += outcome.became.empty() ? "nothing" : Escaped(outcome.became);
+        html_ += outcome.became.empty() ? "nothing" : HtmlText(outcome.became);
         html_ += "</td>";
         Cell(outcome.became.empty() ? std::string() : dialect_.TypeText(outcome.type));
         Cell(outcome.why);
         html_ += "</tr>\n";
     }
-    void Cell(const std::string& text) { html_ += "<td>" + Escaped(text) + "</td>"; }
+    void Cell(const std::string& text) { html_ += "<td>" + HtmlText(text) + "</td>"; }
 
     void WriteToLookAt() {
         if (std::ranges::none_of(model_.outcomes, &Outcome::lookAt)) return;

@@ -12,7 +12,7 @@ namespace norvelis::ui {
 
 class FlxGrid;
 
-/// Everything of the dictionary by its name: the list is made anew at each key stroke, Return goes to what is
+/// Everything of the dictionary by its name: the list is made at each key stroke, Return goes to what is
 /// marked in it. The names are read when the screen is opened, and again when the dictionary may be another.
 class frmFind : public Form {
     Q_OBJECT
