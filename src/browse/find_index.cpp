@@ -255,6 +255,7 @@ FindIndex::Answer FindIndex::WhereUsed(const FindText& wanted, std::size_t most)
     const Names& fields = Of(FindKind::Field);
     Hits hits(*this, most);
     if (text.empty() || text.find(kEndOfName) != std::string_view::npos) return {};
+    if (!Has(wanted.kinds, FindKind::Field)) return {};
     if (wanted.isPattern) {
         fields.ForEachWith(LongestLiteral(text), [&](Entry entry, std::size_t) {
             if (MatchesPattern(fields.In(fields.folded, entry), text))

@@ -42,7 +42,7 @@ std::optional<FindKind> FindKindNamed(std::string_view name) {
 FindText ReadFindText(std::string_view typed, FindKinds kinds) {
     if (const auto colon = typed.find(':'); colon != std::string_view::npos) {
         if (const auto kind = FindKindNamed(Trim(typed.substr(0, colon)))) {
-            kinds = Only(*kind);
+            kinds &= Only(*kind);
             typed.remove_prefix(colon + 1);
         }
     }

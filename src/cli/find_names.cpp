@@ -54,6 +54,7 @@ std::string CheckFindKind(const std::string& name) {
 
 int FindNames(CommandContext& context, const FindOptions& options) {
     const FindText wanted = ReadFindText(options.text, KindsIn(options));
+    if (wanted.kinds.none()) return Refuse("the kind in front of the text is not among those of --in");
     if (options.whereUsed && wanted.text.empty()) return Refuse("Please type the field to locate");
     if (options.whereUsed && !Has(wanted.kinds, FindKind::Field))
         return Refuse("--where-used is about fields: no other kind has records in which it is used");

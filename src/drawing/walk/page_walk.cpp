@@ -199,6 +199,17 @@ int PageWalk::FarEnd(int line, Point from) const {
     return begin > end ? own.begin : own.end;
 }
 
+int PageWalk::LineOf(const SetLine& set) const {
+    const auto isSame = [](std::string_view a, std::string_view b) { return SameName(Trim(a), Trim(b)); };
+    for (int shape = 0; shape < Count(); ++shape) {
+        const auto own = SetOf(shape);
+        if (own && isSame(own->set, set.set) && isSame(own->owner, set.owner) &&
+            isSame(own->member, set.member))
+            return shape;
+    }
+    return kNone;
+}
+
 std::optional<SetLine> PageWalk::SetOf(int line) const {
     const PageShape& own = (*this)[line];
     if (!own.IsLine()) return std::nullopt;

@@ -66,6 +66,8 @@ class PageWalk {
     /// The box of that name or, when there is none, the first line whose text begins with that name; letter
     /// case does not count.
     int Named(std::string_view name) const;
+    /// The line of the set between these two records; kNone when the page has none.
+    int LineOf(const SetLine& set) const;
     /// Letter case (A to Z) and blanks around the text do not count; an empty text is nowhere.
     Hits Find(std::string_view text) const;
 

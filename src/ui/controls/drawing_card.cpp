@@ -20,8 +20,12 @@ DrawingCard::DrawingCard(QWidget* parent) : QLabel(parent) {
 }
 
 void DrawingCard::Tell(const QString& heading, const std::vector<std::array<std::string, 2>>& items) {
-    const auto escaped = [](const std::string& text) { return QString::fromStdString(text).toHtmlEscaped(); };
-    QString text = "<b>" + heading.toHtmlEscaped() + "</b>";
+    // Names may hold runs of blanks.
+    const auto asIs = [](const QString& text) {
+        return "<span style='white-space: pre-wrap'>" + text.toHtmlEscaped() + "</span>";
+    };
+    const auto escaped = [&](const std::string& text) { return asIs(QString::fromStdString(text)); };
+    QString text = "<b>" + asIs(heading) + "</b>";
     QString spoken = heading;
     if (!items.empty()) text += "<table cellspacing='2'>";
     for (const auto& [item, value] : items) {

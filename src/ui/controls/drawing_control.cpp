@@ -96,7 +96,7 @@ void DrawingControl2::SetSrc(const QString& path) {
     const QDateTime changed = path.isEmpty() ? QDateTime() : QFileInfo(path).lastModified();
     if (path == src_ && changed == changed_) return;
     const bool another = path != src_;
-    if (another) toShow_.clear();
+    if (another) showLoaded_ = {};
     rereads_ = !another && picture_;
     src_ = path;
     changed_ = changed;
@@ -137,7 +137,7 @@ void DrawingControl2::Show(DrawingLoader::Result result) {
     }
     view_.Resize(size());
     if (findBar_->isVisible()) Search();
-    if (!toShow_.isEmpty()) ShowShape(std::exchange(toShow_, {}));
+    if (const auto show = std::exchange(showLoaded_, {})) show();
     ViewChanged();
     SelectionChanged();
 }
@@ -273,13 +273,24 @@ void DrawingControl2::ShowReadable(int shape) {
 
 void DrawingControl2::ShowShape(const QString& name) {
     if (Loading()) {
-        toShow_ = name;
-        return;
+        showLoaded_ = [this, name] { ShowShape(name); };
+    } else if (picture_) {
+        ShowMarked(Page().Named(name.toStdString()), name);
     }
-    if (!picture_) return;
-    Select(Page().Named(name.toStdString()));
-    if (walker_.Selected() == kNone) return Tell(name.trimmed() + " is not on this drawing", {});
-    ShowReadable(walker_.Selected());
+}
+
+void DrawingControl2::ShowSet(const drawing::walk::SetLine& set) {
+    if (Loading()) {
+        showLoaded_ = [this, set] { ShowSet(set); };
+    } else if (picture_) {
+        ShowMarked(Page().LineOf(set), QString::fromStdString(set.set));
+    }
+}
+
+void DrawingControl2::ShowMarked(int shape, const QString& name) {
+    Select(shape);
+    if (shape == kNone) return Tell(name.trimmed() + " is not on this drawing", {});
+    ShowReadable(shape);
 }
 
 void DrawingControl2::Tell(const QString& heading, const std::vector<std::array<std::string, 2>>& items) {

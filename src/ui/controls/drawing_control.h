@@ -53,8 +53,10 @@ class DrawingControl2 : public QWidget {
     /// Shows the box of that record, or a line of that set, in the middle, large enough to be read, and marks
     /// it; words when the drawing has neither. While a file is being read this waits until it is on show.
     void ShowShape(const QString& name);
+    void ShowSet(const drawing::walk::SetLine& set);  ///< The line of it, likewise.
 
     /// Words about the selected shape, until another one is.
+    void ShowMarked(int shape, const QString& name);  ///< Words when there is none.
     void Tell(const QString& heading, const std::vector<std::array<std::string, 2>>& items);
 
     /// Pixels to the inch over those of the screen: 1 is life size.
@@ -134,7 +136,7 @@ class DrawingControl2 : public QWidget {
     bool rereads_ = false;  ///< The file that is being read is the one on show.
     QString src_, reason_;
     QString emptyText_ = "No drawing yet: DRAW DIAGRAM draws what the tree holds";
-    QString toShow_;  ///< A shape of the file that is being read.
+    std::function<void()> showLoaded_;  ///< What is to be shown of the file that is being read.
     QDateTime changed_;
     std::unique_ptr<DrawingPicture> picture_;
     drawing::walk::PageWalk nothing_;

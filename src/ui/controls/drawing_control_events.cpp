@@ -271,7 +271,9 @@ void DrawingControl2::ShowTip(QPoint place, QPoint globalPlace) {
             lines << "Ctrl+click goes to the other end";
     }
     if (lines.isEmpty()) return QToolTip::hideText();
-    QToolTip::showText(globalPlace, lines.join('\n').toHtmlEscaped().replace('\n', "<br>"), this);
+    QToolTip::showText(globalPlace,
+                       "<span style='white-space: pre-wrap'>" + lines.join('\n').toHtmlEscaped() + "</span>",
+                       this);
 }
 
 }  // namespace norvelis::ui

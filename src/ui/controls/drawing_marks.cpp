@@ -3,6 +3,9 @@
 #include <QPainter>
 #include <QRegion>
 #include <algorithm>
+#include <span>
+#include <utility>
+#include <vector>
 
 namespace norvelis::ui {
 
@@ -35,19 +38,29 @@ void DrawLine(QPainter& painter, const PageWalk& walk, const PageView& view, int
     }
 }
 
+/// One region of many rectangles, in time for hubs of thousands of neighbors.
+QRegion UnionOf(std::span<const QRect> rectangles) {
+    if (rectangles.empty()) return {};
+    if (rectangles.size() == 1) return rectangles.front();
+    const std::size_t half = rectangles.size() / 2;
+    return UnionOf(rectangles.first(half)) | UnionOf(rectangles.subspan(half));
+}
+
 /// A veil over all but what is lit; the lit lines are drawn along in the accent's color.
 void PaintLit(QPainter& painter, const PageWalk& walk, const PageView& view, const Surroundings& lit,
               const QColor& accent, const QRect& exposed) {
     const QRect page = view.Pixels(QRectF(QPointF(), view.PageSize())).toAlignedRect() & exposed;
-    QRegion dimmed(page);
+    std::vector<QRect> frames;
     const auto clear = [&](int shape) {
         const QRect frame = Frame(walk, view, shape, 1).toAlignedRect();
-        if (frame.intersects(page)) dimmed -= frame;
+        if (frame.intersects(page)) frames.push_back(frame);
     };
     for (const int shape : lit.others) clear(shape);
     for (const int line : lit.lines) {
         if (walk[line].label) clear(line);
     }
+    std::ranges::sort(frames, {}, [](const QRect& frame) { return std::pair(frame.top(), frame.left()); });
+    const QRegion dimmed = QRegion(page) - UnionOf(frames);
     for (const QRect& part : dimmed) painter.fillRect(part, QColor(255, 255, 255, kDimming));
     painter.save();
     painter.setClipRegion(dimmed, Qt::IntersectClip);

@@ -167,7 +167,8 @@ void frm_Treeview::ShowInDrawing(const FoundName& found) {
     DrawingControl2& drawing = panel_->Drawing();
     drawing.SetSrc(file);
     if (found.kind == FindKind::Schema) return drawing.Fit();
-    drawing.ShowShape(QString::fromStdString(found.kind == FindKind::Set ? found.name : found.record));
+    if (found.kind == FindKind::Set) return drawing.ShowSet({found.name, found.record, found.member});
+    drawing.ShowShape(QString::fromStdString(found.record));
 }
 
 void frm_Treeview::DrawSinglePage() {

@@ -108,9 +108,10 @@ void frmFind::ReadNames() {
         index_ = FindIndex(*App().gConnection);
     } catch (const RuntimeFailure& failure) {
         index_ = {};
-        Search();
-        return lblCount_->setText(failure.what());
+        notRead_ = failure.what();
+        return Search();
     }
+    notRead_.clear();
     Search();
     const auto again = std::ranges::find(found_, marked);
     if (again != found_.end()) Mark(static_cast<int>(again - found_.begin()));
@@ -139,7 +140,10 @@ void frmFind::Mark(int row) {
 
 void frmFind::ShowCount(std::size_t count) {
     const QString typed = txtFind_->text();
+    if (!notRead_.isEmpty()) return lblCount_->setText(notRead_);
     if (typed.isEmpty()) return lblCount_->setText({});
+    if (count == 0 && chkWhereUsed_->isChecked())
+        return lblCount_->setText("No field has a name that is " + typed + " or ends so");
     if (count == 0) return lblCount_->setText("Nothing has a name with " + typed);
     if (count <= found_.size()) return lblCount_->setText(QString("%L1 found").arg(count));
     lblCount_->setText(

@@ -40,6 +40,7 @@ class frmFind : public Form {
     void ShowWhereUsed();
 
     FindIndex index_;
+    QString notRead_;               ///< Why the names could not be read; empty when they were.
     std::vector<FoundName> found_;  ///< The rows of the grid.
 
     QLineEdit* txtFind_;

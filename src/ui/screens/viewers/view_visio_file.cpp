@@ -51,7 +51,6 @@ void ViewVisioFile::Take(const ScreenRequest& request) {
     if (!drawing) return;
     App().host.OpenScreen(Screen::DrawingViewer, false);
     Show(QString::fromStdString(drawing->file));
-    if (!drawing->shape.empty()) DrawingControl2_->ShowShape(QString::fromStdString(drawing->shape));
     DrawingControl2_->setFocus();
 }
 
