@@ -15,8 +15,8 @@ namespace norvelis {
 
 namespace {
 
-/// The names already listed, ten at most: the repeats of an eleventh are listed again. A free slot is an empty
-/// name: a row without a name counts as listed while there is one.
+/// The names already listed, ten at most: the repeats of an eleventh are listed again. A free slot is an
+/// empty name: a row without a name counts as listed while there is one.
 class NameMemory {
   public:
     bool Holds(std::string_view name) const { return std::ranges::find(slots_, name) != slots_.end(); }
