@@ -9,8 +9,8 @@
 
 namespace norvelis::publish {
 
-/// The drawing of a schema: SVG in which the box of a record has its BoxAnchor, and boxes and lines lead to the
-/// anchors of records and sets.
+/// The drawing of a schema: SVG in which the box of a record has its BoxAnchor, and boxes and lines lead to
+/// the anchors of records and sets.
 struct Drawing {
     std::string svg;                          ///< Empty when there is no drawing.
     std::unordered_set<std::string> records;  ///< NameKeys of those that have a box.

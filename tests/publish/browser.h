@@ -9,8 +9,9 @@
 
 namespace norvelis {
 
-/// What a headless browser finds when it opens a page, follows its links to each place once and types `search` into its
-/// search: "links: N", a line for each fault, and "found: N", the records that the list then shows.
+/// What a headless browser finds when it opens a page, follows its links to each place once and types
+/// `search` into its search: "links: N", a line for each fault, and "found: N", the records that the list
+/// then shows.
 inline std::string WalkPage(const std::string& page, const std::string& search) {
     // The page as it is, with ears before its first script and feet behind its last.
     const std::string listen = R"(<head><script>

@@ -61,7 +61,7 @@ class TileCache {
     std::function<void()> ready_;
     std::mutex mutex_;  ///< Over all below.
     Level level_, former_;
-    std::vector<QPoint> wanted_;  ///< Tiles of the view that is on show.
+    std::vector<QPoint> wanted_;     ///< Tiles of the view that is on show.
     std::optional<QPoint> current_;  ///< The tile of this scale that is being painted.
     bool painting_ = false;
     int painted_ = 0;
