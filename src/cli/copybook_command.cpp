@@ -20,10 +20,14 @@ struct Options {
 
 int WriteCopybooks(const std::vector<Copybook>& copybooks, const std::string& folder) {
     if (!CreateFolder(folder)) return Refuse("the folder " + folder + " cannot be made");
+    const auto fileOf = [&folder](const Copybook& one) { return NativePath(folder + "\\" + one.FileName()); };
     for (const Copybook& copybook : copybooks) {
-        const std::string file = NativePath(folder + "\\" + copybook.FileName());
-        WriteFile(file, copybook.text);
-        std::printf("%s\n", file.c_str());
+        if (FolderExists(fileOf(copybook)))
+            return Refuse(fileOf(copybook) + " is a folder; no copybook was written");
+    }
+    for (const Copybook& copybook : copybooks) {
+        WriteFile(fileOf(copybook), copybook.text);
+        std::printf("%s\n", fileOf(copybook).c_str());
     }
     return kDone;
 }

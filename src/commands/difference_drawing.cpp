@@ -1,28 +1,10 @@
 #include "commands/difference_drawing.h"
 
-#include <utility>
-
+#include "base/fixed_seed.h"
 #include "commands/marked_schema.h"
 #include "store/temporary_store.h"
 
 namespace norvelis::commands {
-
-namespace {
-
-/// The same random numbers for every drawing of differences; the program's own go on behind it.
-class SameRandom {
-  public:
-    explicit SameRandom(AppState& app) : app_(app), own_(std::exchange(app.random, Random(1))) {}
-    ~SameRandom() { app_.random = own_; }
-    SameRandom(const SameRandom&) = delete;
-    SameRandom& operator=(const SameRandom&) = delete;
-
-  private:
-    AppState& app_;
-    Random own_;
-};
-
-}  // namespace
 
 DrawnDifferences DrawDifferences(AppState& app, engine::DrawingEngine& engine,
                                  const compare::ComparedEditions& editions,
@@ -31,7 +13,7 @@ DrawnDifferences DrawDifferences(AppState& app, engine::DrawingEngine& engine,
     const TemporaryStore store;
     dictionary::WriteSchema(*store, marked.contents);
 
-    const SameRandom random(app);
+    const FixedSeed seed(app.random);
     DrawScreen noScreen;
     DrawingState drawing(app, *store, engine, noScreen);
     drawing.marks = &marked.marks;

@@ -1,15 +1,14 @@
 #include "commands/publish_commands.h"
 
-#include <stdlib.h>
-
-#include <filesystem>
 #include <unordered_set>
 #include <utility>
 
 #include "base/failure.h"
+#include "base/fixed_seed.h"
 #include "base/name_key.h"
 #include "base/paths.h"
 #include "base/text.h"
+#include "base/work_folder.h"
 #include "diagram/draw_commands.h"
 #include "diagram/record_choice.h"
 #include "dictionary/findings.h"
@@ -23,36 +22,6 @@ namespace norvelis::commands {
 namespace {
 
 using dictionary::SchemaContents;
-
-/// Where the drawing is until it has become part of the page.
-class DrawingFolder {
-  public:
-    DrawingFolder() : path_((std::filesystem::temp_directory_path() / "norvelis-publish-XXXXXX").string()) {
-        if (mkdtemp(path_.data()) == nullptr)
-            throw RuntimeFailure(FailureNumber::PathFileAccess, path_ + " cannot be made");
-    }
-    ~DrawingFolder() { DeleteFolder(path_); }
-    DrawingFolder(const DrawingFolder&) = delete;
-    DrawingFolder& operator=(const DrawingFolder&) = delete;
-
-    const std::string& Path() const { return path_; }
-
-  private:
-    std::string path_;
-};
-
-/// The program's random numbers from a fixed seed for the length of a scope.
-class FixedSeed {
-  public:
-    explicit FixedSeed(Random& random) : random_(random), kept_(std::exchange(random, Random(1))) {}
-    ~FixedSeed() { random_ = kept_; }
-    FixedSeed(const FixedSeed&) = delete;
-    FixedSeed& operator=(const FixedSeed&) = delete;
-
-  private:
-    Random& random_;
-    Random kept_;
-};
 
 engine::ShapeLinks LinksOf(const DrawingState& drawing, const SchemaContents& schema) {
     engine::ShapeLinks links;
@@ -75,7 +44,7 @@ engine::ShapeLinks LinksOf(const DrawingState& drawing, const SchemaContents& sc
 /// Draws the schema and takes the drawing as SVG; what it lacks goes to `missing`.
 publish::Drawing DrawForPage(AppState& app, const PublishTools& tools, const SchemaContents& schema,
                              std::vector<std::string>& missing) {
-    const DrawingFolder folder;
+    const WorkFolder folder;  // Where the drawing is until it has become part of the page.
     const FixedSeed seed(app.random);
     DrawScreen noScreen;
     DrawingState drawing(app, *app.gConnection, tools.engine, noScreen);

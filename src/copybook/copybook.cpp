@@ -120,8 +120,8 @@ class RecordWriter {
     void WriteLength() {
         const long length = LengthOf(record_);
         if (length == 0 || length == layout_.bytes) return;
-        lines_.AddComment(fmt::format("The report gives the record {} bytes, these entries take {}.", length,
-                                      layout_.bytes));
+        lines_.AddComment(fmt::format("The report gives the record {} {}, these entries take {}.", length,
+                                      length == 1 ? "byte" : "bytes", layout_.bytes));
     }
 
     const dictionary::SchemaContents& schema_;

@@ -61,6 +61,10 @@ long StartOf(const Entry& entry, long otherwise) {
     return entry.children.empty() ? otherwise : StartOf(entry.children.front(), otherwise);
 }
 
+std::string InWords(long bytes) {
+    return fmt::format("{} {}", bytes, bytes == 1 ? "byte" : "bytes");
+}
+
 Entry Filler(int level, long start, long bytes) {
     Entry filler;
     filler.item.level = filler.level = level;
@@ -69,8 +73,9 @@ Entry Filler(int level, long start, long bytes) {
     filler.start = start;
     filler.bytes = bytes;
     filler.isUnknown = true;
-    filler.remarks.push_back(
-        fmt::format("The dictionary has no field for bytes {} to {}.", start, start + bytes - 1));
+    filler.remarks.push_back("The dictionary has no field for " +
+                             (bytes == 1 ? fmt::format("byte {}.", start)
+                                         : fmt::format("bytes {} to {}.", start, start + bytes - 1)));
     return filler;
 }
 
@@ -89,7 +94,8 @@ void MeasureField(Entry& entry) {
         const bool isFirstOnly = pictured == span && item.occurs > 1;
         const bool isWhole = isFirstOnly || span % item.occurs == 0;
         if (!isWhole) {
-            entry.remarks.push_back(fmt::format("OCCURS {} in the report, in {} bytes.", item.occurs, span));
+            entry.remarks.push_back(
+                fmt::format("OCCURS {} in the report, in {}.", item.occurs, InWords(span)));
             item.occurs = 1;
         }
         entry.bytes = isFirstOnly ? span : span / item.occurs;
@@ -104,7 +110,7 @@ void MeasureField(Entry& entry) {
     if (!entry.isUnknown) return;
     std::string reported = item.picture.empty() ? "No picture" : "PIC " + item.picture;
     if (!item.usage.empty()) reported += ", usage " + item.usage;
-    entry.remarks.push_back(item.end ? fmt::format("{} in the report, in {} bytes.", reported, entry.bytes)
+    entry.remarks.push_back(item.end ? fmt::format("{} in the report, in {}.", reported, InWords(entry.bytes))
                                      : reported + " in the report, its bytes are not known.");
 }
 

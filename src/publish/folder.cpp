@@ -1,12 +1,10 @@
 #include "publish/folder.h"
 
-#include <fcntl.h>
 #include <unistd.h>
 
-#include <cerrno>
-#include <cstdio>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 #include "base/failure.h"
 #include "base/paths.h"
@@ -38,8 +36,6 @@ class FolderBeside {
         std::error_code error;
         if (!fs::create_directories(path_, error))
             Refuse(path_, error ? error.message() : "it is there already");
-        const fs::file_status former = fs::status(folder, error);
-        if (fs::exists(former)) fs::permissions(path_, former.permissions(), error);
     }
     ~FolderBeside() {
         std::error_code ignored;
@@ -54,24 +50,44 @@ class FolderBeside {
     fs::path path_;
 };
 
-/// File systems that cannot exchange two names take two steps, the second of which is taken back.
-void ExchangeInSteps(const fs::path& one, const fs::path& other) {
-    fs::path aside = other;
-    aside += ".old";
-    fs::rename(other, aside);
-    std::error_code error;
-    fs::rename(one, other, error);
-    if (error) {
-        fs::rename(aside, other);
-        throw fs::filesystem_error("", error);
+/// What was in a file before; nothing when there was none.
+class FormerFile {
+  public:
+    explicit FormerFile(std::string path) : path_(std::move(path)) {
+        if (FileExists(path_)) content_ = ReadFile(path_);
     }
-    fs::rename(aside, one);
+    /// As far as that can be done: whoever calls it has a failure of its own to tell.
+    void PutBack() const {
+        try {
+            content_ ? WriteFile(path_, *content_) : static_cast<void>(DeleteFile(path_));
+        } catch (const RuntimeFailure&) {
+            // The page is then newer than the edition file, by which the next edition is compared.
+        }
+    }
+
+  private:
+    std::string path_;
+    std::optional<std::string> content_;
+};
+
+void WriteInside(const fs::path& folder, const std::string& page, const std::string& edition) {
+    const std::string pageFile = (folder / kPageFile).string();
+    const FormerFile former(pageFile);
+    WriteFile(pageFile, page);
+    try {
+        WriteFile((folder / kEditionFile).string(), edition);
+    } catch (const RuntimeFailure&) {
+        former.PutBack();
+        throw;
+    }
 }
 
-void Exchange(const fs::path& one, const fs::path& other) {
-    if (renameat2(AT_FDCWD, one.c_str(), AT_FDCWD, other.c_str(), RENAME_EXCHANGE) == 0) return;
-    if (errno != EINVAL && errno != ENOSYS) throw fs::filesystem_error("", {errno, std::generic_category()});
-    ExchangeInSteps(one, other);
+void WriteNewFolder(const fs::path& folder, const std::string& page, const std::string& edition) {
+    const FolderBeside fresh(folder);
+    WriteInside(fresh.Path(), page, edition);
+    std::error_code error;
+    fs::rename(fresh.Path(), folder, error);
+    if (error) Refuse(folder, error.message());
 }
 
 }  // namespace
@@ -98,20 +114,10 @@ std::optional<std::string> ReadEditionFile(const std::string& folder) {
     return ReadFile((path / kEditionFile).string());
 }
 
-void ReplaceFolder(const std::string& folder, const std::string& page, const std::string& edition) {
+void WriteFolder(const std::string& folder, const std::string& page, const std::string& edition) {
     const fs::path path = RealFolder(folder);
-    const FolderBeside fresh(path);
-    WriteFile((fresh.Path() / kPageFile).string(), page);
-    WriteFile((fresh.Path() / kEditionFile).string(), edition);
-    try {
-        if (fs::exists(path)) {
-            Exchange(fresh.Path(), path);
-        } else {
-            fs::rename(fresh.Path(), path);
-        }
-    } catch (const fs::filesystem_error& failure) {
-        Refuse(path, failure.code().message());
-    }
+    std::error_code error;
+    fs::exists(path, error) ? WriteInside(path, page, edition) : WriteNewFolder(path, page, edition);
 }
 
 }  // namespace norvelis::publish

@@ -13,8 +13,9 @@ inline constexpr std::string_view kPageFile = "index.html", kEditionFile = "edit
 /// words when it holds anything else.
 std::optional<std::string> ReadEditionFile(const std::string& folder);
 
-/// Puts both files in place of all that the folder holds, at once: whoever looks sees the former edition or
-/// this one. RuntimeFailure with the reason when that fails; the folder is then as it was.
-void ReplaceFolder(const std::string& folder, const std::string& page, const std::string& edition);
+/// Puts both files into the folder, one after the other, each whole. A folder that is not there appears with
+/// both in it; one that is there stays the same folder, and its parent need not be writable. RuntimeFailure
+/// with the reason when that fails; the folder is then as it was.
+void WriteFolder(const std::string& folder, const std::string& page, const std::string& edition);
 
 }  // namespace norvelis::publish

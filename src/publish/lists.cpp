@@ -37,7 +37,7 @@ void AddChanges(Html& html, const CrossReference& references, const Changes& cha
     html.Text(changes.summary).Markup("</p>\n");
     if (!changes.rows.empty()) {
         html.Markup("<div class=\"wide\"><table>");
-        html.Headings({"Kind", "Change", "Name", "In", "What", "Before", "Now"}).Markup("<tbody>");
+        html.Headings({"Kind", "Change", "Name", "In", "What", "Former", "Present"}).Markup("<tbody>");
         for (const auto& row : changes.rows) {
             const auto& [kind, change, name, place, what, former, present] = row;
             const bool isPart = kind == "record" || kind == "set" || kind == "index";

@@ -57,7 +57,7 @@ void CheckFolder(const std::string& folder, std::string_view schema) {
 std::string Publish(const Edition& edition, const std::string& folder) {
     const auto former = ReadFormer(folder, edition.schema.name);
     const auto changes = ChangesSince(former, edition.schema);
-    ReplaceFolder(folder, PageText(edition, changes), EditionText({edition.schema, changes}));
+    WriteFolder(folder, PageText(edition, changes), EditionText({edition.schema, changes}));
     return NativePath(folder + "\\" + std::string(kPageFile));
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <memory>
-#include <string>
 
+#include "base/work_folder.h"
 #include "store/connection.h"
 
 namespace norvelis {
@@ -19,7 +19,7 @@ class TemporaryStore {
     Connection& operator*() const { return *connection_; }
 
   private:
-    std::string folder_;
+    WorkFolder folder_;
     std::shared_ptr<Connection> connection_;
 };
 

@@ -37,6 +37,13 @@ TEST_F(PublishCommands, AnEditionHasADrawingThatLeadsToItsRecords) {
 
     EXPECT_EQ(program.Run("publish EMPSCHM --out " + out).status, 0);
     EXPECT_EQ(ReadFile(out + "/index.html"), page) << "the same dictionary, other bytes";
+    for (int time = 0; time < 2; ++time) {
+        const auto inside = program.Run("publish EMPSCHM --out .", "cd " + out + " && ");
+        EXPECT_EQ(inside.status, 0) << inside.error;
+    }
+    const auto noFolder = program.Run("publish EMPSCHM --out " + out, "TMPDIR=/nonexist ");
+    EXPECT_EQ(noFolder.status, 1);
+    EXPECT_THAT(noFolder.error, HasSubstr("the folder for temporary files (/nonexist)"));
 }
 
 TEST_F(PublishCommands, CopybooksGoToStandardOutputOrToFiles) {
@@ -53,6 +60,7 @@ TEST_F(PublishCommands, CopybooksGoToStandardOutputOrToFiles) {
 TEST_F(PublishCommands, RefusalsLeaveFoldersAsTheyWere) {
     std::filesystem::create_directories(out);
     WriteFile(out + "/notes.txt", "mine");
+    std::filesystem::create_directories(program.Path("books/MAKER.cpy"));
     const struct {
         std::string arguments, words;
     } cases[] = {
@@ -63,6 +71,7 @@ TEST_F(PublishCommands, RefusalsLeaveFoldersAsTheyWere) {
         {"copybook NONE", "there is no schema NONE in the dictionary"},
         {"copybook EMPSCHM --record NONE", "there is no record NONE in schema EMPSCHM"},
         {"copybook EMPSCHM --out " + out + "/notes.txt", "cannot be made"},
+        {"copybook EMPSCHM --out " + program.Path("books"), "MAKER.cpy is a folder; no copybook was written"},
     };
     for (const auto& c : cases) {
         const auto result = program.Run(c.arguments);
@@ -72,6 +81,7 @@ TEST_F(PublishCommands, RefusalsLeaveFoldersAsTheyWere) {
     }
     EXPECT_EQ(ReadFile(out + "/notes.txt"), "mine");
     EXPECT_EQ(std::ranges::distance(std::filesystem::directory_iterator(out)), 1);
+    EXPECT_EQ(std::ranges::distance(std::filesystem::directory_iterator(program.Path("books"))), 1);
 }
 
 }  // namespace

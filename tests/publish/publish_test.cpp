@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 #include <filesystem>
 
 #include "base/failure.h"
@@ -10,6 +12,7 @@
 #include "base/paths.h"
 #include "publish/anchors.h"
 #include "publish/browser.h"
+#include "publish/folder.h"
 #include "testing/extracted_schema.h"
 #include "testing/report_generator.h"
 
@@ -88,6 +91,12 @@ class PublishTest : public testing::Test {
         return names;
     }
 
+    static ino_t NumberOf(const std::string& path) {
+        struct stat status {};
+        EXPECT_EQ(stat(path.c_str(), &status), 0);
+        return status.st_ino;
+    }
+
     TemporaryFolder parent;
     const std::string folder = parent.Path("edition");
 };
@@ -130,6 +139,7 @@ TEST_F(PublishTest, TheNextEditionTellsWhatChanged) {
     const std::string page = Publish(EditionOf(next), folder), text = ReadFile(page);
     EXPECT_THAT(text,
                 AllOf(HasSubstr("Since the edition of 03/14/24"),
+                      HasSubstr("<th scope=\"col\">Former</th><th scope=\"col\">Present</th>"),
                       HasSubstr("<td>PEOPLE-AREA</td><td>&lt;NEW&gt;</td>"), HasSubstr("<td>FILLER</td>")));
     EXPECT_THAT(WalkPage(page, "MAKER"), ::testing::MatchesRegex("links: [0-9]+\nfound: 3"));
     Publish(EditionOf(next), folder);
@@ -171,16 +181,28 @@ TEST_F(PublishTest, TheSameEditionIsTheSameBytesAndAFailureKeepsTheFormerOne) {
     Publish(EditionOf(Sample()), folder);
     EXPECT_EQ(bytes(), first);
 
-    // A name that is there already stands in the way of the new folder; a link leads to the real one.
+    // The second file cannot be written: the first is as it was, or gone.
+    for (const char* former : {"former page", ""}) {
+        const std::string other = parent.Path("other"), otherPage = other + "/index.html";
+        std::filesystem::create_directories(other + "/edition.json");
+        if (*former != 0) WriteFile(otherPage, former);
+        EXPECT_THROW(WriteFolder(other, "page", "edition"), RuntimeFailure);
+        EXPECT_EQ(FileExists(otherPage) ? ReadFile(otherPage) : "", former);
+        std::filesystem::remove_all(other);
+    }
+
+    // A name that is there already stands in the way of a new folder; one that is there stays the same
+    // folder, for whoever stands in it, and a link leads to it.
     std::filesystem::create_symlink(folder, parent.Path("link"));
     WriteFile(parent.Path("file"), "");
     EXPECT_THROW(Publish(EditionOf(Sample()), parent.Path("file/edition")), RuntimeFailure);
-    const std::string beside = folder + ".new-" + std::to_string(getpid());
-    std::filesystem::create_directories(beside);
-    EXPECT_THAT(Refusal(Sample()), HasSubstr(".new-"));
-    EXPECT_EQ(bytes(), first);
-    std::filesystem::remove(beside);
+    const std::string fresh = parent.Path("fresh");
+    std::filesystem::create_directories(fresh + ".new-" + std::to_string(getpid()));
+    EXPECT_THROW(Publish(EditionOf(Sample()), fresh), RuntimeFailure);
+    EXPECT_FALSE(FolderExists(fresh));
+    const auto number = NumberOf(folder);
     Publish(EditionOf(Sample()), parent.Path("link"));
+    EXPECT_EQ(NumberOf(folder), number);
     EXPECT_TRUE(std::filesystem::is_symlink(parent.Path("link")));
     EXPECT_EQ(bytes(), first);
 }
