@@ -93,7 +93,10 @@ int Compare(CommandContext& context, const CompareOptions& options, const DrawDi
                                                     commands::ReadEdition(app, options.present));
     if (!compared.editions) return Refuse(compared.refusal);
     const compare::ComparedEditions& editions = *compared.editions;
-    if (!options.html.empty()) WriteFile(AbsolutePath(options.html), HtmlPage(editions));
+    if (!options.html.empty()) {
+        if (const auto why = commands::WhyNotWrittenTo(options.html, editions)) return Refuse(*why);
+        WriteFile(AbsolutePath(options.html), HtmlPage(editions));
+    }
     options.json ? PrintJsonOf(editions) : PrintText(editions);
     return options.draw ? draw(context, editions, options.out) : kDone;
 }

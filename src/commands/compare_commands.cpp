@@ -1,5 +1,6 @@
 #include "commands/compare_commands.h"
 
+#include <filesystem>
 #include <utility>
 #include <vector>
 
@@ -7,6 +8,7 @@
 #include "base/text.h"
 #include "dictionary/schemas.h"
 #include "extract/driver.h"
+#include "extract/report_checks.h"
 #include "extract/report_file.h"
 #include "store/temporary_store.h"
 
@@ -37,8 +39,21 @@ class SchemaNameKept {
     const std::string name_;
 };
 
+std::string NoSchema(const std::string& schema) {
+    return "there is no schema " + (schema.empty() ? "without a name" : schema) + " in the dictionary";
+}
+
+/// ": the file is IBM037 (repair it first)" for a file in which a report cannot be recognized as it is.
+std::string FormInWords(const std::string& bytes) {
+    for (const Finding& finding : CheckForm(bytes)) {
+        if (finding.kind == FindingKind::Encoding) return ": " + finding.reason + " (repair it first)";
+    }
+    return {};
+}
+
 std::string WhyNoReport(const ReportFile& report) {
-    if (report.check == ReportCheck::NoReport) return report.path + " is no schema report";
+    if (report.check == ReportCheck::NoReport)
+        return report.path + " is no schema report" + FormInWords(report.bytes);
     const std::string why = WhyNoFile(report.path);
     return report.path + " " + (why.empty() ? "does not exist" : why);
 }
@@ -48,7 +63,7 @@ std::string WhyNoReport(const ReportFile& report) {
 EditionRead EditionInDictionary(AppState& app, const std::string& schema) {
     Connection& store = *app.gConnection;
     const auto name = dictionary::StoredSchemaName(store, schema);
-    if (!name) return Refused("there is no schema " + schema + " in the dictionary");
+    if (!name) return Refused(NoSchema(schema));
     return {compare::Edition{*name, false, dictionary::ReadSchema(store, *name), FindingsOf(store, *name)},
             {}};
 }
@@ -89,8 +104,9 @@ EditionRead ReadEdition(AppState& app, const std::string& schemaOrPath) {
     const bool isSchema =
         !isPath && app.gConnection && dictionary::StoredSchemaName(*app.gConnection, schemaOrPath);
     if (isSchema) return EditionInDictionary(app, schemaOrPath);
+    if (schemaOrPath.empty()) return Refused(NoSchema(schemaOrPath));
     if (!isPath && !FileExists(schemaOrPath))
-        return Refused("there is no schema " + schemaOrPath + " in the dictionary and no file of that name");
+        return Refused(NoSchema(schemaOrPath) + " and no file of that name");
     return EditionInReport(app, schemaOrPath);
 }
 
@@ -100,6 +116,16 @@ EditionsCompared CompareEditions(EditionRead former, EditionRead present) {
     compare::ComparedEditions editions{*std::move(former.edition), *std::move(present.edition), {}};
     editions.differences = compare::Compare(editions.former.contents, editions.present.contents);
     return {std::move(editions), {}};
+}
+
+std::optional<std::string> WhyNotWrittenTo(const std::string& file,
+                                           const compare::ComparedEditions& editions) {
+    for (const compare::Edition* edition : {&editions.former, &editions.present}) {
+        std::error_code error;
+        if (edition->isReport && std::filesystem::equivalent(Resolve(file), Resolve(edition->source), error))
+            return file + " is the report that is compared; choose another file";
+    }
+    return std::nullopt;
 }
 
 }  // namespace norvelis::commands

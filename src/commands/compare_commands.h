@@ -34,4 +34,8 @@ struct EditionsCompared {
 };
 EditionsCompared CompareEditions(EditionRead former, EditionRead present);
 
+/// Why a list of the differences may not be written to the file: it is one of the reports.
+std::optional<std::string> WhyNotWrittenTo(const std::string& file,
+                                           const compare::ComparedEditions& editions);
+
 }  // namespace norvelis::commands

@@ -18,20 +18,19 @@ using compare::Difference;
 using compare::Kind;
 using dictionary::SetContents;
 
-std::optional<Marking> MarkingOf(const Difference& difference) {
+Marking MarkingOf(const Difference& difference) {
     switch (difference.change) {
         case Change::Added:
-            return Marking{Mark::Added, "ADDED"};
+            return {Mark::Added, "ADDED"};
         case Change::Removed:
-            return Marking{Mark::Removed, "REMOVED"};
+            return {Mark::Removed, "REMOVED"};
         case Change::Renamed:
-            return Marking{Mark::Changed, "RENAMED, WAS " + difference.values.front().former};
+            return {Mark::Changed, "RENAMED, WAS " + difference.values.front().former};
         case Change::Changed:
-            return Marking{Mark::Changed, "CHANGED"};
         case Change::Moved:
-            return std::nullopt;
+            break;
     }
-    return std::nullopt;
+    return {Mark::Changed, "CHANGED"};
 }
 
 /// One set with one of its members.
@@ -65,15 +64,14 @@ class Marker {
         return (kind == Kind::Set ? "set " : "index ") + NameKey(name);
     }
 
-    // A record is changed when one of its fields is. Each is an entry of the drawing, so that it has a box
-    // although no set may lead to it; the entries of the schema come last, for one gives the page its name.
+    // A record is changed when one of its fields is, be it only moved. Each is an entry of the drawing, so
+    // that it has a box although no set may lead to it; the entries of the schema come last, for one gives
+    // the page its name.
     void MarkRecords() {
         std::vector<std::string> entries;
         for (const Difference& each : editions_.differences) {
-            const auto marking = MarkingOf(each);
-            if (!marking) continue;
             if (each.kind == Kind::Record) {
-                result_.marks.AddRecord(each.name, *marking);
+                result_.marks.AddRecord(each.name, MarkingOf(each));
                 entries.push_back(each.name);
             } else if (each.kind == Kind::Field) {
                 result_.marks.AddRecord(each.where, {Mark::Changed, "CHANGED"});
@@ -102,8 +100,8 @@ class Marker {
             result_.marks.AddSet(now.name, now.owner, now.member, {Mark::Removed, "REMOVED"});
         }
         for (const SetContents& set : editions_.present.contents.sets) {
-            const auto marking =
-                former.contains(KeyOf(set)) ? MarkingOfLine(set.name) : Marking{Mark::Added, "ADDED"};
+            const auto marking = former.contains(KeyOf(set)) ? MarkingOfLine(set.name)
+                                                             : std::optional(Marking{Mark::Added, "ADDED"});
             if (marking) result_.marks.AddSet(set.name, set.owner, set.member, *marking);
         }
     }
@@ -121,7 +119,7 @@ class Marker {
     void MarkIndexes() {
         for (auto& index : result_.contents.indexes) {
             const auto difference = byName_.find(PartKey(Kind::Index, index.name));
-            if (difference != byName_.end()) index.name += " (" + MarkingOf(*difference->second)->words + ")";
+            if (difference != byName_.end()) index.name += " (" + MarkingOf(*difference->second).words + ")";
         }
         for (const auto& index : editions_.former.contents.indexes) {
             const auto difference = byName_.find(PartKey(Kind::Index, index.name));

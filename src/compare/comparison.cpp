@@ -184,6 +184,21 @@ class Differences {
         AddChanges(Kind::Index, former, present, std::move(values));
     }
 
+    /// By their former names, which may be the present names of other records; the own present ones are then
+    /// said behind them.
+    template <class Link>
+    std::string FormerMembers(const Link& former, const Link& present) const {
+        const auto isNamedNow = [&present](std::string_view name) {
+            return std::ranges::any_of(present.members,
+                                       [&](const auto& each) { return SameName(each.member, name); });
+        };
+        return List(former.members, [&](const auto& each) {
+            const std::string_view now = match_.RecordNames().Present(each.member);
+            if (SameName(now, each.member) || !isNamedNow(each.member)) return each.member;
+            return each.member + " (now " + std::string(now) + ")";
+        });
+    }
+
     /// The members as a value when they are not the same; calls `compareTwo` for those that have stayed, with
     /// words for which one it is when there are several.
     template <class Link, class CompareTwo>
@@ -191,7 +206,7 @@ class Differences {
         const auto name = [](const auto& each) { return each.member; };
         const auto now = [this](const auto& each) { return match_.RecordNames().Present(each.member); };
         if (SortedList(former.members, now) != SortedList(present.members, name))
-            values.Add("members", List(former.members, name), List(present.members, name));
+            values.Add("members", FormerMembers(former, present), List(present.members, name));
         const bool several = former.members.size() > 1 || present.members.size() > 1;
         std::vector<const typename decltype(Link::members)::value_type*> left;
         for (const auto& member : present.members) left.push_back(&member);

@@ -34,9 +34,11 @@ std::string TitleFacts(DrawingState& drawing) {
         }
         date = Trim(header.Text("schemadate"));
     }
-    const dictionary::SchemaCounts all = dictionary::CountContents(drawing.store, schema);
     text += "\n";
-    if (!date.empty()) text += fmt::format("Report of {}: ", date);
+    if (!date.empty()) text += fmt::format("Report of {}", date);
+    if (drawing.marks) return text;
+    const dictionary::SchemaCounts all = dictionary::CountContents(drawing.store, schema);
+    if (!date.empty()) text += ": ";
     text += Counted(drawing.drawnRecords, all.records, "record", "records") + ", " +
             Counted(drawing.drawnSets.size(), all.sets, "set", "sets");
     if (all.indexes > 0) text += fmt::format(", {} {}", all.indexes, all.indexes == 1 ? "index" : "indexes");

@@ -79,6 +79,10 @@ TEST_F(CompareCommand, ReportsNeedNoDictionaryAndDamageIsPartOfTheComparison) {
 
 TEST_F(CompareCommand, RefusesInWordsAndWritesNothing) {
     WriteFile(program.Path("letter"), "Dear colleague,\n");
+    std::string wide = "\xFF\xFE";
+    for (const char letter : ReadFile(kSample)) wide.append({letter, '\0'});
+    WriteFile(program.Path("host"), wide);
+    std::filesystem::create_symlink(later, program.Path("link"));
     const struct {
         std::string arguments, words;
     } cases[] = {
@@ -86,15 +90,25 @@ TEST_F(CompareCommand, RefusesInWordsAndWritesNothing) {
         {later + " ./nosuch", "./nosuch does not exist"},
         {later + " " + program.App(), program.App() + " is a folder"},
         {later + " " + program.Path("letter"), program.Path("letter") + " is no schema report"},
+        {later + " " + program.Path("host"),
+         "host is no schema report: the file is UTF-16LE (repair it first)"},
+        {"'' " + later, "there is no schema without a name in the dictionary"},
         {later + " " + later + " --html " + program.Path("no/page.html"), program.Path("no/page.html")},
+        {kSample + " " + later + " --html " + program.Path("./later.TEXT"),
+         "later.TEXT is the report that is compared; choose another file"},
+        {later + " " + kSample + " --html " + program.Path("link"), "link is the report that is compared"},
     };
+    const std::string report = ReadFile(later);
     for (const auto& each : cases) {
         const auto result = Compare(each.arguments);
         EXPECT_EQ(result.status, 1) << each.arguments;
         EXPECT_THAT(result.error, HasSubstr(each.words));
         EXPECT_EQ(result.out, "");
     }
+    EXPECT_EQ(ReadFile(later), report);
     EXPECT_EQ(Compare(later).status, 2);
+    const auto noFolder = program.Run("compare " + later + " " + later, "TMPDIR=/nonexist ");
+    EXPECT_THAT(noFolder.error, HasSubstr("the folder for temporary files (/nonexist)"));
 }
 
 TEST_F(CompareCommand, NamesStayTextInThePage) {
@@ -126,6 +140,7 @@ TEST_F(CompareCommand, DrawsBesideTheSchemasOwnDrawing) {
     const std::string page = drawing::Archive(drawn).Read("visio/pages/page1.xml");
     for (const char* words : {"REMOVED", "RENAMED, WAS SHOP-MASTERS", "CHANGED", "LEGEND", "DAY-LEDGER"})
         EXPECT_THAT(page, HasSubstr(words));
+    EXPECT_THAT(page, Not(HasSubstr(" records, "))) << "removed parts are counted as present";
     ASSERT_EQ(Compare(arguments).status, 0);
     EXPECT_EQ(ReadFile(file), drawn);
 }

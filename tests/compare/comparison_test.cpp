@@ -107,6 +107,10 @@ const Case kCases[] = {
      {"record|added|TRUCK||||0320, CALC CODE-0320, SALES-AREA, FIXED 46, 1 field",
       "record|removed|REPAIR|||0320, CALC CODE-0320, SALES-AREA, FIXED 46, 3 fields|",
       "set|changed|MODEL-OFFERS|MODEL|members|OFFER, REPAIR|OFFER"}},
+    {"a set that goes on naming what has another name",
+     [](SchemaContents& s) { s.records[2].name = "MENDING"; },
+     {"record|renamed|MENDING||name|REPAIR|MENDING",
+      "set|changed|MODEL-OFFERS|MODEL|members|OFFER, REPAIR (now MENDING)|OFFER, REPAIR"}},
     {"a longer field moves those behind it; a filler that is used up is removed",
      [](SchemaContents& s) {
          auto& fields = s.records[2].fields;
