@@ -95,13 +95,25 @@ class Creator {
         ConnectSql(sql_, source.Text(), kSqlTimeout);
     }
 
+    /// Where the server puts tables whose names have no schema; empty when there is only one place.
+    std::string CurrentSchema() {
+        if (dialect_.CurrentSchema().empty()) return {};
+        SqlResult result = sql_.gSqlConnection->Execute(std::string(dialect_.CurrentSchema()));
+        const auto* row = result.Next();
+        return row == nullptr ? std::string() : row->front().value_or("");
+    }
+
     /// The tables of the model that the server has, in the model's order.
     std::vector<std::string> TablesThere() {
         std::unordered_set<std::string> onServer;
         InBackground(sql_, [&] {
+            const std::string current = CurrentSchema();
             SqlResult tables = sql_.gSqlConnection->Tables();
-            constexpr std::size_t kName = 2;
-            while (const auto* row = tables.Next()) onServer.insert(NameKey(row->at(kName).value_or("")));
+            constexpr std::size_t kSchema = 1, kName = 2;
+            while (const auto* row = tables.Next()) {
+                if (current.empty() || row->at(kSchema).value_or("") == current)
+                    onServer.insert(NameKey(row->at(kName).value_or("")));
+            }
         });
         std::vector<std::string> there;
         for (const auto& table : kept_.model.tables) {

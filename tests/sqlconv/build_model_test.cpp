@@ -224,6 +224,48 @@ TEST(SchemaModel, BadInputIsReported) {
     EXPECT_NE(WhyOf(model, "EMPTY"), "");
 }
 
+TEST(SchemaModel, NamesOfTheServersOwnTables) {
+    const auto contents = SchemaOf({RecordOf("PG-CLASS", {FieldOf("02 PG-A", "9")}), RecordOf("R", {})});
+    const auto options = ReadOptions("[record R]\nname = sqlite_r\n", contents.name);
+    const auto names = [&](const Dialect& dialect) {
+        std::string all;
+        for (const Table& table : MakeKeptTables(contents, options, dialect).model.tables)
+            all += table.name + " " + table.columns.back().name + " ";
+        return all;
+    };
+    EXPECT_EQ(names(SqliteDialect()), "pg_class pg_a _sqlite_r record_id ");
+    EXPECT_EQ(names(PostgresqlDialect()), "_pg_class pg_a sqlite_r record_id ");
+}
+
+// The server has the earlier key, to which nothing new can refer.
+TEST(SchemaModel, NoNewKeyLeadsToAChangedOne) {
+    const std::vector fields = {FieldOf("02 K", "9(4)"), FieldOf("02 L", "X(4)")};
+    const auto since = [&](const dictionary::RecordContents& owner, const Dialect& dialect) {
+        const auto earlier = SchemaOf({RecordOf("O", fields, "K"), RecordOf("M", {})});
+        const auto later = SchemaOf({owner, RecordOf("M", {}), RecordOf("NEW", {})},
+                                    {SetOf("S1", "O", "M", "MA NEXT"), SetOf("S2", "O", "NEW", "MA NEXT")});
+        return ScriptText(MakeDifference(earlier, later, {}, dialect).script, dialect);
+    };
+    const auto otherType = RecordOf("O", {FieldOf("02 K", "X(4)"), fields[1]}, "K");
+    for (const Dialect* dialect : AllDialects()) {
+        for (const auto& owner : {RecordOf("O", fields, "L"), RecordOf("O", fields), otherType}) {
+            const std::string script = since(owner, *dialect);
+            EXPECT_EQ(script.find("REFERENCES"), std::string::npos) << script;
+            EXPECT_THAT(script,
+                        HasSubstr("-- Table m: no foreign key fk_s1_m: the key of o is another one now\n"));
+            EXPECT_THAT(script, HasSubstr("-- no foreign key fk_s2_new: the key of o is another one now\n"));
+        }
+        EXPECT_THAT(since(RecordOf("O", fields, "K"), *dialect), HasSubstr("REFERENCES o (k)"));
+    }
+}
+
+TEST(SchemaModel, WideTextTakesTwoBytesInAKey) {
+    const auto contents = SchemaOf({RecordOf("R", {FieldOf("02 K", "G(500)")}, "K")});
+    EXPECT_EQ(Joined(MakeKeptTables(contents, {}, SqlserverDialect()).model.tables[0].primaryKey),
+              "record_id");
+    EXPECT_EQ(Joined(MakeKeptTables(contents, {}, PostgresqlDialect()).model.tables[0].primaryKey), "k");
+}
+
 TEST(SchemaModel, MoreColumnsThanATableTakes) {
     std::vector<dictionary::FieldContents> fields = {FieldOf("02 K", "9(4)")};
     for (int i = 0; i < 1100; ++i)

@@ -419,11 +419,15 @@ dictionary::SchemaContents OddSchema() {
         words.push_back(FieldOf(std::string("02 ") + word, "X(4)"));
     for (int i = 0; i < 1100; ++i)
         many.push_back(FieldOf("02 FIELD-OF-A-LONG-NAME-" + std::to_string(i), "X(30)"));
+    // Short columns, of which the server's description of the table holds too few.
+    std::vector<dictionary::FieldContents> dense = {FieldOf("02 K", "9(4)")};
+    for (int i = 1000; i < 1850; ++i)
+        dense.push_back(FieldOf("02 FIELD-OF-A-LONG-NAME-ABCD-" + std::to_string(i), "9(4)"));
     const std::string item(30, 'I'), group(30, 'G');
     return SchemaOf(
         {RecordOf("ORDER", words, "ORDER KEY"),
          RecordOf("USER", {FieldOf("02 CODE", "X(4)"), FieldOf("02 code", "9(9)V9")}),
-         RecordOf("ORDER-LINE", {}), RecordOf("WIDE", many, "K"),
+         RecordOf("ORDER-LINE", {}), RecordOf("WIDE", many, "K"), RecordOf("DENSE", dense, "K"),
          RecordOf("LONG-NAMES-567890",
                   {FieldOf("02 " + group), FieldOf("03 " + item, "X(20000)", "DISPLAY OCCURS 3"),
                    FieldOf("03 " + item, "", "COMP-1 OCCURS 2"), FieldOf("02 BIG", "9(40)"),
@@ -452,6 +456,19 @@ TEST_F(KeptServers, OddSchemasAreValidScripts) {
         ExpectCatalogue(kept, server);
         RemoveTables(kept, server.source);
     }
+}
+
+TEST_F(KeptServers, TablesOfOtherSchemasAreNotMeant) {
+    ReadSample();
+    const ServerUnderTest server = PostgresUnderTest(odbc.pg);
+    Session session(server.source);
+    session.Values("create schema elsewhere create table workshop (a int)");
+    TableCreation creation(sql, server.source);
+    EXPECT_TRUE(CreateKeptTables(creation, "EMPSCHM")) << creation.refusal;
+    TableCreation again(sql, server.source);
+    EXPECT_FALSE(CreateKeptTables(again, "EMPSCHM"));
+    session.Values("drop schema elsewhere cascade");
+    RemoveTables(SampleFor(server), server.source);
 }
 
 TEST_F(KeptServers, AllTablesOrNone) {

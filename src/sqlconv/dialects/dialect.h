@@ -43,6 +43,8 @@ class Dialect {
     /// Whether several statements can be handed to the server as one text.
     virtual bool TakesSeveral() const { return true; }
     virtual bool HasDatabases() const { return true; }
+    /// The query of the schema where tables go; empty where a database has only one.
+    virtual std::string_view CurrentSchema() const { return {}; }
 
     /// Lines of a script before the transaction, around each group of statements, and at the end.
     struct ScriptWords {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "base/name_key.h"
 #include "base/text.h"
@@ -21,11 +22,47 @@ bool SameKeys(const std::vector<std::string>& a, const std::vector<std::string>&
     return std::ranges::equal(a, b, SameName);
 }
 
+/// The primary key as the server knows it: names and types of its columns.
+std::vector<std::string> KeyText(const Table& table, const Dialect& dialect) {
+    std::vector<std::string> texts;
+    for (const auto& name : table.primaryKey)
+        texts.push_back(NameKey(name) + " " + dialect.TypeText(table.Find(name)->type));
+    return texts;
+}
+
+/// Tables, by NameKey, whose primary key is another one now. The server has the earlier one, to which no new
+/// foreign key can refer.
+using ChangedOwners = std::unordered_set<std::string>;
+
+ChangedOwners FindChangedOwners(const std::unordered_map<std::string, const Table*>& before,
+                                const SchemaModel& later, const Dialect& dialect) {
+    ChangedOwners changed;
+    for (const Table& table : later.tables) {
+        const auto was = before.find(NameKey(table.name));
+        if (was != before.end() && KeyText(*was->second, dialect) != KeyText(table, dialect))
+            changed.insert(was->first);
+    }
+    return changed;
+}
+
+std::string NoKeyNote(const ForeignKey& key) {
+    return "no foreign key " + key.name + ": the key of " + key.owner + " is another one now";
+}
+
+void TakeOutKeysTo(const ChangedOwners& changed, Table& table) {
+    std::erase_if(table.foreignKeys, [&](const ForeignKey& key) {
+        const bool refused = changed.contains(NameKey(key.owner));
+        if (refused) table.notes.push_back(NoKeyNote(key));
+        return refused;
+    });
+}
+
 /// One table that was there before.
 class TableDifference {
   public:
-    TableDifference(const Table& before, const Table& now, const Dialect& dialect)
-        : before_(before), now_(now), dialect_(dialect) {}
+    TableDifference(const Table& before, const Table& now, const ChangedOwners& changed,
+                    const Dialect& dialect)
+        : before_(before), now_(now), changed_(changed), dialect_(dialect) {}
 
     Script::Group Make() {
         if (!SameKeys(before_.primaryKey, now_.primaryKey))
@@ -49,10 +86,12 @@ class TableDifference {
         return text;
     }
 
+    bool LeadsToChanged(const ForeignKey& key) const { return changed_.contains(NameKey(key.owner)); }
+
     /// The new key of this column alone, where keys cannot be added to a table by themselves.
     const ForeignKey* KeyMadeWith(const Column& column) const {
         for (const ForeignKey& key : now_.foreignKeys) {
-            if (key.columns.size() == 1 && key.columns.front() == column.name &&
+            if (key.columns.size() == 1 && key.columns.front() == column.name && !LeadsToChanged(key) &&
                 FindNamed(before_.foreignKeys, key.name) == nullptr &&
                 dialect_.AddForeignKey(now_, key).empty())
                 return &key;
@@ -86,7 +125,9 @@ class TableDifference {
     void CompareKeys() {
         for (const ForeignKey& key : now_.foreignKeys) {
             const ForeignKey* before = FindNamed(before_.foreignKeys, key.name);
-            if (before == nullptr) {
+            if (before == nullptr && LeadsToChanged(key)) {
+                Note(NoKeyNote(key));
+            } else if (before == nullptr) {
                 auto statement = dialect_.AddForeignKey(now_, key);
                 const Column& column = *now_.Find(key.columns.front());
                 if (statement.empty() && FindNamed(before_.columns, column.name) == nullptr &&
@@ -123,6 +164,7 @@ class TableDifference {
     }
 
     const Table &before_, &now_;
+    const ChangedOwners& changed_;
     const Dialect& dialect_;
     Script::Group group_;
 };
@@ -132,17 +174,19 @@ class TableDifference {
 Script MakeDifferenceScript(const SchemaModel& earlier, const SchemaModel& later, const Dialect& dialect) {
     std::unordered_map<std::string, const Table*> before;
     for (const Table& table : earlier.tables) before.emplace(NameKey(table.name), &table);
+    const ChangedOwners changed = FindChangedOwners(before, later, dialect);
     // New tables are made whole, by the same words as ever.
     SchemaModel created = later;
     std::erase_if(created.tables,
                   [&before](const Table& table) { return before.contains(NameKey(table.name)); });
+    for (Table& table : created.tables) TakeOutKeysTo(changed, table);
     Script script = MakeScript(created, dialect);
     script.heading.push_back(
         "Only what the dictionary did not hold before; what would lose data is a comment.");
     for (const Table& table : later.tables) {
         const auto was = before.extract(NameKey(table.name));
         if (was.empty()) continue;
-        Script::Group group = TableDifference(*was.mapped(), table, dialect).Make();
+        Script::Group group = TableDifference(*was.mapped(), table, changed, dialect).Make();
         if (!group.notes.empty() || !group.statements.empty()) script.groups.push_back(std::move(group));
     }
     for (const Table& table : earlier.tables) {

@@ -33,6 +33,8 @@ constexpr std::string_view kReservedWords =
 
 // What a row can hold of a text beside its key.
 constexpr long kLongestVarchar = 16'000;
+// Bytes, of a column's.
+constexpr std::size_t kLongestComment = 1000;
 
 class Mysql : public Dialect {
   public:
@@ -56,6 +58,8 @@ class Mysql : public Dialect {
         limits.textInRow = 255;
         limits.textOutside = 41;
         limits.wholeRow = 65'000;
+        limits.definition = 60'000;
+        limits.longestComment = kLongestComment;
         limits.keyColumns = 16;
         limits.primaryKey = limits.index = 3072;
         return limits;
@@ -106,14 +110,13 @@ class Mysql : public Dialect {
     bool Defers() const override { return false; }
 
     std::string ColumnTail(const Column& column) const override {
-        constexpr std::size_t kLongestComment = 1000;
         return " COMMENT " + CommentLiteral(column.comment, kLongestComment);
     }
     // Keys are compared by their bytes, as the network database does.
     std::string TableTail(const Table& table) const override {
-        constexpr std::size_t kLongestComment = 2000;
+        constexpr std::size_t kLongestTableComment = 2000;
         return " ENGINE=InnoDB DEFAULT CHARSET=utf8mb4 COLLATE=utf8mb4_bin COMMENT=" +
-               CommentLiteral(table.comment, kLongestComment);
+               CommentLiteral(table.comment, kLongestTableComment);
     }
 
   private:

@@ -19,10 +19,11 @@ class Postgresql : public Dialect {
     bool Means(std::string_view server) const override {
         return LowerCase(server).find("postgres") != std::string::npos;
     }
-    // Each table has system columns.
+    // Each table has system columns, and the server's own tables are found before others.
     Limits ServerLimits() const override {
         Limits limits;
         limits.takenColumns = "TABLEOID XMIN CMIN XMAX CMAX CTID";
+        limits.takenPrefix = "PG_";
         return limits;
     }
     std::string TypeText(const ColumnType& type) const override {
@@ -32,6 +33,7 @@ class Postgresql : public Dialect {
         return text && type.length > kLongestText ? "TEXT" : Dialect::TypeText(type);
     }
     std::string Folded(const std::string& name) const override { return LowerCase(name); }
+    std::string_view CurrentSchema() const override { return "SELECT current_schema()"; }
     // Each holds a lock, of which there are 64 for each of 100 connections.
     std::size_t MostInTransaction() const override { return 5000; }
 };

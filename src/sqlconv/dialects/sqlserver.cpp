@@ -38,6 +38,7 @@ class Sqlserver : public Dialect {
         limits.nameInBytes = false;
         limits.columns = 1024;
         limits.bytesPerCharacter = 1;
+        limits.bytesPerWideCharacter = 2;
         limits.primaryKey = 900;
         limits.index = 1700;
         return limits;
@@ -57,6 +58,7 @@ class Sqlserver : public Dialect {
     TransactionWords Transaction() const override {
         return {"BEGIN TRANSACTION", "COMMIT TRANSACTION", "ROLLBACK TRANSACTION"};
     }
+    std::string_view CurrentSchema() const override { return "SELECT SCHEMA_NAME()"; }
     // An index with a condition needs the first line. A failure undoes all; the batches behind it are then
     // read but not executed.
     ScriptWords Script() const override {

@@ -28,7 +28,11 @@ struct RecordPlan {
 
 struct Build {
     Build(const dictionary::SchemaContents& schema, const Options& wishes, const Limits& server)
-        : contents(schema), options(wishes), limits(server), names(wishes.lowerCase, server) {}
+        : contents(schema),
+          options(wishes),
+          limits(server),
+          names(wishes.lowerCase, server),
+          objects({}, server.takenPrefix) {}
 
     const dictionary::SchemaContents& contents;
     const Options& options;

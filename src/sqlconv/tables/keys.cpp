@@ -79,7 +79,7 @@ double KeyBytes(const ColumnType& type, const Limits& limits) {
     switch (type.kind) {
         case ColumnType::Kind::Text:
         case ColumnType::Kind::FixedText:
-            return length * limits.bytesPerCharacter;
+            return length * (type.wide ? limits.bytesPerWideCharacter : limits.bytesPerCharacter);
         case ColumnType::Kind::Decimal:
             return length / 2 + kNumber;
         default:

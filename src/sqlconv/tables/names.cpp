@@ -49,7 +49,6 @@ std::string Names::Of(std::string_view dictionaryName) const {
         const auto byte = static_cast<unsigned char>(c);
         if (c == '-' || byte <= 0x20 || byte == 0x7F) c = '_';
     }
-    if (!limits_.takenPrefix.empty() && UpperCase(name).starts_with(limits_.takenPrefix)) name = "_" + name;
     return lowerCase_ ? LowerCase(name) : name;
 }
 
@@ -59,8 +58,13 @@ std::string Names::Fitting(const std::string& name) const {
     return std::string(Beginning(name, limits_.name - kHash, limits_.nameInBytes)) + "_" + HashDigits(name);
 }
 
-UsedNames::UsedNames(std::string_view taken) {
+UsedNames::UsedNames(std::string_view taken, std::string_view takenPrefix) : takenPrefix_(takenPrefix) {
     for (auto word = NextWord(taken); !word.empty(); word = NextWord(taken)) used_.emplace(word);
+}
+
+std::string UsedNames::Allowed(const std::string& name) const {
+    const bool begins = !takenPrefix_.empty() && UpperCase(name).starts_with(takenPrefix_);
+    return begins ? "_" + name : name;
 }
 
 bool UsedNames::TakeFree(const std::string& name) {
@@ -69,12 +73,12 @@ bool UsedNames::TakeFree(const std::string& name) {
 
 std::string UsedNames::Take(const Names& names, std::initializer_list<std::string> candidates) {
     for (const auto& candidate : candidates) {
-        const std::string name = names.Fitting(candidate);
+        const std::string name = names.Fitting(Allowed(candidate));
         if (TakeFree(name)) return name;
     }
     for (int number = 2;; ++number) {
-        const std::string name =
-            names.Fitting(std::data(candidates)[candidates.size() - 1] + "_" + std::to_string(number));
+        const std::string name = names.Fitting(Allowed(std::data(candidates)[candidates.size() - 1]) + "_" +
+                                               std::to_string(number));
         if (TakeFree(name)) return name;
     }
 }

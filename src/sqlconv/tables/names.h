@@ -31,15 +31,18 @@ class Names {
 class UsedNames {
   public:
     UsedNames() = default;
-    /// Upper-case words with blanks between them that are taken from the start.
-    explicit UsedNames(std::string_view taken);
+    /// Upper-case words with blanks between them that are taken from the start, and what no name may begin
+    /// with: an underscore comes before that.
+    explicit UsedNames(std::string_view taken, std::string_view takenPrefix = {});
 
     /// The first of the candidates that is free, or the last of them with a number behind it. Takes it.
     std::string Take(const Names& names, std::initializer_list<std::string> candidates);
 
   private:
+    std::string Allowed(const std::string& name) const;
     bool TakeFree(const std::string& name);
 
+    std::string takenPrefix_;
     std::unordered_set<std::string> used_;
 };
 

@@ -10,18 +10,23 @@ namespace norvelis::tables {
 namespace {
 
 /// The part of what a row may hold that this column takes at most, in the measure that is short first.
-double ShareOfRow(const ColumnType& type, const Limits& limits) {
+double ShareOfRow(const Column& column, const Limits& limits) {
+    constexpr double kDefinition = 18;  // Beside name and comment.
+    const ColumnType& type = column.type;
     const bool text = type.kind == ColumnType::Kind::Text || type.kind == ColumnType::Kind::FixedText;
     const double bytes =
         text ? static_cast<double>(type.length) * limits.rowBytesPerCharacter : KeyBytes(type, limits);
     const double inRow = text && bytes > limits.textInRow ? limits.textOutside : bytes + 1;
     const double inAll = text && type.length > limits.longText ? limits.textOutside : bytes;
-    return std::max({1 / limits.columns, inRow / limits.row, inAll / limits.wholeRow});
+    const double definition = static_cast<double>(column.name.size()) + kDefinition +
+                              std::min(static_cast<double>(column.comment.size()), limits.longestComment);
+    return std::max(
+        {1 / limits.columns, inRow / limits.row, inAll / limits.wholeRow, definition / limits.definition});
 }
 
 double ShareOfRow(const Table& table, const Limits& limits) {
     double share = 0;
-    for (const Column& column : table.columns) share += ShareOfRow(column.type, limits);
+    for (const Column& column : table.columns) share += ShareOfRow(column, limits);
     return share;
 }
 
@@ -74,12 +79,12 @@ std::vector<Table> Split(Build& build, Table& first) {
     const auto isBound = [&bound](const Column& column) { return bound.contains(NameKey(column.name)); };
     double share = 0;
     for (const Column& column : first.columns) {
-        if (isBound(column)) share += ShareOfRow(column.type, build.limits);
+        if (isBound(column)) share += ShareOfRow(column, build.limits);
     }
     const std::vector<Column> key = KeyOf(first);
     std::vector<Column> all = std::exchange(first.columns, {});
     for (Column& column : all) {
-        const double own = ShareOfRow(column.type, build.limits);
+        const double own = ShareOfRow(column, build.limits);
         if (isBound(column) || (further.empty() && share + own <= 1)) {
             if (!isBound(column)) share += own;
             first.columns.push_back(std::move(column));
