@@ -45,7 +45,7 @@ Json ReportJson(const tables::KeptTables& kept) {
                             {"record", outcome.record},
                             {"name", outcome.name},
                             {"became", outcome.became},
-                            {"type", kept.dialect.TypeText(outcome.type)},
+                            {"type", outcome.became.empty() ? "" : kept.dialect.TypeText(outcome.type)},
                             {"why", outcome.why},
                             {"lookAt", outcome.lookAt}});
     }
@@ -74,6 +74,8 @@ int MakeScript(CommandContext& context, const ScriptOptions& options) {
     const Dialect* dialect = tables::DialectNamed(options.dialect);
     if (dialect == nullptr)
         return Refuse("there is no dialect " + options.dialect + "; there are " + DialectNames());
+    if (!options.out.empty() && Resolve(AbsolutePath(options.out)) == Resolve(AbsolutePath(options.report)))
+        return Refuse("--out and --report are the same file");
     context.OpenStore();
     Connection& store = *context.app->gConnection;
     if (!dictionary::StoredSchemaName(store, options.schema))

@@ -139,6 +139,11 @@ TEST_F(SqlCommandsTest, AScriptItsReportAndWhatIsNewSince) {
     const json report = json::parse(program.Run("sql script SALES --dialect mysql --json").out);
     EXPECT_EQ(report["totals"]["fields"]["all"], 3);
     EXPECT_EQ(report["totals"]["fields"]["converted"], 2);
+    for (const auto& outcome : report["outcomes"])
+        EXPECT_TRUE(outcome["became"] != "" || outcome["type"] == "") << outcome;
+    const auto same = program.Run("sql script SALES --dialect sqlite --out " + program.Path("page") +
+                                  " --report " + program.Path("page"));
+    EXPECT_EQ(same.error, "norvelis-cli: --out and --report are the same file\n");
 
     WriteFile(program.Path("dump"), program.Run("dump").out);
     AddField(*Store(), "SALES", "CUSTOMER", "BIRTH", "9(8)");
@@ -157,6 +162,11 @@ TEST_F(SqlCommandsTest, AScriptItsReportAndWhatIsNewSince) {
               std::string::npos);
     EXPECT_EQ(program.Run("sql script SALES --dialect oracle").status, 1);
     EXPECT_EQ(program.Run("sql script NONE --dialect sqlite").status, 1);
+    const std::string dump = program.Run("dump").out;
+    AddCustomer(*Store(), "OTHER");
+    WriteFile(program.Path("dump"), dump);
+    EXPECT_EQ(program.Run("sql script OTHER --dialect sqlite --since " + program.Path("dump")).error,
+              "norvelis-cli: the dump holds no schema OTHER\n");
     WriteFile(program.Path("dump"), "{}");
     EXPECT_EQ(program.Run("sql script SALES --dialect sqlite --since " + program.Path("dump")).error,
               "norvelis-cli: the file is not what the command dump prints\n");

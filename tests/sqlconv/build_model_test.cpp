@@ -210,10 +210,13 @@ TEST(SchemaModel, IndexSets) {
 }
 
 TEST(SchemaModel, BadInputIsReported) {
-    const auto model = ModelOf(
-        SchemaOf({RecordOf("R", {FieldOf("02 A", "HELLO"), FieldOf("02 B", "9(4)", "DISPLAY", "9", "5"),
-                                 FieldOf("02 C", "9(4)", "COMP", "10", "14"), FieldOf("02 D")}),
-                  RecordOf("EMPTY", {}), RecordOf("FILL", {FieldOf("02 FILLER", "X(4)")})}));
+    const auto model = ModelOf(SchemaOf(
+        {RecordOf("R", {FieldOf("02 A", "HELLO"), FieldOf("02 B", "9(4)", "DISPLAY", "9", "5"),
+                        FieldOf("02 C", "9(4)", "COMP", "10", "14"), FieldOf("02 D")}),
+         RecordOf("EMPTY", {}), RecordOf("FILL", {FieldOf("02 FILLER", "X(4)")}),
+         RecordOf("TWICE",
+                  {FieldOf("02 E", "9"), FieldOf("02 e", "X"), FieldOf("02 F", "9", "DISPLAY OCCURS 0"),
+                   FieldOf("02 G", "", "GROUP                     OCCURS 0 T"), FieldOf("03 H", "9")})}));
     EXPECT_EQ(ColumnsOf(Named(model, "r")), "record_id b c");
     EXPECT_EQ(ColumnsOf(Named(model, "empty")), "record_id");
     EXPECT_EQ(ColumnsOf(Named(model, "fill")), "record_id");
@@ -222,6 +225,11 @@ TEST(SchemaModel, BadInputIsReported) {
     EXPECT_THAT(WhyOf(model, "C"), HasSubstr("5 bytes where its picture asks for 2"));
     EXPECT_THAT(WhyOf(model, "D"), HasSubstr("neither picture nor items"));
     EXPECT_NE(WhyOf(model, "EMPTY"), "");
+    EXPECT_EQ(WhyOf(model, "E"), "");
+    EXPECT_EQ(WhyOf(model, "e"), "its name is taken in the table;");
+    EXPECT_EQ(WhyOf(model, "F"), "it occurs no times;");
+    EXPECT_EQ(WhyOf(model, "G"), "the number of occurrences is cut off;");
+    EXPECT_THAT(Named(model, "twice_f").notes, ElementsAre("F: it occurs no times"));
 }
 
 TEST(SchemaModel, NamesOfTheServersOwnTables) {
@@ -313,6 +321,17 @@ TEST(SchemaModel, OptionsAndTheirMistakes) {
     EXPECT_EQ(WhyOf(model, "line 16"), "\"hello\" is neither a [section] nor an option = value;");
     EXPECT_EQ(WhyOf(model, "line 20"), "\"UPPER\" is neither lower nor dictionary;");
     EXPECT_THAT(ReadOptions(SampleOptions(), "X").mistakes, IsEmpty());
+    for (const char* more :
+         {"NOT NULL", "INTEGER PRIMARY KEY", "VARCHAR(10) not null UNIQUE", "INTEGER CHECK(0)"})
+        EXPECT_EQ(ReadOptions(std::string("[field R F]\ntype = ") + more, "X").mistakes.size(), 1u) << more;
+    for (const char* type : {"TIMESTAMP WITH TIME ZONE", "DOUBLE PRECISION", "INT UNSIGNED", "DECIMAL(9,2)"})
+        EXPECT_THAT(ReadOptions(std::string("[field R F]\ntype = ") + type, "X").mistakes, IsEmpty());
+    const auto left = ModelOf(
+        SchemaOf({RecordOf("CUST", {FieldOf("02 G"), FieldOf("03 A", "9(4)"), FieldOf("02 FILLER", "X")})}),
+        "[record CUST]\nleave-out = yes\n");
+    std::string values;
+    for (const Outcome& outcome : left.outcomes) values += outcome.name + (outcome.isValue ? "+ " : " ");
+    EXPECT_EQ(values, "CUST+ G A+ ");
 }
 
 }  // namespace

@@ -18,11 +18,6 @@ void Add(Count& count, bool converted) {
     if (converted) ++count.converted;
 }
 
-/// Groups and fillers are no values of their own.
-bool IsValue(const Outcome& field) {
-    return !field.became.empty() || field.lookAt || field.why == "the options leave it out";
-}
-
 std::string OfAll(const Count& count, const char* things, const char* became) {
     return std::to_string(count.converted) + " of " + std::to_string(count.all) + " " + things + " " + became;
 }
@@ -147,7 +142,7 @@ Totals TotalsOf(const SchemaModel& model) {
                 Add(totals.records, converted);
                 break;
             case Subject::Field:
-                if (IsValue(outcome)) Add(totals.fields, converted);
+                if (outcome.isValue) Add(totals.fields, converted);
                 break;
             case Subject::Set: {
                 bool& all = sets.try_emplace(NameKey(outcome.name), true).first->second;

@@ -52,9 +52,11 @@ void AddFieldOutcomes(const RecordPlan& plan, std::vector<Outcome>& outcomes) {
         const bool group = item.state == Item::State::Group;
         Outcome outcome{
             Outcome::Subject::Field, plan.record->name, item.name, columns[i], item.why, false, item.type};
-        if (group) outcome.why = item.usage.occurs ? "its occurrences are rows" : "a group is its items";
-        outcome.lookAt = !group && !item.why.empty() && item.state != Item::State::Filler &&
-                         item.state != Item::State::LeftOut;
+        outcome.isValue = item.isValue;
+        outcome.lookAt =
+            !item.why.empty() && item.state != Item::State::Filler && item.state != Item::State::LeftOut;
+        if (group && item.why.empty())
+            outcome.why = item.usage.occurs ? "its occurrences are rows" : "a group is its items";
         outcomes.push_back(std::move(outcome));
     }
 }

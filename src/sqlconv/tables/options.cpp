@@ -1,7 +1,9 @@
 #include "sqlconv/tables/options.h"
 
+#include <algorithm>
 #include <charconv>
 #include <regex>
+#include <unordered_set>
 
 #include "base/name_key.h"
 #include "base/text.h"
@@ -35,13 +37,27 @@ std::string Quoted(std::string_view word) {
     return "\"" + std::string(word) + "\"";
 }
 
+/// What says more of a column than its type.
+bool IsConstraint(const std::string& word) {
+    static const std::unordered_set<std::string> constraints = {
+        "NOT",        "NULL",       "PRIMARY",   "KEY",      "UNIQUE",         "CHECK",  "DEFAULT",
+        "REFERENCES", "CONSTRAINT", "GENERATED", "IDENTITY", "AUTO_INCREMENT", "COLLATE"};
+    return constraints.contains(UpperCase(word));
+}
+
+bool HasConstraint(std::string text) {
+    std::ranges::replace_if(
+        text, [](char c) { return c == '(' || c == ')'; }, ' ');
+    return std::ranges::any_of(WordsOf(text), IsConstraint);
+}
+
 /// A type goes to the server as it is written, so it must be no more than a type: words, and sizes in
 /// parentheses behind the first ones.
 bool IsType(const std::string& text) {
     static const std::regex type(
         "[A-Za-z_][A-Za-z0-9_]*( [A-Za-z_][A-Za-z0-9_]*)*"
         "( ?\\(( ?[0-9]+ ?(, ?[0-9]+ ?)?|MAX|max)\\)( [A-Za-z_][A-Za-z0-9_]*)*)?");
-    return std::regex_match(text, type);
+    return std::regex_match(text, type) && !HasConstraint(text);
 }
 
 class Reader {

@@ -190,8 +190,12 @@ Usage ReadUsage(std::string_view stored) {
     if (occurs == std::string::npos) return usage;
     usage.occurs = true;
     rest = std::string_view(text).substr(occurs + std::string_view("OCCURS").size());
-    usage.least = usage.most = NextNumber(rest).value_or(0);
-    if (NextWord(rest) == "TO") usage.most = NextNumber(rest).value_or(0);
+    const auto least = NextNumber(rest);
+    const auto next = NextWord(rest);
+    const auto most = next == "TO" ? NextNumber(rest) : least;
+    usage.least = least.value_or(0);
+    usage.most = most.value_or(0);
+    usage.never = most == 0 && next != "T";  // Of a TO that is cut.
     return usage;
 }
 

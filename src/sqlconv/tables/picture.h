@@ -27,7 +27,8 @@ struct Usage {
     enum class Form { Display, Binary, Packed, SingleFloat, DoubleFloat, Index, Group, Other };
     Form form = Form::Display;
     bool occurs = false;
-    long least = 1, most = 1;  ///< Occurrences; `most` is 0 when the number was cut off.
+    long least = 1, most = 1;  ///< Occurrences; `most` is 0 when the number was cut off, too.
+    bool never = false;        ///< `most` is 0 as it stands there.
 };
 Usage ReadUsage(std::string_view stored);
 

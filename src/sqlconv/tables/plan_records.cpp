@@ -52,7 +52,7 @@ bool SameNumber(std::string_view a, std::string_view b) {
 std::string CommonSuffix(const std::vector<Item>& items, std::string_view recordId) {
     std::string suffix;
     for (const Item& item : items) {
-        if (item.state == Item::State::Filler || EqualIgnoringCase(item.name, "FILLER")) continue;
+        if (item.IsFiller()) continue;
         const auto hyphen = item.name.rfind('-');
         if (hyphen == std::string::npos || hyphen == 0) return {};
         const std::string own = item.name.substr(hyphen);
@@ -125,8 +125,12 @@ class Planner {
         return asked && item.state == Item::State::Column && usage.most > 0 && usage.least == usage.most;
     }
 
+    static void AddReason(Item& item, const std::string& words) {
+        item.why += item.why.empty() ? words : "; " + words;
+    }
+
     void AddColumns(Table& table, UsedNames& used, std::size_t place) {
-        const Item& item = plan_.items[place];
+        Item& item = plan_.items[place];
         Column column;
         column.type = item.type;
         column.item = place;
@@ -137,6 +141,8 @@ class Planner {
         for (long n = times == 0 ? 0 : 1; n <= times; ++n) {
             const std::string number = n == 0 ? "" : "_" + std::to_string(n);
             column.name = used.Take(build_.names, {NameOf(item) + number, GroupNameOf(item) + number});
+            if (n <= 1 && !SameName(column.name, build_.names.Fitting(NameOf(item) + number)))
+                AddReason(item, "its name is taken in the table");
             table.columns.push_back(column);
         }
         if (!item.why.empty()) table.notes.push_back(Described(item) + ": " + item.why);
@@ -214,7 +220,7 @@ class Planner {
     }
 
     void AddRepetition(std::size_t place, const Table& parent) {
-        const Item& item = plan_.items[place];
+        Item& item = plan_.items[place];
         Table child;
         child.record = plan_.record->name;
         child.name = build_.objects.Take(build_.names, {plan_.table.name + "_" + NameOf(item),
@@ -238,7 +244,12 @@ class Planner {
         owner.ownerColumns = parent.primaryKey;
         owner.cascade = true;
         child.foreignKeys.push_back(std::move(owner));
-        if (item.usage.most == 0) child.notes.push_back(item.name + ": the number of occurrences is cut off");
+        if (item.usage.most == 0) {
+            const std::string why =
+                item.usage.never ? "it occurs no times" : "the number of occurrences is cut off";
+            child.notes.push_back(item.name + ": " + why);
+            AddReason(item, why);
+        }
         plan_.children.push_back(std::move(child));
     }
 
@@ -293,19 +304,24 @@ RecordPlan PlanOf(Build& build, const dictionary::RecordContents& record) {
     return plan;
 }
 
+void AddLeftOut(Build& build, const dictionary::RecordContents& record, const RecordOptions& wishes) {
+    constexpr auto kWhy = "the options leave it out";
+    build.outcomes.push_back({Outcome::Subject::Record, record.name, record.name, {}, kWhy, false, {}});
+    for (const Item& item : ReadItems(record, &wishes, build.options.types)) {
+        if (item.IsFiller()) continue;
+        Outcome field{Outcome::Subject::Field, record.name, item.name, {}, kWhy, false, {}};
+        field.isValue = item.isValue;
+        build.outcomes.push_back(std::move(field));
+    }
+}
+
 }  // namespace
 
 void PlanRecords(Build& build) {
     for (const auto& record : build.contents.records) {
         const RecordOptions* wishes = build.options.Record(record.name);
         if (wishes != nullptr && wishes->leaveOut) {
-            build.outcomes.push_back({Outcome::Subject::Record,
-                                      record.name,
-                                      record.name,
-                                      {},
-                                      "the options leave it out",
-                                      false,
-                                      {}});
+            AddLeftOut(build, record, *wishes);
             continue;
         }
         RecordPlan plan = PlanOf(build, record);

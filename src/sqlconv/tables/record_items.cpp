@@ -62,13 +62,13 @@ bool IsGroup(const Item& item) {
 
 void SetState(Item& item, bool holdsItems, const TypeRules& rules) {
     using enum Item::State;
-    const bool filler = item.name.empty() || EqualIgnoringCase(item.name, "FILLER");
+    item.isValue = !holdsItems && !item.IsFiller();
     if (item.options != nullptr && item.options->leaveOut) {
         item.state = LeftOut;
         item.why = "the options leave it out";
     } else if (holdsItems) {
         item.state = Group;
-    } else if (filler) {
+    } else if (item.IsFiller()) {
         item.state = Filler;
         item.why = "a filler has no name";
     } else if (item.options != nullptr && !item.options->type.empty()) {
@@ -146,6 +146,10 @@ void MarkOverlaps(std::vector<Item>& items) {
 }
 
 }  // namespace
+
+bool Item::IsFiller() const {
+    return name.empty() || EqualIgnoringCase(name, "FILLER");
+}
 
 std::vector<Item> ReadItems(const dictionary::RecordContents& record, const RecordOptions* wishes,
                             const TypeRules& rules) {

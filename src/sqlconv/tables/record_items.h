@@ -33,7 +33,10 @@ struct Item {
     State state = State::Unmapped;
     bool repeats = false;      ///< It or a group around it occurs several times.
     long start = 0, last = 0;  ///< Positions of its first occurrence in the record, from 1; 0: not known.
+    bool isValue = false;      ///< No group and no filler.
     std::string why;           ///< It is no column, or a person should look at it.
+
+    bool IsFiller() const;
 };
 
 /// The items of a record in the order of the report, groups before what they hold.

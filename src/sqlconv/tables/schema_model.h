@@ -69,6 +69,7 @@ struct Outcome {
     std::string why;
     bool lookAt = false;  ///< A person should.
     ColumnType type;      ///< Of a field.
+    bool isValue = true;  ///< Of a field: no group and no filler.
 };
 
 struct SchemaModel {
