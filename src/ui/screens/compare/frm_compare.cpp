@@ -208,6 +208,7 @@ void frm_Compare::SaveAsHtml() {
     if (!editions_) return App().host.MessageBox("Nothing has been compared yet.");
     const auto path = App().host.SaveFileDialog("Save as HTML", "HTML page (*.html)", "differences.html");
     if (!path) return;
+    if (const auto why = commands::WhyNotWrittenTo(*path, *editions_)) return App().host.MessageBox(*why);
     try {
         WriteFile(*path, compare::HtmlPage(*editions_));
         lblStatus_->setText("Saved as " + QString::fromStdString(*path));

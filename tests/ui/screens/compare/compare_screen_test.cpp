@@ -1,8 +1,10 @@
 #include <gmock/gmock.h>
 
 #include <QComboBox>
+#include <QFileDialog>
 #include <QLabel>
 #include <QTableView>
+#include <filesystem>
 
 #include "ui/ui_app.h"
 #include "ui/until_shown.h"
@@ -69,6 +71,22 @@ TEST_F(CompareScreenTest, DrawsTheDifferencesAndShowsThem) {
     Form* viewer = ui.frame->Find(norvelis::Screen::DrawingViewer);
     ASSERT_TRUE(viewer && viewer->isVisible());
     UntilShown(*viewer->findChild<DrawingControl2*>());
+}
+
+TEST_F(CompareScreenTest, TheReportIsNotReplacedByThePage) {
+    const std::string report = ui.folder.Path("later"), text = ReadFile(report);
+    const std::string chosen = ui.folder.Path("page.html");
+    std::filesystem::create_symlink(report, chosen);
+    ui.Click("cmdCompare");
+    WhenWaiting([&chosen](QWidget& waiting) {
+        auto& dialog = dynamic_cast<QFileDialog&>(waiting);
+        dialog.selectFile(QString::fromStdString(chosen));
+        static_cast<QDialog&>(dialog).done(QDialog::Accepted);
+    });
+    ui.Click("cmdHtml");
+    EXPECT_THAT(ui.host.TakeTexts(),
+                ElementsAre(chosen + " is the report that is compared; choose another file"));
+    EXPECT_EQ(ReadFile(report), text);
 }
 
 TEST_F(CompareScreenTest, WhatHasGoneIsSaidInWords) {
