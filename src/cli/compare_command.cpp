@@ -94,8 +94,9 @@ int Compare(CommandContext& context, const CompareOptions& options, const DrawDi
     if (!compared.editions) return Refuse(compared.refusal);
     const compare::ComparedEditions& editions = *compared.editions;
     if (!options.html.empty()) {
-        if (const auto why = commands::WhyNotWrittenTo(options.html, editions)) return Refuse(*why);
-        WriteFile(AbsolutePath(options.html), HtmlPage(editions));
+        const std::string page = AbsolutePath(options.html);
+        if (const auto why = commands::WhyNotWrittenTo(page, editions)) return Refuse(*why);
+        WriteFile(page, HtmlPage(editions));
     }
     options.json ? PrintJsonOf(editions) : PrintText(editions);
     return options.draw ? draw(context, editions, options.out) : kDone;
