@@ -1,7 +1,6 @@
 #include "compare/comparison_page.h"
 
 #include <algorithm>
-#include <ranges>
 #include <string_view>
 
 #include "base/html_text.h"
@@ -62,8 +61,9 @@ void AppendFindings(std::string& html, std::string_view title, const Edition& ed
     if (std::ranges::none_of(edition.findings, isWarning)) return;
     AppendElement(html, "h2", title);
     html += "<ul>\n";
-    for (const auto& finding : edition.findings | std::views::filter(isWarning))
-        AppendElement(html, "li", WordsOf(finding));
+    for (const auto& finding : edition.findings) {
+        if (isWarning(finding)) AppendElement(html, "li", WordsOf(finding));
+    }
     html += "</ul>\n";
 }
 

@@ -127,10 +127,10 @@ std::set<std::pair<std::size_t, std::size_t>> PairsWorthALook(const AllTraits& f
                                                               const AllTraits& present) {
     constexpr std::size_t kFew = 8;
     std::unordered_map<std::string, std::pair<std::vector<std::size_t>, std::vector<std::size_t>>> holders;
-    for (const auto& [at, traits] : former)
-        traits.ForEachKey([&](const std::string& key) { holders[key].first.push_back(at); });
-    for (const auto& [at, traits] : present)
-        traits.ForEachKey([&](const std::string& key) { holders[key].second.push_back(at); });
+    for (const auto& each : former)
+        each.second.ForEachKey([&](const std::string& key) { holders[key].first.push_back(each.first); });
+    for (const auto& each : present)
+        each.second.ForEachKey([&](const std::string& key) { holders[key].second.push_back(each.first); });
     std::set<std::pair<std::size_t, std::size_t>> pairs;
     for (const auto& [key, both] : holders) {
         if (both.first.size() > kFew || both.second.size() > kFew) continue;
