@@ -32,8 +32,8 @@ const Marking* Find(const std::unordered_map<std::string, Marking>& markings, co
 
 }  // namespace
 
-void DifferenceMarks::AddRecord(std::string_view name, Marking marking) {
-    records_.try_emplace(NameKey(name), std::move(marking));
+void DifferenceMarks::AddRecord(std::string_view name, const Marking& marking) {
+    records_.try_emplace(NameKey(name), marking);
 }
 
 const Marking* DifferenceMarks::OfRecord(std::string_view name) const {
@@ -41,8 +41,8 @@ const Marking* DifferenceMarks::OfRecord(std::string_view name) const {
 }
 
 void DifferenceMarks::AddSet(std::string_view set, std::string_view owner, std::string_view member,
-                             Marking marking) {
-    sets_.try_emplace(SetKey(set, owner, member), std::move(marking));
+                             const Marking& marking) {
+    sets_.try_emplace(SetKey(set, owner, member), marking);
 }
 
 const Marking* DifferenceMarks::OfSet(std::string_view set, std::string_view owner,

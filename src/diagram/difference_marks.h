@@ -20,11 +20,12 @@ struct Marking {
 /// The markings by name; letter case and trailing blanks do not count. Null where there is none.
 class DifferenceMarks {
   public:
-    void AddRecord(std::string_view name, Marking marking);
+    void AddRecord(std::string_view name, const Marking& marking);
     const Marking* OfRecord(std::string_view name) const;
 
     /// A line: one set with one of its members.
-    void AddSet(std::string_view set, std::string_view owner, std::string_view member, Marking marking);
+    void AddSet(std::string_view set, std::string_view owner, std::string_view member,
+                const Marking& marking);
     const Marking* OfSet(std::string_view set, std::string_view owner, std::string_view member) const;
 
   private:

@@ -50,8 +50,7 @@ void ReadValues(DrawingState& drawing) {
     for (auto row = dictionary::RecordsByName(drawing.store, drawing.gDrawSchema); !row.Eof(); row.MoveNext())
         drawing.values.push_back(NameKey(ValueOf(drawing, row)));
     std::ranges::sort(drawing.values);
-    const auto doubles = std::ranges::unique(drawing.values);
-    drawing.values.erase(doubles.begin(), doubles.end());
+    drawing.values.erase(std::unique(drawing.values.begin(), drawing.values.end()), drawing.values.end());
 }
 
 std::size_t PlaceOf(const std::vector<std::string>& values, const std::string& value) {
@@ -94,6 +93,7 @@ void AddLegend(DrawingState& drawing, const PageRef& page, const engine::Ref<eng
     const auto layer = layers ? layers->Add(kDecorationLayer) : nullptr;
     int place = 0;
     for (const std::string& value : drawing.shownValues) {
+        const int column = place / kRows, row = place % kRows;
         const ShapeRef shape = page->Drop(entry, 0, 0);
         if (!shape) return;
         if (const ShapeRef swatch = PartOf(*shape, "Swatch"))
@@ -102,9 +102,9 @@ void AddLegend(DrawingState& drawing, const PageRef& page, const engine::Ref<eng
         const std::string beside =
             fmt::format("Sheet.{0}!PinX-Sheet.{0}!LocPinX+Sheet.{0}!Width", title.ID());
         SetFormulaU(shape->CellsSRC(engine::kPinX),
-                    fmt::format("{}+0.2 in+Height*{}", beside, place / kRows * kColumnPitch));
+                    fmt::format("{}+0.2 in+Height*{}", beside, column * kColumnPitch));
         SetFormulaU(shape->CellsSRC(engine::kPinY),
-                    fmt::format("ThePage!PageHeight-0.25 in-Height*{}", place % kRows * kRowPitch));
+                    fmt::format("ThePage!PageHeight-0.25 in-Height*{}", row * kRowPitch));
         if (layer) layer->Add(shape, 0);
         ++place;
     }

@@ -45,8 +45,7 @@ class Crossed {
             return true;
         });
         std::ranges::sort(places);
-        const auto doubles = std::ranges::unique(places);
-        places.erase(doubles.begin(), doubles.end());
+        places.erase(std::unique(places.begin(), places.end()), places.end());
         return places;
     }
 

@@ -128,12 +128,12 @@ void TileCache::PaintWanted() {
         current_ = tile;
         const double scale = level_.scale, ratio = level_.ratio;
         lock.unlock();
-        QImage image = PaintTile(tile, scale, ratio);
+        const QImage image = PaintTile(tile, scale, ratio);
         lock.lock();
         ++painted_;
         if (!level_.Is(scale, ratio)) continue;  // The view has another scale by now.
         current_.reset();
-        level_.tiles.insert(tile, std::move(image));
+        level_.tiles.insert(tile, image);
         lock.unlock();
         if (ready_) ready_();
         lock.lock();

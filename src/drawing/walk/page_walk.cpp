@@ -186,8 +186,7 @@ Surroundings PageWalk::Around(int shape) const {
         }
     }
     std::ranges::sort(around.others);
-    const auto repeated = std::ranges::unique(around.others);
-    around.others.erase(repeated.begin(), repeated.end());
+    around.others.erase(std::unique(around.others.begin(), around.others.end()), around.others.end());
     return around;
 }
 

@@ -69,17 +69,21 @@ void AddOptionOutcome(Build& build, std::size_t line, const std::string& words) 
 /// What the options name must be there.
 void CheckOptions(Build& build) {
     for (const auto& [line, words] : build.options.mistakes) AddOptionOutcome(build, line, words);
-    for (const auto& [name, wishes] : build.options.records) {
+    for (const auto& wished : build.options.records) {
+        const auto& name = wished.first;
+        const auto& wishes = wished.second;
         const auto record = std::ranges::find_if(
             build.contents.records, [&](const auto& candidate) { return SameName(candidate.name, name); });
         if (record == build.contents.records.end()) {
             AddOptionOutcome(build, wishes.line, "the schema has no record \"" + name + "\"");
             continue;
         }
-        for (const auto& [field, own] : wishes.fields) {
+        for (const auto& wishedField : wishes.fields) {
+            const auto& field = wishedField.first;
             if (std::ranges::none_of(record->fields,
                                      [&](const auto& candidate) { return SameName(candidate.name, field); }))
-                AddOptionOutcome(build, own.line, "the record " + name + " has no field \"" + field + "\"");
+                AddOptionOutcome(build, wishedField.second.line,
+                                 "the record " + name + " has no field \"" + field + "\"");
         }
     }
 }

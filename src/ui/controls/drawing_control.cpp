@@ -371,12 +371,10 @@ bool DrawingControl2::CanEnd() const {
 void DrawingControl2::EndLast() {
     if (walker_.Lit()) {
         walker_.Dim();
-    } else if (findBar_->isVisible() && !hasFocus()) {
+    } else if (findBar_->isVisible() && (!hasFocus() || !card_->isVisible())) {
         EndSearch();
     } else if (card_->isVisible()) {
         card_->hide();
-    } else if (findBar_->isVisible()) {
-        EndSearch();
     } else {
         Select(kNone);
     }
