@@ -74,7 +74,7 @@ void frmKeptTables::ShowReport() {
         rows.push_back({outcome.lookAt ? "look" : "", std::string(tables::SubjectName(outcome.subject)),
                         outcome.record, outcome.name, outcome.became.empty() ? "nothing" : outcome.became,
                         outcome.became.empty() ? "" : kept_.dialect.TypeText(outcome.type), outcome.why});
-    std::ranges::stable_partition(rows, [](const auto& row) { return !row.front().empty(); });
+    std::stable_partition(rows.begin(), rows.end(), [](const auto& row) { return !row.front().empty(); });
     FlxGrid_->SetRows(rows);
 }
 
