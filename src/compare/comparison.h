@@ -9,7 +9,7 @@
 //
 // Texts are compared by the rule of names: letter case and blanks do not count. Where one thing names another
 // (the set of a VIA record, the key of an index), the other's new name is no difference: a rename is one
-// difference, however often the name stands in the schema.
+// difference, however often the schema has the name.
 namespace norvelis::compare {
 
 enum class Kind { Schema, Record, Field, Set, Index, Area };

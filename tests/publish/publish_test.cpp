@@ -191,8 +191,8 @@ TEST_F(PublishTest, TheSameEditionIsTheSameBytesAndAFailureKeepsTheFormerOne) {
         std::filesystem::remove_all(other);
     }
 
-    // A name that is there already stands in the way of a new folder; one that is there stays the same
-    // folder, for whoever stands in it, and a link leads to it.
+    // A file of that name is in the way of a new folder; one that is there stays the same
+    // folder, for whoever works in it, and a link leads to it.
     std::filesystem::create_symlink(folder, parent.Path("link"));
     WriteFile(parent.Path("file"), "");
     EXPECT_THROW(Publish(EditionOf(Sample()), parent.Path("file/edition")), RuntimeFailure);

@@ -53,7 +53,7 @@ QImage TileCache::PaintTile(QPoint tile, double scale, double ratio) const {
     return image;
 }
 
-/// The scale before this one stays: it stands in for tiles to come, and one often goes back to it.
+/// The scale before this one stays: it is shown for tiles to come, and one often goes back to it.
 void TileCache::Turn(double scale, double ratio) {
     if (level_.Is(scale, ratio)) return;
     current_.reset();

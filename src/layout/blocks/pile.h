@@ -14,7 +14,7 @@ namespace norvelis::layout {
 /// A pile has coordinates of its own: its middle at (0, 0), y downwards, what the trunk comes from above it.
 class Pile {
   public:
-    /// What stands in a row, and the label of the line that leads to the middle of its top.
+    /// What is in a row, and the label of the line that leads to the middle of its top.
     struct Cell {
         Box box;
         double labelWidth = 0, labelHeight = 0;

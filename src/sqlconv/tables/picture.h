@@ -28,7 +28,7 @@ struct Usage {
     Form form = Form::Display;
     bool occurs = false;
     long least = 1, most = 1;  ///< Occurrences; `most` is 0 when the number was cut off, too.
-    bool never = false;        ///< `most` is 0 as it stands there.
+    bool never = false;        ///< `most` is 0, and was not cut off.
 };
 Usage ReadUsage(std::string_view stored);
 
