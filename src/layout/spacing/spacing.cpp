@@ -240,7 +240,8 @@ void Pass::StraightenJogs(ConstraintGraph& graph, std::vector<double>& places) c
         for (std::size_t segment = 1; segment + 1 < segments.size(); ++segment) {
             if (segments[segment] >= 0 || !IsJog(line, segment)) continue;
             if (sketch_.labels[line].segment == static_cast<int>(segment)) continue;
-            graph.Join(segments[segment - 1], segments[segment + 1], places);
+            const int before = segments[segment - 1], after = segments[segment + 1];
+            if (before >= 0 && after >= 0) graph.Join(before, after, places);
         }
     }
 }
