@@ -37,7 +37,7 @@ std::string Path(const Route& route) {
 
 }  // namespace
 
-void WriteSvg(const std::filesystem::path& path, const Graph& graph, const Placement& placement) {
+std::string SvgPicture(const Graph& graph, const Placement& placement) {
     constexpr double kMargin = 0.5, kBoxText = 0.4, kLabelText = 0.16;
     std::string shapes;
     Point low{1e9, 1e9}, high{-1e9, -1e9};
@@ -64,13 +64,17 @@ void WriteSvg(const std::filesystem::path& path, const Graph& graph, const Place
         shapes += Rectangle(label, line.labelWidth, line.labelHeight, "fill=\"#fff3c4\" stroke=\"none\"");
         shapes += Text(label, kLabelText, fmt::format("{}-{}", line.from, line.to));
     }
-    std::ofstream(path) << fmt::format(
+    return fmt::format(
         "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"{0:.2f}in\" height=\"{1:.2f}in\" "
         "viewBox=\"{2:.3f} {3:.3f} "
         "{0:.3f} {1:.3f}\" stroke-width=\"0.02\" font-family=\"sans-serif\" "
         "text-anchor=\"middle\">\n{4}</svg>\n",
         high.x - low.x + 2 * kMargin, high.y - low.y + 2 * kMargin, low.x - kMargin, -high.y - kMargin,
         shapes);
+}
+
+void WriteSvg(const std::filesystem::path& path, const Graph& graph, const Placement& placement) {
+    std::ofstream(path) << SvgPicture(graph, placement);
 }
 
 }  // namespace norvelis::layout
