@@ -12,7 +12,7 @@
 #include "dictionary/schema_contents.h"
 #include "dictionary/schemas.h"
 #include "sqlconv/report/conversion_report.h"
-#include "sqlconv/tables/picture.h"
+#include "sqlconv/tables/item_type.h"
 
 namespace norvelis::cli {
 
@@ -114,7 +114,7 @@ int PrintTypes() {
             return Refuse("line " + std::to_string(number) + " of standard input is no JSON object");
         const std::string picture = TextOf(object, "picture"), usage = TextOf(object, "usage");
         const tables::ColumnType type =
-            tables::TypeFor(tables::ReadPicture(tables::PictureWord(picture)), tables::ReadUsage(usage), {});
+            tables::TypeFor(cobol::ReadPicture(cobol::PictureWord(picture)), cobol::ReadUsage(usage), {});
         for (const Dialect* dialect : tables::AllDialects()) {
             const Json answer = {{"picture", picture},
                                  {"usage", usage},

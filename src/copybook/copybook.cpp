@@ -6,7 +6,6 @@
 
 #include "base/text.h"
 #include "copybook/names.h"
-#include "copybook/picture.h"
 #include "copybook/record_layout.h"
 #include "copybook/source_lines.h"
 
@@ -25,7 +24,7 @@ void KeepNames(NameTable& names, const std::vector<Entry>& entries) {
 
 /// The usage as a compiler takes it; DISPLAY goes without saying.
 std::string UsageClause(const Item& item) {
-    return StorageOf(item.usage) == Storage::Display ? "" : item.usage;
+    return item.usage.form == cobol::Usage::Form::Display ? "" : item.usage.word;
 }
 
 class RecordWriter {
@@ -85,12 +84,13 @@ class RecordWriter {
         for (const std::string& remark : entry.remarks) lines_.AddComment(remark);
         if (!item.IsFiller() && !SameName(item.name, name))
             lines_.AddComment("In the dictionary: " + item.name);
-        if (item.occursAtLeast)
+        const bool isAtMost = item.usage.least < item.usage.most;
+        if (isAtMost)
             lines_.AddComment(fmt::format(
                 "OCCURS {} TO {} in the report; the item that it depends on is not in the dictionary.",
-                *item.occursAtLeast, item.occurs));
-        if (!item.otherWords.empty() && !item.occursAtLeast)
-            lines_.AddComment("The report adds: " + item.otherWords);
+                item.usage.least, item.usage.most));
+        if (!item.usage.otherWords.empty() && !isAtMost)
+            lines_.AddComment("The report adds: " + item.usage.otherWords);
         const std::string levelAndName = fmt::format("{:02}  {}", entry.level, name);
         const bool isComment = asComment || entry.isLeftOut || entry.bytes == 0;
         if (isComment) {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <vector>
 
 #include "base/text.h"
 
@@ -22,33 +21,14 @@ std::optional<long> NumberIn(std::string_view text) {
     return number > 0 ? std::optional(number) : std::nullopt;
 }
 
-std::vector<std::string> WordsOf(std::string_view text) {
-    std::vector<std::string> words;
-    for (text = Trim(text); !text.empty(); text = Trim(text)) {
-        const std::size_t end = std::min(text.find(' '), text.size());
-        words.push_back(UpperCase(text.substr(0, end)));
-        text.remove_prefix(end);
+cobol::Usage UsageOf(const dictionary::FieldContents& field, bool hasPicture) {
+    using enum cobol::Usage::Form;
+    cobol::Usage usage = cobol::ReadUsage(field.usage);
+    if (usage.word.empty()) {
+        usage.form = hasPicture ? Display : Group;
+        usage.word = hasPicture ? "DISPLAY" : "GROUP";
     }
-    return words;
-}
-
-void ReadUsage(std::string_view column, Item& item) {
-    const std::vector<std::string> words = WordsOf(column);
-    std::size_t i = 0;
-    const auto number = [&words](std::size_t at) {
-        return at < words.size() ? NumberIn(words[at]) : std::nullopt;
-    };
-    if (i < words.size() && words[i] != "OCCURS") item.usage = words[i++];
-    for (; i < words.size(); ++i) {
-        if (words[i] == "OCCURS" && number(i + 1)) {
-            item.occurs = *number(++i);
-            if (i + 2 >= words.size() || words[i + 1] != "TO" || !number(i + 2)) continue;
-            item.occursAtLeast = item.occurs;
-            item.occurs = *number(i += 2);
-        } else if (words[i] != "TIMES") {
-            item.otherWords += (item.otherWords.empty() ? "" : " ") + words[i];
-        }
-    }
+    return usage;
 }
 
 }  // namespace
@@ -62,14 +42,13 @@ Item ReadItem(const dictionary::FieldContents& field) {
     item.level = static_cast<int>(
         std::clamp<long>(NumberIn(field.level).value_or(kFirstLevel), kFirstLevel, kLastLevel));
     item.name = Trim(field.name);
-    ReadUsage(field.usage, item);
     item.start = NumberIn(field.start);
     item.end = NumberIn(field.end);
     if (!item.start || !item.end || *item.end < *item.start) item.end.reset();
     // The column of the picture runs into that of the start, which may be all that is in it.
-    const auto words = WordsOf(field.picture);
-    if (!words.empty() && !(words.size() == 1 && words[0] == Trim(field.start))) item.picture = words[0];
-    if (item.usage.empty()) item.usage = item.picture.empty() ? "GROUP" : "DISPLAY";
+    if (Trim(field.picture) != Trim(field.start)) item.picture = UpperCase(cobol::PictureWord(field.picture));
+    item.usage = UsageOf(field, !item.picture.empty());
+    item.occurs = std::max(item.usage.most, 1L);
     if (item.IsGroup()) item.picture.clear();
     return item;
 }

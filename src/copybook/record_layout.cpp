@@ -6,13 +6,15 @@
 #include <optional>
 
 #include "base/text.h"
-#include "copybook/picture.h"
+#include "cobol/picture.h"
+#include "cobol/usage.h"
 
 namespace norvelis::copybook {
 
 namespace {
 
 constexpr int kLastLevel = 49;
+constexpr long kMostPlaces = 1'000'000, kMostPackedDigits = 18;
 constexpr long kMostBytes = 1'000'000'000'000;  // Damaged numbers multiplied stay within a long.
 
 long Times(long bytes, long count) {
@@ -43,8 +45,8 @@ class TreeBuilder {
             entry.children = Below(reported, entry.level);
             if (!entry.children.empty() && !entry.item.IsGroup()) {
                 entry.remarks.push_back(fmt::format("{} {} in the report, with items below it.",
-                                                    entry.item.usage, entry.item.picture));
-                entry.item.usage = "GROUP";
+                                                    entry.item.usage.word, entry.item.picture));
+                entry.item.usage.form = cobol::Usage::Form::Group;
                 entry.item.picture.clear();
             }
             entries.push_back(std::move(entry));
@@ -69,7 +71,6 @@ Entry Filler(int level, long start, long bytes) {
     Entry filler;
     filler.item.level = filler.level = level;
     filler.item.name = "FILLER";
-    filler.item.usage = "DISPLAY";
     filler.start = start;
     filler.bytes = bytes;
     filler.isUnknown = true;
@@ -79,15 +80,22 @@ Entry Filler(int level, long start, long bytes) {
     return filler;
 }
 
+/// 0 when no compiler takes the picture with that usage.
+long BytesFor(const cobol::Picture& picture, const cobol::Usage& usage) {
+    if (std::max(picture.width, picture.nines) > kMostPlaces) return 0;
+    if (usage.form == cobol::Usage::Form::Packed && picture.nines > kMostPackedDigits) return 0;
+    return StoredBytes(picture, usage);
+}
+
 /// Settles the bytes of a field by its positions and its picture. Where they differ the positions hold, for
 /// all that comes behind is counted by them.
 void MeasureField(Entry& entry) {
     Item& item = entry.item;
-    const Storage storage = StorageOf(item.usage);
-    const std::optional<long> pictured = BytesOf(item.picture, storage);
+    const cobol::Picture picture = cobol::ReadPicture(item.picture);
+    const long pictured = BytesFor(picture, item.usage);
     if (!item.end) {
-        entry.bytes = pictured.value_or(1);
-        entry.isUnknown = !pictured;
+        entry.bytes = std::max(pictured, 1L);
+        entry.isUnknown = pictured == 0;
     } else {
         const long span = *item.end - *item.start + 1;
         // Some reports end an item that occurs behind its first time.
@@ -100,7 +108,7 @@ void MeasureField(Entry& entry) {
         }
         entry.bytes = isFirstOnly ? span : span / item.occurs;
         entry.signIsSeparate =
-            isWhole && pictured && entry.bytes == *pictured + 1 && IsSignedDisplay(item.picture, storage);
+            isWhole && pictured > 0 && entry.bytes == pictured + 1 && IsSignedDisplay(picture, item.usage);
         entry.isUnknown = !entry.signIsSeparate && pictured != entry.bytes;
     }
     if (entry.signIsSeparate)
@@ -109,7 +117,7 @@ void MeasureField(Entry& entry) {
             "TRAILING is not in the dictionary.");
     if (!entry.isUnknown) return;
     std::string reported = item.picture.empty() ? "No picture" : "PIC " + item.picture;
-    if (!item.usage.empty()) reported += ", usage " + item.usage;
+    if (!item.usage.word.empty()) reported += ", usage " + item.usage.word;
     entry.remarks.push_back(item.end ? fmt::format("{} in the report, in {}.", reported, InWords(entry.bytes))
                                      : reported + " in the report, its bytes are not known.");
 }

@@ -96,7 +96,7 @@ void AddIndexes(Html& html, const CrossReference& references, const RecordConten
 }
 
 std::string OccursOf(const copybook::Item& item) {
-    if (item.occursAtLeast) return fmt::format("{} to {}", *item.occursAtLeast, item.occurs);
+    if (item.usage.least < item.usage.most) return fmt::format("{} to {}", item.usage.least, item.usage.most);
     return item.occurs > 1 ? std::to_string(item.occurs) : std::string();
 }
 
@@ -139,7 +139,8 @@ void AddFields(Html& html, const CrossReference& references, const RecordContent
         html.Markup("<tr>").Cell(Trim(field.level));
         html.Markup(depth == 0 ? "<td class=\"f\">" : fmt::format("<td class=\"f d{}\">", depth));
         html.Text(Trim(field.name)).Markup("</td><td class=\"p\">").Text(item.picture).Markup("</td>");
-        html.Cell(item.otherWords.empty() ? item.usage : item.usage + " " + item.otherWords)
+        html.Cell(item.usage.otherWords.empty() ? item.usage.word
+                                                : item.usage.word + " " + item.usage.otherWords)
             .Cell(OccursOf(item));
         html.Markup("<td class=\"b\">").Text(BytesOf(field)).Markup("</td>");
         AddUses(html, references, record, field.name);

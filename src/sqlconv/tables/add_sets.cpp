@@ -3,8 +3,8 @@
 
 #include "base/name_key.h"
 #include "base/text.h"
+#include "base/words.h"
 #include "sqlconv/tables/build.h"
-#include "sqlconv/tables/words.h"
 
 namespace norvelis::tables {
 

@@ -5,7 +5,7 @@
 
 #include "base/name_key.h"
 #include "base/text.h"
-#include "sqlconv/tables/words.h"
+#include "base/words.h"
 
 namespace norvelis::tables {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "sqlconv/tables/picture.h"
+#include "sqlconv/tables/item_type.h"
 
 namespace norvelis::tables {
 

@@ -4,8 +4,8 @@
 
 #include "base/name_key.h"
 #include "base/text.h"
+#include "base/words.h"
 #include "sqlconv/tables/build.h"
-#include "sqlconv/tables/words.h"
 
 namespace norvelis::tables {
 
@@ -21,7 +21,7 @@ std::string Positions(const Item& item) {
 /// What the dictionary says of a field: name, picture, usage, positions.
 std::string Described(const Item& item) {
     std::string text = item.name;
-    const std::string_view word = PictureWord(item.field->picture);
+    const std::string_view word = cobol::PictureWord(item.field->picture);
     const bool isStart = word == Trim(item.field->start) && word == Trim(item.field->picture);
     if (!word.empty() && !isStart && item.state != Item::State::Group) text += "; " + std::string(word);
     std::string_view separator = "; ", usage = item.field->usage;
@@ -119,7 +119,7 @@ class Planner {
     }
 
     bool AsColumns(const Item& item) const {
-        const Usage& usage = item.usage;
+        const cobol::Usage& usage = item.usage;
         const bool asked = (item.options != nullptr && item.options->occursAsColumns) ||
                            usage.most <= build_.options.occursColumns;
         return asked && item.state == Item::State::Column && usage.most > 0 && usage.least == usage.most;
@@ -136,7 +136,7 @@ class Planner {
         column.item = place;
         column.comment = Described(item);
         column.notNegative = build_.options.checkUnsigned && !item.picture.isSigned &&
-                             item.picture.kind == Picture::Kind::Number;
+                             item.picture.kind == cobol::Picture::Kind::Number;
         const long times = item.usage.occurs && AsColumns(item) ? item.usage.most : 0;
         for (long n = times == 0 ? 0 : 1; n <= times; ++n) {
             const std::string number = n == 0 ? "" : "_" + std::to_string(n);

@@ -8,6 +8,9 @@
 
 namespace norvelis::tables {
 
+using cobol::Picture;
+using cobol::Usage;
+
 namespace {
 
 /// 0 for what is no number, such as the blanks on groups.
@@ -47,7 +50,7 @@ void CheckBytes(Item& item) {
     if (bytes == 0 || times == 0 || item.start == 0) return;
     if (item.last == 0) item.last = item.start + bytes * times - 1;
     const long taken = item.last - item.start + 1;
-    const bool signedText = item.picture.isSigned && item.usage.form == Usage::Form::Display;
+    const bool signedText = IsSignedDisplay(item.picture, item.usage);
     if (taken == bytes * times || (signedText && taken == (bytes + 1) * times)) return;
     item.why = "it takes " + std::to_string(taken) + " bytes where its picture asks for " +
                std::to_string(bytes * times);
@@ -58,6 +61,11 @@ bool IsGroup(const Item& item) {
     if (item.usage.form != Usage::Form::Display) return item.usage.form == Usage::Form::Group;
     const std::string_view stored = Trim(item.field->picture);
     return !stored.empty() && stored == Trim(item.field->start);
+}
+
+/// Without a picture.
+bool HoldsNoValue(const Usage& usage) {
+    return usage.form == Usage::Form::Other || usage.form == Usage::Form::Pointer;
 }
 
 void SetState(Item& item, bool holdsItems, const TypeRules& rules) {
@@ -79,9 +87,9 @@ void SetState(Item& item, bool holdsItems, const TypeRules& rules) {
     } else if (item.type = TypeFor(item.picture, item.usage, rules);
                item.type.kind != ColumnType::Kind::None) {
         item.state = Column;
-    } else if (item.usage.form == Usage::Form::Other && item.picture.kind == Picture::Kind::Invalid) {
-        item.why = "its usage " + std::string(PictureWord(item.field->usage)) + " holds no value of its own";
-    } else if (const auto word = PictureWord(item.field->picture); word.empty()) {
+    } else if (HoldsNoValue(item.usage) && item.picture.kind == Picture::Kind::Invalid) {
+        item.why = "its usage " + item.usage.word + " holds no value of its own";
+    } else if (const auto word = cobol::PictureWord(item.field->picture); word.empty()) {
         item.why = "it has neither picture nor items in the dictionary";
     } else {
         item.why = "\"" + std::string(word) + "\" is no picture";
@@ -158,8 +166,8 @@ std::vector<Item> ReadItems(const dictionary::RecordContents& record, const Reco
         Item item;
         item.field = &field;
         item.name = Trim(field.name);
-        item.usage = ReadUsage(field.usage);
-        item.picture = ReadPicture(PictureWord(field.picture));
+        item.usage = cobol::ReadUsage(field.usage);
+        item.picture = cobol::ReadPicture(cobol::PictureWord(field.picture));
         if (wishes != nullptr) {
             const auto own = wishes->fields.find(NameKey(item.name));
             if (own != wishes->fields.end()) item.options = &own->second;

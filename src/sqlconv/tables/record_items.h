@@ -4,9 +4,11 @@
 #include <string>
 #include <vector>
 
+#include "cobol/picture.h"
+#include "cobol/usage.h"
 #include "dictionary/schema_contents.h"
+#include "sqlconv/tables/item_type.h"
 #include "sqlconv/tables/options.h"
-#include "sqlconv/tables/picture.h"
 
 namespace norvelis::tables {
 
@@ -27,8 +29,8 @@ struct Item {
     std::string name;
     std::size_t group = kNone;  ///< The item that holds it.
     std::size_t end = 0;        ///< One behind the last item that it holds, or itself.
-    Usage usage;
-    Picture picture;
+    cobol::Usage usage;
+    cobol::Picture picture;
     ColumnType type;
     State state = State::Unmapped;
     bool repeats = false;      ///< It or a group around it occurs several times.

@@ -4,7 +4,7 @@
 
 #include "base/text.h"
 
-namespace norvelis::tables {
+namespace norvelis {
 
 /// The word at the beginning of the text, which then begins behind it; empty at its end.
 inline std::string_view NextWord(std::string_view& text) {
@@ -14,4 +14,4 @@ inline std::string_view NextWord(std::string_view& text) {
     return word;
 }
 
-}  // namespace norvelis::tables
+}  // namespace norvelis
