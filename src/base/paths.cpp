@@ -190,6 +190,10 @@ std::string BehindLinks(const std::string& path) {
 
 void WriteFileThrough(std::string_view path, const std::function<void(const std::string&)>& write) {
     const std::string target = BehindLinks(Resolve(path));
+    // Renaming over a device or a pipe would take it away from everybody.
+    std::error_code ignored;
+    if (fs::is_other(fs::status(target, ignored)))
+        throw RuntimeFailure(FailureNumber::PathFileAccess, target + " is a device, not a file");
     const std::string temporary = target + ".new" + std::to_string(getpid());
     try {
         write(temporary);

@@ -1,6 +1,7 @@
 #include "base/paths.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <filesystem>
 #include <stdexcept>
@@ -74,6 +75,14 @@ TEST(Paths, WritingThroughALinkReplacesWhatItLeadsTo) {
     for (const char* link : {"link", "further", "dangling", "round"})
         EXPECT_TRUE(std::filesystem::is_symlink(folder.Path(link))) << link;
     EXPECT_EQ(FilesIn(folder.Path("far")), (std::vector<std::string>{"File", "none"}));
+}
+
+TEST(Paths, APipeIsNotReplacedByAFile) {
+    TemporaryFolder folder;
+    const std::string pipe = folder.Path("pipe");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_THROW(WriteFile(pipe, "text"), RuntimeFailure);
+    EXPECT_TRUE(std::filesystem::is_fifo(pipe));
 }
 
 TEST(Paths, ReadingWhatIsNoFileNamesThePath) {
