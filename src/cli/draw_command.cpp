@@ -1,8 +1,8 @@
-#include <charconv>
 #include <cstdio>
 
 #include "base/paths.h"
 #include "base/text.h"
+#include "base/whole_number.h"
 #include "cli/drawing_commands.h"
 #include "core/places.h"
 #include "core/settings.h"
@@ -237,11 +237,8 @@ void AddDraw(CLI::App& program, CommandContext& context) {
         });
     command->add_option("--seed", words->seed, "A whole number; equal ones give equal drawings")
         ->check([request](const std::string& text) {
-            std::uint64_t seed = 0;
-            const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seed);
-            if (error != std::errc() || end != text.data() + text.size()) return text + " is no seed";
-            request->seed = seed;
-            return std::string();
+            request->seed = WholeNumber<std::uint64_t>(text);
+            return request->seed ? std::string() : text + " is no seed";
         });
     command->add_option("--out", request->out, "Folder of the drawings (default: the setting visiolocation)")
         ->check(named);

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <optional>
 #include <utility>
 #include <vector>
 
 #include "base/text.h"
+#include "base/whole_number.h"
 #include "base/words.h"
 
 namespace norvelis::cobol {
@@ -42,10 +42,8 @@ Usage::Form FormOf(std::string name) {
 
 /// A whole number; nothing for any other word, and for numbers that no compiler takes.
 std::optional<long> NumberIn(const std::string& word) {
-    long number = 0;
-    const auto read = std::from_chars(word.data(), word.data() + word.size(), number);
-    const bool isNumber = read.ec == std::errc() && read.ptr == word.data() + word.size();
-    return isNumber && number >= 0 && number <= kMostTimes ? std::optional(number) : std::nullopt;
+    const auto number = WholeNumber<long>(word);
+    return number && *number >= 0 && *number <= kMostTimes ? number : std::nullopt;
 }
 
 /// Reads "OCCURS 6" or "OCCURS 1 TO 6" at the given word, and takes it away. An OCCURS whose number is cut

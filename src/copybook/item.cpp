@@ -1,24 +1,21 @@
 #include "copybook/item.h"
 
 #include <algorithm>
-#include <cctype>
 
 #include "base/text.h"
+#include "base/whole_number.h"
 
 namespace norvelis::copybook {
 
 namespace {
 
 constexpr int kFirstLevel = 2, kLastLevel = 49;
-constexpr std::size_t kMostFigures = 7;
+constexpr long kLargest = 9'999'999;
 
-/// A whole number above 0 of at most seven figures; nothing for any other text.
+/// A whole number from 1; nothing for any other text, and for what is no level and no byte of a record.
 std::optional<long> NumberIn(std::string_view text) {
-    text = Trim(text);
-    const bool isNumber = !text.empty() && text.size() <= kMostFigures &&
-                          std::ranges::all_of(text, [](unsigned char c) { return std::isdigit(c) != 0; });
-    const long number = isNumber ? static_cast<long>(Val(text)) : 0;
-    return number > 0 ? std::optional(number) : std::nullopt;
+    const auto number = WholeNumber<long>(Trim(text));
+    return number && *number > 0 && *number <= kLargest ? number : std::nullopt;
 }
 
 cobol::Usage UsageOf(const dictionary::FieldContents& field, bool hasPicture) {

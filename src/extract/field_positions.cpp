@@ -1,9 +1,9 @@
 #include "extract/field_positions.h"
 
 #include <algorithm>
-#include <charconv>
 
 #include "base/text.h"
+#include "base/whole_number.h"
 #include "extract/format/keywords.h"
 
 namespace norvelis {
@@ -20,10 +20,7 @@ constexpr long kWidestAlignment = 8;
 
 // 0 for what is no number.
 long NumberIn(std::string_view text) {
-    text = Trim(text);
-    long number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end == text.data() + text.size() ? number : 0;
+    return WholeNumber<long>(Trim(text)).value_or(0);
 }
 
 }  // namespace

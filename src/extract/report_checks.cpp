@@ -3,11 +3,11 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
 #include <iterator>
 #include <optional>
 
 #include "base/text.h"
+#include "base/whole_number.h"
 #include "extract/format/keywords.h"
 #include "extract/repair/report_form.h"
 
@@ -26,10 +26,7 @@ std::optional<std::size_t> NumberBefore(std::string_view line, std::string_view 
     const std::size_t column = Column(line, word);
     if (column == 0) return std::nullopt;
     const std::string_view before = TrimEnd(line.substr(0, column - 1));
-    const std::string_view digits = before.substr(before.find_last_not_of("0123456789") + 1);
-    std::size_t number = 0;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
-    return error == std::errc() && end != digits.data() ? std::optional(number) : std::nullopt;
+    return WholeNumber<std::size_t>(before.substr(before.find_last_not_of("0123456789") + 1));
 }
 
 // Where the line begins.

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <optional>
 
 #include "base/failure.h"
 #include "base/text.h"
+#include "base/whole_number.h"
 
 namespace norvelis::paper {
 
@@ -29,11 +29,8 @@ constexpr std::array<KnownPaper, 6> kPapers = {{{"A4", 210, 297},
 
 /// A whole number of at most six digits from 1.
 std::optional<int> Number(std::string_view text) {
-    text = Trim(text);
-    int number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    const bool whole = error == std::errc() && end == text.data() + text.size();
-    return whole && number >= 1 && number <= 999'999 ? std::optional(number) : std::nullopt;
+    const auto number = WholeNumber<int>(Trim(text));
+    return number && *number >= 1 && *number <= 999'999 ? number : std::nullopt;
 }
 
 }  // namespace

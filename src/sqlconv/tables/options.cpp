@@ -1,12 +1,12 @@
 #include "sqlconv/tables/options.h"
 
 #include <algorithm>
-#include <charconv>
 #include <regex>
 #include <unordered_set>
 
 #include "base/name_key.h"
 #include "base/text.h"
+#include "base/whole_number.h"
 
 namespace norvelis::tables {
 
@@ -133,11 +133,9 @@ class Reader {
     }
 
     void SetOccursColumns(std::string_view value) {
-        long most = 0;
-        const auto read = std::from_chars(value.data(), value.data() + value.size(), most);
-        if (read.ec != std::errc() || read.ptr != value.data() + value.size() || most < 0)
-            return Mistake(Quoted(value) + " is no number of columns");
-        options_.occursColumns = most;
+        const auto most = WholeNumber<long>(value);
+        if (!most || *most < 0) return Mistake(Quoted(value) + " is no number of columns");
+        options_.occursColumns = *most;
     }
 
     void SetRecord(const std::string& option, std::string_view value) {

@@ -1,9 +1,9 @@
 #include <algorithm>
-#include <charconv>
 #include <utility>
 
 #include "base/name_key.h"
 #include "base/text.h"
+#include "base/whole_number.h"
 #include "base/words.h"
 #include "sqlconv/tables/build.h"
 
@@ -41,11 +41,8 @@ std::string Described(const dictionary::RecordContents& record) {
 }
 
 bool SameNumber(std::string_view a, std::string_view b) {
-    long first = 0, second = 0;
-    const auto read = std::from_chars(a.data(), a.data() + a.size(), first);
-    const auto other = std::from_chars(b.data(), b.data() + b.size(), second);
-    return read.ec == std::errc() && read.ptr == a.data() + a.size() && other.ec == std::errc() &&
-           other.ptr == b.data() + b.size() && first == second;
+    const auto first = WholeNumber<long>(a), second = WholeNumber<long>(b);
+    return first && second && *first == *second;
 }
 
 /// "-0415" when every named item of record 415 ends so; else empty.

@@ -1,10 +1,10 @@
 #include "sqlconv/tables/record_items.h"
 
 #include <algorithm>
-#include <charconv>
 
 #include "base/name_key.h"
 #include "base/text.h"
+#include "base/whole_number.h"
 
 namespace norvelis::tables {
 
@@ -15,10 +15,7 @@ namespace {
 
 /// 0 for what is no number, such as the blanks on groups.
 long NumberIn(std::string_view text) {
-    text = Trim(text);
-    long number = 0;
-    const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
-    return read.ec == std::errc() && read.ptr == text.data() + text.size() && number > 0 ? number : 0;
+    return std::max(WholeNumber<long>(Trim(text)).value_or(0), 0L);
 }
 
 void SetPlaces(std::vector<Item>& items) {
