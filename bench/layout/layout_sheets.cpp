@@ -30,12 +30,12 @@ std::optional<Graph> GraphNamed(const std::string& name) {
     return std::nullopt;
 }
 
-/// The picture put into a sheet. A drawing that is higher than wide lies on an upright sheet, which is shown
+/// The picture put into a sheet. A drawing that is higher than wide lies on an portrait sheet, which is shown
 /// smaller.
 std::string Sheet(double left, const std::string& by, const Graph& graph, const Placement& placement) {
     const Quality quality = Measure(graph, placement);
-    const bool upright = quality.Ratio() < 1;
-    const double height = kSheetHeight, width = upright ? kSheetHeight / kPaperRatio : kSheetWidth;
+    const bool portrait = quality.Ratio() < 1;
+    const double height = kSheetHeight, width = portrait ? kSheetHeight / kPaperRatio : kSheetWidth;
     const double x = left + (kSheetWidth - width) / 2;
     std::string picture = SvgPicture(graph, placement);
     picture.replace(0, picture.find("viewBox"),
