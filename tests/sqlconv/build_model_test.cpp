@@ -334,5 +334,19 @@ TEST(SchemaModel, OptionsAndTheirMistakes) {
     EXPECT_EQ(values, "CUST+ G A+ ");
 }
 
+TEST(SchemaModel, WishesThatCannotBeFulfilledAreTold) {
+    const auto contents = SchemaOf(
+        {RecordOf("CUST", {FieldOf("02 NUM", "9(4)"), FieldOf("02 G", "", "GROUP OCCURS 3"),
+                           FieldOf("03 A", "X"), FieldOf("02 TEL", "X(9)", "DISPLAY OCCURS 1 TO 2")})});
+    const auto model =
+        ModelOf(contents,
+                "[field CUST NUM]\noccurs = columns\n[field CUST G]\noccurs = columns\ntype = INT\n"
+                "[field CUST TEL]\noccurs = columns\n");
+    EXPECT_EQ(WhyOf(model, "line 1"), "NUM does not occur several times;");
+    EXPECT_EQ(WhyOf(model, "line 3"),
+              "G is a group, which has no type of its own;G is a group: its occurrences stay a table;");
+    EXPECT_EQ(WhyOf(model, "line 6"), "TEL occurs no fixed number of times: they stay a table;");
+}
+
 }  // namespace
 }  // namespace norvelis::tables

@@ -64,6 +64,23 @@ class Planner {
   public:
     Planner(Build& build, RecordPlan& plan) : build_(build), plan_(plan) {}
 
+    /// Wishes for fields that cannot be fulfilled.
+    void RefuseOptions() {
+        for (const Item& item : plan_.items) {
+            if (item.options == nullptr) continue;
+            const auto refuse = [&](const std::string& why) {
+                RefuseOption(item.options->line, item.name + " " + why);
+            };
+            const bool isGroup = item.state == Item::State::Group;
+            if (isGroup && !item.options->type.empty()) refuse("is a group, which has no type of its own");
+            if (!item.options->occursAsColumns) continue;
+            if (isGroup) refuse("is a group: its occurrences stay a table");
+            if (!isGroup && !item.usage.occurs) refuse("does not occur several times");
+            if (!isGroup && item.usage.least != item.usage.most)
+                refuse("occurs no fixed number of times: they stay a table");
+        }
+    }
+
     void AddOwnColumns() {
         AddItems(plan_.table, plan_.columns, 0, plan_.items.size());
         AddOverlapNotes();
@@ -158,13 +175,7 @@ class Planner {
         if (plan_.wishes != nullptr && plan_.wishes->key) {
             if (plan_.wishes->key->empty()) return UseRecordId("the options ask for it");
             if (UseKey(*plan_.wishes->key, "the options")) return;
-            build_.outcomes.push_back({Outcome::Subject::Option,
-                                       record.name,
-                                       "line " + std::to_string(plan_.wishes->keyLine),
-                                       {},
-                                       "the key: " + refusal_,
-                                       true,
-                                       {}});
+            RefuseOption(plan_.wishes->keyLine, "the key: " + refusal_);
         }
         if (record.mode != "CALC")
             return UseRecordId(record.mode.empty() ? "the location mode is not known"
@@ -180,6 +191,16 @@ class Planner {
         }
         plan_.lookAt = true;
         UseRecordId("the CALC key " + record.key + " cannot be used: " + refusal_);
+    }
+
+    void RefuseOption(std::size_t line, const std::string& why) {
+        build_.outcomes.push_back({Outcome::Subject::Option,
+                                   plan_.record->name,
+                                   "line " + std::to_string(line),
+                                   {},
+                                   why,
+                                   true,
+                                   {}});
     }
 
     bool UseKey(const std::vector<std::string>& words, const std::string& whose) {
@@ -331,6 +352,7 @@ void PlanRecords(Build& build) {
     // Records have their names before what is named after them.
     for (RecordPlan& plan : build.plans) {
         Planner planner(build, plan);
+        planner.RefuseOptions();
         planner.AddOwnColumns();
         planner.AddRepetitions();
     }
