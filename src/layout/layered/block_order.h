@@ -18,6 +18,7 @@ class BlockOrder {
     /// A neighbouring block, and how many lines lead to it.
     struct End {
         int block, weight;
+        int before = 0;  ///< Lines to the ends that come before it.
     };
 
     /// The first blocks are the graph's boxes.
@@ -29,12 +30,16 @@ class BlockOrder {
 
     const std::vector<int>& Order() const { return order_; }
     void SetOrder(std::vector<int> order);
+    /// An order that is as it was when it was last sifted but for a few blocks: Sift() looks at them and
+    /// their neighbours alone.
+    void SetOrder(std::vector<int> order, const std::vector<int>& moved);
 
-    /// Takes each block in turn along the whole order and leaves it where its lines cross least, until a
-    /// round saves nothing, `mostRounds` are done or Work() reaches `mostWork`.
+    /// Takes each block in turn along the whole order and leaves it where its lines cross least, and again
+    /// those whose neighbours have moved, until none is left, `mostRounds` are done or Work() reaches
+    /// `mostWork`.
     void Sift(int mostRounds, std::int64_t mostWork);
 
-    /// Pairs of blocks looked at so far, as a measure of the time spent.
+    /// Blocks and ends looked at so far, as a measure of the time spent.
     std::int64_t Work() const { return work_; }
 
     /// Orders the nodes of the layers that this was made from.
@@ -42,22 +47,28 @@ class BlockOrder {
 
   private:
     enum Side { Up, Down };
+    using Ends = std::vector<End>;
     struct Block {
         int top = 0, bottom = 0;  ///< Layers.
         int weight = 1;
-        std::vector<End> ends[2];  ///< By side, sorted by place.
+        Ends ends[2];  ///< By side, sorted by place.
     };
     void Join(int upper, int lower, int weight);
+    void Arrange(std::vector<int> order);
     void Number(int first, int last);
     void SortEnds(int block);
-    std::int64_t SiftBlock(int block);
+    void Wake(int block);
+    bool SiftBlock(int block);
+    void Move(int block, int to);
+    int LeanOf(const Ends& ends, int place) const;
     std::int64_t Saving(const Block& left, int right);
-    std::int64_t Saving(const std::vector<End>& left, const std::vector<End>& right);
-    std::int64_t SavingOverPassing(const std::vector<End>& left, int passing);
+    std::int64_t Saving(const Ends& left, const Ends& right);
 
     std::vector<Block> blocks_;
     std::vector<int> blockOf_;  ///< For each node.
     std::vector<int> order_, place_;
+    std::vector<std::vector<int>> onLayer_;  ///< The blocks of each layer in their order.
+    std::vector<bool> awake_;                ///< Whether the block may have a better place.
     std::int64_t work_ = 0;
 };
 

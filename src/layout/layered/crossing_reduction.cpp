@@ -1,8 +1,8 @@
 #include "layout/layered/crossing_reduction.h"
 
 #include <algorithm>
-#include <array>
 #include <limits>
+#include <numeric>
 #include <random>
 
 #include "layout/layered/block_order.h"
@@ -35,8 +35,8 @@ class Reducer {
     Reducer(Layers& layers, Effort effort)
         : layers_(layers),
           blocks_(layers),
-          mostWork_((4'000'000 + 10'000 * static_cast<std::int64_t>(blocks_.Size())) /
-                    (effort == Effort::Trial ? 4 : 1)) {}
+          mostWork_((700'000 + 3'500 * static_cast<std::int64_t>(blocks_.Size())) /
+                    (effort == Effort::Trial ? 16 : 1)) {}
 
     void Run() {
         constexpr int kStarts = 12, kUntilSettled = 30, kShakeRounds = 2, kPatience = 300;
@@ -48,7 +48,11 @@ class Reducer {
             KeepIfBest();
         }
         for (int idle = 0; idle < kPatience && fewest_ > 0 && blocks_.Work() < mostWork_; ++idle) {
-            blocks_.SetOrder(Below(2) == 0 ? WithPartReversed() : WithNeighbourhoodMoved());
+            if (Below(2) == 0) {
+                ReverseAPart();
+            } else {
+                MoveANeighbourhood();
+            }
             blocks_.Sift(kShakeRounds, mostWork_);
             if (KeepIfBest()) idle = 0;
         }
@@ -67,15 +71,16 @@ class Reducer {
 
     int SizeOfShake() { return std::min(blocks_.Size(), 1 + Below(std::max(1, blocks_.Size() / 8))); }
 
-    std::vector<int> WithPartReversed() {
+    void ReverseAPart() {
         std::vector<int> order = best_;
         const int size = SizeOfShake();
         const auto first = order.begin() + Below(blocks_.Size() - size + 1);
         std::reverse(first, first + size);
-        return order;
+        const std::vector<int> reversed(first, first + size);
+        blocks_.SetOrder(std::move(order), reversed);
     }
 
-    std::vector<int> WithNeighbourhoodMoved() {
+    void MoveANeighbourhood() {
         std::vector<int> near = BreadthFirstOrder(blocks_, Below(blocks_.Size()));
         near.resize(SizeOfShake());
         std::vector<bool> isNear(blocks_.Size());
@@ -84,7 +89,7 @@ class Reducer {
         for (const int block : best_) (isNear[block] ? moved : order).push_back(block);
         if (Below(2) == 0) std::reverse(moved.begin(), moved.end());
         order.insert(order.begin() + Below(static_cast<int>(order.size()) + 1), moved.begin(), moved.end());
-        return order;
+        blocks_.SetOrder(std::move(order), moved);
     }
 
     /// Whether this is better than all before; one as good is kept too, to move on from there.
@@ -108,27 +113,27 @@ class Reducer {
 
 }  // namespace
 std::int64_t CountCrossings(const Layers& layers) {
-    std::vector<int> place(layers.nodes.size());
+    std::vector<int> place(layers.nodes.size()), first(layers.nodes.size() + 1);
     for (const auto& layer : layers.order)
         for (std::size_t i = 0; i < layer.size(); ++i) place[layer[i]] = static_cast<int>(i);
-    std::vector<LayerEdge> edges = layers.edges;
-    const auto key = [&](const LayerEdge& edge) {
-        return std::array{layers.nodes[edge.upper].layer, place[edge.upper], place[edge.lower]};
-    };
-    std::sort(edges.begin(), edges.end(),
-              [&](const LayerEdge& a, const LayerEdge& b) { return key(a) < key(b); });
+    for (const LayerEdge& edge : layers.edges) ++first[edge.upper + 1];
+    std::partial_sum(first.begin(), first.end(), first.begin());
+    std::vector<LayerEdge> edges(layers.edges.size());  // by upper node
+    std::vector<int> next = first;
+    for (const LayerEdge& edge : layers.edges) edges[next[edge.upper]++] = edge;
     AccumulatorTree tree;
-    std::int64_t crossings = 0, total = 0;
-    int layer = -1;
-    for (const LayerEdge& edge : edges) {
-        if (layers.nodes[edge.upper].layer != layer) {
-            layer = layers.nodes[edge.upper].layer;
-            tree.Reset(layers.order[layer + 1].size());
-            total = 0;
+    std::int64_t crossings = 0;
+    for (std::size_t layer = 0; layer + 1 < layers.order.size(); ++layer) {
+        tree.Reset(layers.order[layer + 1].size());
+        std::int64_t total = 0;
+        for (const int node : layers.order[layer]) {
+            for (int i = first[node]; i < first[node + 1]; ++i)
+                crossings += (total - tree.UpTo(place[edges[i].lower])) * edges[i].weight;
+            for (int i = first[node]; i < first[node + 1]; ++i) {
+                tree.Add(place[edges[i].lower], edges[i].weight);
+                total += edges[i].weight;
+            }
         }
-        crossings += (total - tree.UpTo(place[edge.lower])) * edge.weight;
-        tree.Add(place[edge.lower], edge.weight);
-        total += edge.weight;
     }
     return crossings;
 }

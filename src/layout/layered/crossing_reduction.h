@@ -10,7 +10,7 @@ namespace norvelis::layout {
 /// Barth, Jünger, Mutzel: Simple and efficient bilayer cross counting (2004).
 std::int64_t CountCrossings(const Layers& layers);
 
-/// A trial spends a quarter of the work.
+/// A trial spends a sixteenth of the work.
 enum class Effort { Trial, Full };
 
 /// Orders the nodes of all layers for few crossings, by global sifting (block_order.h) from several starts

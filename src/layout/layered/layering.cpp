@@ -15,7 +15,7 @@ namespace {
 /// The shortest rankings for each choice of reversed lines, then some where random lines count more than
 /// others.
 std::vector<std::vector<int>> Rankings(const Graph& graph) {
-    constexpr int kRandomRankings = 4, kMostWeight = 3;
+    constexpr int kRandomRankings = 6, kMostWeight = 3;
     const std::vector<Reversed> breaks = CycleBreaks(graph);
     std::set<std::vector<int>> known;
     std::vector<std::vector<int>> rankings;
