@@ -53,6 +53,7 @@ class NetworkSimplex {
         int firstChild = -1, next = -1, previous = -1;
     };
 
+    int FirstArc(const std::vector<int>& leaving) const;
     bool FindEntering();
     void Pivot();
     int Join(int a, int b) const;
@@ -67,26 +68,66 @@ class NetworkSimplex {
     std::vector<int> stack_;
 };
 
+// The first tree: each variable in turn, after all from which it is to keep a distance, hangs on one of those
+// before it at the very distance that is wished or kept. So most wishes are met from the start, and all arcs
+// are empty and lead to the root, as strong feasibility asks.
 NetworkSimplex::NetworkSimplex(const DifferenceProgram& program)
     : nodes_(program.count_ + 1), searchable_(static_cast<int>(program.arcs_.size())) {
+    const int root = program.count_;
     std::int64_t dearest = 1;
+    std::vector<std::vector<int>> leaving(program.count_), kept(program.count_);
+    std::vector<int> open(program.count_), ready;
     for (const auto& arc : program.arcs_) {
+        const int at = static_cast<int>(arcs_.size());
         arcs_.push_back({arc.source, arc.target, arc.cost, arc.capacity, 0, Empty});
         dearest = std::max(dearest, std::abs(arc.cost));
+        leaving[arc.source].push_back(at);
+        if (arc.capacity < kUnlimited) continue;
+        kept[arc.target].push_back(arc.source);
+        ++open[arc.source];
     }
-    const int root = program.count_;
     const std::int64_t artificial = (dearest + 1) * (root + 1);
-    for (int i = 0; i < root; ++i) {
-        const std::int64_t excess = program.excess_[i];
-        if (excess >= 0) {
-            arcs_.push_back({i, root, 0, kUnlimited, excess, InTree});
+    for (int i = root - 1; i >= 0; --i)
+        if (open[i] == 0) ready.push_back(i);
+    while (!ready.empty()) {
+        const int node = ready.back();
+        ready.pop_back();
+        if (const std::int64_t excess = program.excess_[node]; excess < 0) {
+            arcs_.push_back({root, node, artificial, kUnlimited, -excess, InTree});
+            Hang(node, root, static_cast<int>(arcs_.size()) - 1);
+            nodes_[node].potential = artificial;
+            nodes_[node].depth = 1;
+        } else if (const int arc = excess > 0 ? -1 : FirstArc(leaving[node]); arc >= 0) {
+            const Node& parent = nodes_[arcs_[arc].target];
+            arcs_[arc].state = InTree;
+            Hang(node, arcs_[arc].target, arc);
+            nodes_[node].potential = parent.potential - arcs_[arc].cost;
+            nodes_[node].depth = parent.depth + 1;
         } else {
-            arcs_.push_back({root, i, artificial, kUnlimited, -excess, InTree});
-            nodes_[i].potential = artificial;
+            arcs_.push_back({node, root, 0, kUnlimited, excess, InTree});
+            Hang(node, root, static_cast<int>(arcs_.size()) - 1);
+            nodes_[node].depth = 1;
         }
-        nodes_[i].depth = 1;
-        Hang(i, root, static_cast<int>(arcs_.size()) - 1);
+        for (auto next = kept[node].rbegin(); next != kept[node].rend(); ++next)
+            if (--open[*next] == 0) ready.push_back(*next);
     }
+}
+
+/// The arc to a node of the tree by which its source keeps all distances to such nodes, and one of the
+/// weightiest wishes where that can be. -1 when no arc leads to the tree.
+int NetworkSimplex::FirstArc(const std::vector<int>& leaving) const {
+    const auto valueBy = [&](int arc) { return nodes_[arcs_[arc].target].potential - arcs_[arc].cost; };
+    const auto isTaken = [&](int arc) { return nodes_[arcs_[arc].target].depth > 0; };
+    int best = -1;
+    for (const int arc : leaving)
+        if (arcs_[arc].capacity == kUnlimited && isTaken(arc) && (best < 0 || valueBy(arc) > valueBy(best)))
+            best = arc;
+    const int kept = best;
+    for (const int arc : leaving)
+        if (arcs_[arc].capacity < kUnlimited && isTaken(arc) && (kept < 0 || valueBy(arc) > valueBy(kept)) &&
+            (best == kept || arcs_[arc].capacity > arcs_[best].capacity))
+            best = arc;
+    return best;
 }
 
 bool NetworkSimplex::FindEntering() {
