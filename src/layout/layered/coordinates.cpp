@@ -58,6 +58,7 @@ class Coordinates {
         return meeting.atUpper ? below >= above : above > below;
     }
     void Solve();
+    std::int64_t WeightOfWidth() const;
     std::vector<Reach> Reaches() const;
     std::vector<Ports> FitPorts() const;
     bool IsTrunk(const Meeting& meeting) const {
@@ -160,11 +161,19 @@ void Coordinates::Solve() {
     for (const auto& path : grid_.paths)
         for (std::size_t i = 2; i + 1 < path.size(); ++i)
             program.Pull(strand_[path[i - 1]], strand_[path[i]], 0, 0, kBent);
-    program.Shorten(left, right, 1 + static_cast<std::int64_t>(graph_.lines.size() / 5));
+    program.Shorten(left, right, WeightOfWidth());
 
     const std::vector<std::int64_t> solution = program.Solve();
     for (std::size_t i = 0; i < grid_.places.size(); ++i)
         grid_.places[i].x = static_cast<double>(solution[strand_[i]]) / kUnitsPerInch;
+}
+
+/// Small drawings fit on paper whatever their width; of large ones labels become the smaller the wider the
+/// page is, and straight lines are given up for it.
+std::int64_t Coordinates::WeightOfWidth() const {
+    constexpr double kSmall = 75, kMost = 20, kOfLines = 0.2;
+    const auto lines = static_cast<double>(graph_.lines.size());
+    return 1 + std::llround(kOfLines * lines * std::clamp(lines / kSmall, 1.0, kMost));
 }
 
 std::vector<Reach> Coordinates::Reaches() const {
