@@ -3,6 +3,8 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <chrono>
+#include <cmath>
+#include <ctime>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -37,6 +39,7 @@ struct Options {
     std::vector<std::string> choices;
     std::vector<std::string> graphs;
     bool wall = false;
+    bool growth = false;
     std::string pictures;
     bool withDot = true;
     int runs = 1;
@@ -163,6 +166,47 @@ int LookForFaults(const Options& options) {
     return faulty;
 }
 
+/// Processor time: what else the machine does counts less.
+double ProcessorSeconds(const Graph& graph, const Style& style) {
+    const std::clock_t start = std::clock();
+    PlaceAndRoute(graph, style);
+    return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+}
+
+/// Time over the number of boxes, and the exponent of the curve through the first and the last size.
+void PrintGrowth(const Options& options) {
+    constexpr int kSizes[] = {500, 1000, 2000, 4000};
+    const struct {
+        const char* name;
+        Shape shape;
+        double setsPerRecord;
+    } kinds[] = {{"tree", Shape::Tree, 1},
+                 {"dag", Shape::Dag, 1.2},
+                 {"network", Shape::Network, 1.5},
+                 {"dense", Shape::Network, 2}};
+    fmt::print(
+        "| graph | sets a record | choice | s for 500 | 1,000 | 2,000 | 4,000 | exponent "
+        "|\n|---|--:|---|{}\n",
+        Repeated("--:|", 5));
+    for (const auto& [name, shape, sets] : kinds) {
+        for (const Choice& choice : choices) {
+            if (!IsWanted(choice, options) || !IsWanted(NamedGraph{name, {}}, options)) continue;
+            std::vector<double> seconds;
+            for (const int boxes : kSizes) {
+                const Graph graph = SchemaGraph({shape, boxes, sets, boxes / 250, 1, 41});
+                std::vector<double> runs;
+                for (int run = 0; run < options.runs; ++run)
+                    runs.push_back(ProcessorSeconds(graph, choice.style));
+                seconds.push_back(Median(runs));
+            }
+            fmt::print("| {} | {:.1f} | {} | {:.2f} | {:.2f} | {:.2f} | {:.2f} | {:.2f} |\n", name, sets,
+                       choice.name, seconds[0], seconds[1], seconds[2], seconds[3],
+                       std::log(seconds.back() / seconds.front()) / std::log(8.0));
+            std::fflush(stdout);
+        }
+    }
+}
+
 }  // namespace
 
 }  // namespace norvelis::layout
@@ -174,6 +218,7 @@ int main(int argc, char** argv) {
     app.add_option("--choice", options.choices, "Only these layout choices");
     app.add_option("--graph", options.graphs, "Only graphs with one of these in their name");
     app.add_flag("--wall", options.wall, "Draw flat schemas, stars, pairs, chains and such instead");
+    app.add_flag("--growth", options.growth, "Instead print how the time grows from 500 to 4,000 boxes");
     app.add_option("--pictures", options.pictures, "Write the drawings as SVG files into this folder")
         ->check(CLI::ExistingDirectory);
     app.add_option("--runs", options.runs, "Print the median time of so many runs")
@@ -183,6 +228,10 @@ int main(int argc, char** argv) {
     app.add_flag("!--no-dot", options.withDot, "Leave dot out");
     CLI11_PARSE(app, argc, argv);
     if (options.seeds > 0) return LookForFaults(options) > 0 ? 1 : 0;
-    Compare(options);
+    if (options.growth) {
+        PrintGrowth(options);
+    } else {
+        Compare(options);
+    }
     return 0;
 }
