@@ -55,7 +55,7 @@ Placement PlaceTree(const Graph& graph, const Style& style) {
     };
     for (Line& line : downwards.lines)
         if (isUpwards(line)) std::swap(line.from, line.to);
-    Placement placement = PlaceLayered(downwards, style);
+    Placement placement = PlaceLayered(downwards, style, PageShare::Most);
     for (std::size_t k = 0; k < graph.lines.size(); ++k)
         if (isUpwards(graph.lines[k]))
             std::reverse(placement.routes[k].points.begin(), placement.routes[k].points.end());
@@ -84,19 +84,19 @@ Placement PlaceOnRings(const Graph& graph, const Style& style, bool hasBlocks) {
     return IsTree(graph) && HasCrossings(placement) ? PlaceTree(graph, style) : placement;
 }
 
-Placement PlaceFolded(const Graph& graph, const Style& style, bool hasBlocks) {
+Placement PlaceFolded(const Graph& graph, const Style& style, bool hasBlocks, PageShare share) {
     const bool onRings = style.placeStyle == PlaceStyle::Radial || style.placeStyle == PlaceStyle::Circular;
     const bool straight = RuleOf(style.routeStyle).family == RouteFamily::Straight;
     // Two boxes make no ring, and all sets between them are side by side in layers.
     if (onRings && (straight || graph.boxes.size() > 2)) return PlaceOnRings(graph, style, hasBlocks);
-    Placement placement = PlaceLayered(graph, style);
+    Placement placement = PlaceLayered(graph, style, share);
     if (straight) return RouteMakingSpace(graph, std::move(placement.centers), style);
     return placement;
 }
 
-Placement PlaceComponent(const Graph& graph, const Style& style) {
+Placement PlaceComponent(const Graph& graph, const Style& style, PageShare share) {
     const LeafBlocks blocks(graph, style);
-    return blocks.Unfold(PlaceFolded(blocks.Folded(), style, !blocks.IsEmpty()));
+    return blocks.Unfold(PlaceFolded(blocks.Folded(), style, !blocks.IsEmpty(), share));
 }
 
 /// All that is drawn, slanting lines as short segments.
@@ -127,7 +127,8 @@ Placement PlaceAndRoute(const Graph& graph, const Style& style) {
     std::vector<Placement> parts;
     std::vector<std::vector<Rect>> areas;
     for (const Component& component : components) {
-        parts.push_back(PlaceComponent(component.graph, style));
+        const bool isMost = 2 * component.boxes.size() > graph.boxes.size();
+        parts.push_back(PlaceComponent(component.graph, style, isMost ? PageShare::Most : PageShare::Part));
         areas.push_back(AreasOf(component.graph, parts.back()));
     }
     const double apart = graph.lines.empty() ? 1 : 2;  // a reader sees where one part ends

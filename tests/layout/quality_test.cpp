@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "layout/geometry/obstacles.h"
 #include "layout/layered/crossing_reduction.h"
 #include "layout/layered/layering.h"
 #include "layout/place_and_route.h"
@@ -43,6 +44,28 @@ TEST(Quality, TheBestOfSeveralLayeringsIsTaken) {
         for (std::uint64_t seed = each.firstSeed; seed <= each.lastSeed; ++seed)
             crossings += CountCrossings(LayersWithFewCrossings(SchemaLike(each.records, 1.6, seed)));
         EXPECT_LE(crossings, each.crossings) << each.records << " records";
+    }
+}
+
+TEST(Quality, DeepNetworksAreNoBandsAndTreesThatHangOnThemKeepTheirDirection) {
+    constexpr int kRecords = 90, kHanging = 4;
+    Random random(3);
+    const auto below = [&](int n) { return static_cast<int>(random.Rnd() * n); };
+    Graph graph{std::vector<Box>(kRecords + kHanging, Box{2, 1}), {}};
+    for (int i = 1; i < kRecords + kHanging; ++i) graph.lines.push_back({i - 1, i, 0.8, 0.2});
+    for (int i = 8; i < kRecords; ++i) graph.lines.push_back({i - 2 - below(6), i, 0.8, 0.2});
+    for (const int placeStyle : {1, 2}) {
+        const Placement placement = PlaceAndRoute(graph, StyleOfCells(placeStyle, 1, 1, 1));
+        std::vector<Rect> boxes;
+        for (const Point& center : placement.centers) boxes.push_back(RectAround(center, 2, 1));
+        const Rect page = BoundsOf(boxes);
+        EXPECT_GE(page.Width() / page.Height(), 0.7) << placeStyle;
+        EXPECT_LE(page.Width() / page.Height(), 2.2) << placeStyle;
+        for (int i = kRecords; i < kRecords + kHanging; ++i) {
+            const auto member = static_cast<std::size_t>(i);
+            const Point step = placement.centers[member] - placement.centers[member - 1];
+            EXPECT_GT(placeStyle == 2 ? step.x : -step.y, 0) << i;
+        }
     }
 }
 

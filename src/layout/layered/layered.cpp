@@ -1,7 +1,7 @@
 #include "layout/layered/layered.h"
 
 #include <algorithm>
-#include <limits>
+#include <cmath>
 
 #include "layout/geometry/corners.h"
 #include "layout/geometry/obstacles.h"
@@ -48,41 +48,74 @@ Box SizeOf(const Graph& graph, const Placement& placement) {
     return {bounds.Width(), bounds.Height()};
 }
 
-/// Small drawings keep a layer for each level. Of larger ones wide layers are split as paper wants it, in a
-/// few trials, each planned by what the one before came out like.
-Placement PlaceTopDown(const Graph& graph, const Style& style, double ratio) {
-    constexpr std::size_t kLeastBoxes = 30;
+/// The paper that a drawing is for, seen from the top down.
+struct Paper {
+    double ratio;     ///< Of its width to its height.
+    double mostHigh;  ///< As many times as high as wide may a page be that is not a band.
+};
+constexpr Paper kAcross{kPaperRatio, 1 / 0.7}, kUpright{1 / kPaperRatio, 2.2};
+
+struct Drawing {
+    Placement placement;
+    Box size;
+    double OnPaper(const Paper& paper) const { return std::max(size.width, size.height * paper.ratio); }
+};
+
+/// Wide layers are split as paper wants it, in a few trials, each planned by what the one before came out
+/// like.
+Drawing DrawSplit(const Graph& graph, const Style& style, const Paper& paper, const Layers& layers) {
     constexpr int kTrials = 3;
-    const Layers layers = LayersWithFewCrossings(graph);
-    if (graph.boxes.size() < kLeastBoxes) return DrawLayers(graph, style, layers);
     const LayerSplitter splitter(graph, layers, style);
-    Placement best;
-    double least = std::numeric_limits<double>::infinity();
+    Drawing best;
     Box stretch{1, 1};
     LayerSplitter::Plan last;
     for (int trial = 0; trial < kTrials; ++trial) {
-        const LayerSplitter::Plan plan = splitter.PlanFor(ratio, stretch);
+        const LayerSplitter::Plan plan = splitter.PlanFor(paper.ratio, stretch);
         if (plan == last) break;
         last = plan;
-        Placement placement = DrawLayers(graph, style, splitter.Split(plan));
-        const Box size = SizeOf(graph, placement);
-        stretch = {size.width / plan.width, size.height / plan.height};
-        const double onPaper = std::max(size.width, size.height * ratio);
-        if (onPaper >= least) continue;
-        least = onPaper;
-        best = std::move(placement);
+        Drawing drawing{DrawLayers(graph, style, splitter.Split(plan)), {}};
+        drawing.size = SizeOf(graph, drawing.placement);
+        stretch = {drawing.size.width / plan.width, drawing.size.height / plan.height};
+        if (trial == 0 || drawing.OnPaper(paper) < best.OnPaper(paper)) best = std::move(drawing);
     }
     return best;
 }
 
+/// The drawing of a graph whose layers make the page a band is done again on fewer, as few as that needs.
+void AvoidBand(const Graph& graph, const Style& style, const Paper& paper, Layers layers, Drawing& best) {
+    constexpr int kTrials = 3, kFewest = 2;
+    constexpr double kBelow = 0.85;  // the limit
+    double high = best.size.height / best.size.width;
+    for (int trial = 0; trial < kTrials && high > paper.mostHigh; ++trial) {
+        const auto deep = static_cast<double>(layers.order.size());
+        const int most = static_cast<int>(deep * std::sqrt(kBelow * paper.mostHigh / high));
+        Layers shallow = ShallowLayers(graph, layers, std::max(kFewest, most));
+        if (shallow.order.size() >= layers.order.size()) break;
+        layers = std::move(shallow);
+        Drawing drawing = DrawSplit(graph, style, paper, layers);
+        high = drawing.size.height / drawing.size.width;
+        if (drawing.OnPaper(paper) < best.OnPaper(paper)) best = std::move(drawing);
+    }
+}
+
+/// Small drawings keep a layer for each level.
+Placement PlaceTopDown(const Graph& graph, const Style& style, const Paper& paper, PageShare share) {
+    constexpr std::size_t kLeastBoxes = 30;
+    const Layers layers = LayersWithFewCrossings(graph);
+    if (graph.boxes.size() < kLeastBoxes) return DrawLayers(graph, style, layers);
+    Drawing drawing = DrawSplit(graph, style, paper, layers);
+    if (share == PageShare::Most) AvoidBand(graph, style, paper, layers, drawing);
+    return drawing.placement;
+}
+
 }  // namespace
 
-Placement PlaceLayered(const Graph& graph, const Style& style) {
+Placement PlaceLayered(const Graph& graph, const Style& style, PageShare share) {
     const bool transposed = style.placeStyle == PlaceStyle::LeftToRight;
     Style transposedStyle = style;
     if (transposed) std::swap(transposedStyle.boxGapX, transposedStyle.boxGapY);
-    Placement placement = transposed ? PlaceTopDown(Transposed(graph), transposedStyle, 1 / kPaperRatio)
-                                     : PlaceTopDown(graph, style, kPaperRatio);
+    Placement placement = transposed ? PlaceTopDown(Transposed(graph), transposedStyle, kUpright, share)
+                                     : PlaceTopDown(graph, style, kAcross, share);
     const auto toPage = [&](Point& point) {
         point = transposed ? Point{point.y, -point.x} : Point{point.x, -point.y};
     };

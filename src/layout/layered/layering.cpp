@@ -1,11 +1,13 @@
 #include "layout/layered/layering.h"
-#include "layout/graph/graph.h"
 
+#include <algorithm>
 #include <random>
 #include <set>
 
+#include "layout/graph/graph.h"
 #include "layout/layered/crossing_reduction.h"
 #include "layout/layered/cycle_removal.h"
+#include "layout/layered/depth_limit.h"
 #include "layout/layered/ranking.h"
 
 namespace norvelis::layout {
@@ -50,6 +52,26 @@ Layers LayersWithFewCrossings(const Graph& graph) {
     Layers layers = best;
     ReduceCrossings(layers, Effort::Full);
     return CountCrossings(layers) < fewest ? layers : best;
+}
+
+Layers ShallowLayers(const Graph& graph, const Layers& deep, int most) {
+    std::vector<int> ranks;
+    for (std::size_t i = 0; i < graph.boxes.size(); ++i) ranks.push_back(deep.nodes[i].layer);
+    Layers best;
+    std::int64_t fewest = -1;
+    for (const int costOfReversed : {2, 4, 8, 16}) {
+        const Reversed reversed = ReversedForDepth(graph, ranks, most, costOfReversed);
+        Layers layers = MakeLayers(graph, RanksOf(graph, SpansOf(graph, reversed)));
+        if (fewest >= 0 && layers.order.size() > std::max(best.order.size(), static_cast<std::size_t>(most)))
+            continue;
+        ReduceCrossings(layers, Effort::Trial);
+        const std::int64_t crossings = CountCrossings(layers);
+        if (fewest >= 0 && crossings >= fewest) continue;
+        fewest = crossings;
+        best = std::move(layers);
+    }
+    ReduceCrossings(best, Effort::Full);
+    return best;
 }
 
 }  // namespace norvelis::layout

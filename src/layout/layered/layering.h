@@ -10,4 +10,7 @@ namespace norvelis::layout {
 /// ranking.h), and the one whose crossings come out fewest is taken (crossing_reduction.h).
 Layers LayersWithFewCrossings(const Graph& graph);
 
+/// The graph of these layers on about `most` layers, for which more lines are reversed (depth_limit.h).
+Layers ShallowLayers(const Graph& graph, const Layers& deep, int most);
+
 }  // namespace norvelis::layout
