@@ -2,10 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <iterator>
 #include <map>
-#include <numeric>
 #include <set>
 #include <tuple>
 
@@ -13,13 +11,22 @@ namespace norvelis::layout {
 
 namespace {
 
+/// Why a segment must lie above another: so that their lines do not cross without need, or so that one does
+/// not come down over the place where the other goes on, which a detour can mend.
+enum class Reason { None, Overlap, Crossing };
+
+struct Demand {
+    int segment;
+    Reason reason;
+};
+
 /// Jogs that share a track for sure: one line, or the lines of one trunk, or those of them that go in one
 /// direction.
 struct Segment {
     double left, right;
     int trunk;
     std::vector<int> jogs;
-    std::vector<int> below;  ///< Segments that must lie lower.
+    std::vector<Demand> below;  ///< On segments that must lie lower.
     int highestTrack = 0;
 };
 
@@ -40,19 +47,20 @@ std::vector<Segment> SegmentsOf(const std::vector<Jog>& jogs, const std::set<int
     return segments;
 }
 
-/// Whether segment a must lie above segment b: for two lines that need not cross, the one that is farther in
-/// the direction that both go; and where a's line comes down right over the place where b's goes on, so that
-/// they do not run together.
-bool MustLieAbove(const Segment& a, const Segment& b, const std::vector<Jog>& jogs, double gap) {
+/// Why segment a must lie above segment b: of two lines that need not cross the one that is farther in the
+/// direction that both go; and where a's line comes down right over the place where b's goes on, they must
+/// not run together.
+Reason MustLieAbove(const Segment& a, const Segment& b, const std::vector<Jog>& jogs, double gap) {
+    Reason reason = Reason::None;
     for (const int i : a.jogs) {
         for (const int k : b.jogs) {
             const Jog &x = jogs[i], &y = jogs[k];
-            if (std::abs(x.from - y.to) < gap * 0.99) return true;
-            if (x.from < x.to && y.from < y.to && x.from > y.from && x.to > y.to) return true;
-            if (x.from > x.to && y.from > y.to && x.from < y.from && x.to < y.to) return true;
+            if (x.from < x.to && y.from < y.to && x.from > y.from && x.to > y.to) return Reason::Crossing;
+            if (x.from > x.to && y.from > y.to && x.from < y.from && x.to < y.to) return Reason::Crossing;
+            if (std::abs(x.from - y.to) < gap * 0.99) reason = Reason::Overlap;
         }
     }
-    return false;
+    return reason;
 }
 
 /// Returns the trunks that would have to lie both above and below another piece.
@@ -67,42 +75,59 @@ std::set<int> Constrain(std::vector<Segment>& segments, const std::vector<Jog>& 
         for (std::size_t k = i + 1; k < byLeft.size(); ++k) {
             const int b = byLeft[k];
             if (segments[b].left >= segments[a].right + gap) break;
-            const bool aAbove = MustLieAbove(segments[a], segments[b], jogs, gap);
-            const bool bAbove = MustLieAbove(segments[b], segments[a], jogs, gap);
-            if (aAbove && bAbove) torn.insert({segments[a].trunk, segments[b].trunk});
-            if (aAbove == bAbove) continue;
-            segments[aAbove ? a : b].below.push_back(aAbove ? b : a);
+            const Reason aAbove = MustLieAbove(segments[a], segments[b], jogs, gap);
+            const Reason bAbove = MustLieAbove(segments[b], segments[a], jogs, gap);
+            if (aAbove != Reason::None && bAbove != Reason::None)
+                torn.insert({segments[a].trunk, segments[b].trunk});
+            if (aAbove > bAbove) segments[a].below.push_back({b, aAbove});
+            if (bAbove > aAbove) segments[b].below.push_back({a, bAbove});
         }
     }
     torn.erase(-1);
     return torn;
 }
 
-/// The segments so that each comes before those that must lie lower, those with the longest chain under them
-/// first. Where demands run in a ring, the one that closes it is dropped.
-std::vector<int> FromAbove(const std::vector<Segment>& segments) {
-    enum : std::int8_t { Unseen, Open, Done };
-    std::vector<std::int8_t> state(segments.size(), Unseen);
-    std::vector<int> chain(segments.size()), order(segments.size());
-    std::vector<std::pair<int, std::size_t>> walk;  // segment, and how many of those below it are done
-    for (std::size_t start = 0; start < segments.size(); ++start) {
-        if (state[start] == Unseen) walk.emplace_back(static_cast<int>(start), 0);
-        while (!walk.empty()) {
-            const int at = walk.back().first;
-            state[at] = Open;
-            if (walk.back().second == segments[at].below.size()) {
-                state[at] = Done;
-                walk.pop_back();
-                if (!walk.empty())
-                    chain[walk.back().first] = std::max(chain[walk.back().first], chain[at] + 1);
-                continue;
-            }
-            const int next = segments[at].below[walk.back().second++];
-            if (state[next] == Unseen) walk.emplace_back(next, 0);
-            if (state[next] == Done) chain[at] = std::max(chain[at], chain[next] + 1);
+/// Drops demands so that no ring of them is left: of those that a ring waits for, first such as a detour
+/// mends. Returns the segments from above.
+std::vector<int> BreakRings(std::vector<Segment>& segments) {
+    struct Waiting {
+        int crossings = 0, overlaps = 0;
+        bool isDone = false;
+    };
+    std::vector<Waiting> waiting(segments.size());
+    const auto countOf = [&](const Demand& demand) -> int& {
+        Waiting& at = waiting[demand.segment];
+        return demand.reason == Reason::Crossing ? at.crossings : at.overlaps;
+    };
+    for (const Segment& segment : segments)
+        for (const Demand& demand : segment.below) ++countOf(demand);
+    std::set<std::tuple<int, int, int>> next;  // what it waits for, and the segment
+    const auto keyOf = [&](int at) { return std::tuple(waiting[at].crossings, waiting[at].overlaps, at); };
+    for (std::size_t i = 0; i < segments.size(); ++i) next.insert(keyOf(static_cast<int>(i)));
+    std::vector<int> order;
+    while (!next.empty()) {
+        const int at = std::get<2>(*next.begin());
+        next.erase(next.begin());
+        waiting[at].isDone = true;
+        order.push_back(at);
+        std::erase_if(segments[at].below,
+                      [&](const Demand& demand) { return waiting[demand.segment].isDone; });
+        for (const Demand& demand : segments[at].below) {
+            next.erase(keyOf(demand.segment));
+            --countOf(demand);
+            next.insert(keyOf(demand.segment));
         }
     }
-    std::iota(order.begin(), order.end(), 0);
+    return order;
+}
+
+/// The segments so that each comes before those that must lie lower, those with the longest chain under them
+/// first.
+std::vector<int> FromAbove(std::vector<Segment>& segments) {
+    std::vector<int> order = BreakRings(segments), chain(segments.size());
+    for (auto at = order.rbegin(); at != order.rend(); ++at)
+        for (const Demand& demand : segments[*at].below)
+            chain[*at] = std::max(chain[*at], chain[demand.segment] + 1);
     std::sort(order.begin(), order.end(), [&](int a, int b) {
         return std::tuple(-chain[a], segments[a].left, a) < std::tuple(-chain[b], segments[b].left, b);
     });
@@ -207,8 +232,10 @@ Tracks AssignTracks(const std::vector<Jog>& jogs, double gap) {
         const Segment& segment = segments[at];
         const int track = use.Take(segment.highestTrack, segment.left, segment.right);
         for (const int jog : segment.jogs) tracks.track[jog] = track;
-        for (const int other : segment.below)
-            segments[other].highestTrack = std::max(segments[other].highestTrack, track + 1);
+        for (const Demand& demand : segment.below) {
+            int& highest = segments[demand.segment].highestTrack;
+            highest = std::max(highest, track + 1);
+        }
     }
     DetourFinder(jogs, gap).AddDetours(use, tracks);
     tracks.count = use.Count();
