@@ -23,6 +23,11 @@ std::int64_t Units(double inches) {
     return std::llround(inches * kUnitsPerInch);
 }
 
+/// The nearest distance that places can have, so that what is in line is so to the last digit.
+double InUnits(double inches) {
+    return static_cast<double>(Units(inches)) / kUnitsPerInch;
+}
+
 /// A line's meeting with a box: the box, the place next to it on the line's path, and which port it is.
 struct Meeting {
     int line, next;
@@ -113,7 +118,7 @@ void Coordinates::SpreadPorts() {
             side[i].offset = span;
         }
         const double factor = span > space ? space / span : 1;
-        for (Meeting& meeting : side) meeting.offset = (meeting.offset - span / 2) * factor;
+        for (Meeting& meeting : side) meeting.offset = InUnits((meeting.offset - span / 2) * factor);
         const std::vector<double> steps = LeastSteps(side, space, kClosestPorts);
         for (std::size_t i = 0; i < side.size(); ++i) {
             side[i].least = IsTrunk(side[i]) ? side[i].offset : steps[i] - space / 2;
@@ -252,7 +257,8 @@ std::vector<double> Coordinates::FitSide(std::size_t s, double gap) const {
         const double first = x - space / 2 + steps[i], last = x + space / 2 - (steps.back() - steps[i]);
         fitted[i] = std::clamp(fitted[i] + steps[i], first, std::max(first, last));
         const double next = grid_.places[side[i].next].x;
-        if (std::abs(fitted[i] - next) < kHair) fitted[i] = next;
+        const bool isInLine = !IsTrunk(side[i]) && std::abs(fitted[i] - next) < kHair;
+        fitted[i] = isInLine ? next : InUnits(fitted[i]);
     }
     return fitted;
 }
