@@ -4,6 +4,7 @@
 #include "layout/blocks/leaf_blocks.h"
 #include "layout/circular/circular.h"
 #include "layout/graph/components.h"
+#include "layout/graph/notes.h"
 #include "layout/graph/reach.h"
 #include "layout/graph/route_rule.h"
 #include "layout/layered/layered.h"
@@ -11,6 +12,7 @@
 #include "layout/place_and_route.h"
 #include "layout/radial/radial.h"
 #include "layout/rings/gaps.h"
+#include "layout/rings/note_sides.h"
 #include "layout/routing/router.h"
 #include "layout/spacing/spacing.h"
 
@@ -76,12 +78,18 @@ std::vector<Point> DrawnTogether(const Graph& graph, const std::vector<Point>& c
     return drawn;
 }
 
-Placement PlaceOnRings(const Graph& graph, const Style& style, bool hasBlocks) {
+Placement PlaceOnRings(Graph graph, const Style& style, bool hasBlocks) {
+    const Graph given = graph;
     std::vector<Point> centers =
         style.placeStyle == PlaceStyle::Radial ? PlaceRadial(graph, style) : PlaceCircular(graph, style);
     if (hasBlocks) centers = DrawnTogether(graph, centers, style);
+    MakeRoomForNotes(graph, style.boxGapX, style.boxGapY, centers);
     Placement placement = RouteMakingSpace(graph, std::move(centers), style);
-    return IsTree(graph) && HasCrossings(placement) ? PlaceTree(graph, style) : placement;
+    placement.noteSides = NoteSidesOf(graph);
+    if (!IsTree(graph) || !HasCrossings(placement)) return placement;
+    placement = PlaceTree(given, style);
+    placement.noteSides = NoteSidesOf(given);
+    return placement;
 }
 
 Placement PlaceFolded(const Graph& graph, const Style& style, bool hasBlocks, PageShare share) {
@@ -90,11 +98,23 @@ Placement PlaceFolded(const Graph& graph, const Style& style, bool hasBlocks, Pa
     // Two boxes make no ring, and all sets between them are side by side in layers.
     if (onRings && (straight || graph.boxes.size() > 2)) return PlaceOnRings(graph, style, hasBlocks);
     Placement placement = PlaceLayered(graph, style, share);
-    if (straight) return RouteMakingSpace(graph, std::move(placement.centers), style);
+    if (straight) placement = RouteMakingSpace(graph, std::move(placement.centers), style);
+    placement.noteSides = NoteSidesOf(graph);
     return placement;
 }
 
-Placement PlaceComponent(const Graph& graph, const Style& style, PageShare share) {
+/// Across the flow of layers, so that the sides of boxes where lines leave stay free, and off the side where
+/// lines from a box to itself are.
+void PutNotesAcross(Graph& graph, const Style& style) {
+    const bool sideways = style.placeStyle == PlaceStyle::LeftToRight;
+    for (Box& box : graph.boxes) box.noteSide = sideways ? NoteSide::Above : NoteSide::Right;
+    for (const Line& line : graph.lines)
+        if (line.from == line.to && !sideways)
+            graph.boxes[static_cast<std::size_t>(line.from)].noteSide = NoteSide::Left;
+}
+
+Placement PlaceComponent(Graph graph, const Style& style, PageShare share) {
+    PutNotesAcross(graph, style);
     const LeafBlocks blocks(graph, style);
     return blocks.Unfold(PlaceFolded(blocks.Folded(), style, !blocks.IsEmpty(), share));
 }
@@ -103,8 +123,13 @@ Placement PlaceComponent(const Graph& graph, const Style& style, PageShare share
 std::vector<Rect> AreasOf(const Graph& graph, const Placement& placement) {
     constexpr double kSegment = 0.5;
     std::vector<Rect> areas;
-    for (std::size_t i = 0; i < graph.boxes.size(); ++i)
-        areas.push_back(RectAround(placement.centers[i], graph.boxes[i].width, graph.boxes[i].height));
+    for (std::size_t i = 0; i < graph.boxes.size(); ++i) {
+        const Rect box = BoxAt(graph.boxes[i], placement.centers[i]);
+        areas.push_back(box);
+        const Box& note = graph.boxes[i];
+        if (note.HasNote())
+            areas.push_back(NoteBeside(box, note.noteWidth, note.noteHeight, placement.noteSides[i]));
+    }
     for (std::size_t k = 0; k < graph.lines.size(); ++k) {
         const Route& route = placement.routes[k];
         for (std::size_t p = 1; p < route.points.size(); ++p) {
@@ -137,12 +162,14 @@ Placement PlaceAndRoute(const Graph& graph, const Style& style) {
     Placement whole;
     whole.centers.resize(graph.boxes.size());
     whole.routes.resize(graph.lines.size());
+    whole.noteSides.resize(graph.boxes.size());
     for (std::size_t c = 0; c < components.size(); ++c) {
         const auto move = [&](Point& point) { point = point + moves[c]; };
         for (std::size_t i = 0; i < components[c].boxes.size(); ++i) {
             Point& center = whole.centers[components[c].boxes[i]];
             center = parts[c].centers[i];
             move(center);
+            whole.noteSides[components[c].boxes[i]] = parts[c].noteSides[i];
         }
         for (std::size_t k = 0; k < components[c].lines.size(); ++k) {
             Route& route = whole.routes[components[c].lines[k]];

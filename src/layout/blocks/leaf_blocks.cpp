@@ -18,8 +18,10 @@ std::size_t At(int i) {
     return static_cast<std::size_t>(i);
 }
 
-Box Turned(Box box) {
-    return {box.height, box.width};
+/// A note above its box comes to its left.
+Box Turned(const Box& box) {
+    const NoteSide side = box.noteSide == NoteSide::Above ? NoteSide::Left : box.noteSide;
+    return {box.height, box.width, box.noteHeight, box.noteWidth, side};
 }
 
 /// What was computed on two ways and differs by a hair becomes one.
@@ -70,15 +72,22 @@ LeafBlocks::LeafBlocks(const Graph& graph, const Style& style)
 void LeafBlocks::Fold(const LeafGroup& group, double ratio) {
     const auto& [hub, above, leaves, lines] = group;
     std::vector<Pile::Cell> all;
-    double width = 0;
+    double left = 0, right = 0;  // what leaves with labels and notes take from the middle of a column
     for (std::size_t i = 0; i < leaves.size(); ++i) {
         const Line& line = graph_.lines[At(lines[i])];
         Pile::Cell cell{graph_.boxes[At(leaves[i])], line.labelWidth, line.labelHeight};
         if (sideways_) cell = {Turned(cell.box), cell.labelHeight, cell.labelWidth};
-        width = std::max(width, cell.Width());
+        const double note = cell.box.width / 2 + NoteSpace(cell.box);
+        const bool isLeft = cell.box.noteSide == NoteSide::Left;
+        left = std::max({left, cell.Width() / 2, isLeft ? note : 0});
+        right = std::max({right, cell.Width() / 2, isLeft ? 0 : note});
         all.push_back(cell);
     }
-    for (Pile::Cell& cell : all) cell.box.width = width;  // so that leaves are in columns
+    const double width = left + right;
+    for (Pile::Cell& cell : all) {  // so that leaves are in columns
+        cell.box.width = width;
+        cell.aside = (left - right) / 2;
+    }
     Style style = style_;
     if (sideways_) std::swap(style.boxGapX, style.boxGapY);
     // An even number of columns has space for the trunk in the middle.
@@ -167,9 +176,13 @@ Placement LeafBlocks::Unfold(Placement folded) const {
     Placement whole;
     whole.centers.resize(graph_.boxes.size());
     whole.routes.resize(graph_.lines.size());
+    whole.noteSides = NoteSidesOf(graph_);
     for (const Block& block : blocks_) Unfold(block, folded, whole);
-    for (std::size_t i = 0; i < boxOf_.size(); ++i)
-        if (boxOf_[i] >= 0) whole.centers[i] = folded.centers[At(boxOf_[i])];
+    for (std::size_t i = 0; i < boxOf_.size(); ++i) {
+        if (boxOf_[i] < 0) continue;
+        whole.centers[i] = folded.centers[At(boxOf_[i])];
+        whole.noteSides[i] = folded.noteSides[At(boxOf_[i])];
+    }
     for (std::size_t k = 0; k < lineOf_.size(); ++k)
         if (lineOf_[k] >= 0) whole.routes[k] = std::move(folded.routes[At(lineOf_[k])]);
     return whole;

@@ -17,7 +17,7 @@ double RowWidthFor(const std::vector<Pile::Cell>& cells, double ratio, double ro
     double area = 0, widest = 0;
     for (const Pile::Cell& cell : cells) {
         const double width = cell.Width() + style.boxGapX;
-        area += width * (cell.box.height + style.lineGap + TapLength(cell.labelHeight, style) + rowGap);
+        area += width * (cell.Height() + style.lineGap + TapLength(cell.labelHeight, style) + rowGap);
         widest = std::max(widest, width);
     }
     return std::max(widest, std::sqrt(area * ratio));
@@ -33,7 +33,7 @@ Pile::Pile(const std::vector<Cell>& cells, double rowWidth, Margin margin, const
             const double more = cells[last].Width() + style.boxGapX;
             if (last > first && width + more > rowWidth + kHair) break;
             width += more;
-            height = std::max(height, cells[last].box.height);
+            height = std::max(height, cells[last].Height());
             label = std::max(label, cells[last].labelHeight);
         }
         // The trunk passes all rows but the last between two boxes, as near to the middle as can be.
@@ -51,9 +51,13 @@ Pile::Pile(const std::vector<Cell>& cells, double rowWidth, Margin margin, const
         const double track = y + style.lineGap, top = track + TapLength(label, style);
         double x = -before;
         for (std::size_t i = first; i < last; ++i) {
-            const double step = cells[i].Width() + style.boxGapX;
-            places_[i] = {
-                {x + step / 2, top + cells[i].box.height / 2}, top, (track + top) / 2, tracks_.size()};
+            const Cell& cell = cells[i];
+            const double step = cell.Width() + style.boxGapX;
+            const double boxTop = top + (cell.Height() - cell.box.height) / 2;
+            places_[i] = {{x + step / 2 + cell.aside, boxTop + cell.box.height / 2},
+                          boxTop,
+                          (track + top) / 2,
+                          tracks_.size()};
             x += step;
         }
         tracks_.push_back(track);

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "layout/graph/graph.h"
+#include "layout/graph/notes.h"
 #include "layout/graph/style.h"
 
 namespace norvelis::layout {
@@ -18,7 +19,9 @@ class Pile {
     struct Cell {
         Box box;
         double labelWidth = 0, labelHeight = 0;
+        double aside = 0;  ///< How far the box is to the right of the middle, for its note's sake.
         double Width() const { return std::max(box.width, labelWidth); }
+        double Height() const { return HeightWithNote(box); }
     };
     enum class Margin {
         None,   ///< The trunk comes in by the top and may go on by the bottom.

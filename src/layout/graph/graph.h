@@ -9,8 +9,17 @@
 // documents. Inches; x grows to the right, y grows upwards (as on a page). Equal input gives equal output.
 namespace norvelis::layout {
 
+/// Where the note of a box stands.
+enum class NoteSide { Right, Left, Above, Below };
+
+/// A box may have a note, which stands beside it wherever it is: a note of size 0 by 0 is no note. What side
+/// is best is up to the placement.
 struct Box {
     double width = 0, height = 0;
+    double noteWidth = 0, noteHeight = 0;
+    NoteSide noteSide = NoteSide::Right;
+
+    bool HasNote() const { return noteWidth > 0; }
 };
 
 /// From the owner's box to the member's. A label of size 0 by 0 is no label.
@@ -36,6 +45,8 @@ struct Route {
 struct Placement {
     std::vector<Point> centers;  ///< One for each box.
     std::vector<Route> routes;   ///< One for each line.
+    /// One for each box; what a box without a note has means nothing.
+    std::vector<NoteSide> noteSides{};
 };
 
 }  // namespace norvelis::layout

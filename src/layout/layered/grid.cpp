@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "layout/graph/notes.h"
 #include "layout/layered/loops.h"
 
 namespace norvelis::layout {
@@ -33,10 +34,19 @@ class GridMaker {
         const std::vector<std::vector<int>> loops = LoopsOf(graph_);
         for (std::size_t i = 0; i < graph_.boxes.size(); ++i) {
             const Box& box = graph_.boxes[i];
-            double height = box.height;
+            double height = HeightWithNote(box);
             for (const int loop : loops[i]) height = std::max(height, graph_.lines[loop].labelHeight);
-            grid_.places.push_back({0, static_cast<int>(i), -1, -1, false, box.width / 2,
-                                    box.width / 2 + LoopSpace(graph_, loops[i], style_), height, 0});
+            Place place{0,
+                        static_cast<int>(i),
+                        -1,
+                        -1,
+                        false,
+                        box.width / 2,
+                        box.width / 2 + LoopSpace(graph_, loops[i], style_),
+                        height,
+                        0};
+            (box.noteSide == NoteSide::Left ? place.before : place.after) += NoteSpace(box);
+            grid_.places.push_back(place);
         }
     }
 
@@ -80,7 +90,8 @@ class GridMaker {
         for (std::size_t layer = 0; layer < layers_.order.size(); ++layer) {
             double boxes = 0, passing = 0;
             for (const int node : layers_.order[layer]) {
-                if (layers_.nodes[node].bundle < 0) boxes += graph_.boxes[node].width + style_.boxGapX;
+                if (layers_.nodes[node].bundle < 0)
+                    boxes += graph_.boxes[node].width + NoteSpace(graph_.boxes[node]) + style_.boxGapX;
                 for (const auto& [place, b] : bundlesInto_[node]) {
                     const Bundle& bundle = layers_.bundles[b];
                     passing += style_.lineGap * static_cast<double>(bundle.lines.size());

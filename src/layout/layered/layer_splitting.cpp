@@ -5,6 +5,7 @@
 #include <limits>
 #include <utility>
 
+#include "layout/graph/notes.h"
 #include "layout/layered/loops.h"
 
 namespace norvelis::layout {
@@ -24,11 +25,12 @@ LayerSplitter::LayerSplitter(const Graph& graph, const Layers& layers, const Sty
     double label = 0;
     for (const Line& line : graph.lines) label = std::max(label, line.labelHeight);
     for (std::size_t i = 0; i < graph.boxes.size(); ++i) {
-        nodes_[i].width = graph.boxes[i].width + LoopSpace(graph, loops[i], style) + style.boxGapX;
+        const Box& box = graph.boxes[i];
+        nodes_[i].width = box.width + LoopSpace(graph, loops[i], style) + style.boxGapX + NoteSpace(box);
         double& height = rowHeight_[At(layers.nodes[i].layer)];
         // Over a row of boxes are the channel of its lines and the row of their labels with a channel of its
         // own.
-        height = std::max(height, graph.boxes[i].height + label + 4 * style.lineGap);
+        height = std::max(height, HeightWithNote(box) + label + 4 * style.lineGap);
     }
     std::vector<std::vector<std::pair<int, int>>> into(nodes_.size()),
         from(nodes_.size());  // place and bundle

@@ -5,6 +5,7 @@
 
 #include "layout/geometry/corners.h"
 #include "layout/geometry/obstacles.h"
+#include "layout/graph/notes.h"
 #include "layout/layered/channel_routing.h"
 #include "layout/layered/coordinates.h"
 #include "layout/layered/grid.h"
@@ -18,9 +19,13 @@ namespace norvelis::layout {
 namespace {
 
 /// The phases work with layers from top to bottom, y growing downwards; for layers from left to right the
-/// graph is transposed before and back after.
+/// graph is transposed before and back after. A note above its box comes to its left.
 Graph Transposed(Graph graph) {
-    for (Box& box : graph.boxes) std::swap(box.width, box.height);
+    for (Box& box : graph.boxes) {
+        std::swap(box.width, box.height);
+        std::swap(box.noteWidth, box.noteHeight);
+        if (box.noteSide == NoteSide::Above) box.noteSide = NoteSide::Left;
+    }
     for (Line& line : graph.lines) std::swap(line.labelWidth, line.labelHeight);
     return graph;
 }
@@ -36,9 +41,7 @@ Placement DrawLayers(const Graph& graph, const Style& style, const Layers& layer
 
 /// How wide and high a drawing is.
 Box SizeOf(const Graph& graph, const Placement& placement) {
-    std::vector<Rect> areas;
-    for (std::size_t i = 0; i < graph.boxes.size(); ++i)
-        areas.push_back(RectAround(placement.centers[i], graph.boxes[i].width, graph.boxes[i].height));
+    std::vector<Rect> areas = BoxesAndNotes(graph, placement.centers);
     for (std::size_t k = 0; k < graph.lines.size(); ++k) {
         const Route& route = placement.routes[k];
         for (const Point& point : route.points) areas.push_back(RectOf(point, point));

@@ -4,6 +4,7 @@
 #include <numeric>
 
 #include "layout/geometry/corners.h"
+#include "layout/graph/notes.h"
 #include "layout/labels/label_spots.h"
 #include "layout/labels/labels.h"
 #include "layout/routing/curves.h"
@@ -24,13 +25,6 @@ using Points = std::vector<std::vector<Point>>;
 // How far a curve reaches from its corner, in inches, where there is space.
 constexpr double kCornerRadius = 0.3;  // lines with right angles
 constexpr double kBendRadius = 2.0;    // straight lines around boxes
-
-std::vector<Rect> BoxesAt(const Graph& graph, const std::vector<Point>& centers) {
-    std::vector<Rect> boxes;
-    for (std::size_t i = 0; i < graph.boxes.size(); ++i)
-        boxes.push_back(RectAround(centers[i], graph.boxes[i].width, graph.boxes[i].height));
-    return boxes;
-}
 
 std::vector<Route> Finish(const Graph& graph, const std::vector<Rect>& boxes, Points paths,
                           std::vector<Point> middles, bool curved, double radius) {
@@ -78,7 +72,7 @@ Placement DrawStraight(const Graph& graph, std::vector<Point> centers, const Sty
     StraightLines best;
     std::vector<Point> bestCenters;
     for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
-        StraightLines lines = RouteStraightLines(graph, BoxesAt(graph, centers), style.lineGap);
+        StraightLines lines = RouteStraightLines(graph, BoxesAndNotes(graph, centers), style.lineGap);
         if (attempt == 0 || lines.doubtful < best.doubtful) {
             best = std::move(lines);
             bestCenters = centers;
@@ -86,7 +80,7 @@ Placement DrawStraight(const Graph& graph, std::vector<Point> centers, const Sty
         if (best.doubtful <= tolerated) break;
         for (Point& center : centers) center = center * kSpread;
     }
-    std::vector<Route> routes = Finish(graph, BoxesAt(graph, bestCenters), std::move(best.paths),
+    std::vector<Route> routes = Finish(graph, BoxesAndNotes(graph, bestCenters), std::move(best.paths),
                                        std::move(best.labels), style.IsCurved(), kBendRadius);
     return {std::move(bestCenters), std::move(routes)};
 }
@@ -100,7 +94,8 @@ FirstSegment FirstSegmentOf(const std::vector<Point>& path) {
 
 Sketch SketchWithRightAngles(const Graph& graph, std::vector<Rect> boxes, const Style& style) {
     const RouteRule rule = RuleOf(style.routeStyle);
-    Sketch sketch{std::move(boxes), graph.lines, {}, {}, {}, rule.family == RouteFamily::Tree};
+    Sketch sketch{std::move(boxes),    graph.lines, {}, {}, {}, rule.family == RouteFamily::Tree,
+                  BoxesWithNote(graph)};
     for (const auto& path : RouteOrthogonally(sketch.boxes, graph.lines, rule, style.lineGap).points) {
         sketch.paths.push_back(CornersOf(path));
         sketch.firstSegments.push_back(FirstSegmentOf(sketch.paths.back()));
@@ -120,7 +115,7 @@ Placement DrawWithRightAngles(const Graph& graph, const std::vector<Point>& cent
         MakeSpace(sketch, style.boxGapX, style.boxGapY, style.lineGap, by);
     };
     // A first routing says where boxes must move apart; then a second one has fewer bends.
-    Sketch first = SketchWithRightAngles(graph, BoxesAt(graph, centers), style);
+    Sketch first = SketchWithRightAngles(graph, BoxesAndNotes(graph, centers), style);
     makeSpace(first, squeeze);
     Sketch sketch = SketchWithRightAngles(graph, std::move(first.boxes), style);
     Untangle(sketch);
@@ -135,7 +130,8 @@ Placement DrawWithRightAngles(const Graph& graph, const std::vector<Point>& cent
     }
 
     Placement placement;
-    for (const Rect& box : sketch.boxes) placement.centers.push_back(box.Center());
+    for (std::size_t i = 0; i < graph.boxes.size(); ++i)
+        placement.centers.push_back(sketch.boxes[i].Center());
     std::vector<Point> labels;
     for (std::size_t i = 0; i < graph.lines.size(); ++i) {
         labels.push_back(sketch.labels[i].segment >= 0 ? LabelMiddle(sketch, i) : Point{});

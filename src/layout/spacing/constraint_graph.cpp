@@ -122,7 +122,7 @@ bool ConstraintGraph::ShrinkContradictions(const std::vector<int>& cause) {
             do {
                 Arc& arc = arcs_[At(cause[At(on)])];
                 if (arc.mayShrink) {
-                    arc.distance = std::clamp(places_[At(arc.to)] - places_[At(arc.from)], 0.0, arc.distance);
+                    arc.distance = std::min(arc.distance, places_[At(arc.to)] - places_[At(arc.from)]);
                     arc.mayShrink = false;
                     found = true;
                 }

@@ -13,7 +13,8 @@ class ConstraintGraph {
     /// Where all are now.
     explicit ConstraintGraph(std::vector<double> places) : places_(std::move(places)) {}
 
-    /// The upper one, which must not be below the lower one now, keeps at least `distance` from it.
+    /// The upper one keeps at least `distance` from the lower one. Less than 0: it may be so far below it, as
+    /// what hangs on the one may face what hangs on the other.
     void KeepApart(int lower, int upper, double distance);
     /// The two are at most `reach` from each other.
     void KeepWithin(int a, int b, double reach);

@@ -22,12 +22,13 @@ enum class FirstSegment : char { Horizontal, Vertical, Slanting };
 /// A drawing of boxes, horizontal and vertical segments of lines, and labels, while it can still be moved
 /// about.
 struct Sketch {
-    std::vector<Rect> boxes;
+    std::vector<Rect> boxes;  ///< Notes come last.
     std::vector<Line> lines;
     std::vector<std::vector<Point>> paths;
     std::vector<FirstSegment> firstSegments;  ///< One for each line.
     std::vector<LabelSpot> labels;            ///< One for each line.
     bool trunks = false;  ///< Segments of one owner's lines that lie on one another belong together.
+    std::vector<int> boxesWithNote{};  ///< For each note, the box that it moves with.
 };
 
 /// Around all boxes and lines.

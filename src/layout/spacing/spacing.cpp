@@ -97,6 +97,13 @@ class Pass {
 
   private:
     void NameVariables();
+    /// Those that are no notes.
+    std::size_t BoxCount() const { return sketch_.boxes.size() - sketch_.boxesWithNote.size(); }
+    /// What moves a box or note: the box itself, or that of the note.
+    int VariableOf(std::size_t box) const {
+        return box < BoxCount() ? static_cast<int>(box) : sketch_.boxesWithNote[box - BoxCount()];
+    }
+    Thing ThingOf(std::size_t box, double along, double across) const;
     std::vector<Thing> Boxes() const;
     std::vector<Thing> All(bool withBoxes, bool thinLabels) const;
     void AddSegment(std::vector<Thing>& things, std::size_t line, std::size_t segment, bool withBoxes) const;
@@ -121,7 +128,7 @@ class Pass {
 };
 
 void Pass::NameVariables() {
-    for (const Rect& box : sketch_.boxes) NewVariable(box.Center().x);
+    for (std::size_t i = 0; i < BoxCount(); ++i) NewVariable(sketch_.boxes[i].Center().x);
     std::map<std::pair<int, double>, int> trunks;
     segmentVariable_.resize(sketch_.paths.size());
     labelVariable_.assign(sketch_.paths.size(), -1);
@@ -147,13 +154,21 @@ void Pass::NameVariables() {
     }
 }
 
+/// With what is kept free on either side of it.
+Thing Pass::ThingOf(std::size_t box, double along, double across) const {
+    const Rect& area = sketch_.boxes[box];
+    const int variable = VariableOf(box);
+    const double middle = area.Center().x;
+    return {middle,   area.Width() / 2 + along,      area.y0 - across, area.y1 + across,
+            variable, middle - places_[At(variable)]};
+}
+
 std::vector<Thing> Pass::Boxes() const {
+    constexpr double kAroundNote = 0.5;  // of what is around a box
     std::vector<Thing> things;
     for (std::size_t i = 0; i < sketch_.boxes.size(); ++i) {
-        const Rect& box = sketch_.boxes[i];
-        const double margin = boxGapAcross_ / 2 - kHair;
-        things.push_back({box.Center().x, (box.Width() + boxGapAlong_) / 2, box.y0 - margin, box.y1 + margin,
-                          static_cast<int>(i)});
+        const double share = i < BoxCount() ? 1 : kAroundNote;
+        things.push_back(ThingOf(i, share * boxGapAlong_ / 2, share * (boxGapAcross_ / 2 - kHair)));
     }
     return things;
 }
@@ -161,9 +176,7 @@ std::vector<Thing> Pass::Boxes() const {
 std::vector<Thing> Pass::All(bool withBoxes, bool thinLabels) const {
     std::vector<Thing> things;
     for (std::size_t i = 0; withBoxes && i < sketch_.boxes.size(); ++i) {
-        const Rect& box = sketch_.boxes[i];
-        things.push_back({box.Center().x, box.Width() / 2 + boxMargin_, box.y0 - Margin(boxMargin_),
-                          box.y1 + Margin(boxMargin_), static_cast<int>(i)});
+        things.push_back(ThingOf(i, boxMargin_, Margin(boxMargin_)));
     }
     for (std::size_t line = 0; line < sketch_.paths.size(); ++line) {
         for (std::size_t segment = 0; segment + 1 < sketch_.paths[line].size(); ++segment)
@@ -249,7 +262,8 @@ void Pass::StraightenJogs(ConstraintGraph& graph, std::vector<double>& places) c
 void Pass::Move(const std::vector<double>& places) {
     std::vector<double> shift;
     for (std::size_t i = 0; i < sketch_.boxes.size(); ++i) {
-        shift.push_back(places[i] - places_[i]);
+        const std::size_t variable = At(VariableOf(i));
+        shift.push_back(places[variable] - places_[variable]);
         sketch_.boxes[i].x0 += shift[i];
         sketch_.boxes[i].x1 += shift[i];
     }
@@ -266,9 +280,11 @@ void Pass::Move(const std::vector<double>& places) {
 
 }  // namespace
 
-void SpreadBoxes(std::vector<Rect>& boxes, double gapX, double gapY, double squeeze) {
+void SpreadBoxes(std::vector<Rect>& boxes, double gapX, double gapY, double squeeze,
+                 const std::vector<int>& boxesWithNote) {
     Sketch sketch;
     sketch.boxes = boxes;
+    sketch.boxesWithNote = boxesWithNote;
     Transpose(sketch);
     Pass(sketch, gapY, gapX, 0, false, false).Run(squeeze);
     Transpose(sketch);

@@ -10,7 +10,8 @@ namespace norvelis::layout {
 /// (1983); Lengauer: Combinatorial algorithms for integrated circuit layout (1990).
 void MakeSpace(Sketch& sketch, double boxGapX, double boxGapY, double lineGap, double squeeze);
 
-/// The same for boxes alone.
-void SpreadBoxes(std::vector<Rect>& boxes, double gapX, double gapY, double squeeze = 1);
+/// The same for boxes alone, and the notes of `boxesWithNote` behind them.
+void SpreadBoxes(std::vector<Rect>& boxes, double gapX, double gapY, double squeeze = 1,
+                 const std::vector<int>& boxesWithNote = {});
 
 }  // namespace norvelis::layout

@@ -9,6 +9,7 @@
 #include "base/geometry.h"
 #include "base/random.h"
 #include "layout/graph/graph.h"
+#include "layout/graph/notes.h"
 #include "layout/graph/style.h"
 
 // What every drawing must keep, checked in the slow and simple manner, without the indexes that the router
@@ -71,12 +72,21 @@ inline std::set<std::string> BrokenRules(const Graph& graph, const Placement& pl
     for (std::size_t i = 0; i < graph.lines.size(); ++i)
         labels.push_back(
             RectAround(placement.routes[i].label, graph.lines[i].labelWidth, graph.lines[i].labelHeight));
+    for (const int of : BoxesWithNote(graph)) {
+        const auto own = static_cast<std::size_t>(of);
+        const Box& size = graph.boxes[own];
+        const Rect note = NoteBeside(boxes[own], size.noteWidth, size.noteHeight, placement.noteSides[own]);
+        for (std::size_t i = 0; i < graph.boxes.size(); ++i)
+            if (i != own && Overlap(note.Grown(kNoteGap), boxes[i]))
+                broken.insert("a note is nearer to another box");
+        boxes.push_back(note);
+    }
     for (std::size_t i = 0; i < boxes.size(); ++i)
         for (std::size_t k = 0; k < i; ++k)
-            if (Overlap(boxes[i], boxes[k])) broken.insert("boxes overlap");
+            if (Overlap(boxes[i], boxes[k])) broken.insert("boxes or notes overlap");
     for (std::size_t i = 0; i < labels.size(); ++i) {
         for (const Rect& box : boxes)
-            if (Overlap(labels[i], box)) broken.insert("a label covers a box");
+            if (Overlap(labels[i], box)) broken.insert("a label covers a box or note");
         for (std::size_t k = 0; k < i; ++k)
             if (Overlap(labels[i], labels[k])) broken.insert("a label covers a label");
     }
@@ -86,7 +96,7 @@ inline std::set<std::string> BrokenRules(const Graph& graph, const Placement& pl
         for (std::size_t k = 1; k < path.size(); ++k)
             for (const Rect& box : boxes)
                 if (SegmentHits(path[k - 1], path[k], box.Grown(-kTouch)))
-                    broken.insert("a line runs through a box");
+                    broken.insert("a line runs through a box or note");
     }
     for (std::size_t i = 0; i < graph.lines.size(); ++i) {
         const auto isOnBorder = [&](Point p, int box) {
