@@ -13,6 +13,7 @@
 #include "layout/dot.h"
 #include "layout/graph/graph.h"
 #include "layout/metrics.h"
+#include "layout/note_metrics.h"
 #include "layout/place_and_route.h"
 #include "layout/schema_graphs.h"
 #include "layout/svg.h"
@@ -40,6 +41,7 @@ struct Options {
     std::vector<std::string> graphs;
     bool wall = false;
     bool growth = false;
+    bool notes = false;
     std::string pictures;
     bool withDot = true;
     int runs = 1;
@@ -48,6 +50,7 @@ struct Options {
 
 struct Drawing {
     Quality quality;
+    NoteQuality notes;
     double seconds = 0;  ///< Median of the runs.
 };
 
@@ -67,10 +70,12 @@ Drawing Draw(const NamedGraph& named, const Choice& choice, const Options& optio
     if (!options.pictures.empty())
         WriteSvg(std::filesystem::path(options.pictures) / fmt::format("{} {}.svg", named.name, choice.name),
                  named.graph, placement);
-    return {Measure(named.graph, placement), Median(seconds)};
+    return {Measure(named.graph, placement), MeasureNotes(named.graph, placement), Median(seconds)};
 }
 
-std::optional<Drawing> DrawByDot(const Graph& graph, bool toRight, const Options& options) {
+/// Notes are boxes to dot.
+std::optional<Drawing> DrawByDot(const Graph& withNotes, bool toRight, const Options& options) {
+    const Graph graph = WithNotesAsBoxes(withNotes);
     std::optional<DotDrawing> drawing;
     std::vector<double> seconds;
     for (int run = 0; run < options.runs; ++run) {
@@ -78,7 +83,7 @@ std::optional<Drawing> DrawByDot(const Graph& graph, bool toRight, const Options
         if (!drawing) return std::nullopt;
         seconds.push_back(drawing->seconds);
     }
-    return Drawing{Measure(graph, drawing->placement), Median(seconds)};
+    return Drawing{Measure(graph, drawing->placement), {}, Median(seconds)};
 }
 
 std::string Repeated(const std::string& text, int times) {
@@ -92,25 +97,30 @@ void PrintHead() {
         "| graph | choice | overlaps | boxes crossed | label collisions | labels crossed | labels astray | "
         "label off, in | shared pieces | crossings | of dot | in a pair | at one end | crossed twice | "
         "crowded sides | closest ports, in | bends | length, in | page, in | ratio | "
-        "label on A0, pt | area, sq in | to dot's | seconds | of dot |\n"
+        "label on A0, pt | area, sq in | to dot's | seconds | of dot | "
+        "notes | notes on others | over lines | at strangers | leaders barred | crossed | longest, in |\n"
         "|---|---|{}\n",
-        Repeated("--:|", 23));
+        Repeated("--:|", 30));
 }
 
 void PrintRow(const std::string& graph, const char* choice, const Drawing& drawing,
               const std::optional<Drawing>& dot) {
     const Quality& q = drawing.quality;
+    const NoteQuality& n = drawing.notes;
     const std::string dotCrossings = dot ? std::to_string(dot->quality.crossings) : "";
     const std::string areaRatio = dot ? fmt::format("{:.2f}", q.Area() / dot->quality.Area()) : "";
     const std::string dotSeconds = dot ? fmt::format("{:.2f}", dot->seconds) : "";
     fmt::print(
         "| {} | {} | {} | {} | {} | {} | {} | {:.2f} | {} | {} | {} | {} | {} | {} | {} of {} | {:.3f} | {} "
         "| "
-        "{:.0f} | {:.0f} x {:.0f} | {:.2f} | {:.1f} | {:.0f} | {} | {:.2f} | {} |\n",
+        "{:.0f} | {:.0f} x {:.0f} | {:.2f} | {:.1f} | {:.0f} | {} | {:.2f} | {} | {} | {} | {} | {} | {} | "
+        "{} | "
+        "{:.2f} |\n",
         graph, choice, q.boxOverlaps, q.boxesCrossed, q.labelCollisions, q.labelsCrossed, q.labelsAstray,
         q.labelDistance, q.sharedSegments, q.crossings, dotCrossings, q.pairCrossings, q.sharedEndCrossings,
         q.crossedTwice, q.crowdedSides, q.portSides, q.closestPorts, q.bends, q.length, q.width, q.height,
-        q.Ratio(), q.LabelOnA0(), q.Area(), areaRatio, drawing.seconds, dotSeconds);
+        q.Ratio(), q.LabelOnA0(), q.Area(), areaRatio, drawing.seconds, dotSeconds, n.notes, n.collisions,
+        n.overLines, n.strangers, n.barredLeaders, n.crossedLeaders, n.longestLeader);
     std::fflush(stdout);
 }
 
@@ -127,8 +137,9 @@ bool IsWanted(const NamedGraph& named, const Options& options) {
 
 void Compare(const Options& options) {
     PrintHead();
-    for (const NamedGraph& named : options.wall ? WallGraphs() : BenchmarkGraphs()) {
+    for (NamedGraph& named : options.wall ? WallGraphs() : BenchmarkGraphs()) {
         if (!IsWanted(named, options)) continue;
+        if (options.notes) AddNotes(named.graph, 1);
         for (const Choice& choice : choices) {
             if (!IsWanted(choice, options)) continue;
             const Drawing drawing = Draw(named, choice, options);
@@ -141,8 +152,12 @@ void Compare(const Options& options) {
     }
 }
 
-bool IsFaulty(const Quality& quality) {
-    return quality.boxOverlaps + quality.boxesCrossed + quality.labelCollisions > 0;
+bool IsFaulty(const Drawing& drawing) {
+    const Quality& q = drawing.quality;
+    const NoteQuality& n = drawing.notes;
+    return q.boxOverlaps + q.boxesCrossed + q.labelCollisions + n.collisions + n.overLines + n.strangers +
+               n.barredLeaders >
+           0;
 }
 
 /// Prints only drawings with faults. Returns how many there are.
@@ -150,13 +165,14 @@ int LookForFaults(const Options& options) {
     int faulty = 0, drawn = 0;
     PrintHead();
     for (std::uint32_t seed = 1; seed <= options.seeds; ++seed) {
-        for (const NamedGraph& named : GraphsOfSeed(seed)) {
+        for (NamedGraph& named : GraphsOfSeed(seed)) {
             if (!IsWanted(named, options)) continue;
+            if (options.notes) AddNotes(named.graph, seed);
             for (const Choice& choice : choices) {
                 if (!IsWanted(choice, options)) continue;
                 const Drawing drawing = Draw(named, choice, options);
                 ++drawn;
-                if (!IsFaulty(drawing.quality)) continue;
+                if (!IsFaulty(drawing)) continue;
                 ++faulty;
                 PrintRow(named.name, choice.name, drawing, std::nullopt);
             }
@@ -219,6 +235,7 @@ int main(int argc, char** argv) {
     app.add_option("--graph", options.graphs, "Only graphs with one of these in their name");
     app.add_flag("--wall", options.wall, "Draw flat schemas, stars, pairs, chains and such instead");
     app.add_flag("--growth", options.growth, "Instead print how the time grows from 500 to 4,000 boxes");
+    app.add_flag("--notes", options.notes, "Give two records of five a note");
     app.add_option("--pictures", options.pictures, "Write the drawings as SVG files into this folder")
         ->check(CLI::ExistingDirectory);
     app.add_option("--runs", options.runs, "Print the median time of so many runs")

@@ -6,6 +6,8 @@
 #include <map>
 #include <set>
 
+#include "layout/graph/notes.h"
+
 namespace norvelis::layout {
 
 namespace {
@@ -61,7 +63,8 @@ std::vector<Point> Corners(const std::vector<Point>& points) {
     return corners;
 }
 
-/// The line as drawn.
+}  // namespace
+
 std::vector<Point> Drawn(const Route& route) {
     const auto& points = route.points;
     if (!route.curved || points.size() < 3) return Corners(points);
@@ -81,6 +84,8 @@ std::vector<Point> Drawn(const Route& route) {
     drawn.push_back(points.back());
     return Corners(drawn);
 }
+
+namespace {
 
 bool Cross(const Segment& p, const Segment& q) {
     const auto opposite = [](double a, double b) {
@@ -232,8 +237,15 @@ Quality Measure(const Graph& graph, const Placement& placement) {
     std::vector<Area> boxes, labels;
     std::vector<int> labelLine;
     Segments drawn, straight;  // lines cross where they would without their roundings
-    for (std::size_t i = 0; i < graph.boxes.size(); ++i)
-        boxes.push_back(Around(placement.centers[i], graph.boxes[i].width, graph.boxes[i].height));
+    std::vector<Area> notes;   // they count for the page alone
+    for (std::size_t i = 0; i < graph.boxes.size(); ++i) {
+        const Box& box = graph.boxes[i];
+        boxes.push_back(Around(placement.centers[i], box.width, box.height));
+        if (!box.HasNote()) continue;
+        const Rect note = NoteBeside(BoxAt(box, placement.centers[i]), box.noteWidth, box.noteHeight,
+                                     placement.noteSides[i]);
+        notes.push_back({note.x0, note.y0, note.x1, note.y1});
+    }
     for (std::size_t k = 0; k < graph.lines.size(); ++k) {
         const Line& line = graph.lines[k];
         const Route& route = placement.routes[k];
@@ -303,7 +315,7 @@ Quality Measure(const Graph& graph, const Placement& placement) {
 
     constexpr double kInfinite = std::numeric_limits<double>::infinity();
     Area all{kInfinite, kInfinite, -kInfinite, -kInfinite};
-    for (const auto* areas : {&boxes, &labels, &drawn.bounds}) {
+    for (const auto* areas : {&boxes, &notes, &labels, &drawn.bounds}) {
         for (const Area& area : *areas) {
             all.x0 = std::min(all.x0, area.x0);
             all.y0 = std::min(all.y0, area.y0);

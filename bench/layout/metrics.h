@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "layout/graph/graph.h"
 
 namespace norvelis::layout {
@@ -29,6 +31,9 @@ struct Quality {
     /// What is left of a label of 6 points when the drawing is fitted to a sheet of A0, in points.
     double LabelOnA0() const;
 };
+
+/// A route as it is drawn: curves as short straight segments.
+std::vector<Point> Drawn(const Route& route);
 
 /// Curved routes are measured as they are drawn, in short straight segments.
 Quality Measure(const Graph& graph, const Placement& placement);

@@ -205,6 +205,28 @@ std::vector<NamedGraph> WallGraphs() {
     return graphs;
 }
 
+void AddNotes(Graph& graph, std::uint32_t seed) {
+    std::mt19937 random(seed);
+    for (Box& box : graph.boxes) {
+        if (random() % 5 >= 2) continue;
+        box.noteWidth = 0.8 + 0.05 * static_cast<double>(random() % 13);
+        box.noteHeight = 0.1 + 0.1 * static_cast<double>(1 + random() % 3);
+    }
+}
+
+Graph WithNotesAsBoxes(const Graph& graph) {
+    Graph result = graph;
+    for (std::size_t i = 0; i < graph.boxes.size(); ++i) {
+        Box& box = result.boxes[i];
+        if (!box.HasNote()) continue;
+        const Box note{box.noteWidth, box.noteHeight};
+        box.noteWidth = box.noteHeight = 0;
+        result.lines.push_back({static_cast<int>(i), static_cast<int>(result.boxes.size()), 0, 0});
+        result.boxes.push_back(note);
+    }
+    return result;
+}
+
 std::vector<NamedGraph> GraphsOfSeed(std::uint32_t seed) {
     using enum Shape;
     std::mt19937 random(seed);

@@ -38,6 +38,12 @@ std::vector<NamedGraph> BenchmarkGraphs();
 /// complete graphs and an undirected tree.
 std::vector<NamedGraph> WallGraphs();
 
+/// Gives two records of five a note of one to three lines.
+void AddNotes(Graph& graph, std::uint32_t seed);
+
+/// The graph with notes as boxes of their own, each with a line to its box, for programs that know no notes.
+Graph WithNotesAsBoxes(const Graph& graph);
+
 /// Schemas of many sizes and graphs of unusual shape, other ones for each seed: for looking for faults.
 std::vector<NamedGraph> GraphsOfSeed(std::uint32_t seed);
 

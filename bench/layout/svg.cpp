@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <fstream>
 
+#include "layout/graph/notes.h"
+
 namespace norvelis::layout {
 
 namespace {
@@ -51,6 +53,12 @@ std::string SvgPicture(const Graph& graph, const Placement& placement) {
         shapes +=
             Rectangle(placement.centers[i], box.width, box.height, "fill=\"#dfeaf7\" stroke=\"#335577\"");
         shapes += Text(placement.centers[i], kBoxText, std::to_string(i));
+        if (!box.HasNote()) continue;
+        const Rect note = NoteBeside(BoxAt(box, placement.centers[i]), box.noteWidth, box.noteHeight,
+                                     placement.noteSides[i]);
+        reach(note.Center(), note.Width(), note.Height());
+        shapes +=
+            Rectangle(note.Center(), note.Width(), note.Height(), "fill=\"#f7d9c4\" stroke=\"#b0965c\"");
     }
     for (const Route& route : placement.routes) {
         if (route.points.empty()) continue;
