@@ -31,6 +31,13 @@ std::string NoteText(const Recordset& index) {
     return text;
 }
 
+/// What the index is noted beside; null when its member has no box on the page.
+ShapeRef AnnotatedShape(const DrawingState& drawing, engine::Page& page, const Recordset& index) {
+    const std::string member(Trim(index.Text("next_step")));
+    if (!IsOfDrawnSchema(drawing, index) || IsOnAnotherPage(drawing, member)) return nullptr;
+    return ShapeOfRecord(drawing, page, member);
+}
+
 /// A group may leave its text to the last of its members.
 engine::Ref<engine::Characters> TextTarget(engine::Shape& shape) {
     const auto members = shape.Shapes();
@@ -78,14 +85,25 @@ bool FillNote(engine::Shape& note, const std::string& text) {
 
 }  // namespace
 
+void ReserveNotes(const DrawingState& drawing, engine::Page& page) {
+    DrawnShapes drawn = drawing.gDrawnShapes;
+    auto index = dictionary::Indexes(drawing.store);
+    for (; !index.Eof(); index.MoveNext()) {
+        const ShapeRef shape = AnnotatedShape(drawing, page, index);
+        const std::string text = shape ? NoteText(index) : "";
+        if (!shape || drawn.Contains(text)) continue;
+        drawn.Add(text);
+        page.ReserveNote(shape, text, kNoteSize);
+    }
+}
+
 void AnnotateShapes(DrawingState& drawing, const PageRef& page) {
     ShowText(drawing, "Annotating shapes..");
     auto index = dictionary::Indexes(drawing.store);
     for (; !index.Eof(); index.MoveNext()) {
-        const std::string member(Trim(index.Text("next_step")));
-        const ShapeRef shape = ShapeOfRecord(drawing, *page, member);
-        ShowText(drawing, "Annotating shape " + member);
-        if (!shape || !IsOfDrawnSchema(drawing, index) || IsOnAnotherPage(drawing, member)) continue;
+        const ShapeRef shape = AnnotatedShape(drawing, *page, index);
+        ShowText(drawing, "Annotating shape " + std::string(Trim(index.Text("next_step"))));
+        if (!shape) continue;
         const auto position = [&shape](const engine::CellAddress& address) {
             const CellRef cell = shape->CellsSRC(address);
             return (cell ? cell->ResultIU() : std::nullopt).value_or(0);

@@ -195,6 +195,7 @@ void DrawPage(DrawingState& drawing, const DrawKind& kind, const std::string& na
     const std::string title = order.title.empty() ? name : order.title;
     const auto document = page->Document();
     if (!masters && document) masters = PreparePageMasters(drawing, *document);
+    ReserveNotes(drawing, *page);
     if (masters)
         formatPageBackground(drawing, page, *masters, kind.titleInCapitals ? UpperCase(title) : title);
     SnapshotDrawing(drawing, *page);

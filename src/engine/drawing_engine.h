@@ -181,15 +181,18 @@ class Page {
     /// A new shape of the master, in front of all others, its pin at x, y. A master of another document is
     /// copied into this page's document first.
     virtual Ref<Shape> Drop(const Ref<Master>& master, double x, double y) = 0;
+    /// From the next Layout on there is room beside the shape for a note (a shape of the annotation master)
+    /// with this text in six points, no wider than `mostWidth` inches.
+    virtual bool ReserveNote(const Ref<Shape>& shape, const std::string& text, double mostWidth) = 0;
     /// Places all boxes and routes all connectors by the page layout row.
     virtual bool Layout() = 0;
     /// The page takes the size of its contents and a margin.
     virtual bool ResizeToFitContents() = 0;
     /// Moves the contents to the page's middle.
     virtual bool CenterDrawing() = 0;
-    /// Moves each note (a shape of the annotation master) that would cover a box, a label or another note to
-    /// the nearest free place, enlarging the page where needed. Called when all texts and labels have their
-    /// final form.
+    /// Moves each note into the room beside its box, or where there is none to the nearest place where it
+    /// covers nothing, enlarging the page where needed. Called when all texts and labels have their final
+    /// form.
     virtual bool PlaceNotes() = 0;
 };
 

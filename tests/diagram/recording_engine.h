@@ -70,6 +70,9 @@ class PageHandle : public engine::Page {
         r_->shapes.push_back(shape);
         return std::make_shared<ShapeHandle>(r_, shape);
     }
+    bool ReserveNote(const engine::Ref<engine::Shape>&, const std::string& text, double) override {
+        return r_->Do("Page.ReserveNote \"" + text + "\"");
+    }
     bool Layout() override { return r_->Do("Page.Layout"); }
     bool ResizeToFitContents() override { return r_->Do("Page.ResizeToFitContents"); }
     bool CenterDrawing() override { return r_->Do("Page.CenterDrawing"); }

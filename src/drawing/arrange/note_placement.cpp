@@ -3,8 +3,8 @@
 #include <limits>
 #include <optional>
 
+#include "drawing/arrange/note_rooms.h"
 #include "drawing/arrange/page_arrangement.h"
-#include "drawing/formula/glue_points.h"
 #include "drawing/session/connectors.h"
 #include "layout/geometry/spatial_index.h"
 #include "layout/graph/graph.h"
@@ -120,28 +120,17 @@ std::vector<Point> Shifts() {
     return shifts;
 }
 
-/// Where the leader of a note meets the block that it explains.
-Point LeaderEnd(const Rect& box, Point from) {
-    const Point end = glue::Block{box.x0, box.y0, box.Width(), box.Height()}.BorderTowards({from.x, from.y});
-    return {end.x, end.y};
-}
-
 Rect Shifted(const Rect& rect, Point by) {
     return {rect.x0 + by.x, rect.y0 + by.y, rect.x1 + by.x, rect.y1 + by.y};
 }
 
-/// What a free place costs above its distance. The leader starts at the note's left edge, at its foot unless
-/// the end is above the note.
+/// What a free place costs above its distance.
 double CostOf(const Ground& ground, const Rect& note, const Rect& box) {
-    const Point foot{note.x0, note.y0};
-    const Point end = LeaderEnd(box, foot);
-    const bool isAbove = end.y > note.y1;
-    const Point start = isAbove ? Point{note.x0, note.y1} : foot;
-    const bool overItself = end.x > note.x0 && end.y > note.y0 && !isAbove;
+    const auto [begin, end] = LeaderOf(box, note);
     double cost = 0;
     if (ground.CoversLine(note.Grown(kClearance))) cost += kForLines;
-    if (overItself || !ground.IsFree(start, end, box)) cost += kForText;
-    if (ground.CrossesLine(start, end)) cost += kForCrossings;
+    if (!ground.IsFree(begin, end, box)) cost += kForText;
+    if (ground.CrossesLine(begin, end)) cost += kForCrossings;
     return cost;
 }
 
@@ -168,40 +157,54 @@ Rect ExplainedBy(OpenDocument& document, Page& page, Shape& note, const Rect& re
     return box ? BlockOf(document, page, *box) : Rect{rect.x0, rect.y0, rect.x0, rect.y0};
 }
 
-bool LeavesPage(OpenDocument& document, Page& page, const Rect& rect) {
-    const auto size = [&](Name name) { return document.recalculation.Number(page, page.sheet, name); };
-    return rect.x0 < 0 || rect.y0 < 0 || rect.x1 > size(Name::PageWidth) || rect.y1 > size(Name::PageHeight);
+/// Moves all notes of a box into its room, when they fit.
+bool FillRoom(OpenDocument& document, Page& page, Shape& box, const std::vector<Shape*>& notes,
+              Ground& ground) {
+    const auto room = document.noteRooms.find({page.id, box.id});
+    if (room == document.noteRooms.end()) return false;
+    std::vector<layout::Box> sizes;
+    for (Shape* note : notes) {
+        const Rect area = NoteOf(document, page, *note);
+        sizes.push_back({area.Width(), area.Height()});
+    }
+    const std::vector<Rect> places = PlacesInRoom(BlockOf(document, page, box), sizes, room->second.side);
+    const auto isFree = [&](const Rect& place) { return ground.IsFree(place) && !ground.CoversLine(place); };
+    if (!std::all_of(places.begin(), places.end(), isFree)) return false;
+    for (std::size_t i = 0; i < notes.size(); ++i) {
+        PutNote(document, page, *notes[i], places[i]);
+        ground.Take(places[i]);
+    }
+    return true;
 }
 
 }  // namespace
 
 void FindSpaceForNotes(OpenDocument& document, Page& page) {
     document.recalculation.Settle();
-    std::vector<Shape*> notes;
+    std::vector<Shape*> boxes, searching;
     for (const auto& shape : page.shapes) {
-        if (RoleOf(page, *shape) == Role::Note) notes.push_back(shape.get());
+        const Role role = RoleOf(page, *shape);
+        if (role == Role::Box) boxes.push_back(shape.get());
+        if (role == Role::Note) searching.push_back(shape.get());
     }
-    if (notes.empty()) return;
+    if (searching.empty()) return;
     Ground ground(document, page);
-    const std::vector<Point> shifts = Shifts();
-    Recalculation& cells = document.recalculation;
-    bool outside = false;
-    for (Shape* note : notes) {
+    const std::vector<std::vector<Shape*>> notes = NotesOf(page, boxes);
+    for (std::size_t i = 0; i < boxes.size(); ++i) {
+        if (notes[i].empty() || !FillRoom(document, page, *boxes[i], notes[i], ground)) continue;
+        for (const Shape* placed : notes[i]) std::erase(searching, placed);
+    }
+    const std::vector<Point> shifts = searching.empty() ? std::vector<Point>() : Shifts();
+    for (Shape* note : searching) {
         const Rect rect = NoteOf(document, page, *note);
         const Point shift =
             FindShift(ground, rect, ExplainedBy(document, page, *note, rect), shifts).value_or(Point{0, 0});
         const Rect place = Shifted(rect, shift);
         ground.Take(place);
-        outside = outside || LeavesPage(document, page, place);
-        if (shift == Point{0, 0}) continue;
-        cells.SetValue(page, *note, Name::PinX, Value::Of(rect.x0 + shift.x));
-        cells.SetValue(page, *note, Name::PinY, Value::Of(rect.y0 + shift.y));
-        RefreshGlue(document, page, *note);
+        PutNote(document, page, *note, place);
     }
-    cells.Settle();
-    if (!outside) return;
-    ResizePageToContents(document, page);
-    CenterContents(document, page);
+    document.recalculation.Settle();
+    GrowPageToContents(document, page);
 }
 
 }  // namespace norvelis::drawing

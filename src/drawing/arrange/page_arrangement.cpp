@@ -7,6 +7,7 @@
 
 #include "base/text.h"
 #include "drawing/arrange/line_jumps.h"
+#include "drawing/arrange/note_rooms.h"
 #include "drawing/session/connectors.h"
 #include "drawing/text/text_layout.h"
 #include "layout/graph/graph.h"
@@ -123,7 +124,27 @@ layout::Style StyleOf(OpenDocument& document, Page& page) {
 struct PageGraph {
     layout::Graph graph;
     std::vector<Shape*> boxes, lines;
+    std::vector<NoteRoom> rooms;             ///< One for each box.
+    std::vector<std::vector<Shape*>> notes;  ///< Those on the page, for each box.
 };
+
+/// Room for the notes that are there, or else for those that are to come.
+void AddNoteRooms(OpenDocument& document, Page& page, PageGraph& on) {
+    on.notes = NotesOf(page, on.boxes);
+    for (std::size_t i = 0; i < on.boxes.size(); ++i) {
+        NoteRoom room;
+        for (Shape* note : on.notes[i]) {
+            const Rect area = NoteOf(document, page, *note);
+            room.notes.push_back({area.Width(), area.Height()});
+        }
+        const auto reserved = document.noteRooms.find({page.id, on.boxes[i]->id});
+        if (room.notes.empty() && reserved != document.noteRooms.end()) room = reserved->second;
+        const layout::Box size = RoomFor(room.notes);
+        on.graph.boxes[i].noteWidth = size.width;
+        on.graph.boxes[i].noteHeight = size.height;
+        on.rooms.push_back(std::move(room));
+    }
+}
 
 PageGraph GraphOf(OpenDocument& document, Page& page) {
     PageGraph result;
@@ -160,6 +181,7 @@ PageGraph GraphOf(OpenDocument& document, Page& page) {
         result.lines.push_back(shape);
         result.graph.lines.push_back(line);
     }
+    AddNoteRooms(document, page, result);
     return result;
 }
 
@@ -173,27 +195,19 @@ void MoveTo(OpenDocument& document, Page& page, Shape& shape, Point center) {
                    Value::Of(cells.Number(page, shape, Name::PinY) + center.y - middle.y));
 }
 
-/// How far a note is from the pin of its box.
-struct NoteDistance {
-    Shape* note;
-    Shape* box;
-    Point offset;
-};
+}  // namespace
 
-std::vector<NoteDistance> NoteDistances(OpenDocument& document, Page& page) {
-    std::vector<NoteDistance> distances;
-    const auto pin = [&](Shape& shape) {
-        return Point{Number(document, page, shape, Name::PinX), Number(document, page, shape, Name::PinY)};
-    };
+std::vector<std::vector<Shape*>> NotesOf(const Page& page, const std::vector<Shape*>& boxes) {
+    std::unordered_map<const Shape*, std::size_t> index;
+    for (std::size_t i = 0; i < boxes.size(); ++i) index.emplace(boxes[i], i);
+    std::vector<std::vector<Shape*>> notes(boxes.size());
     for (const auto& shape : page.shapes) {
         if (RoleOf(page, *shape) != Role::Note) continue;
-        Shape* box = GluedTo(page, *shape, true);
-        if (box) distances.push_back({shape.get(), box, pin(*shape) - pin(*box)});
+        const auto box = index.find(GluedTo(page, *shape, true));
+        if (box != index.end()) notes[box->second].push_back(shape.get());
     }
-    return distances;
+    return notes;
 }
-
-}  // namespace
 
 Role RoleOf(const Page& page, const Shape& shape) {
     if (IsAnnotation(shape)) return Role::Note;
@@ -236,19 +250,21 @@ void LayOutPage(OpenDocument& document, Page& page) {
     document.recalculation.Settle();
     const PageGraph on = GraphOf(document, page);
     if (on.boxes.empty()) return;
-    const std::vector<NoteDistance> notes = NoteDistances(document, page);
     const layout::Placement placement = layout::PlaceAndRoute(on.graph, StyleOf(document, page));
     for (Shape* line : on.lines) DropRoute(document, page, *line);
     for (std::size_t i = 0; i < on.boxes.size(); ++i)
         MoveTo(document, page, *on.boxes[i], placement.centers[i]);
-    for (const NoteDistance& each : notes) {
-        Recalculation& cells = document.recalculation;
-        const Point pin{cells.Number(page, *each.box, Name::PinX), cells.Number(page, *each.box, Name::PinY)};
-        cells.SetValue(page, *each.note, Name::PinX, Value::Of(pin.x + each.offset.x));
-        cells.SetValue(page, *each.note, Name::PinY, Value::Of(pin.y + each.offset.y));
-        RefreshGlue(document, page, *each.note);
-    }
     document.recalculation.Settle();
+    for (std::size_t i = 0; i < on.boxes.size(); ++i) {
+        NoteRoom room = on.rooms[i];
+        if (room.notes.empty()) continue;
+        room.side = placement.noteSides[i];
+        const std::vector<Rect> places =
+            PlacesInRoom(BlockOf(document, page, *on.boxes[i]), room.notes, room.side);
+        for (std::size_t k = 0; k < on.notes[i].size(); ++k)
+            PutNote(document, page, *on.notes[i][k], places[k]);
+        document.noteRooms[{page.id, on.boxes[i]->id}] = std::move(room);
+    }
     const auto jumps = FindJumps(placement.routes);
     for (std::size_t k = 0; k < on.lines.size(); ++k)
         WriteRoute(document, page, *on.lines[k], placement.routes[k], jumps[k]);
@@ -277,6 +293,20 @@ void CenterContents(OpenDocument& document, Page& page) {
     const double height = Number(document, page, page.sheet, Name::PageHeight);
     const double top = TopMargin(TitleOf(document, page)), middle = (kMargin + height - top) / 2;
     Translate(page, width / 2 - contents->Center().x, middle - contents->Center().y);
+}
+
+void GrowPageToContents(OpenDocument& document, Page& page) {
+    constexpr double kHair = 1e-6;
+    const auto contents = ContentsOf(document, page);
+    const double width = Number(document, page, page.sheet, Name::PageWidth);
+    const double height = Number(document, page, page.sheet, Name::PageHeight);
+    const Rect free{kMargin - kHair, kMargin - kHair, width - kMargin + kHair,
+                    height - TopMargin(TitleOf(document, page)) + kHair};
+    if (!contents || (contents->x0 > free.x0 && contents->y0 > free.y0 && contents->x1 < free.x1 &&
+                      contents->y1 < free.y1))
+        return;
+    ResizePageToContents(document, page);
+    CenterContents(document, page);
 }
 
 }  // namespace norvelis::drawing

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "base/geometry.h"
 #include "drawing/session/session.h"
 #include "layout/graph/graph.h"
@@ -13,13 +15,16 @@ namespace norvelis::drawing {
 enum class Role { Box, Line, Note, Decoration, Other };
 Role RoleOf(const Page& page, const Shape& shape);
 
+/// For each box the notes that are glued to it, in their order on the page.
+std::vector<std::vector<Shape*>> NotesOf(const Page& page, const std::vector<Shape*>& boxes);
+
 /// Bounds of a shape's block on its page, of a line's label, and of all that a note covers.
 Rect BlockOf(OpenDocument& document, Page& page, Shape& shape);
 Rect LabelOf(OpenDocument& document, Page& page, Shape& line);
 Rect NoteOf(OpenDocument& document, Page& page, Shape& note);
 
-/// Places all boxes and routes all lines by the page's layout row; notes keep their distance from their
-/// boxes.
+/// Places all boxes and routes all lines by the page's layout row, with room for the notes of boxes; notes
+/// that are there move into it.
 void LayOutPage(OpenDocument& document, Page& page);
 
 /// The page becomes as large as its contents, a margin, and a strip for a title where there is one. An empty
@@ -29,8 +34,12 @@ void ResizePageToContents(OpenDocument& document, Page& page);
 /// Moves the contents to the middle of the page, below the title.
 void CenterContents(OpenDocument& document, Page& page);
 
-/// Moves each note that covers a box, a label, or another note to the nearest free place; one that also
-/// leaves the lines free is preferred when it is not much farther. The page grows where it must.
+/// Both, when the contents reach into the margins of the page.
+void GrowPageToContents(OpenDocument& document, Page& page);
+
+/// Moves the notes of each box into the room that the layout kept for them. Where that is too small, and
+/// where there is none, each goes to the nearest free place; one that also leaves the lines free is preferred
+/// when it is not much farther. The page grows where it must.
 void FindSpaceForNotes(OpenDocument& document, Page& page);
 
 }  // namespace norvelis::drawing

@@ -58,6 +58,8 @@ class PageHandle : public engine::Page {
     engine::Ref<engine::Layers> Layers() override;
     engine::Ref<engine::Shape> PageSheet() override;
     engine::Ref<engine::Shape> Drop(const engine::Ref<engine::Master>& master, double x, double y) override;
+    bool ReserveNote(const engine::Ref<engine::Shape>& shape, const std::string& text,
+                     double mostWidth) override;
     bool Layout() override;
     bool ResizeToFitContents() override;
     bool CenterDrawing() override;

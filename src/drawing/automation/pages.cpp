@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "drawing/arrange/note_rooms.h"
 #include "drawing/arrange/page_arrangement.h"
 #include "drawing/automation/cell_addresses.h"
 #include "drawing/automation/handles.h"
@@ -119,6 +120,15 @@ Ref<engine::Shape> PageHandle::Drop(const Ref<engine::Master>& master, double x,
     Shape& shape = DropInstance(page_, own, x, y);
     document.recalculation.Dropped(page_, shape);
     return HandleOf(context_, page_, shape);
+}
+
+bool PageHandle::ReserveNote(const Ref<engine::Shape>& shape, const std::string& text, double mostWidth) {
+    const auto box = std::dynamic_pointer_cast<ShapeHandle>(shape);
+    if (!context_.Writable() || !box || page_.ById(box->Model().id) != &box->Model()) return false;
+    OpenDocument& document = *context_.document;
+    const auto size = SizeOfNote(document, text, mostWidth);
+    if (size) document.noteRooms[{page_.id, box->Model().id}].notes.push_back(*size);
+    return size.has_value();
 }
 
 bool PageHandle::Layout() {

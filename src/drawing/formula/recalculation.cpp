@@ -13,6 +13,7 @@ namespace {
 
 /// Steps of evaluations that wait for one another; the stack bears them, and only a hostile drawing has more.
 constexpr int kDeepest = 2500;
+constexpr int kNeitherPlacedNorRouted = 4;  // the published number of ObjType, as leaders of notes have it
 
 constexpr int kStepsOfACell = 4;
 
@@ -455,7 +456,8 @@ std::optional<double> Recalculation::WalkGlue(Canvas& canvas, Shape& line, Name 
     const auto coordinate = [cell](Point end) {
         return cell == Name::BeginX || cell == Name::EndX ? end.x : end.y;
     };
-    if (HasOwnGeometry(line)) {  // A routed line keeps its ends while they are on the borders of their boxes.
+    // A routed line keeps its ends while they are on the borders of their boxes, and so does a leader.
+    if (HasOwnGeometry(line) || (!other && drawing::Number(line, Name::ObjType) == kNeitherPlacedNorRouted)) {
         const Cell* x = drawing::Find(line, begin ? Name::BeginX : Name::EndX);
         const Cell* y = drawing::Find(line, begin ? Name::BeginY : Name::EndY);
         if (x && y && mine->HasOnBorder({x->value, y->value})) return coordinate({x->value, y->value});

@@ -110,6 +110,14 @@ void WriteStraight(RouteRows& rows, const std::vector<Point>& points, const std:
     }
 }
 
+/// The glue's formula stays; who routes the line knows the value.
+void StateEnd(OpenDocument& document, Canvas& canvas, Shape& line, Name name, double value) {
+    Cell& cell = line.LocalAt(name);
+    cell.SetNumber(value);
+    cell.stale = false;
+    document.recalculation.Changed(canvas, line, name);
+}
+
 bool Joins(const Connect& connect, const Shape& line, bool begin) {
     return connect.fromSheet == line.id && connect.fromCell == EndCell(begin);
 }
@@ -147,24 +155,21 @@ bool GlueEnd(OpenDocument& document, Canvas& canvas, Shape& line, bool begin, co
     return true;
 }
 
+void PutBegin(OpenDocument& document, Canvas& canvas, Shape& line, Point begin) {
+    StateEnd(document, canvas, line, Name::BeginX, begin.x);
+    StateEnd(document, canvas, line, Name::BeginY, begin.y);
+}
+
 void WriteRoute(OpenDocument& document, Canvas& canvas, Shape& line, const layout::Route& route,
                 const std::vector<LineJump>& jumps) {
     if (route.points.size() < 2) return;
     Recalculation& cells = document.recalculation;
     const Point begin = route.points.front(), end = route.points.back();
-    const auto state = [&](Name name,
-                           double value) {  // The glue's formula stays; the router knows the value.
-        Cell& cell = line.LocalAt(name);
-        cell.SetNumber(value);
-        cell.stale = false;
-        cells.Changed(canvas, line, name);
-    };
     DropRoute(document, canvas, line);
     cells.Settle();
-    state(Name::BeginX, begin.x);
-    state(Name::BeginY, begin.y);
-    state(Name::EndX, end.x);
-    state(Name::EndY, end.y);
+    PutBegin(document, canvas, line, begin);
+    StateEnd(document, canvas, line, Name::EndX, end.x);
+    StateEnd(document, canvas, line, Name::EndY, end.y);
     if (std::fabs(end.x - begin.x) < 1e-9) cells.SetFormula(canvas, line, Name::Width, kLeastBlockFormula);
     if (std::fabs(end.y - begin.y) < 1e-9) cells.SetFormula(canvas, line, Name::Height, kLeastBlockFormula);
 

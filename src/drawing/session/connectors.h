@@ -19,6 +19,9 @@ Shape* GluedTo(const Canvas& canvas, const Shape& line, bool begin);
 /// ends.
 bool GlueEnd(OpenDocument& document, Canvas& canvas, Shape& line, bool begin, const Shape& box);
 
+/// The line begins there until its box moves.
+void PutBegin(OpenDocument& document, Canvas& canvas, Shape& line, Point begin);
+
 /// An arc over other lines, on the horizontal segment behind a point of a straight route; x in its direction.
 struct LineJump {
     std::size_t segment;

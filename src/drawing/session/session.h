@@ -1,14 +1,17 @@
 #pragma once
 
+#include <map>
 #include <memory>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "drawing/formula/recalculation.h"
 #include "drawing/model/document.h"
 #include "drawing/session/engine_options.h"
 #include "drawing/text/fonts.h"
+#include "layout/graph/graph.h"
 
 // The running engine and its open documents, which the handles that it gives out refer to.
 namespace norvelis::drawing {
@@ -27,6 +30,12 @@ struct Workshop {
 
     /// A file of the stencil folder; RuntimeFailure when it is not there or can not be read.
     std::shared_ptr<Document> Stencil(const std::string& fileName);
+};
+
+/// The room that the layout keeps for the notes of a box.
+struct NoteRoom {
+    std::vector<layout::Box> notes;  ///< Their sizes, in their order.
+    layout::NoteSide side = layout::NoteSide::Right;
 };
 
 /// One document of a running engine. Handles keep it in memory; once it is closed every call on them fails.
@@ -57,6 +66,7 @@ class OpenDocument {
     std::string name;  ///< File name or path.
     bool readOnly;
     bool open = true;
+    std::map<std::pair<int, int>, NoteRoom> noteRooms;  ///< By the IDs of the page and the box.
 
   private:
     std::string Write(const std::string& path);

@@ -80,21 +80,36 @@ MasterDefinition OffPageReference() {
 }
 
 /// A note is above and to the right of its pin, at the foot of its block and only as large as its text, so
-/// that it covers nothing of the box whose pin it is dropped beside. The leader runs to the begin point from
-/// the foot of the note's bar, which is the pin, or from its head when the begin point is above the note;
-/// gluing the begin point to a box ties the note to it. It is one-dimensional (it has end points), but
-/// neither placed nor routed.
+/// that it covers nothing of the box whose pin it is dropped beside. Beside its first line it carries the
+/// sign of an index, a triangle on a stem; the stem is on the side that faces the begin point, and the leader
+/// runs from there to it. Gluing the begin point to a box ties the note to it. It is one-dimensional (it has
+/// end points), but neither placed nor routed.
 MasterDefinition Annotation() {
     ShapeDefinition shape;
-    shape.cells = {
-        {"BeginX", "PinX-0.35"},  {"BeginY", "PinY-0.35"},      {"EndX", "GUARD(PinX)"},
-        {"EndY", "GUARD(PinY)"},  {"Width", "1.25 in"},         {"Height", "0.5 in"},
-        {"LocPinX", "GUARD(0)"},  {"LocPinY", "GUARD(0)"},      {"FillForegnd", "RGB(255,253,244)"},
-        {"FillPattern", "1"},     {"FillForegndTrans", "0.15"}, {"LineColor", "RGB(176,150,92)"},
-        {"LineWeight", "0.5 pt"}, {"LeftMargin", "5 pt"},       {"RightMargin", "4 pt"},
-        {"TopMargin", "3 pt"},    {"BottomMargin", "3 pt"},     {"VerticalAlign", "2"},
-        {"Para.HorzAlign", "0"},  {"Char.Size", "6 pt"},        {"Char.Color", "0"},
-        {"ObjType", "4"},         {"BeginArrow", "10"},         {"BeginArrowSize", "0"}};
+    shape.cells = {{"BeginX", "PinX-0.35"},
+                   {"BeginY", "PinY-0.35"},
+                   {"EndX", "GUARD(PinX)"},
+                   {"EndY", "GUARD(PinY)"},
+                   {"Width", "1.25 in"},
+                   {"Height", "0.5 in"},
+                   {"LocPinX", "GUARD(0)"},
+                   {"LocPinY", "GUARD(0)"},
+                   {"FillForegnd", "RGB(255,253,244)"},
+                   {"FillPattern", "1"},
+                   {"FillForegndTrans", "0.15"},
+                   {"LineColor", "RGB(176,150,92)"},
+                   {"LineWeight", "0.5 pt"},
+                   {"LeftMargin", "IF(BeginX>PinX+0.2 in,3 pt,10 pt)"},
+                   {"RightMargin", "IF(BeginX>PinX+0.2 in,10 pt,3 pt)"},
+                   {"TopMargin", "3 pt"},
+                   {"BottomMargin", "3 pt"},
+                   {"VerticalAlign", "2"},
+                   {"Para.HorzAlign", "0"},
+                   {"Char.Size", "6 pt"},
+                   {"Char.Color", "0"},
+                   {"ObjType", "4"},
+                   {"BeginArrow", "10"},
+                   {"BeginArrowSize", "0"}};
     const char* right = "MIN(Width,TEXTWIDTH(TheText))";
     const char* top = "MIN(Height,TEXTHEIGHT(TheText,Width))";
     GeometryDefinition plate;
@@ -104,12 +119,24 @@ MasterDefinition Annotation() {
                   {"LineTo", {{"X", right}, {"Y", top}}},
                   {"LineTo", {{"X", "0"}, {"Y", top}}},
                   {"LineTo", {{"X", "0"}, {"Y", "0"}}}};
+    // From the begin point to the edge of the plate, on to the stem, down and up it.
+    const char* stem = "IF(LeftMargin<RightMargin,Geometry1.X2-0.07 in,0.07 in)";
+    const char* foot = "MAX(0,Geometry1.Y3-0.14 in)";
     GeometryDefinition leader;
     leader.noFill = true;
     leader.rows = {{"MoveTo", {{"X", "BeginX-PinX"}, {"Y", "BeginY-PinY"}}},
-                   {"LineTo", {{"X", "0"}, {"Y", "IF(BeginY-PinY>Geometry1.Y3,Geometry1.Y3,0)"}}},
-                   {"LineTo", {{"X", "0"}, {"Y", "Geometry1.Y3-Geometry2.Y2"}}}};
-    shape.geometry = {plate, leader};
+                   {"LineTo",
+                    {{"X", "IF(Geometry2.X1<0,0,IF(Geometry2.X1>Geometry1.X2,Geometry1.X2,Geometry2.X3))"},
+                     {"Y", "MIN(MAX(Geometry2.Y1,0),Geometry2.Y5)"}}},
+                   {"LineTo", {{"X", stem}, {"Y", "Geometry2.Y2"}}},
+                   {"LineTo", {{"X", "Geometry2.X3"}, {"Y", "0"}}},
+                   {"LineTo", {{"X", "Geometry2.X3"}, {"Y", foot}}}};
+    GeometryDefinition triangle;
+    triangle.rows = {{"MoveTo", {{"X", "Geometry2.X3-0.05 in"}, {"Y", "Geometry2.Y5"}}},
+                     {"LineTo", {{"X", "Geometry2.X3+0.05 in"}, {"Y", "Geometry2.Y5"}}},
+                     {"LineTo", {{"X", "Geometry2.X3"}, {"Y", "Geometry1.Y3-0.05 in"}}},
+                     {"LineTo", {{"X", "Geometry3.X1"}, {"Y", "Geometry3.Y1"}}}};
+    shape.geometry = {plate, leader, triangle};
     shape.properties = kWorkProperties;
     return {"Annotation", "A note with a leader to what it explains.", shape};
 }

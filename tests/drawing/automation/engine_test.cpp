@@ -199,7 +199,7 @@ TEST_F(EngineTest, LayoutResizeAndCenterLeaveEverythingOnThePage) {
     EXPECT_GT(Value(boxes[0], "PinY"), Value(boxes[5], "PinY")) << "owners are above";
 }
 
-TEST_F(EngineTest, NotesKeepTheirDistanceFromTheirBoxesWhenThePageIsLaidOut) {
+TEST_F(EngineTest, NotesGoBesideTheirBoxesWhenThePageIsLaidOut) {
     const auto owner = Box(2, 2), member = Box(9, 9);
     Line(owner, member)->SetText("SET\r\nNPO");
     const auto note = Drop("ANNOTATION", 10.25, 9.75);
@@ -207,9 +207,12 @@ TEST_F(EngineTest, NotesKeepTheirDistanceFromTheirBoxesWhenThePageIsLaidOut) {
     note->CellsSRC(engine::kBeginX)->GlueTo(member->CellsSRC(engine::kPinX));
     ASSERT_TRUE(page->Layout());
     EXPECT_GT(std::hypot(Value(member, "PinX") - 9, Value(member, "PinY") - 9), 1) << "the box has moved";
-    EXPECT_NEAR(Value(note, "PinX") - Value(member, "PinX"), 1.25, 1e-9);
-    EXPECT_NEAR(Value(note, "PinY") - Value(member, "PinY"), 0.75, 1e-9);
-    EXPECT_DOUBLE_EQ(Value(note, "EndX"), Value(note, "PinX")) << "the leader starts at the note";
+    const double border = Value(member, "PinX") + Value(member, "Width") / 2;
+    EXPECT_NEAR(Value(note, "PinX") - border, 0.15, 1e-9);
+    EXPECT_NEAR(Value(note, "BeginX"), border, 1e-9) << "the leader starts at the box";
+    EXPECT_NEAR(Value(note, "Geometry2.X2"), 0, 1e-9) << "and ends at the note";
+    ASSERT_TRUE(page->PlaceNotes());
+    EXPECT_NEAR(Value(note, "PinX") - Value(member, "PinX") - Value(member, "Width") / 2, 0.15, 1e-9);
 }
 
 TEST_F(EngineTest, NotesMoveOffWhatTheyCover) {

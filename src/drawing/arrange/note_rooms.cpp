@@ -1,0 +1,107 @@
+#include "drawing/arrange/note_rooms.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "base/failure.h"
+#include "drawing/arrange/page_arrangement.h"
+#include "drawing/session/connectors.h"
+#include "drawing/text/text_layout.h"
+#include "layout/graph/notes.h"
+
+namespace norvelis::drawing {
+
+namespace {
+
+constexpr double kBetween = 0.08;  // Inches from a note to the next.
+constexpr double kIndent = 0.14;   // Of a note that a leader passes on its left.
+constexpr double kStem = 0.07;     // From the edge of a note to its stem, as the master of notes has it,
+constexpr double kHead = 0.14;     // and from its top to the end of the stem.
+constexpr double kCorner = 0.08;   // Kept free at the corners of boxes.
+
+bool IsBeside(layout::NoteSide side) {
+    return side == layout::NoteSide::Right || side == layout::NoteSide::Left;
+}
+
+/// Off the corners of a side from `lo` to `hi`.
+double OnSide(double at, double lo, double hi) {
+    const double corner = std::min(kCorner, (hi - lo) / 4);
+    return std::clamp(at, lo + corner, hi - corner);
+}
+
+}  // namespace
+
+std::optional<layout::Box> SizeOfNote(OpenDocument& document, const std::string& text, double mostWidth) {
+    constexpr double kSixPoints = 6.0 / 72;
+    FontLibrary& fonts = document.Shop().fonts;
+    try {
+        const auto stencil = document.Shop().Stencil("Basic Flowchart Shapes (US units).vss");
+        const Master* master = stencil->FindMaster("Annotation");
+        if (!master || master->shapes.empty()) return std::nullopt;
+        Shape note;
+        note.base = master->shapes.front().get();
+        note.text = TextRuns{{text}};
+        note.At(Name::Character)
+            .At(RowKey::Number(0))
+            .cells.Set(Name::Size, kSixPoints)
+            .Set(Name::Font, document.model->FontIndex("Times New Roman"));
+        return layout::Box{TextWidth(fonts, *document.model, note, mostWidth),
+                           TextHeight(fonts, *document.model, note, mostWidth)};
+    } catch (const RuntimeFailure&) {
+        return std::nullopt;
+    }
+}
+
+layout::Box RoomFor(const std::vector<layout::Box>& notes) {
+    layout::Box room;
+    for (std::size_t i = 0; i < notes.size(); ++i) {
+        room.width = std::max(room.width, notes[i].width + kIndent * static_cast<double>(notes.size() - 1));
+        room.height += notes[i].height + (i > 0 ? kBetween : 0);
+    }
+    return room;
+}
+
+/// One below the other. Where leaders come from above or below, each note leaves those of the notes behind it
+/// a way on its left.
+std::vector<Rect> PlacesInRoom(const Rect& box, const std::vector<layout::Box>& notes,
+                               layout::NoteSide side) {
+    const layout::Box size = RoomFor(notes);
+    const Rect room = layout::NoteBeside(box, size.width, size.height, side);
+    std::vector<Rect> places;
+    double top = room.y1;
+    for (std::size_t i = 0; i < notes.size(); ++i) {
+        const std::size_t passing = side == layout::NoteSide::Above ? i : notes.size() - 1 - i;
+        const double x0 = side == layout::NoteSide::Left ? room.x1 - notes[i].width
+                          : IsBeside(side)               ? room.x0
+                                                         : room.x0 + kIndent * static_cast<double>(passing);
+        places.push_back({x0, top - notes[i].height, x0 + notes[i].width, top});
+        top -= notes[i].height + kBetween;
+    }
+    return places;
+}
+
+Leader LeaderOf(const Rect& box, const Rect& note) {
+    const double stem = note.x0 + kStem;
+    Leader leader;
+    if (note.x0 >= box.x1 || note.x1 <= box.x0) {
+        const bool isRight = note.x0 >= box.x1;
+        leader.begin = {isRight ? box.x1 : box.x0, OnSide(note.y0, box.y0, box.y1)};
+        leader.end.x = isRight ? note.x0 : note.x1;
+    } else {
+        leader.begin = {OnSide(stem, box.x0, box.x1), note.y0 >= box.y1 ? box.y1 : box.y0};
+        leader.end.x = stem;
+    }
+    leader.end.y = std::clamp(leader.begin.y, note.y0, std::max(note.y0, note.y1 - kHead));
+    return leader;
+}
+
+void PutNote(OpenDocument& document, Page& page, Shape& note, const Rect& place) {
+    Recalculation& cells = document.recalculation;
+    cells.SetValue(page, note, Name::PinX, Value::Of(place.x0));
+    cells.SetValue(page, note, Name::PinY, Value::Of(place.y0));
+    cells.Settle();
+    if (Shape* box = GluedTo(page, note, true))
+        PutBegin(document, page, note, LeaderOf(BlockOf(document, page, *box), place).begin);
+}
+
+}  // namespace norvelis::drawing
