@@ -18,10 +18,8 @@ std::size_t At(int i) {
     return static_cast<std::size_t>(i);
 }
 
-/// A note above its box comes to its left.
 Box Turned(const Box& box) {
-    const NoteSide side = box.noteSide == NoteSide::Above ? NoteSide::Left : box.noteSide;
-    return {box.height, box.width, box.noteHeight, box.noteWidth, side};
+    return {box.height, box.width, box.noteHeight, box.noteWidth, box.noteSide};
 }
 
 /// What was computed on two ways and differs by a hair becomes one.
@@ -77,10 +75,10 @@ void LeafBlocks::Fold(const LeafGroup& group, double ratio) {
         const Line& line = graph_.lines[At(lines[i])];
         Pile::Cell cell{graph_.boxes[At(leaves[i])], line.labelWidth, line.labelHeight};
         if (sideways_) cell = {Turned(cell.box), cell.labelHeight, cell.labelWidth};
-        const double note = cell.box.width / 2 + NoteSpace(cell.box);
-        const bool isLeft = cell.box.noteSide == NoteSide::Left;
-        left = std::max({left, cell.Width() / 2, isLeft ? note : 0});
-        right = std::max({right, cell.Width() / 2, isLeft ? 0 : note});
+        cell.box.noteSide = sideways_ ? NoteSide::Left : NoteSide::Below;
+        const double half = std::max(cell.Width(), sideways_ ? 0 : cell.box.noteWidth) / 2;
+        left = std::max({left, half, sideways_ ? cell.box.width / 2 + NoteSpace(cell.box) : 0});
+        right = std::max(right, half);
         all.push_back(cell);
     }
     const double width = left + right;
@@ -156,6 +154,8 @@ void LeafBlocks::Unfold(const Block& block, const Placement& folded, Placement& 
         for (std::size_t i = 0; i < part.leaves.size(); ++i) {
             const Line& line = graph_.lines[At(part.lines[i])];
             whole.centers[At(part.leaves[i])] = frame.OnPage(part.pile.CenterOf(i));
+            whole.noteSides[At(part.leaves[i])] =
+                sideways_ || frame.upwards ? NoteSide::Above : NoteSide::Below;
             Route& route = whole.routes[At(part.lines[i])];
             std::vector<Point> path = follow(trunk, part.pile.PathTo(i, entry));
             Align(path);

@@ -53,7 +53,7 @@ Pile::Pile(const std::vector<Cell>& cells, double rowWidth, Margin margin, const
         for (std::size_t i = first; i < last; ++i) {
             const Cell& cell = cells[i];
             const double step = cell.Width() + style.boxGapX;
-            const double boxTop = top + (cell.Height() - cell.box.height) / 2;
+            const double boxTop = top + cell.Top();
             places_[i] = {{x + step / 2 + cell.aside, boxTop + cell.box.height / 2},
                           boxTop,
                           (track + top) / 2,

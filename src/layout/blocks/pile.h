@@ -15,13 +15,19 @@ namespace norvelis::layout {
 /// A pile has coordinates of its own: its middle at (0, 0), y downwards, what the trunk comes from above it.
 class Pile {
   public:
-    /// What is in a row, and the label of the line that leads to the middle of its top.
+    /// What is in a row, and the label of the line that leads to the middle of its top. The note of the box
+    /// is below it or to its left.
     struct Cell {
         Box box;
         double labelWidth = 0, labelHeight = 0;
         double aside = 0;  ///< How far the box is to the right of the middle, for its note's sake.
         double Width() const { return std::max(box.width, labelWidth); }
-        double Height() const { return HeightWithNote(box); }
+        double Height() const {
+            if (box.noteSide == NoteSide::Left) return HeightWithNote(box);
+            return box.HasNote() ? box.height + kNoteGap + box.noteHeight : box.height;
+        }
+        /// From the top of the cell to the box.
+        double Top() const { return box.noteSide == NoteSide::Left ? (Height() - box.height) / 2 : 0; }
     };
     enum class Margin {
         None,   ///< The trunk comes in by the top and may go on by the bottom.
