@@ -19,14 +19,17 @@ constexpr double kStem = 0.07;     // From the edge of a note to its stem, as th
 constexpr double kHead = 0.14;     // and from its top to the end of the stem.
 constexpr double kCorner = 0.08;   // Kept free at the corners of boxes.
 
-bool IsBeside(layout::NoteSide side) {
-    return side == layout::NoteSide::Right || side == layout::NoteSide::Left;
-}
-
 /// Off the corners of a side from `lo` to `hi`.
 double OnSide(double at, double lo, double hi) {
     const double corner = std::min(kCorner, (hi - lo) / 4);
     return std::clamp(at, lo + corner, hi - corner);
+}
+
+/// How high they are together.
+double HeightOfStack(const std::vector<layout::Box>& notes) {
+    double height = -kBetween;
+    for (const layout::Box& note : notes) height += note.height + kBetween;
+    return height;
 }
 
 }  // namespace
@@ -53,11 +56,15 @@ std::optional<layout::Box> SizeOfNote(OpenDocument& document, const std::string&
 }
 
 layout::Box RoomFor(const std::vector<layout::Box>& notes) {
+    if (notes.empty()) return {};
+    // The note that is farthest from its box is to be farther still from any other.
+    constexpr double kFromOthers = 0.35;
+    const double farthest =
+        layout::kNoteGap + HeightOfStack(notes) - std::min(notes.front().height, notes.back().height);
     layout::Box room;
-    for (std::size_t i = 0; i < notes.size(); ++i) {
-        room.width = std::max(room.width, notes[i].width + kIndent * static_cast<double>(notes.size() - 1));
-        room.height += notes[i].height + (i > 0 ? kBetween : 0);
-    }
+    room.height = HeightOfStack(notes) + std::max(0.0, farthest - kFromOthers);
+    for (const layout::Box& note : notes) room.width = std::max(room.width, note.width);
+    room.width += kIndent * static_cast<double>(notes.size() - 1);
     return room;
 }
 
@@ -67,13 +74,14 @@ std::vector<Rect> PlacesInRoom(const Rect& box, const std::vector<layout::Box>& 
                                layout::NoteSide side) {
     const layout::Box size = RoomFor(notes);
     const Rect room = layout::NoteBeside(box, size.width, size.height, side);
+    const bool isAbove = side == layout::NoteSide::Above;
     std::vector<Rect> places;
-    double top = room.y1;
+    double top = isAbove ? room.y0 + HeightOfStack(notes) : room.y1;
     for (std::size_t i = 0; i < notes.size(); ++i) {
-        const std::size_t passing = side == layout::NoteSide::Above ? i : notes.size() - 1 - i;
-        const double x0 = side == layout::NoteSide::Left ? room.x1 - notes[i].width
-                          : IsBeside(side)               ? room.x0
-                                                         : room.x0 + kIndent * static_cast<double>(passing);
+        const auto passing = static_cast<double>(isAbove ? i : notes.size() - 1 - i);
+        const double x0 = side == layout::NoteSide::Left    ? room.x1 - notes[i].width
+                          : side == layout::NoteSide::Right ? room.x0
+                                                            : room.x0 + kIndent * passing;
         places.push_back({x0, top - notes[i].height, x0 + notes[i].width, top});
         top -= notes[i].height + kBetween;
     }
