@@ -1,5 +1,6 @@
 #include "commands/export_commands.h"
 
+#include <algorithm>
 #include <filesystem>
 
 #include "base/failure.h"
@@ -10,8 +11,19 @@ namespace norvelis::commands {
 
 namespace {
 
-constexpr ExportForm kForms[] = {
-    {"svg", "SVG picture"}, {"png", "PNG picture"}, {"pdf", "PDF"}, {"vsdx", "Visio drawing"}};
+constexpr ExportForm kForms[] = {{"svg", "SVG picture", false},
+                                 {"png", "PNG picture", false},
+                                 {"pdf", "PDF", true},
+                                 {"vsdx", "Visio drawing", true}};
+
+/// Beside the drawing; pictures of its pages do not replace each other.
+std::string ProposedFile(const ShownDrawing& drawing, const ExportForm& form) {
+    std::filesystem::path path = Resolve(drawing.file);
+    std::string name = path.stem().string();
+    if (!form.hasAllPages && !drawing.pageName.empty()) name += ' ' + drawing.pageName;
+    std::ranges::replace(name, '/', '-');
+    return path.replace_filename(name + '.' + form.ending).string();
+}
 
 }  // namespace
 
@@ -19,23 +31,23 @@ std::span<const ExportForm> ExportForms() {
     return kForms;
 }
 
-std::optional<std::string> ChooseExport(Host& host, const std::string& drawing, const ExportForm& form) {
-    if (!HasDrawing(host, drawing, "There are no visio drawing to view")) return std::nullopt;
+std::optional<std::string> ChooseExport(Host& host, const ShownDrawing& drawing, const ExportForm& form) {
+    if (!HasDrawing(host, drawing.file, "There are no visio drawing to view")) return std::nullopt;
     const std::string ending = std::string(".") + form.ending;
-    const std::string proposed = std::filesystem::path(Resolve(drawing)).replace_extension(ending).string();
-    auto out =
-        host.SaveFileDialog("Export the drawing", std::string(form.name) + " (*" + ending + ")", proposed);
+    auto out = host.SaveFileDialog("Export the drawing", std::string(form.name) + " (*" + ending + ")",
+                                   ProposedFile(drawing, form));
     if (!out || out->empty()) return std::nullopt;
-    if (IsSameFile(*out, drawing)) {
+    if (IsSameFile(*out, drawing.file)) {
         host.MessageBox(*out + ": the export would replace the drawing");
         return std::nullopt;
     }
     return out;
 }
 
-void ExportDrawing(Host& host, const std::string& drawing, const std::string& out, const Exporter& exporter) {
+void ExportDrawing(Host& host, const ShownDrawing& drawing, const std::string& out,
+                   const Exporter& exporter) {
     try {
-        host.RunInBackground([&](const std::stop_token&) { exporter(drawing, out); });
+        host.RunInBackground([&](const std::stop_token&) { exporter(drawing.file, out, drawing.page); });
         host.Status("Exported to " + out);
     } catch (const RuntimeFailure& failure) {
         host.MessageBox(failure.what());

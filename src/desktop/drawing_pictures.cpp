@@ -13,14 +13,14 @@ namespace {
 
 using drawing::render::Scene;
 
+/// Keeps the scenes of all pages, whoever shows one.
 class ScenePicture : public ui::DrawingPicture {
   public:
-    explicit ScenePicture(Scene scene)
-        : scene_(std::move(scene)), walk_(drawing::render::WalkOf(scene_)), tiles_(scene_) {}
+    ScenePicture(std::shared_ptr<const void> owner, const Scene& scene)
+        : owner_(std::move(owner)), scene_(scene), tiles_(scene) {}
 
     QSizeF PageSize() const override { return scene_.size; }
     double UnitsPerInch() const override { return drawing::render::kUnitsPerInch; }
-    const drawing::walk::PageWalk& Walk() const override { return walk_; }
     const QImage& Overview() const override { return tiles_.Overview(); }
     void OnReady(std::function<void()> ready) override { tiles_.OnReady(std::move(ready)); }
     void Prepare(const QRect& view, double scale, double devicePixelRatio) override {
@@ -31,17 +31,41 @@ class ScenePicture : public ui::DrawingPicture {
     }
 
   private:
-    Scene scene_;
-    drawing::walk::PageWalk walk_;
+    std::shared_ptr<const void> owner_;
+    const Scene& scene_;
     drawing::render::TileCache tiles_;
+};
+
+class ScenePages : public ui::DrawingPages, public std::enable_shared_from_this<ScenePages> {
+  public:
+    explicit ScenePages(std::vector<Scene> scenes) : scenes_(std::move(scenes)) {
+        walks_.reserve(scenes_.size());
+        for (const Scene& scene : scenes_) walks_.push_back(drawing::render::WalkOf(scene));
+    }
+
+    int Count() const override { return static_cast<int>(scenes_.size()); }
+    QString Name(int page) const override {
+        const QString& name = scenes_.at(static_cast<std::size_t>(page)).name;
+        return name.isEmpty() ? QString("Page %1").arg(page + 1) : name;
+    }
+    const drawing::walk::PageWalk& Walk(int page) const override {
+        return walks_.at(static_cast<std::size_t>(page));
+    }
+    std::unique_ptr<ui::DrawingPicture> Picture(int page) const override {
+        return std::make_unique<ScenePicture>(shared_from_this(), scenes_.at(static_cast<std::size_t>(page)));
+    }
+
+  private:
+    std::vector<Scene> scenes_;
+    std::vector<drawing::walk::PageWalk> walks_;
 };
 
 }  // namespace
 
-std::unique_ptr<ui::DrawingPicture> OpenDrawingPicture(const QString& path) {
+std::shared_ptr<const ui::DrawingPages> OpenDrawingPages(const QString& path) {
     std::vector<Scene> pages = drawing::render::OpenPages(path.toStdString());
     if (pages.empty()) throw RuntimeFailure(FailureNumber::DeviceIoError, "the drawing has no page");
-    return std::make_unique<ScenePicture>(std::move(pages.front()));
+    return std::make_shared<ScenePages>(std::move(pages));
 }
 
 }  // namespace norvelis::desktop

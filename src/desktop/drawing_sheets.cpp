@@ -22,6 +22,7 @@ class SceneSheets : public ui::DrawingSheets {
     explicit SceneSheets(std::vector<Scene> pages) : pages_(std::move(pages)), job_({}, {}, {}) {}
 
     int PageCount() const override { return static_cast<int>(pages_.size()); }
+    QString PageName(int page) const override { return pages_.at(static_cast<std::size_t>(page) - 1).name; }
     void Cut(const std::vector<int>& pages, const paper::SheetChoice& choice,
              const paper::Footer& footer) override {
         std::vector<const Scene*> cut;

@@ -23,11 +23,11 @@ DrawingTools::DrawingTools(AppState& app)
 
 std::unique_ptr<ui::mdiMainMenu> MakeMainFrame(AppState& app, DrawingTools& tools,
                                                ui::LongCommands::Fail fail) {
-    const auto exportDrawing = [](const std::string& drawing, const std::string& out) {
-        drawing::render::Export(drawing, out);
+    const auto exportDrawing = [](const std::string& drawing, const std::string& out, int page) {
+        drawing::render::Export(drawing, out, page);
     };
     return std::make_unique<ui::mdiMainMenu>(
-        ui::FrameParts{app, *tools.engine, OpenDrawingPicture, exportDrawing, drawing::render::LinkedSvg,
+        ui::FrameParts{app, *tools.engine, OpenDrawingPages, exportDrawing, drawing::render::LinkedSvg,
                        MakeSheetPrinting(), tools.printer, ui::AllScreens(), std::move(fail)});
 }
 

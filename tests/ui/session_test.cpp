@@ -61,11 +61,10 @@ class SessionTest : public ::testing::Test {
         DrawingControl2& control = Drawing();
         UntilShown(control);
         constexpr int kMargin = 12;
-        const auto picture = desktop::OpenDrawingPicture(control.Src());
-        const int box = picture->Walk().Named(record.toStdString());
+        const int box = control.Page().Named(record.toStdString());
         ASSERT_NE(box, drawing::walk::kNone);
-        const Point center = picture->Walk()[box].bounds.Center();
-        const QSizeF page = picture->PageSize();
+        const Point center = control.Page()[box].bounds.Center();
+        const QSizeF page = desktop::OpenDrawingPages(control.Src())->Picture(0)->PageSize();
         const double scale = std::min((control.width() - 2 * kMargin) / page.width(),
                                       (control.height() - 2 * kMargin) / page.height());
         const QPointF middle(control.width() / 2.0, control.height() / 2.0);

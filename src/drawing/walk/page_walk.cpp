@@ -63,6 +63,12 @@ int RankOf(std::string_view title, std::string_view text) {
 
 }  // namespace
 
+std::optional<LinkTarget> PageShape::LinkWithin() const {
+    if (!address.starts_with('#')) return std::nullopt;
+    const std::size_t slash = std::min(address.rfind('/'), address.size());
+    return LinkTarget{address.substr(1, slash - 1), address.substr(std::min(slash + 1, address.size()))};
+}
+
 PageWalk::PageWalk(std::vector<PageShape> shapes, const Rect& page)
     : shapes_(std::move(shapes)),
       glued_(shapes_.size()),

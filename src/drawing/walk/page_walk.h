@@ -21,6 +21,11 @@ struct Outline {
     bool filled = false;
 };
 
+/// Where a link within a drawing leads: names of a page and of a shape there.
+struct LinkTarget {
+    std::string page, shape;
+};
+
 /// A box, a line or a note with all parts that it is made of.
 struct PageShape {
     std::string name;
@@ -33,6 +38,8 @@ struct PageShape {
     std::vector<Outline> outlines;
 
     bool IsLine() const { return begin != kNone && end != kNone; }
+    /// Of a shape that stands for one on another page.
+    std::optional<LinkTarget> LinkWithin() const;
 };
 
 /// What a line between two boxes says.

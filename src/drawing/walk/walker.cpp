@@ -39,6 +39,11 @@ int Walker::NextHit(bool forward) {
     return PresentHit();
 }
 
+int Walker::EndHit(bool last) {
+    hits_.best = last && !hits_.shapes.empty() ? hits_.shapes.size() - 1 : 0;
+    return PresentHit();
+}
+
 void Walker::Light(int shape) {
     if (shape == kNone)
         lit_.reset();

@@ -25,6 +25,7 @@ class Walker {
     std::size_t PresentNumber() const { return hits_.shapes.empty() ? 0 : hits_.best + 1; }
     /// Goes on to the next or the previous hit, from the last one to the first; kNone without hits.
     int NextHit(bool forward);
+    int EndHit(bool last);  ///< The first or last one.
 
     void Light(int shape);
     void Dim() { lit_.reset(); }  ///< Nothing is lit up.

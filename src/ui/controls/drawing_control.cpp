@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QTabBar>
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -15,17 +16,17 @@
 #include "ui/controls/drawing_marks.h"
 #include "ui/controls/empty_text.h"
 
-// What is on show and what of it. Mouse and keys are in drawing_control_events.cpp.
+// What is on show and what of it. Where one goes from there is in drawing_control_places.cpp, what mouse and
+// keys do in drawing_control_events.cpp.
 namespace norvelis::ui {
 
 using drawing::walk::kNone;
 
 namespace {
 
-constexpr int kSlow = 250;         // Milliseconds for which another file's picture may stay.
-constexpr int kRest = 450;         // Milliseconds after which what the mouse rests on is lit up.
-constexpr double kReadable = 0.8;  // Of life size: six points can be read.
-constexpr int kGap = 8;            // Pixels between what is laid over the drawing and its edges.
+constexpr int kSlow = 250;  // Milliseconds for which another file's picture may stay.
+constexpr int kRest = 450;  // Milliseconds after which what the mouse rests on is lit up.
+constexpr int kGap = 8;     // Pixels between what is laid over the drawing and its edges.
 constexpr QSize kRoomForMap(400, 260);
 
 /// Has the picture paint its whole page as it will be seen first, so that it is ready to be shown.
@@ -42,7 +43,8 @@ DrawingControl2::DrawingControl2(const QString& name, OpenDrawing open, QWidget*
       rest_(new QTimer(this)),
       findBar_(new DrawingFindBar(this)),
       map_(new DrawingMap(this)),
-      card_(new DrawingCard(this)) {
+      card_(new DrawingCard(this)),
+      tabs_(new QTabBar(this)) {
     setObjectName(name);
     setAccessibleName("Drawing");
     setFocusPolicy(Qt::StrongFocus);
@@ -51,6 +53,7 @@ DrawingControl2::DrawingControl2(const QString& name, OpenDrawing open, QWidget*
     setMinimumSize(80, 60);
     setAttribute(Qt::WA_OpaquePaintEvent);  // Nothing behind it is painted while the page is dragged.
     AddCommands();
+    AddTabs();
     slow_.setSingleShot(true);
     slow_.setInterval(kSlow);
     rest_->setObjectName("restOnShape");
@@ -84,20 +87,66 @@ void DrawingControl2::AddCommands() {
     toShape_ = menu.Add("Selected &box\tCtrl+3", [this] { ZoomToShape(); });
     menu.Add("Zoom &in\t+", [this] { ZoomIn(); });
     menu.Add("Zoom o&ut\t-", [this] { ZoomOut(); });
+    nextPage_ = menu.Add("&Next page\tCtrl+PgDown", [this] { StepPage(true); });
+    previousPage_ = menu.Add("&Page before\tCtrl+PgUp", [this] { StepPage(false); });
     back_ = menu.Add("Bac&k\tAlt+Left", [this] { GoBack(); });
     forward_ = menu.Add("Fo&rward\tAlt+Right", [this] { GoForward(); });
     showMap_ = menu.Add("&Map\tM", [this] { ShowMap(showMap_->isChecked()); });
     showMap_->setCheckable(true);
     showMap_->setChecked(mapWanted_);
-    for (QAction* action : {back_, forward_, toShape_, follow_}) action->setEnabled(false);
+    for (QAction* action : {back_, forward_, toShape_, follow_, nextPage_, previousPage_})
+        action->setEnabled(false);
 }
 
-void DrawingControl2::SetSrc(const QString& path) {
+void DrawingControl2::AddTabs() {
+    tabs_->setObjectName("pageTabs");
+    tabs_->setAccessibleName("Pages of the drawing");
+    tabs_->setShape(QTabBar::RoundedSouth);
+    tabs_->setExpanding(false);
+    tabs_->setElideMode(Qt::ElideNone);
+    tabs_->setAutoFillBackground(true);
+    tabs_->setCursor(Qt::ArrowCursor);
+    tabs_->hide();
+    connect(tabs_, &QTabBar::currentChanged, this, &DrawingControl2::ShowPage);
+}
+
+void DrawingControl2::ShowTabs() {
+    const QSignalBlocker filling(tabs_);
+    const int count = PageCount();
+    while (tabs_->count() > count) tabs_->removeTab(tabs_->count() - 1);
+    while (tabs_->count() < count) tabs_->addTab({});
+    for (int page = 0; page < count; ++page) {
+        const QString name = pages_->Name(page);
+        tabs_->setTabText(page, QString(name).replace('&', "&&"));
+        tabs_->setAccessibleTabName(page, name);
+    }
+    tabs_->setCurrentIndex(page_);
+    tabs_->setVisible(count > 1);
+    for (QAction* action : {nextPage_, previousPage_}) action->setEnabled(count > 1);
+}
+
+int DrawingControl2::TabsHeight(int pages) const {
+    constexpr int kAir = 14;  // Above and below the name of a page.
+    return pages > 1 ? fontMetrics().height() + kAir : 0;
+}
+
+void DrawingControl2::Load(std::shared_ptr<const DrawingPages> pages, int page, const QString& pageName) {
+    loader_.Load({src_, std::move(pages), page, pageName,
+                  [whole = size(), tabs = TabsHeight(2), ratio = devicePixelRatioF()](
+                      DrawingPicture& picture, const DrawingPages& all) {
+                      PaintAhead(picture, whole - QSize(0, all.Count() > 1 ? tabs : 0), ratio);
+                  }});
+}
+
+void DrawingControl2::SetSrc(const QString& path, std::optional<int> page) {
     const QDateTime changed = path.isEmpty() ? QDateTime() : QFileInfo(path).lastModified();
-    if (path == src_ && changed == changed_) return;
+    if (path == src_ && changed == changed_) {
+        if (page) ShowPage(*page);
+        return;
+    }
     const bool another = path != src_;
     if (another) showLoaded_ = {};
-    rereads_ = !another && picture_;
+    loads_ = !another && picture_ ? Loads::SameFile : Loads::AnotherFile;
     src_ = path;
     changed_ = changed;
     if (another) emit SrcChanged(src_);
@@ -106,9 +155,8 @@ void DrawingControl2::SetSrc(const QString& path) {
         loader_.Forget();
         Show({});
     } else {
-        loader_.Load(src_, [size = size(), ratio = devicePixelRatioF()](DrawingPicture& picture) {
-            PaintAhead(picture, size, ratio);
-        });
+        const bool stays = loads_ == Loads::SameFile && !page;
+        Load(nullptr, page.value_or(stays ? page_ : 0), stays ? PageName() : QString());
         slow_.start();
     }
 }
@@ -120,30 +168,35 @@ void DrawingControl2::Show(DrawingLoader::Result result) {
     const QString selected = SelectedShape();
     walker_ = {};
     picture_ = std::move(result.picture);
+    pages_ = std::move(result.pages);
+    page_ = result.page;
     reason_ = result.reason;
     sharp_ = true;
     card_->hide();
     if (picture_) {
         picture_->OnReady([this] { QMetaObject::invokeMethod(this, [this] { update(); }); });
         walker_ = drawing::walk::Walker(Page());
-        view_.SetPage(picture_->PageSize(), logicalDpiX() / picture_->UnitsPerInch());
+        view_.SetPage(page_, picture_->PageSize(), logicalDpiX() / picture_->UnitsPerInch());
     }
     map_->SetPage(picture_ ? picture_->Overview() : QImage(), picture_ ? picture_->PageSize() : QSizeF(1, 1));
-    if (!rereads_) {
-        trail_.Clear();
+    if (loads_ != Loads::SameFile) {
+        if (loads_ != Loads::AnotherPage) trail_.Clear();
         view_.FitPage();
     } else if (picture_ && !selected.isEmpty()) {
         walker_.Select(Page().Named(selected.toStdString()));
     }
-    view_.Resize(size());
+    ShowTabs();
+    view_.Resize(Room().size());
     if (findBar_->isVisible()) Search();
-    if (const auto show = std::exchange(showLoaded_, {})) show();
     ViewChanged();
     SelectionChanged();
+    if (const auto show = std::exchange(showLoaded_, {})) show();
+    if (!Loading()) loads_ = Loads::Nothing;
 }
 
 void DrawingControl2::SayOpening() {
-    if (!rereads_) Show({nullptr, "Opening " + QFileInfo(src_).fileName() + "..."});
+    if (loads_ == Loads::AnotherFile)
+        Show({nullptr, 0, nullptr, "Opening " + QFileInfo(src_).fileName() + "..."});
 }
 
 double DrawingControl2::Zoom() const {
@@ -155,14 +208,16 @@ void DrawingControl2::Go(Step step, const std::function<void()>& change) {
     const PageView::Place before = view_.Present();
     change();
     if (view_.Present() == before) return;
-    trail_.Leave(before, step);
+    if (loads_ != Loads::AnotherPage) trail_.Leave(before, step);  // That left the page before.
     ViewChanged();
 }
 
 void DrawingControl2::Return(const std::optional<PageView::Place>& place) {
     if (!place) return;
-    view_.GoTo(*place);
-    ViewChanged();
+    TurnTo(place->page, [this, place] {
+        view_.GoTo(*place);
+        ViewChanged();
+    });
 }
 
 void DrawingControl2::Fit() {
@@ -183,11 +238,11 @@ void DrawingControl2::ZoomBy(double steps, QPointF anchor) {
 }
 
 void DrawingControl2::ZoomIn() {
-    ZoomBy(1, rect().center());
+    ZoomBy(1, Room().center());
 }
 
 void DrawingControl2::ZoomOut() {
-    ZoomBy(-1, rect().center());
+    ZoomBy(-1, Room().center());
 }
 
 void DrawingControl2::ZoomToShape() {
@@ -208,7 +263,7 @@ void DrawingControl2::ViewChanged() {
     for (const int hit : walker_.FoundShapes()) places << ToQt(Page().Sight(hit)).center();
     map_->Mark(view_.Seen(), places);
     map_->setVisible(mapWanted_ && picture_ && !view_.SeesWholePage() && width() >= kRoomForMap.width() &&
-                     height() >= kRoomForMap.height());
+                     Room().height() >= kRoomForMap.height());
     back_->setEnabled(picture_ && trail_.CanGoBack());
     forward_->setEnabled(picture_ && trail_.CanGoForward());
     PlaceOverlays();
@@ -218,11 +273,13 @@ void DrawingControl2::ViewChanged() {
 void DrawingControl2::PlaceOverlays() {
     const int bar = std::min(width(), std::max(300, findBar_->minimumSizeHint().width()));
     findBar_->setGeometry(width() - bar, 0, bar, findBar_->sizeHint().height());
-    map_->move(width() - map_->width() - kGap, height() - map_->height() - kGap);
+    const int bottom = Room().height();
+    tabs_->setGeometry(0, bottom, width(), height() - bottom);
+    map_->move(width() - map_->width() - kGap, bottom - map_->height() - kGap);
     if (card_->isHidden()) return;
-    card_->setMaximumSize(std::max(width() - 2 * kGap, 1), std::max(height() - 2 * kGap, 1));
+    card_->setMaximumSize(std::max(width() - 2 * kGap, 1), std::max(bottom - 2 * kGap, 1));
     card_->adjustSize();
-    card_->move(kGap, height() - card_->height() - kGap);
+    card_->move(kGap, bottom - card_->height() - kGap);
 }
 
 void DrawingControl2::ShowMap(bool wanted) {
@@ -253,44 +310,12 @@ void DrawingControl2::SelectionChanged() {
     toShape_->setEnabled(shape != kNone);
     follow_->setEnabled(walker_.OtherEnd() != kNone);
     if (!src_.isEmpty()) {
-        const QString file = QFileInfo(src_).fileName();
+        QString file = QFileInfo(src_).fileName();
+        if (PageCount() > 1) file += ", page " + PageName();
         setAccessibleDescription(shape == kNone ? file
                                                 : file + ", " + QString::fromStdString(Page().Title(shape)));
     }
     update();
-}
-
-void DrawingControl2::SelectShape(const QString& name) {
-    Select(Page().Named(name.toStdString()));
-    if (walker_.Selected() == kNone || view_.Fitted() == PageView::Fit::Page) return;
-    const QPointF middle = ToQt(Page().Sight(walker_.Selected())).center();
-    if (!view_.Seen().contains(middle)) Go(Step::Jump, [&] { view_.CenterOn(middle); });
-}
-
-void DrawingControl2::ShowReadable(int shape) {
-    Go(Step::Jump, [&] { view_.ShowReadable(ToQt(Page().Sight(shape)), kReadable * view_.LifeSize()); });
-}
-
-void DrawingControl2::ShowShape(const QString& name) {
-    if (Loading()) {
-        showLoaded_ = [this, name] { ShowShape(name); };
-    } else if (picture_) {
-        ShowMarked(Page().Named(name.toStdString()), name);
-    }
-}
-
-void DrawingControl2::ShowSet(const drawing::walk::SetLine& set) {
-    if (Loading()) {
-        showLoaded_ = [this, set] { ShowSet(set); };
-    } else if (picture_) {
-        ShowMarked(Page().LineOf(set), QString::fromStdString(set.set));
-    }
-}
-
-void DrawingControl2::ShowMarked(int shape, const QString& name) {
-    Select(shape);
-    if (shape == kNone) return Tell(name.trimmed() + " is not on this drawing", {});
-    ShowReadable(shape);
 }
 
 void DrawingControl2::Tell(const QString& heading, const std::vector<std::array<std::string, 2>>& items) {
@@ -298,70 +323,9 @@ void DrawingControl2::Tell(const QString& heading, const std::vector<std::array<
     PlaceOverlays();
 }
 
-void DrawingControl2::Press(int shape) {
-    Select(shape);
-    if (shape == kNone) return;
-    const auto& page = Page();
-    if (const auto line = page.SetOf(shape)) {
-        emit LineClicked(*line);
-    } else {
-        emit ShapeClicked(QString::fromStdString(page[shape].name));
-    }
-}
-
-void DrawingControl2::StepLine(bool forward) {
-    const int line = walker_.StepLine(forward);
-    if (line == kNone) return;
-    if (!view_.Seen().contains(ToQt(Page().Sight(line)))) ShowReadable(line);
-    Press(line);
-}
-
-void DrawingControl2::Follow(int line, int end) {
-    if (end == kNone) return;
-    walker_.Select(line);
-    ShowReadable(end);
-    Press(end);
-}
-
-void DrawingControl2::FollowSet() {
-    Follow(walker_.Selected(), walker_.OtherEnd());
-}
-
 void DrawingControl2::LightSelected() {
     walker_.Light(walker_.Lit() ? kNone : walker_.Selected());
     update();
-}
-
-void DrawingControl2::OpenFind() {
-    if (!picture_) return;
-    findBar_->Open();
-    PlaceOverlays();
-    Search();
-}
-
-void DrawingControl2::Search() {
-    walker_.Find(findBar_->Text().toStdString());
-    findBar_->ShowCount(walker_.PresentNumber(), walker_.FoundShapes().size());
-    const int hit = walker_.PresentHit();
-    if (hit != kNone && !view_.Seen().contains(ToQt(Page().Sight(hit))))
-        Go(Step::Glide, [&] { view_.CenterOn(ToQt(Page().Sight(hit)).center()); });
-    ViewChanged();
-}
-
-void DrawingControl2::FindNext(bool forward) {
-    if (findBar_->isHidden()) return OpenFind();
-    const int hit = walker_.NextHit(forward);
-    findBar_->ShowCount(walker_.PresentNumber(), walker_.FoundShapes().size());
-    if (hit == kNone) return;
-    ShowReadable(hit);
-    Select(hit);
-}
-
-void DrawingControl2::EndSearch() {
-    findBar_->hide();
-    walker_.Find({});
-    setFocus();
-    ViewChanged();
 }
 
 bool DrawingControl2::CanEnd() const {
@@ -390,18 +354,18 @@ void DrawingControl2::paintEvent(QPaintEvent* event) {
     const QRectF page = view_.Pixels(QRectF(QPointF(), picture_->PageSize()));
     painter.fillRect(page.translated(3, 3), QColor(0, 0, 0, 40));
     // All of it, so that what is missing anywhere is asked for, though less may have to be painted.
-    const QRect seen = page.toAlignedRect() & rect();
+    const QRect seen = page.toAlignedRect() & Room();
     if (seen.isEmpty()) {
         sharp_ = true;
         return;
     }
     painter.save();
-    painter.setClipRect(page);
+    painter.setClipRect(page & QRectF(Room()));
     painter.translate(seen.topLeft());
     sharp_ = picture_->Paint(painter, seen.translated(-view_.Origin().toPoint()), view_.Scale(),
                              devicePixelRatioF());
     painter.restore();
-    PaintMarks(painter, Page(), walker_, view_, palette(), rect());
+    PaintMarks(painter, Page(), walker_, view_, palette(), Room());
     if (frame_) {
         painter.setRenderHint(QPainter::Antialiasing, false);
         painter.setPen(QPen(palette().color(QPalette::Highlight), 1, Qt::DashLine));
@@ -411,7 +375,7 @@ void DrawingControl2::paintEvent(QPaintEvent* event) {
 }
 
 void DrawingControl2::resizeEvent(QResizeEvent*) {
-    view_.Resize(size());
+    view_.Resize(Room().size());
     ViewChanged();
 }
 

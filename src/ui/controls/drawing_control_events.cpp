@@ -22,9 +22,8 @@ namespace {
 
 constexpr int kArrowStep = 48;  // Pixels.
 
-/// The address is not a place on another page of the drawing ("#page/shape"), for one page is on show.
 bool LeadsOut(const PageShape& shape) {
-    return !shape.address.empty() && !shape.address.starts_with('#');
+    return !shape.address.empty() && !shape.LinkWithin();
 }
 
 /// A link may lead to the web, to a person or to a file, and to nothing that would be run.
@@ -53,7 +52,7 @@ bool IsAlsoShortcut(const QKeyEvent& key) {
 
 QPointF DrawingControl2::Anchor() const {
     const QPoint pointer = mapFromGlobal(QCursor::pos());
-    return rect().contains(pointer) && underMouse() ? pointer : rect().center();
+    return Room().contains(pointer) && underMouse() ? pointer : Room().center();
 }
 
 void DrawingControl2::wheelEvent(QWheelEvent* event) {
@@ -150,7 +149,7 @@ void DrawingControl2::RestOn(int shape) {
     } else {
         rest_->start();
         const PageShape& own = Page()[shape];
-        setCursor(!LeadsOut(own) && !own.IsLine() ? Qt::ArrowCursor : Qt::PointingHandCursor);
+        setCursor(own.address.empty() && !own.IsLine() ? Qt::ArrowCursor : Qt::PointingHandCursor);
     }
 }
 
@@ -223,10 +222,10 @@ bool DrawingControl2::Handle(const QKeyEvent& key) {
             move(0, -kArrowStep);
             break;
         case Qt::Key_PageUp:
-            move(0, height() * 0.9);
+            control ? StepPage(false) : move(0, Room().height() * 0.9);
             break;
         case Qt::Key_PageDown:
-            move(0, -height() * 0.9);
+            control ? StepPage(true) : move(0, -Room().height() * 0.9);
             break;
         default:
             return false;
@@ -267,6 +266,8 @@ void DrawingControl2::ShowTip(QPoint place, QPoint globalPlace) {
         if (!own.tip.empty()) lines << QString::fromStdString(own.tip);
         if (LeadsOut(own))
             lines << QString::fromStdString(own.address) << "Ctrl+click opens it";
+        else if (const auto target = own.LinkWithin())
+            lines << QString::fromStdString("A click goes to " + target->shape + " on page " + target->page);
         else if (own.IsLine())
             lines << "Ctrl+click goes to the other end";
     }

@@ -64,6 +64,7 @@ QString DrawingFindBar::Text() const {
 void DrawingFindBar::ShowCount(std::size_t present, std::size_t count) {
     lblFound_->setText(Text().trimmed().isEmpty() ? QString()
                        : count == 0               ? QString("not there")
+                       : present == 0             ? QString("%1 on other pages").arg(count)
                                                   : QString("%1 of %2").arg(present).arg(count));
 }
 

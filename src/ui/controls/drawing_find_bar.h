@@ -17,7 +17,8 @@ class DrawingFindBar : public QWidget {
 
     void Open();  ///< With the former text, to be typed over.
     QString Text() const;
-    /// Which of how many is in the middle, counted from 1; nothing is said while there is no text.
+    /// Which of how many is in the middle, counted from 1, or 0 when all are on other pages; nothing is said
+    /// while there is no text.
     void ShowCount(std::size_t present, std::size_t count);
 
   signals:

@@ -1,21 +1,32 @@
 #include "ui/controls/drawing_loader.h"
 
 #include <QThread>
+#include <algorithm>
 #include <exception>
 
 namespace norvelis::ui {
 
 namespace {
 
-DrawingLoader::Result Read(const OpenDrawing& open, const QString& path,
-                           const DrawingLoader::Prepare& prepare) {
-    try {
-        auto picture = open(path);
-        prepare(*picture);
-        return {std::move(picture), {}};
-    } catch (const std::exception& failure) {
-        return {nullptr, QString::fromUtf8(failure.what())};
+int PageOf(const DrawingPages& pages, const DrawingLoader::Request& request) {
+    for (int page = 0; !request.pageName.isEmpty() && page < pages.Count(); ++page) {
+        if (pages.Name(page) == request.pageName) return page;
     }
+    return std::clamp(request.page, 0, pages.Count() - 1);
+}
+
+DrawingLoader::Result Read(const OpenDrawing& open, const DrawingLoader::Request& request) {
+    DrawingLoader::Result result;
+    try {
+        result.pages = request.pages ? request.pages : open(request.path);
+        result.page = PageOf(*result.pages, request);
+        auto picture = result.pages->Picture(result.page);
+        request.prepare(*picture, *result.pages);
+        result.picture = std::move(picture);
+    } catch (const std::exception& failure) {
+        result.reason = QString::fromUtf8(failure.what());
+    }
+    return result;
 }
 
 }  // namespace
@@ -28,9 +39,8 @@ DrawingLoader::~DrawingLoader() {
     delete thread_;
 }
 
-void DrawingLoader::Load(const QString& path, Prepare prepare) {
-    wanted_ = path;
-    prepare_ = std::move(prepare);
+void DrawingLoader::Load(Request request) {
+    wanted_ = std::move(request);
     askedAgain_ = thread_ != nullptr;
     if (!thread_) Start();
 }
@@ -41,8 +51,7 @@ void DrawingLoader::Forget() {
 
 void DrawingLoader::Start() {
     askedAgain_ = false;
-    thread_ = QThread::create(
-        [this, path = *wanted_, prepare = prepare_] { result_ = Read(open_, path, prepare); });
+    thread_ = QThread::create([this, request = *wanted_] { result_ = Read(open_, request); });
     connect(thread_, &QThread::finished, this, &DrawingLoader::Finished);
     thread_->start();
 }

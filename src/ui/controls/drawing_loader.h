@@ -9,13 +9,23 @@ class QThread;
 
 namespace norvelis::ui {
 
-/// Reads drawing files in a thread of its own, so that a large one does not hold up the window. One at a
-/// time; of those asked for meanwhile the last one counts.
+/// Reads drawing files and makes their pages ready in a thread of its own, so that a large one does not hold
+/// up the window. One at a time; of those asked for meanwhile the last one counts.
 class DrawingLoader : public QObject {
     Q_OBJECT
 
   public:
+    struct Request {
+        QString path;
+        std::shared_ptr<const DrawingPages> pages;  ///< Of a file that was read already; else null.
+        int page = 0;                               ///< The last one where there are not so many.
+        QString pageName;                           ///< Rather the page of that name, if there is one.
+        /// What is done with a picture before it is handed over, in the same thread.
+        std::function<void(DrawingPicture&, const DrawingPages&)> prepare;
+    };
     struct Result {
+        std::shared_ptr<const DrawingPages> pages;  ///< Null when the file could not be read.
+        int page = 0;
         std::unique_ptr<DrawingPicture> picture;
         QString reason;  ///< Why there is no picture.
     };
@@ -23,10 +33,7 @@ class DrawingLoader : public QObject {
     explicit DrawingLoader(OpenDrawing open);
     ~DrawingLoader() override;  ///< Waits for a file that is being read.
 
-    /// What is done with a picture before it is handed over, in the same thread.
-    using Prepare = std::function<void(DrawingPicture&)>;
-
-    void Load(const QString& path, Prepare prepare);
+    void Load(Request request);
     void Forget();  ///< What was asked for is not wanted any more.
     bool Loading() const { return wanted_.has_value(); }
 
@@ -41,8 +48,7 @@ class DrawingLoader : public QObject {
     void Finished();
 
     OpenDrawing open_;
-    std::optional<QString> wanted_;
-    Prepare prepare_;
+    std::optional<Request> wanted_;
     bool askedAgain_ = false;  ///< While it reads.
     QThread* thread_ = nullptr;
     Result result_;

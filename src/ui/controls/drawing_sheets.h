@@ -20,6 +20,7 @@ class DrawingSheets {
     virtual ~DrawingSheets() = default;
 
     virtual int PageCount() const = 0;
+    virtual QString PageName(int page) const = 0;  ///< Counted from 1.
     /// Cuts these pages, counted from 1. RuntimeFailure 5 with words when that takes too many sheets; they
     /// are then as they were.
     virtual void Cut(const std::vector<int>& pages, const paper::SheetChoice& choice,

@@ -18,7 +18,8 @@ double PageView::ScaleToFit(QSizeF page, QSize control) {
     return std::max(std::min(across, down), 1e-6);
 }
 
-void PageView::SetPage(QSizeF page, double lifeSize) {
+void PageView::SetPage(int number, QSizeF page, double lifeSize) {
+    number_ = number;
     page_ = page;
     lifeSize_ = lifeSize;
     if (fit_ == Fit::None) KeepInReach();

@@ -17,6 +17,7 @@ class PageView {
 
     /// A view by itself: what a person comes back to.
     struct Place {
+        int page = 0;
         Fit fit = Fit::Page;
         double scale = 1;
         QPointF center;  ///< Of the page.
@@ -26,8 +27,8 @@ class PageView {
     static constexpr int kMargin = 12;  ///< Pixels around a fitted page.
     static double ScaleToFit(QSizeF page, QSize control);
 
-    /// `lifeSize`: pixels to the unit.
-    void SetPage(QSizeF page, double lifeSize);
+    /// `number` is the page's in its drawing, `lifeSize` pixels to the unit.
+    void SetPage(int number, QSizeF page, double lifeSize);
     void Resize(QSize control);
 
     double Scale() const { return scale_; }     ///< Pixels to the unit.
@@ -55,8 +56,8 @@ class PageView {
     void CenterOn(QPointF onPage);
     void MoveBy(QPointF pixels);
 
-    Place Present() const { return {fit_, scale_, PageAt(Middle())}; }
-    void GoTo(const Place& place);
+    Place Present() const { return {number_, fit_, scale_, PageAt(Middle())}; }
+    void GoTo(const Place& place);  ///< Of the page that is set.
 
   private:
     QPointF Middle() const { return QRectF(QPointF(), control_).center(); }
@@ -64,6 +65,7 @@ class PageView {
     void KeepInReach();
     void KeepFilled();  ///< Nothing beside the page is seen that need not be.
 
+    int number_ = 0;
     QSizeF page_{1, 1};
     QSize control_{1, 1};
     double lifeSize_ = 1, scale_ = 1;

@@ -37,7 +37,7 @@ DrawingPanel::DrawingPanel(const ScreenContext& context, const Words& words, QWi
                                       [this] { Print(std::exchange(toPrint_, {})); });
     connect(print, &QPushButton::pressed, this, [this] { toPrint_ = DrawingControl2_->Src().toStdString(); });
     SkinButton* edit = buttons_->Add(words.editName, "EDIT VIEW", "View larger IDMS diagram", [this] {
-        context_.request(ShowDrawing{DrawingControl2_->Src().toStdString()});
+        context_.request(ShowDrawing{DrawingControl2_->Src().toStdString(), DrawingControl2_->PageNumber()});
     });
     for (QWidget* waiting :
          {static_cast<QWidget*>(LayoutTypes_), static_cast<QWidget*>(draw), static_cast<QWidget*>(print)})

@@ -29,11 +29,12 @@ void TellOfSet(DrawingControl2& drawing, const ScreenContext& context, const dra
 }
 
 void Export(const DrawingControl2& drawing, const ScreenContext& context, const commands::ExportForm& form) {
-    const std::string file = drawing.Src().toStdString();
-    const auto out = commands::ChooseExport(context.app.host, file, form);
+    const commands::ShownDrawing shown{drawing.Src().toStdString(), drawing.PageNumber() + 1,
+                                       drawing.PageCount() > 1 ? drawing.PageName().toStdString() : ""};
+    const auto out = commands::ChooseExport(context.app.host, shown, form);
     if (!out) return;
     context.commands.Run({"Export", Screen::Treeview}, [&] {
-        commands::ExportDrawing(context.app.host, file, *out, context.exportDrawing);
+        commands::ExportDrawing(context.app.host, shown, *out, context.exportDrawing);
     });
 }
 

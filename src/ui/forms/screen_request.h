@@ -57,6 +57,7 @@ struct IsolateRecord {
 struct ShowDrawing {
     static constexpr Screen kScreen = Screen::DrawingViewer;
     std::string file;
+    int page = 0;  ///< Counted from 0.
 };
 /// Shows the schema report of the settings: at a line, or a set, or the section of a record or a field in it;
 /// with none of them at the place where one was. What is wrong with the report, or that it is not the one of

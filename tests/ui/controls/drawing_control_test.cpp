@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QSignalSpy>
+#include <QTabBar>
 #include <QTest>
 #include <QThread>
 #include <QWheelEvent>
@@ -56,7 +57,6 @@ class TwoBoxPicture : public DrawingPicture {
   public:
     QSizeF PageSize() const override { return {10 * kUnits, 8 * kUnits}; }
     double UnitsPerInch() const override { return kUnits; }
-    const PageWalk& Walk() const override { return walk_; }
     const QImage& Overview() const override { return overview_; }
     void OnReady(std::function<void()>) override {}
     void Prepare(const QRect&, double, double) override {}
@@ -66,9 +66,27 @@ class TwoBoxPicture : public DrawingPicture {
     }
 
   private:
-    PageWalk walk_ = TwoBoxes();
     QImage overview_{100, 80, QImage::Format_RGB32};
 };
+
+using MakePicture = std::function<std::unique_ptr<DrawingPicture>()>;
+
+/// Pages that look alike.
+class TestPages : public DrawingPages {
+  public:
+    explicit TestPages(MakePicture make = [] { return std::make_unique<TwoBoxPicture>(); })
+        : make_(std::move(make)) {}
+    int Count() const override { return static_cast<int>(pages.size()); }
+    QString Name(int page) const override { return pages[static_cast<std::size_t>(page)].first; }
+    const PageWalk& Walk(int page) const override { return pages[static_cast<std::size_t>(page)].second; }
+    std::unique_ptr<DrawingPicture> Picture(int) const override { return make_(); }
+
+    std::vector<std::pair<QString, PageWalk>> pages{{"ONLY", TwoBoxes()}};
+
+  private:
+    MakePicture make_;
+};
+using SomePages = std::shared_ptr<const DrawingPages>;
 
 class DrawingControlTest : public testing::Test {
   protected:
@@ -93,11 +111,11 @@ class DrawingControlTest : public testing::Test {
     TemporaryFolder folder;
     int opened = 0;
     DrawingControl2 control{"DrawingControl2",
-                            [this](const QString& path) -> std::unique_ptr<DrawingPicture> {
+                            [this](const QString& path) -> SomePages {
                                 ++opened;
                                 if (path.endsWith("broken.vsd"))
                                     throw RuntimeFailure(FailureNumber::DeviceIoError, "not a drawing");
-                                return std::make_unique<TwoBoxPicture>();
+                                return std::make_shared<TestPages>();
                             },
                             nullptr};
 };
@@ -121,13 +139,13 @@ TEST_F(DrawingControlTest, ALargeFileDoesNotHoldUpTheWindowAndTheLastOneAskedFor
     std::binary_semaphore mayEnd{0};
     DrawingControl2 slow(
         "DrawingControl2",
-        [&](const QString& path) -> std::unique_ptr<DrawingPicture> {
+        [&](const QString& path) -> SomePages {
             {
                 const std::lock_guard lock(mutex);
                 read.push_back(path);
             }
             if (path == "large.vsd") mayEnd.acquire();
-            return std::make_unique<TwoBoxPicture>();
+            return std::make_shared<TestPages>();
         },
         nullptr);
     slow.resize(500, 400);
@@ -178,7 +196,10 @@ TEST_F(DrawingControlTest, WhatIsSeenFirstIsPaintedBeforeTheWindowHasToPaintIt) 
         std::vector<Painted>&prepared_, &paints_;
     };
     DrawingControl2 shown(
-        "DrawingControl2", [&](const QString&) { return std::make_unique<Counting>(prepared, paints); },
+        "DrawingControl2",
+        [&](const QString&) {
+            return std::make_shared<TestPages>([&] { return std::make_unique<Counting>(prepared, paints); });
+        },
         nullptr);
     shown.resize(500, 400);
     shown.show();
@@ -329,7 +350,9 @@ TEST_F(DrawingControlTest, RestingOnABoxLightsUpItsLinesAndNeighborsAndDimsTheRe
         }
     };
     DrawingControl2 grey(
-        "DrawingControl2", [](const QString&) { return std::make_unique<Grey>(); }, nullptr);
+        "DrawingControl2",
+        [](const QString&) { return std::make_shared<TestPages>([] { return std::make_unique<Grey>(); }); },
+        nullptr);
     grey.resize(control.size());
     control.hide();  // The mouse moves over the one in front.
     grey.show();
@@ -377,6 +400,81 @@ TEST_F(DrawingControlTest, TheViewFollowsWidthBoxFrameAndMap) {
     EXPECT_NEAR(control.Zoom() / fitted, 4, 0.2) << "two inches of eight";
     QTest::mouseClick(&control, Qt::LeftButton, {}, control.rect().center());
     EXPECT_EQ(control.SelectedShape(), "OTHER");
+}
+
+/// Page A with BOX and one that stands for OTHER of page B.
+std::shared_ptr<TestPages> TwoPages() {
+    const Rect page{0, 0, 10 * kUnits, 8 * kUnits};
+    PageShape reference = BoxAt("OTHER", 7, 6);
+    reference.address = "#B/OTHER";
+    PageShape line{"Dynamic connector", "BOX-OTHER", "", "", false, 0, 1, {}, {}, {}};
+    auto pages = std::make_shared<TestPages>();
+    pages->pages = {{"A", PageWalk({BoxAt("BOX", 3, 2), reference, line}, page)},
+                    {"B", PageWalk({BoxAt("OTHER", 5, 4), BoxAt("THIRD", 7, 6)}, page)}};
+    return pages;
+}
+
+TEST_F(DrawingControlTest, EveryPageIsReachedByTabKeysLinkNameAndSearch) {
+    DrawingControl2 paged(
+        "DrawingControl2", [](const QString&) { return TwoPages(); }, nullptr);
+    paged.resize(500, 400);
+    paged.show();
+    auto& tabs = *paged.findChild<QTabBar*>("pageTabs");
+    const auto shows = [&](int page, const char* selected) {
+        UntilShown(paged);
+        EXPECT_EQ(paged.PageNumber(), page);
+        EXPECT_EQ(tabs.currentIndex(), page);
+        EXPECT_EQ(paged.SelectedShape(), selected);
+    };
+    paged.SetSrc(File());
+    shows(0, "");
+    EXPECT_TRUE(tabs.isVisible());
+    EXPECT_EQ(tabs.tabText(1), "B");
+    tabs.setCurrentIndex(1);
+    shows(1, "");
+    QTest::keyClick(&paged, Qt::Key_PageDown, Qt::ControlModifier);
+    shows(0, "");
+
+    QSignalSpy clicked(&paged, &DrawingControl2::ShapeClicked);
+    paged.SelectShape("OTHER");
+    QTest::keyClick(&paged, Qt::Key_Return);
+    shows(1, "OTHER");
+    ASSERT_EQ(clicked.count(), 1);
+    EXPECT_EQ(clicked[0][0], "OTHER");
+    paged.GoBack();
+    shows(0, "");
+    paged.GoForward();
+    shows(1, "");
+    paged.ShowShape("BOX");
+    shows(0, "BOX");
+    paged.ShowShape("OTHER");
+    shows(1, "OTHER");
+
+    paged.ShowPage(0);
+    shows(0, "");
+    paged.OpenFind();
+    auto& text = *paged.findChild<QLineEdit*>("txtFindInDrawing");
+    auto& found = *paged.findChild<QLabel*>("lblFoundInDrawing");
+    text.setText("THIRD");
+    EXPECT_EQ(found.text(), "1 on other pages");
+    paged.FindNext(true);
+    shows(1, "THIRD");
+    text.setText("0100");
+    paged.FindNext(false);
+    EXPECT_EQ(found.text(), "3 of 4");
+    paged.FindNext(false);
+    shows(0, "OTHER");
+    EXPECT_EQ(found.text(), "2 of 4");
+
+    Write("another edition of the drawing");
+    paged.ShowPage(1);
+    paged.ShowPage(0);
+    paged.ShowPage(1);
+    shows(1, "");
+    std::filesystem::last_write_time(folder.Path("a.vsd"),
+                                     std::filesystem::file_time_type::clock::now() + std::chrono::seconds(5));
+    paged.SetSrc(File());
+    shows(1, "");
 }
 
 }  // namespace

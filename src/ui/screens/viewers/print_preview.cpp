@@ -39,6 +39,7 @@ constexpr int kChoicesWidth = 270;
 constexpr const char* kFits[] = {"One sheet", "Columns and rows", "Scale"};
 constexpr const char* kTurns[] = {"What takes fewer sheets", "Portrait", "Landscape"};
 constexpr const char* kModes[] = {"All pages", "Every n-th page", "Odd pages"};
+constexpr int kModeCount = std::size(kModes);
 constexpr const char* kNoPrinter = "No printer is set up";
 
 template <std::size_t N>
@@ -227,8 +228,18 @@ void PrintPreview::Open(const std::string& file) {
     onDisk_ = std::move(onDisk);
     file_ = file;
     lblDrawing_->setText(QString::fromStdString(file));
+    FillPages();
     FillPrinters();
     ShowChoice(paper::ChoiceFor(App().gLocalIni, file_));
+}
+
+/// Behind the modes of a print each page alone, where there are several.
+void PrintPreview::FillPages() {
+    const QSignalBlocker filling(cboPages_);
+    cboPages_->setCurrentIndex(0);
+    while (cboPages_->count() > kModeCount) cboPages_->removeItem(kModeCount);
+    for (int page = 1; sheets_->PageCount() > 1 && page <= sheets_->PageCount(); ++page)
+        cboPages_->addItem("Page " + sheets_->PageName(page));
 }
 
 void PrintPreview::FillPrinters() {
@@ -282,12 +293,14 @@ SheetChoice PrintPreview::Choice() const {
 namespace {
 
 PrintMode ModeAt(int index) {
+    if (index >= kModeCount) return PrintMode::Document;  // A part of it.
     return static_cast<PrintMode>(index + static_cast<int>(PrintMode::Document));
 }
 
 }  // namespace
 
 std::vector<int> PrintPreview::Pages() const {
+    if (cboPages_->currentIndex() >= kModeCount) return {cboPages_->currentIndex() - kModeCount + 1};
     const PrintMode mode = ModeAt(cboPages_->currentIndex());
     const int step = mode == PrintMode::Document ? 1 : mode == PrintMode::OddPages ? 2 : spnStep_->value();
     std::vector<int> pages;
@@ -401,9 +414,11 @@ void PrintPreview::Print(const Target& target) {
         const clsHourglass hourglass(host);
         view_->Show(nullptr);  // The sheets are cut again for each page that is printed alone.
         pagesOfFile_.clear();
-        commands::SheetDocument document(sheets_->PageCount(),
-                                         [&](const std::vector<int>& pages) { return Send(target, pages); });
-        PrintDocument(host, document, ModeAt(cboPages_->currentIndex()), spnStep_->value());
+        const PrintMode mode = ModeAt(cboPages_->currentIndex());
+        commands::SheetDocument document(sheets_->PageCount(), [&](const std::vector<int>& pages) {
+            return Send(target, mode == PrintMode::Document ? Pages() : pages);
+        });
+        PrintDocument(host, document, mode, spnStep_->value());
     });
     Cut();
 }

@@ -55,6 +55,7 @@ class PrintPreview : public Form {
     void Cut();
     void EnableButtons();
     void ClickSheet(int sheet);
+    void FillPages();
     void FillPrinters();
 
     bool IsAsOnDisk();  ///< False after words and, where the file has changed, with the file as it is now.

@@ -27,7 +27,7 @@ ViewVisioFile::ViewVisioFile(const ScreenContext& context)
     row->Add("cmdZoomIn", "ZOOM IN", "Larger (+)", [drawing] { drawing->ZoomIn(); });
     row->Add("cmdFit", "FIT", "The whole page", [drawing] { drawing->Fit(); });
     row->Add("cmdOpen", "OPEN FILE", "Show another drawing", [this] { PickFile(); });
-    connect(drawing, &DrawingControl2::FileDropped, this, &ViewVisioFile::Show);
+    connect(drawing, &DrawingControl2::FileDropped, this, [this](const QString& file) { Show(file, 0); });
     AddDrawingTools(*drawing, context);
     ContextMenu menu(drawing);
     menu.AddLine();
@@ -50,17 +50,17 @@ void ViewVisioFile::Take(const ScreenRequest& request) {
     const auto* drawing = std::get_if<ShowDrawing>(&request);
     if (!drawing) return;
     App().host.OpenScreen(Screen::DrawingViewer, false);
-    Show(QString::fromStdString(drawing->file));
+    Show(QString::fromStdString(drawing->file), drawing->page);
     DrawingControl2_->setFocus();
 }
 
-void ViewVisioFile::Show(const QString& file) {
+void ViewVisioFile::Show(const QString& file, int page) {
     lblFile_->setText(file);
-    DrawingControl2_->SetSrc(file);
+    DrawingControl2_->SetSrc(file, page);
 }
 
 void ViewVisioFile::PickFile() {
-    if (const auto file = commands::mnu_viewvisio(App().host)) Show(QString::fromStdString(*file));
+    if (const auto file = commands::mnu_viewvisio(App().host)) Show(QString::fromStdString(*file), 0);
 }
 
 void ViewVisioFile::Print() {

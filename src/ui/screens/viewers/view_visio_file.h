@@ -22,7 +22,7 @@ class ViewVisioFile : public Form {
   private:
     void PickFile();
     void Print();
-    void Show(const QString& file);
+    void Show(const QString& file, int page);
 
     DrawingControl2* DrawingControl2_;
     QLabel* lblFile_;
