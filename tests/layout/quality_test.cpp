@@ -18,7 +18,7 @@ TEST(Quality, DrawingsHaveFewCrossingsAndFaults) {
         Style style;
         int crossings, faults;  ///< Measured: 223 and 0, 217 and 1.
     } cases[] = {{"radial with right angles", StyleOfCells(3, 3, 1, 1), 235, 0},
-                 {"circular with straight lines", StyleOfCells(6, 2, 2, 0), 225, 1}};
+                 {"circular with straight lines", StyleOfCells(6, 2, 2, 0), 225, 0}};
     for (const auto& each : cases) {
         int crossings = 0, faults = 0;
         for (std::uint64_t seed = 4; seed <= 10; ++seed) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 #include "base/geometry.h"
@@ -17,8 +18,11 @@ void PlaceLabels(const std::vector<Rect>& boxes, const std::vector<Line>& lines,
                  const std::vector<std::vector<Point>>& paths, const std::vector<std::size_t>& which,
                  std::vector<Point>& middles);
 
-/// Labels that no piece of their own line comes near or that another line runs through.
-int DoubtfulLabels(const std::vector<Line>& lines, const std::vector<std::vector<Point>>& paths,
-                   const std::vector<Point>& middles);
+/// Gives labels that another line runs through, or that are away from their own line, other spots, and moves
+/// the labels that have those out of the way. Returns the lines whose labels stay as they are, since there is
+/// no such spot.
+std::vector<std::size_t> ClearLabels(const std::vector<Rect>& boxes, const std::vector<Line>& lines,
+                                     const std::vector<std::vector<Point>>& paths,
+                                     std::vector<Point>& middles);
 
 }  // namespace norvelis::layout

@@ -4,6 +4,7 @@
 #include <numeric>
 
 #include "layout/geometry/corners.h"
+#include "layout/geometry/obstacles.h"
 #include "layout/graph/notes.h"
 #include "layout/labels/label_spots.h"
 #include "layout/labels/labels.h"
@@ -46,43 +47,79 @@ std::vector<std::size_t> AllLines(const Graph& graph) {
     return all;
 }
 
-/// Lines that run straight or around boxes, with their labels.
-struct StraightLines {
+/// Lines and labels around boxes that have their places.
+struct Attempt {
+    std::vector<Point> centers;
     Points paths;
     std::vector<Point> labels;
-    int doubtful = 0;  ///< Lines and labels that found no space.
+    std::vector<std::size_t> unclear;  ///< Lines whose labels found no space.
+    int crowded = 0;                   ///< Segments that found none.
+
+    std::size_t Doubtful() const { return unclear.size() + static_cast<std::size_t>(crowded); }
 };
 
-StraightLines RouteStraightLines(const Graph& graph, const std::vector<Rect>& boxes, double lineGap) {
-    LinePaths paths = RouteStraight(boxes, graph.lines, lineGap);
-    StraightLines lines{std::move(paths.points), std::vector<Point>(graph.lines.size()), 0};
-    NestBends(lines.paths, boxes, lineGap);
-    SpreadPorts(lines.paths, graph.lines, boxes, lineGap);
-    PlaceLabels(boxes, graph.lines, lines.paths, AllLines(graph), lines.labels);
-    LeadAroundLabels(lines.paths, graph.lines, boxes, lines.labels);
-    lines.doubtful = paths.crowded + DoubtfulLabels(graph.lines, lines.paths, lines.labels);
-    return lines;
+/// What a label that found none gets on each side.
+Point SpaceAround(const Line& line) {
+    return {line.labelWidth / 4, line.labelHeight};
 }
 
-/// Spreads the boxes until lines and labels have space, or as far as it helps.
-Placement DrawStraight(const Graph& graph, std::vector<Point> centers, const Style& style) {
-    constexpr int kMostAttempts = 5;
-    constexpr double kSpread = 1.15;
-    const int tolerated = static_cast<int>(graph.lines.size()) / 100;
-    StraightLines best;
-    std::vector<Point> bestCenters;
-    for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
-        StraightLines lines = RouteStraightLines(graph, BoxesAndNotes(graph, centers), style.lineGap);
-        if (attempt == 0 || lines.doubtful < best.doubtful) {
-            best = std::move(lines);
-            bestCenters = centers;
+/// The boxes farther from the middle lines of all labels without space, so that those have some; so many
+/// times what one asks for.
+std::vector<Point> SpreadAroundLabels(const Graph& graph, const Attempt& attempt, int times) {
+    constexpr double kMost = 0.15;  // of the page, however many labels there are
+    const Rect page = BoundsOf(BoxesAndNotes(graph, attempt.centers));
+    Point sum;
+    for (const std::size_t line : attempt.unclear) sum = sum + SpaceAround(graph.lines[line]) * (2.0 * times);
+    const auto share = [&](double wished, double size) {
+        return std::min(1.0, kMost * size / std::max(wished, 1e-9));
+    };
+    const double shareX = share(sum.x, page.Width()), shareY = share(sum.y, page.Height());
+    std::vector<Point> moved = attempt.centers;
+    for (const std::size_t line : attempt.unclear) {
+        const Point label = attempt.labels[line];
+        const Point space = SpaceAround(graph.lines[line]) * times;
+        const double x = shareX * space.x, y = shareY * space.y;
+        for (std::size_t i = 0; i < moved.size(); ++i) {
+            const Point center = attempt.centers[i];
+            moved[i] = moved[i] + Point{center.x < label.x ? -x : x, center.y < label.y ? -y : y};
         }
-        if (best.doubtful <= tolerated) break;
-        for (Point& center : centers) center = center * kSpread;
     }
-    std::vector<Route> routes = Finish(graph, BoxesAndNotes(graph, bestCenters), std::move(best.paths),
-                                       std::move(best.labels), style.IsCurved(), kBendRadius);
-    return {std::move(bestCenters), std::move(routes)};
+    return moved;
+}
+
+/// Draws until all labels and lines have space, each time with more where there was none, and takes the best.
+template <typename F>
+Attempt BestOf(const Graph& graph, std::vector<Point> centers, F&& draw) {
+    constexpr int kMostAttempts = 8, kMostInVain = 3;
+    constexpr double kSpread = 1.15;
+    Attempt best;
+    for (int number = 0, inVain = 0; number < kMostAttempts && inVain < kMostInVain; ++number) {
+        Attempt attempt = draw(centers, number);
+        centers = SpreadAroundLabels(graph, attempt, number + 1);
+        if (attempt.crowded > 0)
+            for (Point& center : centers) center = center * kSpread;
+        ++inVain;
+        if (number == 0 || attempt.Doubtful() < best.Doubtful()) {
+            best = std::move(attempt);
+            inVain = 0;
+        }
+        if (best.Doubtful() == 0) break;
+    }
+    return best;
+}
+
+Attempt DrawStraight(const Graph& graph, const std::vector<Point>& centers, double lineGap) {
+    const std::vector<Rect> boxes = BoxesAndNotes(graph, centers);
+    LinePaths paths = RouteStraight(boxes, graph.lines, lineGap);
+    Attempt drawn{
+        centers, std::move(paths.points), std::vector<Point>(graph.lines.size()), {}, paths.crowded};
+    NestBends(drawn.paths, boxes, lineGap);
+    SpreadPorts(drawn.paths, graph.lines, boxes, lineGap);
+    PlaceLabels(boxes, graph.lines, drawn.paths, AllLines(graph), drawn.labels);
+    ClearLabels(boxes, graph.lines, drawn.paths, drawn.labels);
+    LeadAroundLabels(drawn.paths, graph.lines, boxes, drawn.labels);
+    drawn.unclear = ClearLabels(boxes, graph.lines, drawn.paths, drawn.labels);
+    return drawn;
 }
 
 FirstSegment FirstSegmentOf(const std::vector<Point>& path) {
@@ -109,8 +146,8 @@ double SqueezeAt(PlaceDepth depth) {
     return depth == PlaceDepth::Deep ? 0.8 : depth == PlaceDepth::Shallow ? 0.88 : 0.85;
 }
 
-Placement DrawWithRightAngles(const Graph& graph, const std::vector<Point>& centers, const Style& style) {
-    const double squeeze = SqueezeAt(style.placeDepth);
+Attempt DrawWithRightAngles(const Graph& graph, const std::vector<Point>& centers, const Style& style,
+                            double squeeze) {
     const auto makeSpace = [&](Sketch& sketch, double by) {
         MakeSpace(sketch, style.boxGapX, style.boxGapY, style.lineGap, by);
     };
@@ -129,27 +166,32 @@ Placement DrawWithRightAngles(const Graph& graph, const std::vector<Point>& cent
         covered = CoveredLabels(sketch);
     }
 
-    Placement placement;
-    for (std::size_t i = 0; i < graph.boxes.size(); ++i)
-        placement.centers.push_back(sketch.boxes[i].Center());
-    std::vector<Point> labels;
+    Attempt drawn;
+    for (std::size_t i = 0; i < graph.boxes.size(); ++i) drawn.centers.push_back(sketch.boxes[i].Center());
     for (std::size_t i = 0; i < graph.lines.size(); ++i) {
-        labels.push_back(sketch.labels[i].segment >= 0 ? LabelMiddle(sketch, i) : Point{});
+        drawn.labels.push_back(sketch.labels[i].segment >= 0 ? LabelMiddle(sketch, i) : Point{});
         if (sketch.labels[i].segment < 0) covered.push_back(i);
     }
-    for (auto& path : sketch.paths) path = CornersOf(path);
-    if (!covered.empty()) PlaceLabels(sketch.boxes, graph.lines, sketch.paths, covered, labels);
-    placement.routes = Finish(graph, sketch.boxes, std::move(sketch.paths), std::move(labels),
-                              style.IsCurved(), kCornerRadius);
-    return placement;
+    for (const auto& path : sketch.paths) drawn.paths.push_back(CornersOf(path));
+    if (!covered.empty()) PlaceLabels(sketch.boxes, graph.lines, drawn.paths, covered, drawn.labels);
+    drawn.unclear = ClearLabels(sketch.boxes, graph.lines, drawn.paths, drawn.labels);
+    return drawn;
 }
 
 }  // namespace
 
 Placement RouteMakingSpace(const Graph& graph, std::vector<Point> centers, const Style& style) {
     const bool straight = RuleOf(style.routeStyle).family == RouteFamily::Straight;
-    return straight ? DrawStraight(graph, std::move(centers), style)
-                    : DrawWithRightAngles(graph, centers, style);
+    const auto draw = [&](const std::vector<Point>& from, int number) {
+        if (straight) return DrawStraight(graph, from, style.lineGap);
+        // What was drawn together once keeps the space that it got since.
+        return DrawWithRightAngles(graph, from, style, number == 0 ? SqueezeAt(style.placeDepth) : 1);
+    };
+    Attempt best = BestOf(graph, std::move(centers), draw);
+    std::vector<Route> routes =
+        Finish(graph, BoxesAndNotes(graph, best.centers), std::move(best.paths), std::move(best.labels),
+               style.IsCurved(), straight ? kBendRadius : kCornerRadius);
+    return {std::move(best.centers), std::move(routes)};
 }
 
 }  // namespace norvelis::layout

@@ -12,6 +12,8 @@
 namespace norvelis::layout {
 namespace {
 
+using testing::IsEmpty;
+using testing::Not;
 using testing::SizeIs;
 
 constexpr double kGap = 0.125;
@@ -88,11 +90,30 @@ TEST(LeadAroundLabels, ALineLeavesAnothersLabelAndKeepsItsOwn) {
     const std::vector<Line> lines{{0, 1, 1, 0.2}, {2, 3, 0.8, 0.2}};
     std::vector<std::vector<Point>> paths{{{-5, 0}, {5, 0}}, {{0.2, -5}, {0.2, 5}}};
     const std::vector<Point> labels{{0, 0}, {0.2, 3}};
-    EXPECT_EQ(DoubtfulLabels(lines, paths, labels), 1);
+    const auto crosses = [&](std::size_t line, std::size_t label) {
+        const Rect area = RectAround(labels[label], lines[label].labelWidth, lines[label].labelHeight);
+        for (std::size_t i = 1; i < paths[line].size(); ++i)
+            if (SegmentHits(paths[line][i - 1], paths[line][i], area)) return true;
+        return false;
+    };
+    ASSERT_TRUE(crosses(1, 0));
     LeadAroundLabels(paths, lines, boxes, labels);
     EXPECT_THAT(paths[0], SizeIs(2));
-    EXPECT_GT(paths[1].size(), 2u);
-    EXPECT_EQ(DoubtfulLabels(lines, paths, labels), 0);
+    EXPECT_FALSE(crosses(1, 0));
+    EXPECT_TRUE(crosses(1, 1));
+}
+
+TEST(ClearLabels, ALabelThatIsCrossedMovesAndAnotherMakesWay) {
+    const std::vector<Rect> boxes{{-1, -0.5, 0, 0.5}, {3, -0.5, 4, 0.5}, {2, -3, 3, -2}};
+    // The first line is crossed in its middle; on its right the second one's label is in the way.
+    const std::vector<Line> lines{{0, 1, 1, 0.2}, {1, 2, 1, 0.2}, {0, 2, 0, 0}};
+    const std::vector<std::vector<Point>> paths{
+        {{0, 0}, {3, 0}}, {{3.5, -0.5}, {3.5, -2.5}, {3, -2.5}}, {{1, -5}, {1, 5}}};
+    std::vector<Point> middles{{1.1, 0}, {2.45, -0.05}, {}};
+    EXPECT_THAT(ClearLabels(boxes, lines, paths, middles), IsEmpty());
+    EXPECT_GE(middles[0].x, 1.5) << "to the right of the line through it";
+    EXPECT_FALSE(Overlap(RectAround(middles[0], 1, 0.2), RectAround(middles[1], 1, 0.2)));
+    EXPECT_NEAR(middles[1].x, 3.5, 0.7) << "on its own line now";
 }
 
 TEST(PlaceLabels, KeepOffBoxesAndOneAnother) {
@@ -109,7 +130,8 @@ TEST(PlaceLabels, KeepOffBoxesAndOneAnother) {
         for (const Rect& box : boxes) EXPECT_FALSE(Overlap(label, box));
         for (std::size_t k = 0; k < i; ++k) EXPECT_FALSE(Overlap(label, RectAround(middles[k], 0.9, 0.2)));
     }
-    EXPECT_GT(DoubtfulLabels(lines, paths, middles), 0) << "four labels cannot be on lines so near";
+    EXPECT_THAT(ClearLabels(boxes, lines, paths, middles), Not(IsEmpty()))
+        << "four labels cannot be on lines so near";
 }
 
 }  // namespace
