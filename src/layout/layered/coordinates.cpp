@@ -176,7 +176,7 @@ void Coordinates::Solve() {
 /// Small drawings fit on paper whatever their width; of large ones labels become the smaller the wider the
 /// page is, and straight lines are given up for it.
 std::int64_t Coordinates::WeightOfWidth() const {
-    constexpr double kSmall = 75, kMost = 20, kOfLines = 0.2;
+    constexpr double kSmall = 40, kMost = 20, kOfLines = 0.2;
     const auto lines = static_cast<double>(graph_.lines.size());
     return 1 + std::llround(kOfLines * lines * std::clamp(lines / kSmall, 1.0, kMost));
 }
