@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "layout/geometry/obstacles.h"
+#include "layout/graph/style.h"
 
 namespace norvelis::layout {
 
@@ -150,6 +151,12 @@ Packed PackWithin(int pageWidth, const std::vector<Part>& parts, const std::vect
     return packed;
 }
 
+/// How long paper must be that the page fits on; it rather lies on its long side.
+double LengthOfPaper(double width, double height) {
+    constexpr double kUpright = 1.1;
+    return std::min(std::max(width, height * kPaperRatio), kUpright * std::max(width * kPaperRatio, height));
+}
+
 }  // namespace
 
 std::vector<Point> PackParts(const std::vector<std::vector<Rect>>& parts, double gap) {
@@ -175,16 +182,13 @@ std::vector<Point> PackParts(const std::vector<std::vector<Rect>>& parts, double
     std::stable_sort(order.begin(), order.end(), [&](int a, int b) { return sizeOf(a) > sizeOf(b); });
 
     constexpr int kTrials = 12;
-    constexpr double kMostWide = 2.5, kMostHigh = 1.25;
     Packed best;
     double bestCost = std::numeric_limits<double>::infinity();
     for (int trial = 0; trial < kTrials; ++trial) {
         const int pageWidth =
             std::max(widest, static_cast<int>(std::sqrt(area) / cell * (0.7 + 0.1 * trial)));
         Packed packed = PackWithin(pageWidth, shapes, order);
-        const double width = packed.width, height = packed.height;
-        const double cost =
-            width * height * std::max({1.0, width / (kMostWide * height), height / (kMostHigh * width)});
+        const double cost = LengthOfPaper(packed.width, packed.height);
         if (cost >= bestCost) continue;
         bestCost = cost;
         best = std::move(packed);
