@@ -55,20 +55,27 @@ Layers LayersWithFewCrossings(const Graph& graph) {
 }
 
 Layers ShallowLayers(const Graph& graph, const Layers& deep, int most) {
+    constexpr int kCostsOfReversed[] = {2, 3, 4, 6, 8, 12, 16};
     std::vector<int> ranks;
     for (std::size_t i = 0; i < graph.boxes.size(); ++i) ranks.push_back(deep.nodes[i].layer);
+    std::set<std::vector<int>> known;
     Layers best;
     std::int64_t fewest = -1;
-    for (const int costOfReversed : {2, 4, 8, 16}) {
-        const Reversed reversed = ReversedForDepth(graph, ranks, most, costOfReversed);
-        Layers layers = MakeLayers(graph, RanksOf(graph, SpansOf(graph, reversed)));
-        if (fewest >= 0 && layers.order.size() > std::max(best.order.size(), static_cast<std::size_t>(most)))
-            continue;
-        ReduceCrossings(layers, Effort::Trial);
-        const std::int64_t crossings = CountCrossings(layers);
-        if (fewest >= 0 && crossings >= fewest) continue;
-        fewest = crossings;
-        best = std::move(layers);
+    for (const int wished : {most, most - 1}) {
+        for (const int cost : kCostsOfReversed) {
+            const Reversed reversed = ReversedForDepth(graph, ranks, std::max(1, wished), cost);
+            const std::vector<int> shallow = RanksOf(graph, SpansOf(graph, reversed));
+            if (!known.insert(shallow).second) continue;
+            Layers layers = MakeLayers(graph, shallow);
+            const std::size_t depth = layers.order.size(), wanted = static_cast<std::size_t>(most);
+            if (fewest >= 0 && depth > std::max(best.order.size(), wanted)) continue;
+            ReduceCrossings(layers, Effort::Trial);
+            const std::int64_t crossings = CountCrossings(layers);
+            const bool bestIsTooDeep = best.order.size() > std::max(depth, wanted);
+            if (fewest >= 0 && crossings >= fewest && !bestIsTooDeep) continue;
+            fewest = crossings;
+            best = std::move(layers);
+        }
     }
     ReduceCrossings(best, Effort::Full);
     return best;
