@@ -15,9 +15,10 @@ namespace {
 
 constexpr double kBetween = 0.08;  // Inches from a note to the next.
 constexpr double kIndent = 0.14;   // Of a note that a leader passes on its left.
-constexpr double kStem = 0.07;     // From the edge of a note to its stem, as the master of notes has it,
-constexpr double kHead = 0.14;     // and from its top to the end of the stem.
-constexpr double kCorner = 0.08;   // Kept free at the corners of boxes.
+constexpr double kStem = 0.07;     // From the edge of a note to its stem, as the master of notes has it;
+constexpr double kHead = 0.14;     // from its top to the end of the stem,
+constexpr double kTip = 0.05;      // and to the tip of the triangle on it.
+constexpr double kCorner = 0.06;   // Kept free at the corners of boxes.
 
 /// Off the corners of a side from `lo` to `hi`.
 double OnSide(double at, double lo, double hi) {
@@ -90,17 +91,15 @@ std::vector<Rect> PlacesInRoom(const Rect& box, const std::vector<layout::Box>& 
 
 Leader LeaderOf(const Rect& box, const Rect& note) {
     const double stem = note.x0 + kStem;
-    Leader leader;
-    if (note.x0 >= box.x1 || note.x1 <= box.x0) {
-        const bool isRight = note.x0 >= box.x1;
-        leader.begin = {isRight ? box.x1 : box.x0, OnSide(note.y0, box.y0, box.y1)};
-        leader.end.x = isRight ? note.x0 : note.x1;
-    } else {
-        leader.begin = {OnSide(stem, box.x0, box.x1), note.y0 >= box.y1 ? box.y1 : box.y0};
-        leader.end.x = stem;
+    if (note.x0 < box.x1 && note.x1 > box.x0) {
+        const bool isAbove = note.y0 >= box.y1;
+        return {{OnSide(stem, box.x0, box.x1), isAbove ? box.y1 : box.y0},
+                {stem, isAbove ? note.y0 : note.y1 - kTip}};
     }
-    leader.end.y = std::clamp(leader.begin.y, note.y0, std::max(note.y0, note.y1 - kHead));
-    return leader;
+    const bool isRight = note.x0 >= box.x1;
+    const double y = OnSide(note.y0, box.y0, box.y1);
+    return {{isRight ? box.x1 : box.x0, y},
+            {isRight ? note.x0 : note.x1, std::clamp(y, note.y0, std::max(note.y0, note.y1 - kHead))}};
 }
 
 void PutNote(OpenDocument& document, Page& page, Shape& note, const Rect& place) {

@@ -119,24 +119,26 @@ MasterDefinition Annotation() {
                   {"LineTo", {{"X", right}, {"Y", top}}},
                   {"LineTo", {{"X", "0"}, {"Y", top}}},
                   {"LineTo", {{"X", "0"}, {"Y", "0"}}}};
-    // From the begin point to the edge of the plate, on to the stem, down and up it.
+    // One path, so that programs draw its begin arrow once: from the begin point to the edge of the plate and
+    // to the stem, around the triangle, down the stem. What comes from above ends at the triangle's tip.
+    const char* edge = "IF(Geometry2.X1<0,0,IF(Geometry2.X1>Geometry1.X2,Geometry1.X2,Geometry2.X3))";
+    const char* height =
+        "IF(Geometry2.Y1>Geometry2.Y6,IF(Geometry2.X2=Geometry2.X3,Geometry2.Y6,Geometry2.Y8),"
+        "MIN(MAX(Geometry2.Y1,0),Geometry2.Y8))";
     const char* stem = "IF(LeftMargin<RightMargin,Geometry1.X2-0.07 in,0.07 in)";
-    const char* foot = "MAX(0,Geometry1.Y3-0.14 in)";
     GeometryDefinition leader;
     leader.noFill = true;
-    leader.rows = {{"MoveTo", {{"X", "BeginX-PinX"}, {"Y", "BeginY-PinY"}}},
-                   {"LineTo",
-                    {{"X", "IF(Geometry2.X1<0,0,IF(Geometry2.X1>Geometry1.X2,Geometry1.X2,Geometry2.X3))"},
-                     {"Y", "MIN(MAX(Geometry2.Y1,0),Geometry2.Y5)"}}},
-                   {"LineTo", {{"X", stem}, {"Y", "Geometry2.Y2"}}},
-                   {"LineTo", {{"X", "Geometry2.X3"}, {"Y", "0"}}},
-                   {"LineTo", {{"X", "Geometry2.X3"}, {"Y", foot}}}};
-    GeometryDefinition triangle;
-    triangle.rows = {{"MoveTo", {{"X", "Geometry2.X3-0.05 in"}, {"Y", "Geometry2.Y5"}}},
-                     {"LineTo", {{"X", "Geometry2.X3+0.05 in"}, {"Y", "Geometry2.Y5"}}},
-                     {"LineTo", {{"X", "Geometry2.X3"}, {"Y", "Geometry1.Y3-0.05 in"}}},
-                     {"LineTo", {{"X", "Geometry3.X1"}, {"Y", "Geometry3.Y1"}}}};
-    shape.geometry = {plate, leader, triangle};
+    leader.rows = {
+        {"MoveTo", {{"X", "BeginX-PinX"}, {"Y", "BeginY-PinY"}}},
+        {"LineTo", {{"X", edge}, {"Y", height}}},
+        {"LineTo", {{"X", stem}, {"Y", "Geometry2.Y2"}}},
+        {"LineTo", {{"X", "IF(Geometry2.Y2>Geometry2.Y8,Geometry2.X7,Geometry2.X3)"}, {"Y", "Geometry2.Y8"}}},
+        {"LineTo", {{"X", "Geometry2.X3-0.05 in"}, {"Y", "Geometry2.Y8"}}},
+        {"LineTo", {{"X", "Geometry2.X3"}, {"Y", "Geometry1.Y3-0.05 in"}}},
+        {"LineTo", {{"X", "Geometry2.X3+0.05 in"}, {"Y", "Geometry2.Y8"}}},
+        {"LineTo", {{"X", "Geometry2.X3"}, {"Y", "MAX(0,Geometry1.Y3-0.14 in)"}}},
+        {"LineTo", {{"X", "Geometry2.X3"}, {"Y", "0"}}}};
+    shape.geometry = {plate, leader};
     shape.properties = kWorkProperties;
     return {"Annotation", "A note with a leader to what it explains.", shape};
 }
