@@ -36,6 +36,9 @@ void ChooseSides(Graph& graph, const std::vector<Point>& centers) {
             box.noteSide = side;
             const Rect note = NoteAt(box, centers[i]), around = note.Grown(kNoteGap);
             int barred = obstacles.Cover(note) || AnyOverlap(notes, note) ? kForOverlap : 0;
+            // Of many notes above a box the last has a long leader.
+            const bool isBeside = side == NoteSide::Right || side == NoteSide::Left;
+            if (!isBeside && box.noteHeight > box.height) barred += kForOverlap;
             for (const int line : linesAt[i]) {
                 const Line& at = graph.lines[At(line)];
                 barred += SegmentHits(centers[At(at.from)], centers[At(at.to)], around);
