@@ -162,16 +162,13 @@ bool FillRoom(OpenDocument& document, Page& page, Shape& box, const std::vector<
               Ground& ground) {
     const auto room = document.noteRooms.find({page.id, box.id});
     if (room == document.noteRooms.end()) return false;
-    std::vector<layout::Box> sizes;
-    for (Shape* note : notes) {
-        const Rect area = NoteOf(document, page, *note);
-        sizes.push_back({area.Width(), area.Height()});
-    }
-    const std::vector<Rect> places = PlacesInRoom(BlockOf(document, page, box), sizes, room->second.side);
+    const Rect block = BlockOf(document, page, box);
+    const std::vector<Rect> places =
+        PlacesInRoom(block, SizesOfNotes(document, page, notes), room->second.side);
     const auto isFree = [&](const Rect& place) { return ground.IsFree(place) && !ground.CoversLine(place); };
     if (!std::all_of(places.begin(), places.end(), isFree)) return false;
     for (std::size_t i = 0; i < notes.size(); ++i) {
-        PutNote(document, page, *notes[i], places[i]);
+        PutNote(document, page, *notes[i], places[i], block);
         ground.Take(places[i]);
     }
     return true;
@@ -197,11 +194,10 @@ void FindSpaceForNotes(OpenDocument& document, Page& page) {
     const std::vector<Point> shifts = searching.empty() ? std::vector<Point>() : Shifts();
     for (Shape* note : searching) {
         const Rect rect = NoteOf(document, page, *note);
-        const Point shift =
-            FindShift(ground, rect, ExplainedBy(document, page, *note, rect), shifts).value_or(Point{0, 0});
-        const Rect place = Shifted(rect, shift);
+        const Rect box = ExplainedBy(document, page, *note, rect);
+        const Rect place = Shifted(rect, FindShift(ground, rect, box, shifts).value_or(Point{0, 0}));
         ground.Take(place);
-        PutNote(document, page, *note, place);
+        PutNote(document, page, *note, place, box);
     }
     document.recalculation.Settle();
     GrowPageToContents(document, page);

@@ -4,7 +4,6 @@
 #include <cstddef>
 
 #include "base/failure.h"
-#include "drawing/arrange/page_arrangement.h"
 #include "drawing/session/connectors.h"
 #include "drawing/text/text_layout.h"
 #include "layout/graph/notes.h"
@@ -102,13 +101,12 @@ Leader LeaderOf(const Rect& box, const Rect& note) {
             {isRight ? note.x0 : note.x1, std::clamp(y, note.y0, std::max(note.y0, note.y1 - kHead))}};
 }
 
-void PutNote(OpenDocument& document, Page& page, Shape& note, const Rect& place) {
+void PutNote(OpenDocument& document, Page& page, Shape& note, const Rect& place, const Rect& box) {
     Recalculation& cells = document.recalculation;
     cells.SetValue(page, note, Name::PinX, Value::Of(place.x0));
     cells.SetValue(page, note, Name::PinY, Value::Of(place.y0));
     cells.Settle();
-    if (Shape* box = GluedTo(page, note, true))
-        PutBegin(document, page, note, LeaderOf(BlockOf(document, page, *box), place).begin);
+    if (GluedTo(page, note, true)) PutBegin(document, page, note, LeaderOf(box, place).begin);
 }
 
 }  // namespace norvelis::drawing

@@ -27,7 +27,7 @@ struct Leader {
 };
 Leader LeaderOf(const Rect& box, const Rect& note);
 
-/// Moves a note there, and its leader to its box.
-void PutNote(OpenDocument& document, Page& page, Shape& note, const Rect& place);
+/// Moves a note there; its leader begins at its box, if it has one.
+void PutNote(OpenDocument& document, Page& page, Shape& note, const Rect& place, const Rect& box);
 
 }  // namespace norvelis::drawing

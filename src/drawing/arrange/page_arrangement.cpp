@@ -132,11 +132,7 @@ struct PageGraph {
 void AddNoteRooms(OpenDocument& document, Page& page, PageGraph& on) {
     on.notes = NotesOf(page, on.boxes);
     for (std::size_t i = 0; i < on.boxes.size(); ++i) {
-        NoteRoom room;
-        for (Shape* note : on.notes[i]) {
-            const Rect area = NoteOf(document, page, *note);
-            room.notes.push_back({area.Width(), area.Height()});
-        }
+        NoteRoom room{SizesOfNotes(document, page, on.notes[i])};
         const auto reserved = document.noteRooms.find({page.id, on.boxes[i]->id});
         if (room.notes.empty() && reserved != document.noteRooms.end()) room = reserved->second;
         const layout::Box size = RoomFor(room.notes);
@@ -246,6 +242,15 @@ Rect NoteOf(OpenDocument& document, Page& page, Shape& note) {
                          TextHeight(fonts, *document.model, note, width))};
 }
 
+std::vector<layout::Box> SizesOfNotes(OpenDocument& document, Page& page, const std::vector<Shape*>& notes) {
+    std::vector<layout::Box> sizes;
+    for (Shape* note : notes) {
+        const Rect area = NoteOf(document, page, *note);
+        sizes.push_back({area.Width(), area.Height()});
+    }
+    return sizes;
+}
+
 void LayOutPage(OpenDocument& document, Page& page) {
     document.recalculation.Settle();
     const PageGraph on = GraphOf(document, page);
@@ -259,10 +264,10 @@ void LayOutPage(OpenDocument& document, Page& page) {
         NoteRoom room = on.rooms[i];
         if (room.notes.empty()) continue;
         room.side = placement.noteSides[i];
-        const std::vector<Rect> places =
-            PlacesInRoom(BlockOf(document, page, *on.boxes[i]), room.notes, room.side);
+        const Rect box = BlockOf(document, page, *on.boxes[i]);
+        const std::vector<Rect> places = PlacesInRoom(box, room.notes, room.side);
         for (std::size_t k = 0; k < on.notes[i].size(); ++k)
-            PutNote(document, page, *on.notes[i][k], places[k]);
+            PutNote(document, page, *on.notes[i][k], places[k], box);
         document.noteRooms[{page.id, on.boxes[i]->id}] = std::move(room);
     }
     const auto jumps = FindJumps(placement.routes);

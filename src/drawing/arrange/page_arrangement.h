@@ -22,6 +22,7 @@ std::vector<std::vector<Shape*>> NotesOf(const Page& page, const std::vector<Sha
 Rect BlockOf(OpenDocument& document, Page& page, Shape& shape);
 Rect LabelOf(OpenDocument& document, Page& page, Shape& line);
 Rect NoteOf(OpenDocument& document, Page& page, Shape& note);
+std::vector<layout::Box> SizesOfNotes(OpenDocument& document, Page& page, const std::vector<Shape*>& notes);
 
 /// Places all boxes and routes all lines by the page's layout row, with room for the notes of boxes; notes
 /// that are there move into it.

@@ -118,6 +118,13 @@ void StateEnd(OpenDocument& document, Canvas& canvas, Shape& line, Name name, do
     document.recalculation.Changed(canvas, line, name);
 }
 
+/// The ends of a line look for their places again, after the line itself has changed.
+void RefreshGlue(OpenDocument& document, Canvas& canvas, Shape& line) {
+    for (const Name trigger : {Name::BegTrigger, Name::EndTrigger}) {
+        if (line.cells.Find(trigger)) document.recalculation.Changed(canvas, line, trigger);
+    }
+}
+
 bool Joins(const Connect& connect, const Shape& line, bool begin) {
     return connect.fromSheet == line.id && connect.fromCell == EndCell(begin);
 }
@@ -207,12 +214,6 @@ void DropRoutesOf(OpenDocument& document, Canvas& canvas, const Shape& box) {
             DropRoute(document, canvas, *line);
             RefreshGlue(document, canvas, *line);
         }
-    }
-}
-
-void RefreshGlue(OpenDocument& document, Canvas& canvas, Shape& line) {
-    for (const Name trigger : {Name::BegTrigger, Name::EndTrigger}) {
-        if (line.cells.Find(trigger)) document.recalculation.Changed(canvas, line, trigger);
     }
 }
 

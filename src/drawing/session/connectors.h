@@ -39,9 +39,6 @@ void DropRoute(OpenDocument& document, Canvas& canvas, Shape& line);
 /// The same for all lines that are glued to the box.
 void DropRoutesOf(OpenDocument& document, Canvas& canvas, const Shape& box);
 
-/// The ends of a line look for their places again, after the line itself was moved.
-void RefreshGlue(OpenDocument& document, Canvas& canvas, Shape& line);
-
 /// Points of the line's route on the page, corners of curves included.
 std::vector<Point> RouteOf(OpenDocument& document, Canvas& canvas, Shape& line);
 

@@ -97,7 +97,7 @@ MasterDefinition Annotation() {
                    {"FillForegnd", "RGB(255,253,244)"},
                    {"FillPattern", "1"},
                    {"FillForegndTrans", "0.15"},
-                   {"LineColor", "RGB(176,150,92)"},
+                   {"LineColor", "RGB(146,116,56)"},
                    {"LineWeight", "0.5 pt"},
                    {"LeftMargin", "IF(BeginX>PinX+0.2 in,3 pt,10 pt)"},
                    {"RightMargin", "IF(BeginX>PinX+0.2 in,10 pt,3 pt)"},

@@ -215,6 +215,30 @@ TEST_F(EngineTest, NotesGoBesideTheirBoxesWhenThePageIsLaidOut) {
     EXPECT_NEAR(Value(note, "PinX") - Value(member, "PinX") - Value(member, "Width") / 2, 0.15, 1e-9);
 }
 
+TEST_F(EngineTest, NotesGoIntoTheRoomThatWasReservedForThem) {
+    const auto owner = Box(2, 2), member = Box(9, 9);
+    Line(owner, member)->SetText("SET\r\nNPO");
+    const std::string texts[] = {"INDEX\r\nFIELD ASC", "OTHER\r\nFIELD DSC\r\nMA SORTED"};
+    for (const std::string& text : texts) EXPECT_TRUE(page->ReserveNote(member, text, 2));
+    ASSERT_TRUE(page->Layout());
+    std::vector<Ref<engine::Shape>> notes;
+    for (const std::string& text : texts) {
+        notes.push_back(Drop("ANNOTATION", Value(member, "PinX") + 0.7, Value(member, "PinY") + 0.7));
+        notes.back()->SetText(text);
+        notes.back()->CellsSRC(engine::kBeginX)->GlueTo(member->CellsSRC(engine::kPinX));
+    }
+    ASSERT_TRUE(page->PlaceNotes());
+    const double border = Value(member, "PinX") + Value(member, "Width") / 2;
+    for (const auto& note : notes) {
+        EXPECT_NEAR(Value(note, "PinX"), border + 0.15, 1e-9);
+        EXPECT_NEAR(Value(note, "BeginX"), border, 1e-9);
+        EXPECT_GT(Value(note, "BeginY"), Value(member, "PinY") - Value(member, "Height") / 2);
+    }
+    EXPECT_NEAR(Value(notes[0], "PinY") - Value(notes[1], "PinY") - Value(notes[1], "Geometry1.Y3"), 0.08,
+                1e-9)
+        << "one below the other";
+}
+
 TEST_F(EngineTest, NotesMoveOffWhatTheyCover) {
     const auto box = Box(5, 5, 4, 3);
     std::vector<Ref<engine::Shape>> notes;

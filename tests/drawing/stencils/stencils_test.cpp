@@ -213,6 +213,25 @@ TEST_F(DroppedTest, ANoteBesideABoxLeavesItUncovered) {
     EXPECT_NEAR(figure.bounds.left() / kUnitsPerInch, 3.5, 0.05);
 }
 
+TEST_F(DroppedTest, ANotesStemFacesWhatItExplains) {
+    Shape& note = Drop(kFlowchart, "ANNOTATION", 4, 4);
+    note.text = TextRuns{{"INDEX\r\nFIELD ASC\r\nMA SORTED"}};
+    const auto number = [&](const char* cell) { return Number(note, ParseCellName(drawing_->names, cell)); };
+    const struct {
+        double x, y;  ///< Of the begin point, from the note's foot.
+        bool isStemRight, endsAtTip;
+    } cases[] = {
+        {-0.2, 0, false, false}, {1.5, 0, true, false}, {0.07, -0.2, false, false}, {0.07, 0.8, false, true}};
+    for (const auto& each : cases) {
+        note.cells.Set(Name::BeginX, 4 + each.x).Set(Name::BeginY, 4 + each.y);
+        Recalculate();
+        const double right = number("Geometry1.X2"), stem = number("Geometry2.X3");
+        EXPECT_NEAR(stem, each.isStemRight ? right - 0.07 : 0.07, 1e-9) << each.x;
+        EXPECT_NEAR(number("Geometry2.X2"), std::clamp(each.x, 0.0, right), 1e-9);
+        EXPECT_NEAR(number("Geometry2.Y2"), each.endsAtTip ? number("Geometry2.Y6") : 0, 1e-9);
+    }
+}
+
 TEST_F(DroppedTest, AConnectorsLineAndLabelFollowItsEnds) {
     Shape& line = Drop(kFlowchart, "Dynamic Connector", 0.5, 0.5);
     line.text = TextRuns{{"SET"}};
