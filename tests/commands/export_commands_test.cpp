@@ -15,23 +15,24 @@ using ::testing::EndsWith;
 
 TEST(ExportCommands, TheDrawingItselfIsNeverReplacedAndFailuresAreSaid) {
     TestApp test;
-    const std::string drawing = test.folder.Path("a.vsd"), out = test.folder.Path("out.svg");
+    const std::string file = test.folder.Path("a.vsd"), out = test.folder.Path("out.svg");
+    const ShownDrawing drawing{file, 2, "PAGE"};
     const ExportForm& svg = ExportForms().front();
     EXPECT_FALSE(ChooseExport(test.host, drawing, svg)) << "there is none";
-    WriteFile(drawing, "a drawing");
+    WriteFile(file, "a drawing");
     EXPECT_FALSE(ChooseExport(test.host, drawing, svg)) << "the person chose nothing";
-    test.host.inputs = {drawing, out};
+    test.host.inputs = {file, out};
     EXPECT_FALSE(ChooseExport(test.host, drawing, svg));
     EXPECT_EQ(ChooseExport(test.host, drawing, svg), out);
     EXPECT_THAT(test.host.Texts(), ElementsAre("There are no visio drawing to view",
                                                EndsWith("a.vsd: the export would replace the drawing")));
     test.host.messages.clear();
-    ExportDrawing(test.host, drawing, out, [](const std::string& from, const std::string& to) {
-        WriteFile(to, "of " + ReadFile(from));
+    ExportDrawing(test.host, drawing, out, [](const std::string& from, const std::string& to, int page) {
+        WriteFile(to, "page " + std::to_string(page) + " of " + ReadFile(from));
     });
-    EXPECT_EQ(ReadFile(out), "of a drawing");
+    EXPECT_EQ(ReadFile(out), "page 2 of a drawing");
     EXPECT_THAT(test.host.statuses, ElementsAre("Exported to " + out));
-    ExportDrawing(test.host, drawing, out, [](const std::string&, const std::string&) {
+    ExportDrawing(test.host, drawing, out, [](const std::string&, const std::string&, int) {
         throw RuntimeFailure(FailureNumber::DeviceIoError, "the disk is full");
     });
     EXPECT_THAT(test.host.Texts(), ElementsAre(EndsWith("the disk is full")));

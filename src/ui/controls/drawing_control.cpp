@@ -106,6 +106,7 @@ void DrawingControl2::AddTabs() {
     tabs_->setElideMode(Qt::ElideNone);
     tabs_->setAutoFillBackground(true);
     tabs_->setCursor(Qt::ArrowCursor);
+    tabs_->setFocusPolicy(Qt::NoFocus);  // The drawing has the keys.
     tabs_->hide();
     connect(tabs_, &QTabBar::currentChanged, this, &DrawingControl2::ShowPage);
 }
