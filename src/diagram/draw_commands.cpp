@@ -9,7 +9,6 @@
 #include "core/places.h"
 #include "core/settings.h"
 #include "diagram/color.h"
-#include "diagram/difference_legend.h"
 #include "diagram/page_layout.h"
 #include "diagram/record_choice.h"
 #include "dictionary/schemas.h"
@@ -209,11 +208,6 @@ DrawnFile DrawMarkedSchema(DrawingState& drawing, const std::string& schema) {
     DrawOrder order = OrderOfSchema(drawing, schema, nullptr);
     if (schema.empty()) order.subfolder = kNameless;
     order.name = order.subfolder + " differences";
-    auto& addShapes = order.pages.front().addShapes;
-    addShapes = [&drawing, addSchema = std::move(addShapes)](const PageRef& page) {
-        addSchema(page);
-        AddLegend(drawing, page);
-    };
     return {DrawWhole(drawing, order), order.File()};
 }
 

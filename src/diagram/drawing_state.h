@@ -5,7 +5,6 @@
 #include <optional>
 #include <set>
 #include <string>
-#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -48,7 +47,7 @@ struct DrawOptions {
     std::optional<std::string> location;  ///< Folder of the drawings.
     std::optional<bool> visible{};        ///< The engine shows its window.
     BoxMeaning meaning = BoxMeaning::None;
-    bool linesByOwner = false;  ///< Lines of one owner look alike; otherwise each has a random colour.
+    bool linesByOwner = false;     ///< Lines of one owner look alike; otherwise each has a random colour.
 };
 
 /// The fields of the box being drawn.
@@ -102,7 +101,7 @@ struct DrawingState {
     /// Asked once: as a rule there are none, and a look for those of one record walks the table.
     bool storeHasIndexRows = true;
     std::vector<std::string> values;  ///< Of what the fills mean, folded, by name; read when first asked for.
-    std::unordered_map<std::string, std::size_t> owners;  ///< Of lines, folded, in the order of their first.
+    std::vector<std::string> owners;  ///< Of the schema's sets, likewise.
 
     // One page.
     DrawnShapes gDrawnShapes;
@@ -125,6 +124,10 @@ struct DrawingState {
 
 /// A line of text on the progress form's second bar, the tree screen's and the screen's own.
 void ShowText(DrawingState& drawing, const std::string& text);
+
+/// Whether a row belongs to the schema that is drawn. A dictionary may hold a test and a production copy,
+/// whose records and sets have the same names.
+bool IsOfDrawnSchema(const DrawingState& drawing, const Recordset& row);
 
 // Cell writes that skip a cell which is not there.
 inline bool SetFormula(const CellRef& cell, const std::string& formula) {

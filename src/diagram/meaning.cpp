@@ -1,56 +1,53 @@
 #include "diagram/meaning.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <array>
 
 #include "base/name_key.h"
 #include "base/text.h"
 #include "diagram/color.h"
-#include "diagram/common.h"
 #include "dictionary/records.h"
+#include "dictionary/sets.h"
 
 namespace norvelis {
 
 namespace {
 
-// Fills for black, red and blue text, from light to dark in even steps of grey.
-constexpr std::array kFills = {"RGB(255,247,196)", "RGB(207,236,255)", "RGB(255,210,160)",
-                               "RGB(170,224,190)", "RGB(228,166,196)", "RGB(140,176,224)"};
-constexpr std::array kLines = {"RGB(0,0,0)",    "RGB(0,70,150)",   "RGB(165,50,0)",
-                               "RGB(0,125,90)", "RGB(165,60,145)", "RGB(150,125,0)"};
+// Of six, the first three have a solid outline, the others lie between them and have a dashed one: prints in
+// grey keep too few steps apart for black, red and blue text.
+constexpr std::array kFills = {"RGB(250,250,165)", "RGB(165,230,250)", "RGB(220,190,135)",
+                               "RGB(215,245,195)", "RGB(215,205,200)", "RGB(100,195,245)"};
+// From dark to light.
+constexpr std::array kLines = {"RGB(0,0,0)",     "RGB(84,0,108)",   "RGB(72,12,216)",
+                               "RGB(168,48,12)", "RGB(60,132,120)", "RGB(156,132,228)"};
 // Published numbers of LinePattern: solid, dash, dot, dash and dot.
 constexpr std::size_t kSolid = 1, kPatterns = 4;
-
-struct Look {
-    std::string color;
-    std::size_t pattern;
-};
-
-/// Of the n-th value: all fills with a solid outline, then all with the next pattern.
-Look BoxLook(std::size_t n) {
-    return {kFills[n % kFills.size()], kSolid + n / kFills.size() % kPatterns};
-}
-
-/// Of the n-th owner: the next differs from it in color and pattern, for dark colors look alike in grey. All
-/// 24 pairs come before one comes again.
-Look LineLook(std::size_t n) {
-    constexpr std::size_t kRound = 12;  // After which color and pattern would meet again.
-    return {kLines[n % kLines.size()], kSolid + (n + n / kRound) % kPatterns};
-}
+/// After which color and pattern would meet again. One step of the pattern more, and all 24 pairs come before
+/// one comes again.
+constexpr std::size_t kRound = 12;
 
 std::string ValueOf(const DrawingState& drawing, const Recordset& record) {
     const char* column = drawing.options.meaning == BoxMeaning::Area ? "areaname" : "recmode";
     return std::string(Trim(record.Text(column)));
 }
 
+void KeepEachOnce(std::vector<std::string>& names) {
+    std::ranges::sort(names);
+    names.erase(std::unique(names.begin(), names.end()), names.end());
+}
+
 /// All values of the schema by name, so that each looks alike on all of its drawings.
 void ReadValues(DrawingState& drawing) {
     for (auto row = dictionary::RecordsByName(drawing.store, drawing.gDrawSchema); !row.Eof(); row.MoveNext())
         drawing.values.push_back(NameKey(ValueOf(drawing, row)));
-    std::ranges::sort(drawing.values);
-    drawing.values.erase(std::unique(drawing.values.begin(), drawing.values.end()), drawing.values.end());
+    KeepEachOnce(drawing.values);
+}
+
+void ReadOwners(DrawingState& drawing) {
+    for (auto row = dictionary::Sets(drawing.store); !row.Eof(); row.MoveNext()) {
+        if (IsOfDrawnSchema(drawing, row)) drawing.owners.push_back(NameKey(Trim(row.Text("recordname"))));
+    }
+    KeepEachOnce(drawing.owners);
 }
 
 std::size_t PlaceOf(const std::vector<std::string>& values, const std::string& value) {
@@ -68,46 +65,33 @@ void Fill(engine::Shape& shape, const Look& look) {
 
 }  // namespace
 
+Look BoxLook(std::size_t n) {
+    constexpr std::size_t kAlike = 3;  // Fills in a row with one outline.
+    return {kFills[n % kFills.size()], kSolid + (n / kAlike + n / kRound) % kPatterns};
+}
+
+Look LineLook(std::size_t n) {
+    return {kLines[n % kLines.size()], kSolid + (n + n / kRound) % kPatterns};
+}
+
 void ShowMeaning(DrawingState& drawing, engine::Shape& box, const Recordset& record) {
     if (drawing.values.empty()) ReadValues(drawing);
     const std::string value = ValueOf(drawing, record);
-    Fill(box, BoxLook(PlaceOf(drawing.values, value)));
+    FillByValue(drawing, box, value);
     drawing.shownValues.insert(value);
+}
+
+void FillByValue(const DrawingState& drawing, engine::Shape& shape, const std::string& value) {
+    Fill(shape, BoxLook(PlaceOf(drawing.values, value)));
 }
 
 bool ColorLine(DrawingState& drawing, engine::Shape& line, const std::string& owner) {
     const CellRef color = line.Cells("LineColor");
     if (!drawing.options.linesByOwner) return SetFormulaU(color, PickDarkColor(drawing.app.random));
-    const std::size_t place = drawing.owners.try_emplace(NameKey(owner), drawing.owners.size()).first->second;
-    const Look look = LineLook(place);
+    if (drawing.owners.empty()) ReadOwners(drawing);
+    const Look look = LineLook(PlaceOf(drawing.owners, owner));
     SetPattern(line, look.pattern);
     return SetFormulaU(color, look.color);
-}
-
-void AddLegend(DrawingState& drawing, const PageRef& page, const engine::Ref<engine::Master>& entry,
-               engine::Shape& title) {
-    constexpr int kRows = 4;
-    constexpr double kRowPitch = 1.15, kColumnPitch = 13;  // Heights of an entry.
-    if (drawing.shownValues.empty() || !entry) return;
-    const auto layers = page->Layers();
-    const auto layer = layers ? layers->Add(kDecorationLayer) : nullptr;
-    int place = 0;
-    for (const std::string& value : drawing.shownValues) {
-        const int column = place / kRows, row = place % kRows;
-        const ShapeRef shape = page->Drop(entry, 0, 0);
-        if (!shape) return;
-        if (const ShapeRef swatch = PartOf(*shape, "Swatch"))
-            Fill(*swatch, BoxLook(PlaceOf(drawing.values, value)));
-        if (const ShapeRef name = PartOf(*shape, "Name")) name->SetText(value.empty() ? "none" : value);
-        const std::string beside =
-            fmt::format("Sheet.{0}!PinX-Sheet.{0}!LocPinX+Sheet.{0}!Width", title.ID());
-        SetFormulaU(shape->CellsSRC(engine::kPinX),
-                    fmt::format("{}+0.2 in+Height*{}", beside, column * kColumnPitch));
-        SetFormulaU(shape->CellsSRC(engine::kPinY),
-                    fmt::format("ThePage!PageHeight-0.25 in-Height*{}", row * kRowPitch));
-        if (layer) layer->Add(shape, 0);
-        ++place;
-    }
 }
 
 }  // namespace norvelis

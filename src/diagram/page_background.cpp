@@ -5,7 +5,6 @@
 
 #include "core/settings.h"
 #include "diagram/common.h"
-#include "diagram/meaning.h"
 #include "diagram/page_layout.h"
 #include "diagram/title_facts.h"
 
@@ -77,7 +76,8 @@ PageMasters PreparePageMasters(DrawingState& drawing, engine::Document& document
     const auto titles = GetStencil(drawing.reportOnce, documents, kTitleStencil);
     if (!titles) return result;
     result.title = MasterOf(titles, "Title block deco");
-    if (drawing.options.meaning != BoxMeaning::None) result.legendEntry = MasterOf(titles, "Legend entry");
+    if (HasLegend(drawing))
+        result.legend = {MasterOf(titles, "Legend heading"), MasterOf(titles, "Legend entry")};
     result.complete = true;
     drawing.app.host.Yield();
     return result;
@@ -96,7 +96,7 @@ void formatPageBackground(DrawingState& drawing, const PageRef& page, const Page
     if (block) {
         SetFormula(block->Cells("Char.Size"), kSixPoints);
         if (const ShapeRef facts = PartOf(*block, "Facts")) facts->SetText(TitleFacts(drawing));
-        AddLegend(drawing, page, masters.legendEntry, *block);
+        AddLegend(drawing, page, masters.legend, *block);
     }
     drawing.app.host.Yield();
     ApplyLayout(drawing.app.host, *page, drawing.options.layout);

@@ -3,13 +3,15 @@
 #include <string>
 
 #include "diagram/drawing_state.h"
+#include "diagram/legend.h"
 
 // The look of a page: the chosen background, a title block in the upper left corner, both on a locked layer.
 namespace norvelis {
 
 /// What the looks of a drawing's pages are made of. Without the title's stencil nothing is.
 struct PageMasters {
-    engine::Ref<engine::Master> background, title, legendEntry;
+    engine::Ref<engine::Master> background, title;
+    LegendMasters legend;
     bool complete = false;
 };
 PageMasters PreparePageMasters(DrawingState& drawing, engine::Document& document);

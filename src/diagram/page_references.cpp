@@ -2,8 +2,10 @@
 
 #include "base/name_key.h"
 #include "base/text.h"
+#include "diagram/meaning.h"
 #include "diagram/record_shapes.h"
 #include "diagram/shape_text.h"
+#include "dictionary/records.h"
 
 namespace norvelis {
 
@@ -14,8 +16,11 @@ void CreatePageReference(DrawingState& drawing, const PageRef& page, const PageR
     RememberShape(drawing, reference.record, *shape);
     FormatReferenceText(reference.record, reference.page, *shape);
     shape->SetName(reference.record);
-    SetFormula(shape->Cells("Height"), "Guard(TextHeight(TheText, Width))");
-    SetFormula(shape->Cells("width"), "Guard(TextWidth(TheText))");
+    if (drawing.options.meaning != BoxMeaning::None) {
+        const Recordset record = dictionary::RecordIn(drawing.store, drawing.gDrawSchema, reference.record);
+        if (!record.Eof()) ShowMeaning(drawing, *shape, record);
+    }
+    SizeToText(*shape);
     if (const auto link = shape->AddHyperlink()) {
         link->SetSubAddress(reference.page + "/" + reference.record);
         link->SetDescription(reference.record + " on page " + reference.page);

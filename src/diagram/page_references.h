@@ -10,7 +10,7 @@
 namespace norvelis {
 
 /// The name of the record and of its page, which a link in the shape leads to. Lines are drawn to it as to a
-/// box; notes are not.
+/// box, and its fill means the same; notes are not.
 void CreatePageReference(DrawingState& drawing, const PageRef& page, const PageReference& reference);
 
 /// Whether the record is on another page and here only referred to.

@@ -124,10 +124,6 @@ bool CreateRecordShape(DrawingState& drawing, const PageRef& page, const std::st
     return true;
 }
 
-bool IsOfDrawnSchema(const DrawingState& drawing, const Recordset& row) {
-    return SameName(Trim(row.Text("schemaname")), drawing.gDrawSchema);
-}
-
 void SizeToText(engine::Shape& box) {
     SetFormula(box.Cells("Height"), "Guard(TextHeight(TheText, Width))");
     SetFormula(box.Cells("width"), "Guard(TextWidth(TheText))");

@@ -18,9 +18,6 @@ void DrawRecordTree(DrawingState& drawing, const PageRef& page, const std::strin
 bool CreateRecordShape(DrawingState& drawing, const PageRef& page, const std::string& schema,
                        const std::string& recordName);
 
-/// Whether a row belongs to the schema that is drawn. A dictionary may hold a test and a production copy,
-/// whose records and sets have the same names.
-bool IsOfDrawnSchema(const DrawingState& drawing, const Recordset& row);
 /// A box as wide and high as its text.
 void SizeToText(engine::Shape& box);
 

@@ -2,8 +2,12 @@
 
 #include <fmt/format.h>
 
+#include <set>
+
+#include "base/name_key.h"
 #include "base/text.h"
 #include "dictionary/schemas.h"
+#include "dictionary/sets.h"
 
 namespace norvelis {
 
@@ -18,6 +22,17 @@ std::string Counted(std::size_t drawn, long all, const char* one, const char* ma
 std::string WithoutWord(std::string_view word, std::string_view value) {
     const bool has = EqualIgnoringCase(value.substr(0, word.size()), word);
     return std::string(Trim(value.substr(has ? word.size() : 0)));
+}
+
+/// Those of the records on the page; their notes come after its layout.
+std::size_t CountDrawnIndexes(const DrawingState& drawing) {
+    std::set<std::string> indexes;
+    for (auto row = dictionary::Indexes(drawing.store); !row.Eof(); row.MoveNext()) {
+        const std::string member(Trim(row.Text("next_step")));
+        const bool drawn = drawing.gShapeIds.Find(member) && !drawing.references.contains(NameKey(member));
+        if (drawn && IsOfDrawnSchema(drawing, row)) indexes.insert(NameKey(Trim(row.Text("recordname"))));
+    }
+    return indexes.size();
 }
 
 }  // namespace
@@ -41,7 +56,7 @@ std::string TitleFacts(DrawingState& drawing) {
     if (!date.empty()) text += ": ";
     text += Counted(drawing.drawnRecords, all.records, "record", "records") + ", " +
             Counted(drawing.drawnSets.size(), all.sets, "set", "sets");
-    if (all.indexes > 0) text += fmt::format(", {} {}", all.indexes, all.indexes == 1 ? "index" : "indexes");
+    if (all.indexes > 0) text += ", " + Counted(CountDrawnIndexes(drawing), all.indexes, "index", "indexes");
     return text;
 }
 

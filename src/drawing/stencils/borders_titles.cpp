@@ -71,14 +71,15 @@ MasterDefinition TitleBlockDeco() {
                                   {"LineWeight", "0.5 pt"}});
     ShapeDefinition bar = Part("0", "0", "0.07 in", "Sheet.5!Height", filled(ink));
     ShapeDefinition accent = Part("0.07 in", "0", "0.02 in", "Sheet.5!Height", filled("RGB(214,160,72)"));
-    ShapeDefinition rule = Part("0.176 in", "Sheet.13!Height+0.03 in", "Sheet.5!Width-0.62 in", "0.006 in",
+    ShapeDefinition rule = Part("0.176 in", "Sheet.13!Height+0.035 in", "Sheet.5!Width-0.266 in", "0.006 in",
                                 filled("RGB(198,208,220)"));
-    // An owner, a line, a member: the mark at the right.
-    const std::string middle = "Sheet.5!Height-0.165 in", left = "Sheet.5!Width-0.29 in";
-    ShapeDefinition owner = Part(left, middle + "+0.045 in", "0.2 in", "0.085 in", filled(ink));
+    // An owner, a line, a member: the mark at the right, above the rule.
+    const std::string left = "Sheet.5!Width-0.25 in";
+    const auto below = [](const char* top) { return std::string("Sheet.5!Height-") + top; };
+    ShapeDefinition owner = Part(left, below("0.115 in"), "0.16 in", "0.065 in", filled(ink));
     ShapeDefinition line =
-        Part("Sheet.5!Width-0.196 in", middle + "-0.05 in", "0.012 in", "0.1 in", filled("RGB(150,164,184)"));
-    ShapeDefinition member = Part(left, middle + "-0.13 in", "0.2 in", "0.085 in",
+        Part("Sheet.5!Width-0.176 in", below("0.18 in"), "0.012 in", "0.07 in", filled("RGB(150,164,184)"));
+    ShapeDefinition member = Part(left, below("0.245 in"), "0.16 in", "0.065 in",
                                   {{"FillPattern", "1"},
                                    {"FillForegnd", "RGB(255,255,255)"},
                                    {"LineColor", ink},
@@ -100,26 +101,18 @@ MasterDefinition TitleBlockDeco() {
     return {"Title block deco", "A title that rides at the page's upper left.", block};
 }
 
-/// A swatch ("Sheet.6") and what it means ("Sheet.7"), as high as the facts of the title. The pin is at the
-/// upper left.
-MasterDefinition LegendEntry() {
-    ShapeDefinition entry;
-    entry.cells = {{"Width", "Sheet.7!Width+Height*1.7"},
-                   {"Height", "Sheet.7!Height"},
-                   {"LocPinX", "0"},
-                   {"LocPinY", "Height"},
-                   {"FillPattern", "0"},
-                   {"LinePattern", "0"},
-                   {"DisplayMode", "2"},
-                   {"HideText", "1"},
-                   {"ObjType", "4"}};
-    ShapeDefinition swatch = Part("0", "Sheet.5!Height*0.1", "Sheet.5!Height*1.5", "Sheet.5!Height*0.8",
-                                  {{"FillPattern", "1"},
-                                   {"FillForegnd", "RGB(255,255,255)"},
-                                   {"LineColor", "RGB(84,100,122)"},
-                                   {"LineWeight", "0.75 pt"}});
-    swatch.name = "Swatch";
-    ShapeDefinition name = Part("Sheet.5!Height*1.7", "0", "TEXTWIDTH(TheText)", "TEXTHEIGHT(TheText,Width)",
+/// A shape of a legend with its pin at the upper left, which takes no text itself.
+ShapeDefinition LegendShape(const std::string& width, const std::string& height) {
+    ShapeDefinition shape;
+    shape.cells = {{"Width", width},      {"Height", height},   {"LocPinX", "0"},
+                   {"LocPinY", "Height"}, {"FillPattern", "0"}, {"LinePattern", "0"},
+                   {"DisplayMode", "2"},  {"HideText", "1"},    {"ObjType", "4"}};
+    return shape;
+}
+
+/// Its text, as high as the facts of the title. `style` is of the characters.
+ShapeDefinition LegendText(const std::string& left, const char* style) {
+    ShapeDefinition text = Part(left, "0", "TEXTWIDTH(TheText)", "TEXTHEIGHT(TheText,Width)",
                                 {{"LinePattern", "0"},
                                  {"FillPattern", "0"},
                                  {"LeftMargin", "0 pt"},
@@ -129,17 +122,39 @@ MasterDefinition LegendEntry() {
                                  {"VerticalAlign", "1"},
                                  {"Para.HorzAlign", "0"},
                                  {"Char.Size", kFactsSize},
+                                 {"Char.Style", style},
                                  {"Char.Color", "RGB(31,56,88)"}});
-    name.name = "Name";
-    name.text = "Meaning";
-    entry.parts = {swatch, name};
+    text.name = "Name";
+    text.text = "Meaning";
+    return text;
+}
+
+/// A line of text ("Sheet.6").
+MasterDefinition LegendHeading() {
+    ShapeDefinition heading = LegendShape("Sheet.6!Width", "Sheet.6!Height");
+    heading.parts = {LegendText("0", "1")};
+    return {"Legend heading", "What a legend is about.", heading};
+}
+
+/// A swatch ("Sheet.6") and what it means ("Sheet.7").
+MasterDefinition LegendEntry() {
+    ShapeDefinition entry = LegendShape("Sheet.7!Width+Height*3.2", "Sheet.7!Height");
+    ShapeDefinition swatch = Part("0", "Sheet.5!Height*0.1", "Sheet.5!Height*2.7", "Sheet.5!Height*0.8",
+                                  {{"FillPattern", "1"},
+                                   {"FillForegnd", "RGB(255,255,255)"},
+                                   {"LineColor", "RGB(84,100,122)"},
+                                   {"LineWeight", "0.75 pt"}});
+    swatch.name = "Swatch";
+    entry.parts = {swatch, LegendText("Sheet.5!Height*3.2", "0")};
     return {"Legend entry", "What a color means.", entry};
 }
 
 }  // namespace
 
 StencilDefinition BordersAndTitles() {
-    return {"Borders and Titles (US units).vss", "Borders and Titles", {TitleBlockDeco(), LegendEntry()}};
+    return {"Borders and Titles (US units).vss",
+            "Borders and Titles",
+            {TitleBlockDeco(), LegendHeading(), LegendEntry()}};
 }
 
 }  // namespace norvelis::drawing::stencils
