@@ -91,6 +91,7 @@ class Photographer {
             frame_.Context().skin.ChangeTo(skin);
             skin_ = QString::fromStdString(skin).toLower();
             TakeBrowsing();
+            TakePages();
             TakeList();
             TakeFind();
             TakeFindings();
@@ -219,6 +220,34 @@ class Photographer {
         drawing.Fit();
         drawing.LightSelected();
         Take(viewer, "drawing-neighbors");
+    }
+    /// The schema by area: its second page in the larger window, with colors that tell areas.
+    void TakePages() {
+        Form& screen = *frame_.Find(Screen::Treeview);
+        const std::string schema = screen.findChild<cTreeView*>("Tview")->Tree().Schema(0);
+        const auto choose = [&screen](std::initializer_list<const char*> entries) {
+            for (const char* entry : entries) screen.findChild<QAction*>(entry)->trigger();
+        };
+        choose({"mnuBoxesByArea", "mnuLinesByOwner"});
+        RecordChoice byArea;
+        byArea.kind = RecordChoice::Kind::ByArea;
+        frame_.Context().request(DrawChosen{schema, byArea});
+        choose({"mnuBoxesUsual", "mnuLinesRandom"});
+        LetShow();
+        Press(screen, "Label1");
+        Form& viewer = *frame_.Find(Screen::DrawingViewer);
+        LetShow();
+        viewer.findChild<DrawingControl2*>()->StepPage(true);
+        Take(viewer, "drawing-pages");
+        viewer.close();
+        auto* look = screen.findChild<QMenu*>("mnuLook");
+        auto* button = look->parentWidget();
+        look->popup(button->mapToGlobal(QPoint(0, button->height())));
+        LetPaint();
+        QPixmap picture = frame_.grab();
+        QPainter(&picture).drawPixmap(frame_.mapFromGlobal(look->pos()), look->grab());
+        look->close();
+        Save(picture, "drawing-look");
     }
     /// The list with a record that has owners and members, if there is one.
     void TakeList() {

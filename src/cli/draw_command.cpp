@@ -8,6 +8,7 @@
 #include "core/settings.h"
 #include "diagram/draw_chosen.h"
 #include "diagram/draw_commands.h"
+#include "diagram/draw_preparation.h"
 #include "diagram/page_layout.h"
 #include "dictionary/records.h"
 #include "dictionary/schemas.h"
@@ -76,7 +77,8 @@ class Draw {
             reported_.pop_back();  // "Done Drawing", whether or not it is true.
         const int status = Finish(result, FileOf(schema, schema));
         if (const std::string hint = SizeHint(drawing_); status == kDone && !hint.empty())
-            std::fprintf(stderr, "%s\n", hint.c_str());
+            std::fprintf(stderr, "%s: \"norvelis-cli draw %s --by area\" draws a page for each area.\n",
+                         hint.c_str(), schema.c_str());
         return status;
     }
     int Chosen(const std::string& schema, const RecordChoice& choice) {

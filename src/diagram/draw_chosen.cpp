@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 
 #include "diagram/color.h"
-#include "diagram/draw_commands.h"
+#include "diagram/draw_preparation.h"
 #include "diagram/page_references.h"
 #include "diagram/record_shapes.h"
 #include "dictionary/schema_contents.h"
@@ -56,10 +56,7 @@ DrawnFile DrawChosenRecords(DrawingState& drawing, const std::string& schema, co
 std::string SizeHint(const DrawingState& drawing) {
     constexpr double kLegible = 1.5;  // Points.
     if (drawing.pointsOnA0 <= 0 || drawing.pointsOnA0 >= kLegible) return {};
-    return fmt::format(
-        "On one A0 sheet the labels are {:.1f} points high: \"norvelis-cli draw {} --by area\" "
-        "draws a page for each area.",
-        drawing.pointsOnA0, drawing.gDrawSchema.empty() ? "''" : drawing.gDrawSchema);
+    return fmt::format("On one A0 sheet the labels are {:.1f} points high", drawing.pointsOnA0);
 }
 
 }  // namespace norvelis

@@ -11,7 +11,8 @@ namespace norvelis {
 /// location\schema\name of the choice.vsd. Asks nothing; a choice that leaves nothing to draw is reported.
 DrawnFile DrawChosenRecords(DrawingState& drawing, const std::string& schema, const RecordChoice& choice);
 
-/// Words for a drawing that was just made and cannot be read on the largest sheet; empty for any other.
+/// Words, without a full stop, for a drawing that was just made and cannot be read on the largest sheet: one
+/// by area can. Empty for any other.
 std::string SizeHint(const DrawingState& drawing);
 
 }  // namespace norvelis

@@ -9,6 +9,8 @@
 #include "core/places.h"
 #include "core/settings.h"
 #include "diagram/color.h"
+#include "diagram/draw_chosen.h"
+#include "diagram/draw_preparation.h"
 #include "diagram/page_layout.h"
 #include "diagram/record_choice.h"
 #include "dictionary/schemas.h"
@@ -17,8 +19,7 @@ namespace norvelis {
 
 namespace {
 
-constexpr Bar kValueBars[] = {Bar::TreeviewValue, Bar::BackgroundValue};
-
+const std::string kDone = "Done Drawing. File saved as:";
 const std::string kNoLocation = "You must select a location to store visio files.";
 
 bool Confirmed(DrawingState& drawing, const std::string& text, const std::string& title) {
@@ -113,43 +114,23 @@ class HiddenEngine {
     engine::Ref<engine::Application> application_;
 };
 
-/// The folder chosen for this drawing, else the one of the setting; empty when there is neither.
-std::string ChosenLocation(DrawingState& drawing) {
-    const auto& chosen = drawing.options.location;
-    const std::string location = chosen ? *chosen : getvisiolocation(drawing.app);
-    return Trim(location).empty() ? std::string() : location;
-}
+}  // namespace
 
-std::string DefaultLocation(const DrawingState& drawing) {
-    return drawing.app.AppPath(places::kDrawings);
+namespace {
+
+const RecordChoice kByArea{.kind = RecordChoice::Kind::ByArea};
+
+/// On one page, or on a page for each area, as the person chose.
+void DrawDictionary(DrawingState& drawing, const std::string& schema, const RecordTree* tree) {
+    if (!drawing.options.pageForEachArea) {
+        DrawVisioDiagramSingle(drawing, schema, tree);
+        return;
+    }
+    const DrawnFile drawn = DrawChosenRecords(drawing, schema, kByArea);
+    if (!drawn.file.empty() && drawn.result != DrawResult::NoEngine) drawing.report(kDone + drawn.file);
 }
 
 }  // namespace
-
-std::string DrawingLocation(DrawingState& drawing) {
-    const std::string location = ChosenLocation(drawing);
-    return location.empty() ? DefaultLocation(drawing) : location;
-}
-
-ShownBars BarsFromNothing(Progress& progress) {
-    for (const Bar bar : kValueBars) {
-        progress.BResetprogressbar(bar, 0);
-        progress.SetText(bar, "");
-    }
-    return {progress, kAllBars};
-}
-
-void ProgressSetMax(DrawingState& drawing, int count) {
-    for (const Bar bar : kValueBars) drawing.app.progress.BResetprogressbar(bar, count);
-}
-
-void ProgressStep(DrawingState& drawing) {
-    Progress& progress = drawing.app.progress;
-    for (const Bar bar : kValueBars) {
-        progress.SetValue(bar, progress[bar].Value + 1);
-        if (progress[bar].Value >= progress[bar].Max) progress.SetText(bar, "100% ");
-    }
-}
 
 void DrawVisioDiagram(DrawingState& drawing, const RecordTree* tree) {
     drawing.app.progress.SetText(Bar::TreeviewText, "Preparing to Draw, Please Wait..");
@@ -162,7 +143,7 @@ void DrawVisioDiagram(DrawingState& drawing, const RecordTree* tree) {
     if (!Confirmed(drawing, question, "Please Confirm")) return;
     for (const std::string& schema : TrimmedNames(dictionary::Schemas(drawing.store))) {
         if (Confirmed(drawing, "Draw diagram for dictionary " + schema + "?", schema)) {
-            DrawVisioDiagramSingle(drawing, schema, tree);
+            DrawDictionary(drawing, schema, tree);
         }
     }
 }
@@ -197,7 +178,7 @@ DrawResult DrawVisioDiagramSingle(DrawingState& drawing, const std::string& sche
     }
     ReportNotWritten(drawing);
     if (result != DrawResult::NoEngine) {
-        drawing.report("Done Drawing. File saved as:" + order.File());
+        drawing.report(kDone + order.File());
     }
     return result;
 }
@@ -304,6 +285,8 @@ DrawResult ProcessSingle(DrawingState& drawing, const std::string& schema, const
         const std::string target = Tviewrec.Size() > 0 ? Tviewrec.Text(0) : "";
         DrawOrder order = OrderOfRecord(drawing, kDrawIsolated, location, schema, target, false);
         if (target.empty()) return DrawResult::NoEngine;
+        if (target == schema && drawing.options.pageForEachArea)
+            return DrawChosenRecords(drawing, schema, kByArea).result;
         order.MakeFolder();
         order.visible = WantsToWatch(drawing);
         if (target == schema) {

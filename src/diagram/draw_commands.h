@@ -55,13 +55,4 @@ DrawResult DrawIsolatedRecord(DrawingState& drawing, const std::string& schema, 
 /// saved when the file is not there or the engine refuses; the file is then as it was.
 engine::SaveResult ApplyLayoutToFile(DrawingState& drawing, const std::string& file);
 
-/// The folder of all drawings: the one chosen for this drawing, else the setting, else the default. Only the
-/// first file of a parent makes the default the setting.
-std::string DrawingLocation(DrawingState& drawing);
-
-/// The bars for the length of a command, which begins with nothing done.
-ShownBars BarsFromNothing(Progress& progress);
-void ProgressSetMax(DrawingState& drawing, int count);
-void ProgressStep(DrawingState& drawing);
-
 }  // namespace norvelis

@@ -48,6 +48,7 @@ struct DrawOptions {
     std::optional<bool> visible{};        ///< The engine shows its window.
     BoxMeaning meaning = BoxMeaning::None;
     bool linesByOwner = false;     ///< Lines of one owner look alike; otherwise each has a random colour.
+    bool pageForEachArea = false;  ///< Of a whole schema; otherwise it is on one page.
 };
 
 /// The fields of the box being drawn.

@@ -23,13 +23,13 @@ struct RecordChoice {
     enum class Direction { Both, Up, Down };  ///< Along sets: up to owners, down to members.
 
     Kind kind = Kind::All;
-    std::string name;  ///< The record, or the area.
-    int steps = 1;     ///< Around a record: as many sets at most.
+    std::string name{};  ///< The record, or the area.
+    int steps = 1;       ///< Around a record: as many sets at most.
     Direction direction = Direction::Both;
     /// Patterns of names, as MatchesPattern takes them, in any letter case. Of the records that fit one of
     /// `only` (all, when it is empty) and none of `except` the others are chosen; sets do not lead through
     /// those left out.
-    std::vector<std::string> only, except;
+    std::vector<std::string> only{}, except{};
 };
 
 /// A record of another page, at the other end of a set.

@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QDir>
 #include <QFileInfo>
+#include <QToolButton>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -16,6 +17,7 @@
 #include "ui/controls/layout_types.h"
 #include "ui/controls/picture_controls.h"
 #include "ui/forms/drawing_tools.h"
+#include "ui/forms/look_menu.h"
 
 namespace norvelis::ui {
 
@@ -59,9 +61,47 @@ DrawingPanel::DrawingPanel(const ScreenContext& context, const Words& words, QWi
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(ButtonRow::kGap);
-    column->addWidget(lblDrawing_);
+    column->addLayout(NameRow());
     column->addWidget(DrawingControl2_, 1);
+    column->addWidget(Proposal());
     column->addLayout(buttons_);
+}
+
+QLayout* DrawingPanel::NameRow() {
+    auto* look = new QToolButton(this);
+    look->setObjectName("cmdLook");
+    look->setText("Pages and colors");
+    look->setToolTip("What the next drawing looks like");
+    look->setPopupMode(QToolButton::InstantPopup);
+    look->setAutoRaise(true);
+    look->setMenu(new LookMenu(context_.app.gLocalIni, look));
+    auto* row = new QHBoxLayout;
+    row->addWidget(lblDrawing_, 1);
+    row->addWidget(look);
+    return row;
+}
+
+QWidget* DrawingPanel::Proposal() {
+    proposal_ = new QWidget(this);
+    auto* row = new ButtonRow(proposal_);
+    proposal_->setLayout(row);
+    row->setContentsMargins(0, 0, 0, 0);
+    lblProposal_ = new ElidedLabel("lblProposal", {}, proposal_);
+    row->addWidget(lblProposal_, 1);
+    context_.commands.DisableWhileBusy(
+        row->Add("cmdByArea", "DRAW BY AREA", "Draw a page for each area of the schema", [this] {
+            proposal_->hide();
+            emit ByAreaWanted(proposed_);
+        }));
+    proposal_->hide();
+    connect(DrawingControl2_, &DrawingControl2::SrcChanged, proposal_, &QWidget::hide);
+    return proposal_;
+}
+
+void DrawingPanel::ProposeByArea(const std::string& reason, const std::string& schema) {
+    proposed_ = schema;
+    lblProposal_->setText(QString::fromStdString(reason));
+    proposal_->setVisible(!reason.empty());
 }
 
 int DrawingPanel::Layout() const {

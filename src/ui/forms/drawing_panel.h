@@ -6,14 +6,16 @@
 #include "ui/forms/screen_context.h"
 
 class QLabel;
+class QLayout;
 
 namespace norvelis::ui {
 
 class DrawingControl2;
 class LayoutTypes;
 
-/// A drawing with its name above it and its commands below it: layout, draw, print, edit. A screen says what
-/// drawing means there; the rest is the panel's. Draw and print wait while a long command runs.
+/// A drawing with its name and what the next one shall look like above it, its commands below it: layout,
+/// draw, print, edit. A screen says what drawing means there; the rest is the panel's. Draw and print wait
+/// while a long command runs.
 class DrawingPanel : public QWidget {
     Q_OBJECT
 
@@ -32,10 +34,17 @@ class DrawingPanel : public QWidget {
     /// The commands, for what a screen adds to them.
     ButtonRow& Buttons() const { return *buttons_; }
 
+    /// Offers to draw the schema by area for this reason, until another drawing is on show; nothing without
+    /// one.
+    void ProposeByArea(const std::string& reason, const std::string& schema);
+
   signals:
     void DrawWanted();  ///< By the button, or by a layout that the person picked.
+    void ByAreaWanted(const std::string& schema);
 
   private:
+    QLayout* NameRow();
+    QWidget* Proposal();
     void ShowName(const QString& file);
     void Print(const std::string& file) const;
     void mnu_viewvisio();
@@ -46,7 +55,10 @@ class DrawingPanel : public QWidget {
     DrawingControl2* DrawingControl2_;
     LayoutTypes* LayoutTypes_;
     ButtonRow* buttons_;
-    std::string toPrint_;  ///< What the name above said when the button was pressed.
+    QWidget* proposal_;
+    QLabel* lblProposal_;
+    std::string proposed_;  ///< The schema that would be drawn by area.
+    std::string toPrint_;   ///< What the name above said when the button was pressed.
 };
 
 }  // namespace norvelis::ui

@@ -88,6 +88,8 @@ QWidget* frm_IsolateView::DrawingAndFields() {
             return DrawChosenRecords(drawing, schema, choice).result;
         });
     };
+    connect(panel_, &DrawingPanel::ByAreaWanted, this,
+            [draw](const std::string& schema) { draw(schema, {.kind = RecordChoice::Kind::ByArea}); });
     AddDrawChoices(
         tree, Context().commands,
         [this]() -> PointedRecord {
@@ -153,7 +155,10 @@ void frm_IsolateView::ClickShape(const QString& name) {
 
 void frm_IsolateView::ProcessSingle() {
     Draw([this](DrawingState& drawing, const RecordTree& tree) {
-        return norvelis::ProcessSingle(drawing, schema_, tree);
+        const DrawResult result = norvelis::ProcessSingle(drawing, schema_, tree);
+        const bool isSchema = tree.Size() > 0 && tree.Text(0) == schema_;
+        if (isSchema && !drawing.options.pageForEachArea) panel_->ProposeByArea(SizeHint(drawing), schema_);
+        return result;
     });
 }
 

@@ -64,6 +64,9 @@ frm_Treeview::frm_Treeview(const ScreenContext& context)
     hover_->ShowDrawingsIn(panel_->Drawing());
     connect(&panel_->Drawing(), &DrawingControl2::ShapeClicked, Tview_, &cTreeView::SelectRecord);
     connect(panel_, &DrawingPanel::DrawWanted, this, &frm_Treeview::DrawSinglePage);
+    connect(panel_, &DrawingPanel::ByAreaWanted, this, [this](const std::string& schema) {
+        DrawPart({schema, {.kind = RecordChoice::Kind::ByArea}});
+    });
     ContextMenu drawing(&panel_->Drawing());
     AddDrawing(drawing, [this]() -> PointedRecord {
         const NodeIndex node = Tview_->SelectedNode();
@@ -186,7 +189,8 @@ void frm_Treeview::DrawAll(bool singlePage) {
         drawing.showFile = [this](const QString& file) { lblFile_->setText(file); };
         drawing.State().gSingleDrawing = singlePage;
         DrawVisioDiagram(drawing.State(), &drawing.Tree());
-        app.host.Status(SizeHint(drawing.State()));
+        if (singlePage && drawing.OnShow() && !drawing.State().options.pageForEachArea)
+            panel_->ProposeByArea(SizeHint(drawing.State()), drawing.State().gDrawSchema);
     } catch (const RuntimeFailure& failure) {
         WriteToErrorLog(app, "frmTreeview", "DrawVisioDiagram", failure.what(),
                         static_cast<int>(failure.Number()));

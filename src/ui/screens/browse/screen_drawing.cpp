@@ -3,6 +3,7 @@
 #include <QScrollBar>
 
 #include "base/paths.h"
+#include "diagram/drawing_look.h"
 #include "ui/controls/c_tree_view.h"
 #include "ui/controls/drawing_control.h"
 #include "ui/forms/drawing_panel.h"
@@ -18,6 +19,7 @@ ScreenDrawing::ScreenDrawing(const ScreenContext& context, cTreeView& tree, Draw
       sideways_(tree.horizontalScrollBar()->value()),
       state_(context.app, *context.app.gConnection, context.engine, *this) {
     state_.options.layout = panel.Layout();
+    TakeKeptLook(context.app.gLocalIni, state_.options);
 }
 
 ScreenDrawing::~ScreenDrawing() {

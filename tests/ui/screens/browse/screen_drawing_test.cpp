@@ -4,7 +4,10 @@
 
 #include "testing/schema_rows.h"
 #include "ui/controls/c_tree_view.h"
+#include "ui/controls/drawing_control.h"
+#include "ui/forms/drawing_panel.h"
 #include "ui/ui_app.h"
+#include "ui/until_shown.h"
 
 namespace norvelis::ui {
 namespace {
@@ -33,6 +36,40 @@ TEST(ScreenDrawing, TheTreeIsNotLeftScrolledSideways) {
         EXPECT_GT(farthest, before) << "it follows the boxes";
         EXPECT_EQ(bar.value(), before);
     }
+}
+
+TEST(ScreenDrawing, PagesAndColorsAreChosenKeptAndDrawn) {
+    UiApp ui;
+    ui.Start();
+    ui.Choose("mnu_Classic_Extract_Report");
+    const auto drawn = [&ui] {
+        auto& control = *ui.Find<DrawingControl2>("DrawingControl2");
+        UntilShown(control);
+        return std::pair(control.Src().toStdString().substr(ui.folder.Path("visio files/EMPSCHM/").size()),
+                         control.PageCount());
+    };
+    const std::pair<std::string, int> whole{"EMPSCHM.vsd", 1}, byArea{"EMPSCHM by area.vsd", 3};
+    ui.Choose("mnu_Draw_Fancy_Single");
+    EXPECT_EQ(drawn(), whole) << "as usual";
+    ui.Choose("mnuPageForArea");
+    ui.Choose("mnuBoxesByMode");
+    ui.Choose("mnu_Draw_Fancy_Single");
+    EXPECT_EQ(drawn(), byArea);
+    EXPECT_EQ(ui.Find<DrawingControl2>("DrawingControl2")->Page().Find("location mode").shapes.size(), 1u)
+        << "the legend says what the colors mean";
+
+    ui.Start();
+    EXPECT_TRUE(ui.Find<QAction>("mnuPageForArea")->isChecked());
+    EXPECT_TRUE(ui.Find<QAction>("mnuBoxesByMode")->isChecked());
+    EXPECT_TRUE(ui.Find<QAction>("mnuLinesRandom")->isChecked());
+    ui.Choose("mnuOnePage");
+    ui.Choose("mnu_Draw_Fancy_Single");
+    EXPECT_EQ(drawn(), whole);
+    auto& panel = *ui.frame->Find(Screen::Treeview)->findChild<DrawingPanel*>();
+    panel.ProposeByArea("it cannot be read", "EMPSCHM");
+    ui.Click("cmdByArea");
+    EXPECT_EQ(drawn(), byArea);
+    EXPECT_FALSE(ui.Find<QWidget>("lblProposal")->isVisible());
 }
 
 }  // namespace

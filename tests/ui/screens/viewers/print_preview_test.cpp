@@ -106,6 +106,21 @@ TEST_F(PrintPreviewTest, ThePagesChoiceCallsTheModes) {
     }
 }
 
+TEST_F(PrintPreviewTest, EachPageOfADrawingCanBeHadAlone) {
+    ui.Choose("mnuPageForArea");
+    ui.Choose("mnu_Draw_Fancy_Single");
+    ui.host.messages.clear();
+    drawing = ui.folder.Path("visio files/EMPSCHM/EMPSCHM by area.vsd");
+    Open();
+    EXPECT_THAT(Count(), StartsWith("3 sheets: "));
+    On<QComboBox>("cboPages").setCurrentText("Page STOCK-AREA");
+    EXPECT_THAT(Count(), StartsWith("1 sheet: "));
+    const std::string pdf = ui.folder.Path("page.pdf");
+    PressPdf(pdf);
+    EXPECT_THAT(TextOf(pdf), testing::AllOf(HasSubstr("EMPSCHM area STOCK-AREA"),
+                                            testing::Not(HasSubstr("EMPSCHM area SALES-AREA"))));
+}
+
 TEST_F(PrintPreviewTest, VeryManySheetsAreAskedAboutAndTroubleIsSaid) {
     Open();
     PressPdf("");
