@@ -57,7 +57,7 @@ class Chooser {
                 result.drawing = schema_ + " area " + ChooseAreaOf();
                 break;
             case Kind::ByArea:
-                result.drawing = schema_ + " by area";
+                result.drawing = schema_ + kByAreaDrawing;
                 break;
         }
         result.pages = choice_.kind == Kind::ByArea ? PagesByArea() : OnePage(result.drawing);

@@ -12,6 +12,9 @@ namespace norvelis {
 /// The name of drawings of a schema that has none.
 inline const std::string kNameless = "nameless";
 
+/// What a drawing with a page for each area is called behind the name of its schema.
+inline const std::string kByAreaDrawing = " by area";
+
 struct RecordChoice {
     enum class Kind {
         All,

@@ -161,11 +161,14 @@ void frm_Treeview::Show(const FoundName& found) {
     if (!Context().commands.Busy()) ShowInDrawing(found);  // Otherwise one may be growing there.
 }
 
-// The drawing of the whole schema has everything; the record's own may be all there is.
+// The drawings of the whole schema have everything; the record's own may be all there is.
 void frm_Treeview::ShowInDrawing(const FoundName& found) {
     const std::string folder = DrawingFolder(App());
-    QString file = SavedDrawing(folder, found.schema, found.schema);
-    if (file.isEmpty()) file = SavedDrawing(folder, found.schema, found.record);
+    QString file;
+    for (const std::string& name : {found.schema, found.schema + kByAreaDrawing, found.record}) {
+        file = SavedDrawing(folder, found.schema, name);
+        if (!file.isEmpty()) break;
+    }
     if (file.isEmpty()) return;
     DrawingControl2& drawing = panel_->Drawing();
     drawing.SetSrc(file);

@@ -58,6 +58,11 @@ TEST(ScreenDrawing, PagesAndColorsAreChosenKeptAndDrawn) {
     EXPECT_EQ(ui.Find<DrawingControl2>("DrawingControl2")->Page().Find("location mode").shapes.size(), 1u)
         << "the legend says what the colors mean";
 
+    DeleteFile(ui.folder.Path("visio files/EMPSCHM/EMPSCHM.vsd"));
+    ui.frame->Context().request(ShowInTree{{FindKind::Record, "OFFER", "EMPSCHM", "OFFER", {}}});
+    EXPECT_EQ(drawn(), byArea);
+    EXPECT_EQ(ui.Find<DrawingControl2>("DrawingControl2")->PageName(), "STOCK-AREA");
+
     ui.Start();
     EXPECT_TRUE(ui.Find<QAction>("mnuPageForArea")->isChecked());
     EXPECT_TRUE(ui.Find<QAction>("mnuBoxesByMode")->isChecked());
