@@ -112,7 +112,8 @@ ShapeDefinition LegendShape(const std::string& width, const std::string& height)
 
 /// Its text, as high as the facts of the title. `style` is of the characters.
 ShapeDefinition LegendText(const std::string& left, const char* style) {
-    ShapeDefinition text = Part(left, "0", "TEXTWIDTH(TheText)", "TEXTHEIGHT(TheText,Width)",
+    // A little wider, so that it stays on its line in programs with wider letters.
+    ShapeDefinition text = Part(left, "0", "TEXTWIDTH(TheText)*1.1", "TEXTHEIGHT(TheText,Width)",
                                 {{"LinePattern", "0"},
                                  {"FillPattern", "0"},
                                  {"LeftMargin", "0 pt"},
