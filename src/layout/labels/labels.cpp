@@ -32,7 +32,8 @@ class LabelPlacer {
           obstacles_(boxes),
           labelsNear_(page, 1.0),
           segmentsNear_(page, 1.0),
-          labels_(lines.size()) {
+          labels_(lines.size()),
+          searches_(200 + 2 * static_cast<int>(lines.size())) {
         for (std::size_t i = 0; i < paths.size(); ++i) {
             for (std::size_t k = 1; k < paths[i].size(); ++k) {
                 segmentsNear_.AddSegment(paths[i][k - 1], paths[i][k], static_cast<int>(segments_.size()));
@@ -86,6 +87,7 @@ class LabelPlacer {
     SpatialIndex labelsNear_, segmentsNear_;  ///< Labels also where they have been.
     std::vector<Segment> segments_;
     std::vector<std::optional<Rect>> labels_;  ///< One for each line, once it has its place.
+    int searches_;                             ///< That are left for clearing labels.
 };
 
 /// On the line, then right beside it, then at a little distance; dearer away from the middle and beside the
@@ -209,6 +211,7 @@ bool LabelPlacer::Clear(int line, int others) {
 
 bool LabelPlacer::Clear(int line, int others, std::vector<Move>& moves) {
     constexpr std::size_t kMostInTheWay = 2, kMostTries = 12;
+    if (--searches_ < 0) return false;
     const Point before = labels_[At(line)]->Center();
     const auto isMoving = [&](int other) {
         return std::any_of(moves.begin(), moves.end(), [&](const Move& move) { return move.line == other; });

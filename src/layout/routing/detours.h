@@ -8,7 +8,7 @@
 namespace norvelis::layout {
 
 /// Leads slanting lines around the labels of others that they run through, where boxes and other labels leave
-/// the space and the line keeps its own label.
+/// the space, the line keeps its own label, and it crosses no other line that it did not cross before.
 void LeadAroundLabels(std::vector<std::vector<Point>>& paths, const std::vector<Line>& lines,
                       const std::vector<Rect>& boxes, const std::vector<Point>& labels);
 

@@ -1,7 +1,9 @@
 #include "layout/routing/router.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <numeric>
+#include <optional>
 
 #include "layout/geometry/corners.h"
 #include "layout/geometry/obstacles.h"
@@ -10,6 +12,7 @@
 #include "layout/labels/labels.h"
 #include "layout/routing/curves.h"
 #include "layout/routing/detours.h"
+#include "layout/routing/exchange.h"
 #include "layout/routing/nesting.h"
 #include "layout/routing/orthogonal.h"
 #include "layout/routing/ports.h"
@@ -91,18 +94,19 @@ std::vector<Point> SpreadAroundLabels(const Graph& graph, const Attempt& attempt
 template <typename F>
 Attempt BestOf(const Graph& graph, std::vector<Point> centers, F&& draw) {
     constexpr int kMostAttempts = 8, kMostInVain = 3;
-    constexpr double kSpread = 1.15;
+    constexpr double kSpread = 1.15, kWorthIt = 0.8;
+    constexpr std::size_t kManyDoubtful = 100;
     Attempt best;
     for (int number = 0, inVain = 0; number < kMostAttempts && inVain < kMostInVain; ++number) {
         Attempt attempt = draw(centers, number);
         centers = SpreadAroundLabels(graph, attempt, number + 1);
         if (attempt.crowded > 0)
             for (Point& center : centers) center = center * kSpread;
-        ++inVain;
-        if (number == 0 || attempt.Doubtful() < best.Doubtful()) {
-            best = std::move(attempt);
-            inVain = 0;
-        }
+        const auto doubtful = static_cast<double>(attempt.Doubtful());
+        const bool isHopeless = attempt.Doubtful() > std::max(kManyDoubtful, graph.lines.size() / 20);
+        const bool isWorthIt = number == 0 || doubtful <= kWorthIt * static_cast<double>(best.Doubtful());
+        inVain = isWorthIt ? 0 : isHopeless ? kMostInVain : inVain + 1;
+        if (number == 0 || attempt.Doubtful() < best.Doubtful()) best = std::move(attempt);
         if (best.Doubtful() == 0) break;
     }
     return best;
@@ -115,6 +119,7 @@ Attempt DrawStraight(const Graph& graph, const std::vector<Point>& centers, doub
         centers, std::move(paths.points), std::vector<Point>(graph.lines.size()), {}, paths.crowded};
     NestBends(drawn.paths, boxes, lineGap);
     SpreadPorts(drawn.paths, graph.lines, boxes, lineGap);
+    ExchangePieces(drawn.paths, graph.lines, boxes, lineGap, Turns::Slanting);
     PlaceLabels(boxes, graph.lines, drawn.paths, AllLines(graph), drawn.labels);
     ClearLabels(boxes, graph.lines, drawn.paths, drawn.labels);
     LeadAroundLabels(drawn.paths, graph.lines, boxes, drawn.labels);
@@ -122,11 +127,16 @@ Attempt DrawStraight(const Graph& graph, const std::vector<Point>& centers, doub
     return drawn;
 }
 
+/// Segments may have no length, but for those of paths without any.
 FirstSegment FirstSegmentOf(const std::vector<Point>& path) {
-    if (LengthOf(path) == 0) return FirstSegment::Slanting;
-    for (std::size_t i = 1; i < path.size(); ++i)
+    std::optional<FirstSegment> first;
+    for (std::size_t i = 1; i < path.size(); ++i) {
+        if (path[i] == path[i - 1]) continue;
         if (path[i].x != path[i - 1].x && path[i].y != path[i - 1].y) return FirstSegment::Slanting;
-    return path[0].x == path[1].x ? FirstSegment::Vertical : FirstSegment::Horizontal;
+        const bool isFirstVertical = (path[i].x == path[i - 1].x) == (i % 2 == 1);
+        if (!first) first = isFirstVertical ? FirstSegment::Vertical : FirstSegment::Horizontal;
+    }
+    return first.value_or(FirstSegment::Slanting);
 }
 
 Sketch SketchWithRightAngles(const Graph& graph, std::vector<Rect> boxes, const Style& style) {
@@ -139,6 +149,30 @@ Sketch SketchWithRightAngles(const Graph& graph, std::vector<Rect> boxes, const 
     }
     sketch.labels.resize(graph.lines.size());
     return sketch;
+}
+
+std::size_t PointsIn(const Points& paths) {
+    std::size_t count = 0;
+    for (const auto& path : paths) count += path.size();
+    return count;
+}
+
+/// Lines exchange pieces, get space, and exchange what they can then.
+template <typename F>
+void ExchangePieces(Sketch& sketch, double lineGap, F&& makeSpace) {
+    constexpr int kLeastTimes = 2, kMostTimes = 4;
+    constexpr std::size_t kMostPoints = 4;  // to one before
+    const std::size_t before = PointsIn(sketch.paths);
+    for (int times = 1;; ++times) {
+        const Exchanged exchanged =
+            ExchangePieces(sketch.paths, sketch.lines, sketch.boxes, lineGap, Turns::RightAngled);
+        if (exchanged == Exchanged::None) return;
+        for (std::size_t line = 0; line < sketch.paths.size(); ++line)
+            sketch.firstSegments[line] = FirstSegmentOf(sketch.paths[line]);
+        if (times == kMostTimes || (times >= kLeastTimes && exchanged == Exchanged::All)) return;
+        if (PointsIn(sketch.paths) > kMostPoints * before) return;
+        makeSpace();
+    }
 }
 
 /// How far a drawing shrinks towards its middle, as far as distances allow.
@@ -156,6 +190,7 @@ Attempt DrawWithRightAngles(const Graph& graph, const std::vector<Point>& center
     makeSpace(first, squeeze);
     Sketch sketch = SketchWithRightAngles(graph, std::move(first.boxes), style);
     Untangle(sketch);
+    ExchangePieces(sketch, style.lineGap, [&] { makeSpace(sketch, squeeze); });
     ChooseLabelSpots(sketch);
     makeSpace(sketch, squeeze);
     std::vector<std::vector<char>> tried;

@@ -12,6 +12,7 @@ namespace {
 
 constexpr double kLabelMargin = 0.03;
 constexpr double kHair = 1e-7;
+constexpr double kTouch = 0.006;  // lines whose corners are so near keep their order
 
 std::size_t At(int i) {
     return static_cast<std::size_t>(i);
@@ -205,6 +206,7 @@ void Pass::AddSegment(std::vector<Thing>& things, std::size_t line, std::size_t 
     const double middle = (a.y + b.y) / 2;
     // Next to its own box a line keeps no distance from the box, but from other lines.
     const auto margin = [&](bool atBox) {
+        if (!atBox && !withBoxes && !margins_) return kTouch;
         return !atBox ? Margin(lineMargin_) : withBoxes ? -Margin(boxMargin_) - kHair : -kHair;
     };
     double lo = std::min(a.y, b.y) - margin(lowAtBox), hi = std::max(a.y, b.y) + margin(highAtBox);
