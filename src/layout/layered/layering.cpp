@@ -35,6 +35,13 @@ std::vector<std::vector<int>> Rankings(const Graph& graph) {
     return rankings;
 }
 
+/// What came out best of trials, ordered with full effort.
+Layers WithFullEffort(const Layers& best, std::int64_t crossings) {
+    Layers layers = best;
+    ReduceCrossings(layers, Effort::Full);
+    return CountCrossings(layers) < crossings ? layers : best;
+}
+
 }  // namespace
 
 Layers LayersWithFewCrossings(const Graph& graph) {
@@ -49,9 +56,7 @@ Layers LayersWithFewCrossings(const Graph& graph) {
         best = std::move(layers);
         if (fewest == 0) return best;
     }
-    Layers layers = best;
-    ReduceCrossings(layers, Effort::Full);
-    return CountCrossings(layers) < fewest ? layers : best;
+    return WithFullEffort(best, fewest);
 }
 
 Layers ShallowLayers(const Graph& graph, const Layers& deep, int most) {
@@ -77,8 +82,7 @@ Layers ShallowLayers(const Graph& graph, const Layers& deep, int most) {
             best = std::move(layers);
         }
     }
-    ReduceCrossings(best, Effort::Full);
-    return best;
+    return WithFullEffort(best, fewest);
 }
 
 }  // namespace norvelis::layout
