@@ -159,7 +159,9 @@ void LeafBlocks::Unfold(const Block& block, const Placement& folded, Placement& 
             Route& route = whole.routes[At(part.lines[i])];
             std::vector<Point> path = follow(trunk, part.pile.PathTo(i, entry));
             Align(path);
-            route.points = CornersOf(path);
+            path.erase(std::unique(path.begin(), path.end()), path.end());
+            // On rings the curves of the lead keep off the boxes around it: its points stay.
+            route.points = inLayers_ || !style_.IsCurved() ? CornersOf(path) : std::move(path);
             route.curved = style_.IsCurved() && route.points.size() > 2;
             if (route.curved) route.points = RoundCorners(route.points, style_.lineGap);
             if (line.from == part.leaves[i]) std::reverse(route.points.begin(), route.points.end());
