@@ -3,6 +3,8 @@
 #include "base/geometry.h"
 #include "layout/blocks/leaf_blocks.h"
 #include "layout/circular/circular.h"
+#include "layout/geometry/crossings.h"
+#include "layout/geometry/obstacles.h"
 #include "layout/graph/components.h"
 #include "layout/graph/notes.h"
 #include "layout/graph/reach.h"
@@ -21,15 +23,21 @@ namespace norvelis::layout {
 namespace {
 
 bool HasCrossings(const Placement& placement) {
-    std::vector<std::pair<Point, Point>> segments;
-    for (const Route& route : placement.routes)
-        for (std::size_t i = 1; i < route.points.size(); ++i)
-            segments.emplace_back(route.points[i - 1], route.points[i]);
-    for (std::size_t i = 0; i < segments.size(); ++i)
-        for (std::size_t k = 0; k < i; ++k)
-            if (SegmentsCross(segments[i].first, segments[i].second, segments[k].first, segments[k].second))
-                return true;
-    return false;
+    std::vector<std::vector<Point>> paths;
+    for (const Route& route : placement.routes) paths.push_back(route.points);
+    return !CrossingsOf(paths).empty();
+}
+
+/// The scale at which the boxes fit on a sheet of A0; 1 where there is space to spare.
+double ScaleOnA0(const Graph& graph, const Placement& placement) {
+    constexpr double kLong = 46.81, kShort = 33.11;  // inches
+    std::vector<Rect> boxes;
+    for (std::size_t i = 0; i < graph.boxes.size(); ++i)
+        boxes.push_back(RectAround(placement.centers[i], graph.boxes[i].width, graph.boxes[i].height));
+    const Rect page = BoundsOf(boxes);
+    const double longer = std::max({page.Width(), page.Height(), 1e-9}),
+                 shorter = std::max(std::min(page.Width(), page.Height()), 1e-9);
+    return std::min({1.0, kLong / longer, kShort / shorter});
 }
 
 /// Whether the connected graph is a tree when nobody looks at the direction of lines.
@@ -64,18 +72,34 @@ Placement PlaceTree(const Graph& graph, const Style& style) {
     return placement;
 }
 
-/// Rings give each box the space of the largest: beside blocks of leaves the others move together.
+/// How large boxes come out on a sheet of A-paper on its long side, seen relatively. Lines and labels between
+/// them will make them higher.
+double SizeOnPaper(const Rect& boxes, const Style& style) {
+    const double higher = RuleOf(style.routeStyle).family == RouteFamily::Straight ? 1.0 : 1.4;
+    return 1 / std::max({boxes.Width(), boxes.Height() * kPaperRatio * higher, 1e-9});
+}
+
+/// Rings give each box the space of the largest: beside blocks of leaves the others move together. What is
+/// stretched before is less high then, since fewer boxes are above each other.
 std::vector<Point> DrawnTogether(const Graph& graph, const std::vector<Point>& centers, const Style& style) {
     constexpr int kRounds = 12;  // of small steps, so that neither width nor height is taken first
     constexpr double kSqueeze = 0.9;
     const Gaps gaps = LeastGaps(graph, style);
-    std::vector<Rect> boxes;
-    for (std::size_t i = 0; i < centers.size(); ++i)
-        boxes.push_back(RectAround(centers[i], graph.boxes[i].width, graph.boxes[i].height));
-    for (int round = 0; round < kRounds; ++round) SpreadBoxes(boxes, gaps.x, gaps.y, kSqueeze);
-    std::vector<Point> drawn;
-    for (const Rect& box : boxes) drawn.push_back(box.Center());
-    return drawn;
+    std::vector<Point> best;
+    double bestSize = 0;
+    for (const double stretch : {1.0, 1.3, 1.6, 2.0, 2.5, 3.2, 4.0}) {
+        std::vector<Rect> boxes;
+        for (std::size_t i = 0; i < centers.size(); ++i)
+            boxes.push_back(RectAround({centers[i].x * stretch, centers[i].y}, graph.boxes[i].width,
+                                       graph.boxes[i].height));
+        for (int round = 0; round < kRounds; ++round) SpreadBoxes(boxes, gaps.x, gaps.y, kSqueeze);
+        const double size = SizeOnPaper(BoundsOf(boxes), style);
+        if (size <= bestSize) continue;
+        bestSize = size;
+        best.clear();
+        for (const Rect& box : boxes) best.push_back(box.Center());
+    }
+    return best;
 }
 
 Placement PlaceOnRings(Graph graph, const Style& style, bool hasBlocks) {
@@ -86,10 +110,13 @@ Placement PlaceOnRings(Graph graph, const Style& style, bool hasBlocks) {
     MakeRoomForNotes(graph, style.boxGapX, style.boxGapY, centers);
     Placement placement = RouteMakingSpace(graph, std::move(centers), style);
     placement.noteSides = NoteSidesOf(graph);
-    if (!IsTree(graph) || !HasCrossings(placement)) return placement;
-    placement = PlaceTree(given, style);
-    placement.noteSides = NoteSidesOf(given);
-    return placement;
+    if (!IsTree(graph)) return placement;
+    const double scale = ScaleOnA0(graph, placement);
+    const bool hasCrossings = HasCrossings(placement);
+    if (scale == 1 && !hasCrossings) return placement;
+    Placement inLayers = PlaceTree(given, style);
+    inLayers.noteSides = NoteSidesOf(given);
+    return hasCrossings || ScaleOnA0(given, inLayers) > scale ? inLayers : placement;
 }
 
 Placement PlaceFolded(const Graph& graph, const Style& style, bool hasBlocks, PageShare share) {
