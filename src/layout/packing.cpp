@@ -157,9 +157,99 @@ double LengthOfPaper(double width, double height) {
     return std::min(std::max(width, height * kPaperRatio), kUpright * std::max(width * kPaperRatio, height));
 }
 
+/// On pages of several widths around that of a square one, `side`; the best of them.
+Packed PackTightly(const std::vector<Part>& shapes, const std::vector<int>& order, int widest, double side) {
+    constexpr int kTrials = 12;
+    Packed best;
+    double bestCost = std::numeric_limits<double>::infinity();
+    for (int trial = 0; trial < kTrials; ++trial) {
+        const int pageWidth = std::max(widest, static_cast<int>(side * (0.7 + 0.1 * trial)));
+        Packed packed = PackWithin(pageWidth, shapes, order);
+        const double cost = LengthOfPaper(packed.width, packed.height);
+        if (cost >= bestCost) continue;
+        bestCost = cost;
+        best = std::move(packed);
+    }
+    return best;
+}
+
+/// The wished places as cells, from the upper left corner of all.
+std::vector<std::optional<std::pair<int, int>>> CornersOf(const std::vector<std::optional<Point>>& wishes,
+                                                          const std::vector<Part>& parts, double cell) {
+    double left = std::numeric_limits<double>::infinity(), top = -left;
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        if (!wishes[i]) continue;
+        left = std::min(left, parts[i].bounds.x0 + wishes[i]->x);
+        top = std::max(top, parts[i].bounds.y1 + wishes[i]->y);
+    }
+    std::vector<std::optional<std::pair<int, int>>> corners(parts.size());
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        if (!wishes[i]) continue;
+        corners[i] = {static_cast<int>(std::lround((parts[i].bounds.x0 + wishes[i]->x - left) / cell)),
+                      static_cast<int>(std::lround((top - parts[i].bounds.y1 - wishes[i]->y) / cell))};
+    }
+    return corners;
+}
+
+/// Places at this many steps from the corner, along rows and columns.
+template <typename F>
+bool AnyAtDistance(std::pair<int, int> corner, int steps, F&& isRight) {
+    for (int along = -steps; along <= steps; ++along) {
+        const std::pair<int, int> sides[] = {
+            {along, -steps}, {along, steps}, {-steps, along}, {steps, along}};
+        for (const auto& [dx, dy] : sides)
+            if (isRight(corner.first + dx, corner.second + dy)) return true;
+    }
+    return false;
+}
+
+/// Each part with a wish in turn goes to the free place that is nearest to it, then the others to the first
+/// free places.
+Packed PackAsWished(const std::vector<Part>& parts, const std::vector<int>& order,
+                    const std::vector<std::optional<std::pair<int, int>>>& wishes) {
+    int pageWidth = 0, reach = 0;
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        reach += parts[i].cells.Width() + parts[i].cells.Height();
+        if (wishes[i]) pageWidth = std::max(pageWidth, wishes[i]->first + parts[i].cells.Width());
+    }
+    Packed packed;
+    packed.corners.resize(parts.size());
+    Cells page(pageWidth + reach, 0);
+    const auto isFree = [&](int i, int x, int y) {
+        const Cells& part = parts[static_cast<std::size_t>(i)].cells;
+        return x >= 0 && y >= 0 && x + part.Width() <= page.Width() && !page.Meets(part, x, y);
+    };
+    const auto add = [&](int i, int x, int y) {
+        const Cells& part = parts[static_cast<std::size_t>(i)].cells;
+        page.Add(part, x, y);
+        packed.corners[static_cast<std::size_t>(i)] = {x, y};
+        packed.width = std::max(packed.width, x + part.Width());
+        packed.height = std::max(packed.height, y + part.Height());
+    };
+    for (const int i : order) {
+        const auto& wish = wishes[static_cast<std::size_t>(i)];
+        const auto tryAt = [&](int x, int y) {
+            if (!isFree(i, x, y)) return false;
+            add(i, x, y);
+            return true;
+        };
+        for (int steps = 0; wish && !AnyAtDistance(*wish, steps, tryAt);) ++steps;
+    }
+    for (const int i : order) {
+        if (wishes[static_cast<std::size_t>(i)]) continue;
+        const int width = std::max(packed.width, parts[static_cast<std::size_t>(i)].cells.Width());
+        int x = 0, y = 0;
+        while (!isFree(i, x, y))
+            if (++x + parts[static_cast<std::size_t>(i)].cells.Width() > width) x = 0, ++y;
+        add(i, x, y);
+    }
+    return packed;
+}
+
 }  // namespace
 
-std::vector<Point> PackParts(const std::vector<std::vector<Rect>>& parts, double gap) {
+std::vector<Point> PackParts(const std::vector<std::vector<Rect>>& parts, double gap,
+                             const std::vector<std::optional<Point>>& wishes) {
     constexpr double kFinest = 0.25, kMostCells = 300;
     double area = 0;
     for (const auto& rects : parts) {
@@ -181,18 +271,10 @@ std::vector<Point> PackParts(const std::vector<std::vector<Rect>>& parts, double
     };
     std::stable_sort(order.begin(), order.end(), [&](int a, int b) { return sizeOf(a) > sizeOf(b); });
 
-    constexpr int kTrials = 12;
-    Packed best;
-    double bestCost = std::numeric_limits<double>::infinity();
-    for (int trial = 0; trial < kTrials; ++trial) {
-        const int pageWidth =
-            std::max(widest, static_cast<int>(std::sqrt(area) / cell * (0.7 + 0.1 * trial)));
-        Packed packed = PackWithin(pageWidth, shapes, order);
-        const double cost = LengthOfPaper(packed.width, packed.height);
-        if (cost >= bestCost) continue;
-        bestCost = cost;
-        best = std::move(packed);
-    }
+    const bool hasWish =
+        std::any_of(wishes.begin(), wishes.end(), [](const auto& wish) { return wish.has_value(); });
+    const Packed best = hasWish ? PackAsWished(shapes, order, CornersOf(wishes, shapes, cell))
+                                : PackTightly(shapes, order, widest, std::sqrt(area) / cell);
     double height = 0;
     for (std::size_t i = 0; i < parts.size(); ++i)
         height = std::max(height, best.corners[i].second * cell + shapes[i].bounds.Height());

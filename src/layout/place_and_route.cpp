@@ -13,6 +13,7 @@
 #include "layout/packing.h"
 #include "layout/place_and_route.h"
 #include "layout/radial/radial.h"
+#include "layout/rings/former_centers.h"
 #include "layout/rings/gaps.h"
 #include "layout/rings/note_sides.h"
 #include "layout/routing/router.h"
@@ -46,7 +47,7 @@ bool IsTree(const Graph& graph) {
 }
 
 /// A tree in layers under the box with the most reach, whatever the direction of its lines: none cross.
-Placement PlaceTree(const Graph& graph, const Style& style) {
+Placement PlaceTree(const Graph& graph, const Style& style, const FormerPlaces& former) {
     const Neighbours neighbours = NeighboursOf(graph);
     const int root = MostReach(neighbours);
     std::vector<int> walk{root}, depth(graph.boxes.size(), -1);
@@ -65,7 +66,7 @@ Placement PlaceTree(const Graph& graph, const Style& style) {
     };
     for (Line& line : downwards.lines)
         if (isUpwards(line)) std::swap(line.from, line.to);
-    Placement placement = PlaceLayered(downwards, style, PageShare::Most);
+    Placement placement = PlaceLayered(downwards, style, PageShare::Most, former);
     for (std::size_t k = 0; k < graph.lines.size(); ++k)
         if (isUpwards(graph.lines[k]))
             std::reverse(placement.routes[k].points.begin(), placement.routes[k].points.end());
@@ -114,20 +115,47 @@ Placement PlaceOnRings(Graph graph, const Style& style, bool hasBlocks) {
     const double scale = ScaleOnA0(graph, placement);
     const bool hasCrossings = HasCrossings(placement);
     if (scale == 1 && !hasCrossings) return placement;
-    Placement inLayers = PlaceTree(given, style);
+    Placement inLayers = PlaceTree(given, style, {});
     inLayers.noteSides = NoteSidesOf(given);
     return hasCrossings || ScaleOnA0(given, inLayers) > scale ? inLayers : placement;
 }
 
+bool IsOnRings(const Style& style) {
+    return style.placeStyle == PlaceStyle::Radial || style.placeStyle == PlaceStyle::Circular;
+}
+
+bool HasStraightLines(const Style& style) {
+    return RuleOf(style.routeStyle).family == RouteFamily::Straight;
+}
+
 Placement PlaceFolded(const Graph& graph, const Style& style, bool hasBlocks, PageShare share) {
-    const bool onRings = style.placeStyle == PlaceStyle::Radial || style.placeStyle == PlaceStyle::Circular;
-    const bool straight = RuleOf(style.routeStyle).family == RouteFamily::Straight;
+    const bool onRings = IsOnRings(style), straight = HasStraightLines(style);
     // Two boxes make no ring, and all sets between them are side by side in layers.
     if (onRings && (straight || graph.boxes.size() > 2)) return PlaceOnRings(graph, style, hasBlocks);
     Placement placement = PlaceLayered(graph, style, share);
     if (straight) placement = RouteMakingSpace(graph, std::move(placement.centers), style);
     placement.noteSides = NoteSidesOf(graph);
     return placement;
+}
+
+/// The same with the boxes where they were: layers by their rows and order, all else by their centers.
+Placement PlaceFoldedAsBefore(Graph graph, const Style& style, const FormerPlaces& former, PageShare share) {
+    const auto withNotes = [&](Placement placement) {
+        placement.noteSides = NoteSidesOf(graph);
+        return placement;
+    };
+    const bool onRings = IsOnRings(style), straight = HasStraightLines(style);
+    if (!straight && (!onRings || graph.boxes.size() <= 2))
+        return withNotes(PlaceLayered(graph, style, share, former));
+    const bool isTree = onRings && IsTree(graph);
+    if (isTree && AreInRows(graph, former)) return withNotes(PlaceTree(graph, style, former));
+    std::vector<Point> centers = CentersAsBefore(graph, style, former);
+    const Graph given = graph;
+    if (onRings) MakeRoomForNotes(graph, style.boxGapX, style.boxGapY, centers);
+    Placement placement = withNotes(RouteMakingSpace(graph, std::move(centers), style, Draws::Apart));
+    if (!isTree || !HasCrossings(placement)) return placement;
+    graph = given;
+    return withNotes(PlaceTree(graph, style, {}));
 }
 
 /// Across the flow of layers, so that the sides of boxes where lines leave stay free, and off the side where
@@ -140,10 +168,33 @@ void PutNotesAcross(Graph& graph, const Style& style) {
             graph.boxes[static_cast<std::size_t>(line.from)].noteSide = NoteSide::Left;
 }
 
-Placement PlaceComponent(Graph graph, const Style& style, PageShare share) {
+Placement PlaceComponent(Graph graph, const Style& style, PageShare share, const FormerPlaces& former) {
     PutNotesAcross(graph, style);
-    const LeafBlocks blocks(graph, style);
+    if (former.AreMost()) {
+        const LeafBlocks blocks(graph, style, former);
+        Placement folded = PlaceFoldedAsBefore(blocks.Folded(), style, blocks.FoldedFormer(), share);
+        if (blocks.CanUnfold(folded)) return blocks.Unfold(std::move(folded));
+    }
+    const FormerPlaces nothing;
+    const LeafBlocks blocks(graph, style, nothing);
     return blocks.Unfold(PlaceFolded(blocks.Folded(), style, !blocks.IsEmpty(), share));
+}
+
+/// How to move a component so that most of its boxes are where they were; none when all are new.
+std::optional<Point> MoveAsBefore(const FormerPlaces& former, const Placement& placement) {
+    std::vector<double> x, y;
+    for (std::size_t i = 0; i < former.centers.size(); ++i) {
+        if (!former.centers[i]) continue;
+        x.push_back(former.centers[i]->x - placement.centers[i].x);
+        y.push_back(former.centers[i]->y - placement.centers[i].y);
+    }
+    if (x.empty()) return std::nullopt;
+    const auto median = [](std::vector<double>& values) {
+        const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+        std::nth_element(values.begin(), middle, values.end());
+        return *middle;
+    };
+    return Point{median(x), median(y)};
 }
 
 /// All that is drawn, slanting lines as short segments.
@@ -174,17 +225,21 @@ std::vector<Rect> AreasOf(const Graph& graph, const Placement& placement) {
 
 }  // namespace
 
-Placement PlaceAndRoute(const Graph& graph, const Style& style) {
+Placement PlaceAndRoute(const Graph& graph, const Style& style, const FormerPlaces& former) {
     const std::vector<Component> components = ComponentsOf(graph);
     std::vector<Placement> parts;
     std::vector<std::vector<Rect>> areas;
+    std::vector<std::optional<Point>> wishes;
     for (const Component& component : components) {
         const bool isMost = 2 * component.boxes.size() > graph.boxes.size();
-        parts.push_back(PlaceComponent(component.graph, style, isMost ? PageShare::Most : PageShare::Part));
+        const FormerPlaces before = PartOf(former, component);
+        parts.push_back(
+            PlaceComponent(component.graph, style, isMost ? PageShare::Most : PageShare::Part, before));
         areas.push_back(AreasOf(component.graph, parts.back()));
+        wishes.push_back(MoveAsBefore(before, parts.back()));
     }
     const double apart = graph.lines.empty() ? 1 : 2;  // a reader sees where one part ends
-    const std::vector<Point> moves = PackParts(areas, apart * std::max(style.boxGapX, style.boxGapY));
+    const std::vector<Point> moves = PackParts(areas, apart * std::max(style.boxGapX, style.boxGapY), wishes);
 
     Placement whole;
     whole.centers.resize(graph.boxes.size());

@@ -22,6 +22,13 @@ Box Turned(const Box& box) {
     return {box.height, box.width, box.noteHeight, box.noteWidth, box.noteSide};
 }
 
+/// As many full rows as there can be, and one for the rest.
+std::vector<std::size_t> RowsOfLength(std::size_t length, std::size_t count) {
+    std::vector<std::size_t> rows(count / length, length);
+    if (count % length > 0) rows.push_back(count % length);
+    return rows;
+}
+
 /// What was computed on two ways and differs by a hair becomes one.
 void Align(std::vector<Point>& path) {
     constexpr double kHair = 1e-9;
@@ -33,9 +40,10 @@ void Align(std::vector<Point>& path) {
 
 }  // namespace
 
-LeafBlocks::LeafBlocks(const Graph& graph, const Style& style)
+LeafBlocks::LeafBlocks(const Graph& graph, const Style& style, const FormerPlaces& former)
     : graph_(graph),
       style_(style),
+      former_(former),
       inLayers_(style.placeStyle != PlaceStyle::Radial && style.placeStyle != PlaceStyle::Circular &&
                 RuleOf(style.routeStyle).family != RouteFamily::Straight),
       sideways_(inLayers_ && style.placeStyle == PlaceStyle::LeftToRight),
@@ -67,7 +75,94 @@ LeafBlocks::LeafBlocks(const Graph& graph, const Style& style)
     }
 }
 
-void LeafBlocks::Fold(const LeafGroup& group, double ratio) {
+LeafBlocks::Frame LeafBlocks::FormerFrame(const std::vector<int>& leaves, const std::vector<int>& lines,
+                                          bool above) const {
+    Frame frame{{}, sideways_, above};
+    if (inLayers_) return frame;
+    // A line comes to its leaf from where the trunk came from.
+    for (std::size_t i = 0; i < leaves.size(); ++i) {
+        const auto& center = former_.centers[At(leaves[i])];
+        const std::vector<Point>& route = former_.routes[At(lines[i])];
+        if (!center || route.empty()) continue;
+        const bool isMember = graph_.lines[At(lines[i])].to == leaves[i];
+        frame.upwards = (isMember ? route.back() : route.front()).y < center->y;
+        break;
+    }
+    return frame;
+}
+
+std::vector<std::size_t> LeafBlocks::OrderAsBefore(LeafGroup& group) const {
+    if (former_.centers.empty()) return {};
+    const Frame frame = FormerFrame(group.leaves, group.lines, group.above);
+    std::vector<std::size_t> known, added;
+    std::vector<Rect> boxes;  // of the known ones, in the coordinates of piles
+    for (std::size_t i = 0; i < group.leaves.size(); ++i) {
+        const auto& center = former_.centers[At(group.leaves[i])];
+        (center ? known : added).push_back(i);
+        if (!center) continue;
+        const Box& size = graph_.boxes[At(group.leaves[i])];
+        const Box box = sideways_ ? Turned(size) : size;
+        boxes.push_back(RectAround(frame.InPile(*center), box.width, box.height));
+    }
+    if (known.empty()) return {};
+    const std::vector<int> rowOf = RowsOf(boxes);
+    std::vector<std::vector<std::size_t>> rows(At(*std::max_element(rowOf.begin(), rowOf.end()) + 1));
+    for (std::size_t k = 0; k < known.size(); ++k) rows[At(rowOf[k])].push_back(k);
+    std::size_t longest = 0;
+    for (auto& row : rows) {
+        std::stable_sort(row.begin(), row.end(), [&](std::size_t a, std::size_t b) {
+            return boxes[a].Center().x < boxes[b].Center().x;
+        });
+        for (std::size_t& k : row) k = known[k];
+        longest = std::max(longest, row.size());
+    }
+    for (const std::size_t leaf : added) {
+        auto row =
+            std::find_if(rows.begin(), rows.end(), [&](const auto& each) { return each.size() < longest; });
+        if (row == rows.end()) row = rows.emplace(rows.end());
+        row->push_back(leaf);
+    }
+    const LeafGroup given = group;
+    std::vector<std::size_t> lengths;
+    std::size_t at = 0;
+    for (const auto& row : rows) {
+        lengths.push_back(row.size());
+        for (const std::size_t leaf : row) {
+            group.leaves[at] = given.leaves[leaf];
+            group.lines[at++] = given.lines[leaf];
+        }
+    }
+    return lengths;
+}
+
+FormerPlaces LeafBlocks::FoldedFormer() const {
+    if (blocks_.empty() || former_.centers.empty()) return former_;
+    FormerPlaces folded;
+    folded.centers.resize(folded_.boxes.size());
+    folded.routes.resize(folded_.lines.size());
+    for (std::size_t i = 0; i < boxOf_.size(); ++i)
+        if (boxOf_[i] >= 0) folded.centers[At(boxOf_[i])] = former_.centers[i];
+    for (std::size_t k = 0; k < lineOf_.size(); ++k)
+        if (lineOf_[k] >= 0) folded.routes[At(lineOf_[k])] = former_.routes[k];
+    for (const Block& block : blocks_) {
+        for (const Part& part : block.parts) {
+            const Frame frame = FormerFrame(part.leaves, part.lines, block.above);
+            Point sum;
+            int known = 0;
+            for (std::size_t i = 0; i < part.leaves.size(); ++i) {
+                const auto& center = former_.centers[At(part.leaves[i])];
+                if (!center) continue;
+                sum = sum + *center - frame.OnPage(part.pile.CenterOf(i));
+                ++known;
+            }
+            if (known > 0) folded.centers[At(part.box)] = sum * (1.0 / known);
+        }
+    }
+    return folded;
+}
+
+void LeafBlocks::Fold(LeafGroup group, double ratio) {
+    std::vector<std::size_t> rows = OrderAsBefore(group);
     const auto& [hub, above, leaves, lines] = group;
     std::vector<Pile::Cell> all;
     double left = 0, right = 0;  // what leaves with labels and notes take from the middle of a column
@@ -94,23 +189,33 @@ void LeafBlocks::Fold(const LeafGroup& group, double ratio) {
     const double wished = RowWidthFor(all, ratio, rowGap, style) / column;
     const std::size_t columns =
         2 * std::max<std::size_t>(1, static_cast<std::size_t>(std::lround(wished / 2)));
-    const std::size_t inPile = inLayers_ ? columns : all.size();
+    const std::size_t before = rows.empty() ? 0 : *std::max_element(rows.begin(), rows.end());
+    // A trunk passes rows between two leaves.
+    const bool isShaped = before > 0 && before <= columns + 3 && columns <= before + 3 &&
+                          std::all_of(rows.begin(), rows.end() - 1, [](std::size_t row) { return row > 1; });
+    if (!isShaped) rows = RowsOfLength(columns, all.size());
     blocks_.push_back({above, {}});
-    int before = boxOf_[At(hub)];
-    for (std::size_t first = 0; first < all.size(); first += inPile) {
+    int last = boxOf_[At(hub)];
+    std::size_t first = 0;
+    while (first < all.size()) {
+        const std::vector<std::size_t> inPile =
+            inLayers_ ? std::vector{rows[blocks_.back().parts.size()]} : rows;
+        const std::size_t count = inLayers_ ? inPile.front() : all.size();
         const auto slice = [&](const auto& of) {
             const auto from = of.begin() + static_cast<std::ptrdiff_t>(first);
-            const auto count = static_cast<std::ptrdiff_t>(std::min(inPile, all.size() - first));
-            return std::decay_t<decltype(of)>(from, from + count);
+            return std::decay_t<decltype(of)>(from, from + static_cast<std::ptrdiff_t>(count));
         };
-        const Pile pile(slice(all), static_cast<double>(columns) * column,
-                        inLayers_ ? Pile::Margin::None : Pile::Margin::Around, style);
+        const Pile::Trunk trunk = !inLayers_                   ? Pile::Trunk::FromAnywhere
+                                  : first + count < all.size() ? Pile::Trunk::GoesOn
+                                                               : Pile::Trunk::Ends;
+        const Pile pile(slice(all), inPile, trunk, style);
         const int box = static_cast<int>(folded_.boxes.size());
         const int line = static_cast<int>(folded_.lines.size());
         folded_.boxes.push_back(sideways_ ? Turned(pile.Size()) : pile.Size());
-        folded_.lines.push_back(above ? Line{box, before, 0, 0} : Line{before, box, 0, 0});
+        folded_.lines.push_back(above ? Line{box, last, 0, 0} : Line{last, box, 0, 0});
         blocks_.back().parts.push_back({pile, box, line, slice(leaves), slice(lines)});
-        before = box;
+        last = box;
+        first += count;
     }
 }
 
@@ -171,6 +276,19 @@ void LeafBlocks::Unfold(const Block& block, const Placement& folded, Placement& 
         const Point exit = frame.InPile(LeadTo(block, block.parts[p + 1], folded).front());
         trunk = follow(std::move(trunk), part.pile.PathThrough(entry, exit));
     }
+}
+
+bool LeafBlocks::CanUnfold(const Placement& folded) const {
+    if (!inLayers_) return true;
+    for (const Block& block : blocks_) {
+        for (const Part& part : block.parts) {
+            const Line& line = folded_.lines[At(part.line)];
+            const Point before = folded.centers[At(block.above ? line.to : line.from)];
+            if (Frame{folded.centers[At(part.box)], sideways_, block.above}.InPile(before).y > 0)
+                return false;
+        }
+    }
+    return true;
 }
 
 Placement LeafBlocks::Unfold(Placement folded) const {

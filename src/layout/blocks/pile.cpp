@@ -23,22 +23,22 @@ double RowWidthFor(const std::vector<Pile::Cell>& cells, double ratio, double ro
     return std::max(widest, std::sqrt(area * ratio));
 }
 
-Pile::Pile(const std::vector<Cell>& cells, double rowWidth, Margin margin, const Style& style)
-    : side_(margin == Margin::Around ? 2 * style.lineGap : 0), places_(cells.size()) {
-    constexpr double kHair = 1e-9;
+Pile::Pile(const std::vector<Cell>& cells, const std::vector<std::size_t>& rows, Trunk trunk,
+           const Style& style)
+    : side_(trunk == Trunk::FromAnywhere ? 2 * style.lineGap : 0), places_(cells.size()) {
     double left = 0, right = 0, y = 0;  // of the trunk
-    for (std::size_t first = 0, last; first < cells.size(); first = last) {
+    std::size_t first = 0;
+    for (const std::size_t length : rows) {
+        const std::size_t last = first + length;
         double width = 0, height = 0, label = 0;
-        for (last = first; last < cells.size(); ++last) {
-            const double more = cells[last].Width() + style.boxGapX;
-            if (last > first && width + more > rowWidth + kHair) break;
-            width += more;
-            height = std::max(height, cells[last].Height());
-            label = std::max(label, cells[last].labelHeight);
+        for (std::size_t i = first; i < last; ++i) {
+            width += cells[i].Width() + style.boxGapX;
+            height = std::max(height, cells[i].Height());
+            label = std::max(label, cells[i].labelHeight);
         }
-        // The trunk passes all rows but the last between two boxes, as near to the middle as can be.
+        // The trunk passes rows between two boxes, as near to the middle as can be.
         double before = width / 2;
-        if (last < cells.size()) {
+        if (last < cells.size() || trunk == Trunk::GoesOn) {
             double passed = 0;
             before = 0;
             for (std::size_t i = first; i < last; ++i) {
@@ -62,6 +62,7 @@ Pile::Pile(const std::vector<Cell>& cells, double rowWidth, Margin margin, const
         }
         tracks_.push_back(track);
         y = top + height;
+        first = last;
     }
     size_ = {left + right - style.boxGapX + 2 * side_, y + style.lineGap};
     trunk_ = (left - right) / 2;
@@ -80,7 +81,7 @@ bool Pile::EntersFromBelow(Point entry) const {
            below < std::min(std::abs(size_.width / 2 - entry.x), std::abs(size_.width / 2 + entry.x));
 }
 
-std::vector<Point> Pile::Trunk(std::size_t row, Point entry) const {
+std::vector<Point> Pile::TrunkTo(std::size_t row, Point entry) const {
     constexpr double kTouch = 1e-6;
     if (entry.y < -size_.height / 2 + kTouch) {
         if (row == 0) return {entry, {entry.x, tracks_[0]}};
@@ -92,7 +93,7 @@ std::vector<Point> Pile::Trunk(std::size_t row, Point entry) const {
 
 std::vector<Point> Pile::PathTo(std::size_t cell, Point entry) const {
     const Place& place = places_[cell];
-    std::vector<Point> path = Trunk(place.row, entry);
+    std::vector<Point> path = TrunkTo(place.row, entry);
     path.push_back({place.center.x, tracks_[place.row]});
     path.push_back({place.center.x, place.top});
     return path;

@@ -29,13 +29,15 @@ class Pile {
         /// From the top of the cell to the box.
         double Top() const { return box.noteSide == NoteSide::Left ? (Height() - box.height) / 2 : 0; }
     };
-    enum class Margin {
-        None,   ///< The trunk comes in by the top and may go on by the bottom.
-        Around  ///< The trunk may come in by any side.
+    enum class Trunk {
+        Ends,         ///< It comes in by the top.
+        GoesOn,       ///< It comes in by the top and goes on by the bottom.
+        FromAnywhere  ///< It may come in by any side.
     };
 
-    /// In as many rows as `rowWidth` asks for, in the order of the cells.
-    Pile(const std::vector<Cell>& cells, double rowWidth, Margin margin, const Style& style);
+    /// Rows of so many cells each, in their order.
+    Pile(const std::vector<Cell>& cells, const std::vector<std::size_t>& rows, Trunk trunk,
+         const Style& style);
 
     Box Size() const { return size_; }
 
@@ -56,7 +58,7 @@ class Pile {
         std::size_t row = 0;
     };
     /// Along the trunk to the track of the row.
-    std::vector<Point> Trunk(std::size_t row, Point entry) const;
+    std::vector<Point> TrunkTo(std::size_t row, Point entry) const;
 
     Box size_;
     double side_ = 0;   ///< Width of the margins.

@@ -54,6 +54,7 @@ struct Style {
     /// Least distance between parallel lines, but in crowded channels, and of a line from a box, in inches.
     double lineGap = 0.125;
 
+    bool operator==(const Style&) const = default;
     bool IsCurved() const { return lineRouteExt == LineRouteExt::Nurbs; }
 };
 

@@ -8,6 +8,7 @@
 #include "layout/graph/notes.h"
 #include "layout/layered/channel_routing.h"
 #include "layout/layered/coordinates.h"
+#include "layout/layered/former_layers.h"
 #include "layout/layered/grid.h"
 #include "layout/layered/layer_splitting.h"
 #include "layout/layered/layering.h"
@@ -28,6 +29,18 @@ Graph Transposed(Graph graph) {
     }
     for (Line& line : graph.lines) std::swap(line.labelWidth, line.labelHeight);
     return graph;
+}
+
+/// Places of the page as the phases see them.
+FormerPlaces OffPage(FormerPlaces former, bool transposed) {
+    const auto offPage = [&](Point& point) {
+        point = transposed ? Point{-point.y, point.x} : Point{point.x, -point.y};
+    };
+    for (auto& center : former.centers)
+        if (center) offPage(*center);
+    for (auto& route : former.routes)
+        for (Point& point : route) offPage(point);
+    return former;
 }
 
 Placement DrawLayers(const Graph& graph, const Style& style, const Layers& layers) {
@@ -102,8 +115,10 @@ void AvoidBand(const Graph& graph, const Style& style, const Paper& paper, Layer
 }
 
 /// Small drawings keep a layer for each level.
-Placement PlaceTopDown(const Graph& graph, const Style& style, const Paper& paper, PageShare share) {
+Placement PlaceTopDown(const Graph& graph, const Style& style, const Paper& paper, PageShare share,
+                       const FormerPlaces& former) {
     constexpr std::size_t kLeastBoxes = 30;
+    if (!former.centers.empty()) return DrawLayers(graph, style, LayersAsBefore(graph, former));
     const Layers layers = LayersWithFewCrossings(graph);
     if (graph.boxes.size() < kLeastBoxes) return DrawLayers(graph, style, layers);
     Drawing drawing = DrawSplit(graph, style, paper, layers);
@@ -113,12 +128,14 @@ Placement PlaceTopDown(const Graph& graph, const Style& style, const Paper& pape
 
 }  // namespace
 
-Placement PlaceLayered(const Graph& graph, const Style& style, PageShare share) {
+Placement PlaceLayered(const Graph& graph, const Style& style, PageShare share, const FormerPlaces& former) {
     const bool transposed = style.placeStyle == PlaceStyle::LeftToRight;
     Style transposedStyle = style;
     if (transposed) std::swap(transposedStyle.boxGapX, transposedStyle.boxGapY);
-    Placement placement = transposed ? PlaceTopDown(Transposed(graph), transposedStyle, kUpright, share)
-                                     : PlaceTopDown(graph, style, kAcross, share);
+    const FormerPlaces before = OffPage(former, transposed);
+    Placement placement = transposed
+                              ? PlaceTopDown(Transposed(graph), transposedStyle, kUpright, share, before)
+                              : PlaceTopDown(graph, style, kAcross, share, before);
     const auto toPage = [&](Point& point) {
         point = transposed ? Point{point.y, -point.x} : Point{point.x, -point.y};
     };

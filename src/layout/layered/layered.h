@@ -1,5 +1,6 @@
 #pragma once
 
+#include "layout/former/former_places.h"
 #include "layout/graph/graph.h"
 #include "layout/graph/style.h"
 
@@ -18,6 +19,9 @@ enum class PageShare { Most, Part };
 /// box or another line's label. From 30 boxes on pages are made like paper: wide layers are split
 /// (layer_splitting.h), and where a graph is so deep that most of the page would be a band, more lines are
 /// reversed (depth_limit.h).
-Placement PlaceLayered(const Graph& graph, const Style& style, PageShare share);
+///
+/// With places of a drawing of before, its layers are taken instead, and their order (former_layers.h).
+Placement PlaceLayered(const Graph& graph, const Style& style, PageShare share,
+                       const FormerPlaces& former = {});
 
 }  // namespace norvelis::layout

@@ -91,23 +91,26 @@ std::vector<Point> SpreadAroundLabels(const Graph& graph, const Attempt& attempt
 }
 
 /// Draws until all labels and lines have space, each time with more where there was none, and takes the best.
+/// Boxes that stay where they are make no more space for a few labels that found none then, either.
 template <typename F>
-Attempt BestOf(const Graph& graph, std::vector<Point> centers, F&& draw) {
+Attempt BestOf(const Graph& graph, std::vector<Point> centers, Draws draws, F&& draw) {
     constexpr int kMostAttempts = 8, kMostInVain = 3;
-    constexpr double kSpread = 1.15, kWorthIt = 0.8;
+    constexpr double kWorthIt = 0.8;
+    const double spread = draws == Draws::Together ? 1.15 : 1.05;
+    const std::size_t tolerated = draws == Draws::Together ? 0 : graph.lines.size() / 20;
     constexpr std::size_t kManyDoubtful = 100;
     Attempt best;
     for (int number = 0, inVain = 0; number < kMostAttempts && inVain < kMostInVain; ++number) {
         Attempt attempt = draw(centers, number);
         centers = SpreadAroundLabels(graph, attempt, number + 1);
         if (attempt.crowded > 0)
-            for (Point& center : centers) center = center * kSpread;
+            for (Point& center : centers) center = center * spread;
         const auto doubtful = static_cast<double>(attempt.Doubtful());
         const bool isHopeless = attempt.Doubtful() > std::max(kManyDoubtful, graph.lines.size() / 20);
         const bool isWorthIt = number == 0 || doubtful <= kWorthIt * static_cast<double>(best.Doubtful());
         inVain = isWorthIt ? 0 : isHopeless ? kMostInVain : inVain + 1;
         if (number == 0 || attempt.Doubtful() < best.Doubtful()) best = std::move(attempt);
-        if (best.Doubtful() == 0) break;
+        if (best.Doubtful() <= tolerated) break;
     }
     return best;
 }
@@ -215,14 +218,17 @@ Attempt DrawWithRightAngles(const Graph& graph, const std::vector<Point>& center
 
 }  // namespace
 
-Placement RouteMakingSpace(const Graph& graph, std::vector<Point> centers, const Style& style) {
+Placement RouteMakingSpace(const Graph& graph, std::vector<Point> centers, const Style& style, Draws draws) {
     const bool straight = RuleOf(style.routeStyle).family == RouteFamily::Straight;
-    const auto draw = [&](const std::vector<Point>& from, int number) {
-        if (straight) return DrawStraight(graph, from, style.lineGap);
+    const auto squeezeOf = [&](int number) {
         // What was drawn together once keeps the space that it got since.
-        return DrawWithRightAngles(graph, from, style, number == 0 ? SqueezeAt(style.placeDepth) : 1);
+        return number == 0 && draws == Draws::Together ? SqueezeAt(style.placeDepth) : 1;
     };
-    Attempt best = BestOf(graph, std::move(centers), draw);
+    const auto draw = [&](const std::vector<Point>& from, int number) {
+        return straight ? DrawStraight(graph, from, style.lineGap)
+                        : DrawWithRightAngles(graph, from, style, squeezeOf(number));
+    };
+    Attempt best = BestOf(graph, std::move(centers), draws, draw);
     std::vector<Route> routes =
         Finish(graph, BoxesAndNotes(graph, best.centers), std::move(best.paths), std::move(best.labels),
                style.IsCurved(), straight ? kBendRadius : kCornerRadius);
