@@ -154,6 +154,7 @@ FormerPlaces LeafBlocks::FoldedFormer() const {
                 if (!center) continue;
                 sum = sum + *center - frame.OnPage(part.pile.CenterOf(i));
                 ++known;
+                folded.routes[At(part.line)] = former_.routes[At(part.lines[i])];  // along the trunk
             }
             if (known > 0) folded.centers[At(part.box)] = sum * (1.0 / known);
         }

@@ -4,137 +4,138 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <map>
 #include <optional>
 #include <utility>
+
+#include "layout/layered/difference_program.h"
 
 namespace norvelis::layout {
 
 namespace {
 
-constexpr int kNoRow = -1;
-
 std::size_t At(int i) {
     return static_cast<std::size_t>(i);
 }
 
-/// Gives each box its row.
-class FormerRows {
+/// What was connected before. A new line between two of these parts says nothing of how they were to each
+/// other.
+std::vector<int> FormerParts(const Graph& graph, const FormerPlaces& former) {
+    Graph before{graph.boxes, {}};
+    for (std::size_t k = 0; k < graph.lines.size(); ++k) {
+        const Line& line = graph.lines[k];
+        if (former.centers[At(line.from)] && former.centers[At(line.to)] && !former.routes[k].empty())
+            before.lines.push_back(line);
+    }
+    std::vector<int> parts(graph.boxes.size());
+    int number = 0;
+    for (const Component& part : ComponentsOf(before)) {
+        for (const int box : part.boxes) parts[At(box)] = number;
+        ++number;
+    }
+    return parts;
+}
+
+/// Ranks for rows of before, of which each part keeps its own, one below the other. Parts may slide along
+/// each other and rows move apart, so that lines to new boxes and between parts lead down as well.
+class FormerRanks {
   public:
-    FormerRows(const Graph& graph, const FormerPlaces& former)
-        : graph_(graph), former_(former), row_(graph.boxes.size(), kNoRow), linesAt_(graph.boxes.size()) {
-        for (std::size_t k = 0; k < graph.lines.size(); ++k) {
-            const Line& line = graph.lines[k];
-            if (line.from == line.to) continue;
-            linesAt_[At(line.from)].push_back(static_cast<int>(k));
-            linesAt_[At(line.to)].push_back(static_cast<int>(k));
-        }
+    FormerRanks(const Graph& graph, const FormerPlaces& former, const std::vector<int>& parts)
+        : graph_(graph), row_(graph.boxes.size(), kNoRow) {
+        FindRows(former, parts);
+        TakeOutNeighbours();
+        for (int& row : row_)
+            if (row == kNoRow) row = NewRow();
     }
 
     std::vector<int> Find() {
-        TakeKnown();
-        TakeOutNeighbours();
-        PlaceOthers();
-        CloseGaps();
-        return row_;
+        constexpr int kTogether = 1000;  // rather than one line more that is short
+        DifferenceProgram program(static_cast<int>(below_.size()));
+        const auto keep = [&](int upper, int lower, int weight) {
+            program.Keep(upper, lower, 1);
+            program.Shorten(upper, lower, weight);
+        };
+        for (std::size_t upper = 0; upper < below_.size(); ++upper)
+            for (const int lower : below_[upper]) keep(static_cast<int>(upper), lower, kTogether);
+        for (const Line& line : graph_.lines) {
+            int upper = row_[At(line.from)], lower = row_[At(line.to)];
+            if (upper == lower || (partOf_[At(upper)] >= 0 && partOf_[At(upper)] == partOf_[At(lower)]))
+                continue;
+            if (LeadsTo(lower, upper)) std::swap(upper, lower);  // a cycle
+            below_[At(upper)].push_back(lower);
+            keep(upper, lower, 1);
+        }
+        const std::vector<std::int64_t> solution = program.Solve();
+        std::vector<int> ranks;
+        for (const int row : row_) ranks.push_back(static_cast<int>(solution[At(row)]));
+        return ranks;
     }
 
   private:
-    void TakeKnown() {
+    static constexpr int kNoRow = -1;
+
+    int NewRow(int part = -1) {
+        below_.emplace_back();
+        partOf_.push_back(part);
+        return static_cast<int>(below_.size()) - 1;
+    }
+
+    void FindRows(const FormerPlaces& former, const std::vector<int>& parts) {
         std::vector<std::size_t> known;
         std::vector<Rect> boxes;
         for (std::size_t i = 0; i < row_.size(); ++i) {
-            if (!former_.centers[i]) continue;
+            if (!former.centers[i]) continue;
             known.push_back(i);
-            boxes.push_back(RectAround(*former_.centers[i], graph_.boxes[i].width, graph_.boxes[i].height));
+            boxes.push_back(RectAround(*former.centers[i], graph_.boxes[i].width, graph_.boxes[i].height));
         }
-        const std::vector<int> rows = RowsOf(boxes);
-        for (std::size_t k = 0; k < known.size(); ++k) {
-            row_[known[k]] = rows[k];
-            count_ = std::max(count_, rows[k] + 1);
+        const std::vector<int> heights = RowsOf(boxes);
+        std::map<std::pair<int, int>, int> rows;  // by part and height
+        for (std::size_t k = 0; k < known.size(); ++k) rows[{parts[known[k]], heights[k]}] = kNoRow;
+        int last = kNoRow;
+        for (auto& [key, row] : rows) {
+            row = NewRow(key.first);
+            if (last != kNoRow && partOf_[At(last)] == key.first) below_[At(last)].push_back(row);
+            last = row;
         }
+        for (std::size_t k = 0; k < known.size(); ++k) row_[known[k]] = rows[{parts[known[k]], heights[k]}];
     }
 
     /// Boxes of one row that a new line joins: the one with fewer lines, of equals the member, looks for
     /// another.
     void TakeOutNeighbours() {
-        for (const auto& [owner, member, width, height] : graph_.lines) {
+        std::vector<int> lines(row_.size());
+        for (const Line& line : graph_.lines) {
+            ++lines[At(line.from)];
+            ++lines[At(line.to)];
+        }
+        for (const Line& line : graph_.lines) {
+            const int owner = line.from, member = line.to;
             if (owner == member || row_[At(owner)] != row_[At(member)]) continue;
-            const bool isOwner = linesAt_[At(owner)].size() < linesAt_[At(member)].size();
-            row_[At(isOwner ? owner : member)] = kNoRow;
+            row_[At(lines[At(owner)] < lines[At(member)] ? owner : member)] = kNoRow;
         }
     }
 
-    /// The next is always one with most lines to boxes that have their row.
-    void PlaceOthers() {
-        while (true) {
-            int next = -1, most = -1;
-            for (std::size_t i = 0; i < row_.size(); ++i) {
-                if (row_[i] != kNoRow) continue;
-                const int lines =
-                    static_cast<int>(std::count_if(linesAt_[i].begin(), linesAt_[i].end(), [&](int line) {
-                        return row_[At(OtherEnd(line, static_cast<int>(i)))] != kNoRow;
-                    }));
-                if (lines > most) {
-                    most = lines;
-                    next = static_cast<int>(i);
-                }
-            }
-            if (next < 0) return;
-            row_[At(next)] = RowFor(next);
-        }
-    }
-
-    int OtherEnd(int line, int box) const {
-        const Line& ends = graph_.lines[At(line)];
-        return ends.from == box ? ends.to : ends.from;
-    }
-
-    bool HasNeighbourIn(int box, int row) const {
-        return std::any_of(linesAt_[At(box)].begin(), linesAt_[At(box)].end(),
-                           [&](int line) { return row_[At(OtherEnd(line, box))] == row; });
-    }
-
-    int RowFor(int box) {
-        int owners = kNoRow, members = std::numeric_limits<int>::max();
-        for (const int line : linesAt_[At(box)]) {
-            const int row = row_[At(OtherEnd(line, box))];
-            if (row == kNoRow) continue;
-            if (graph_.lines[At(line)].to == box) {
-                owners = std::max(owners, row);
-            } else {
-                members = std::min(members, row);
+    bool LeadsTo(int from, int to) const {
+        std::vector<bool> seen(below_.size());
+        std::vector<int> walk{from};
+        seen[At(from)] = true;
+        while (!walk.empty()) {
+            const int row = walk.back();
+            walk.pop_back();
+            if (row == to) return true;
+            for (const int next : below_[At(row)]) {
+                if (seen[At(next)]) continue;
+                seen[At(next)] = true;
+                walk.push_back(next);
             }
         }
-        const bool isOwned = owners != kNoRow;
-        if (!isOwned && members == std::numeric_limits<int>::max()) return Insert(count_);
-        if (!isOwned) return members > 0 ? members - 1 : Insert(0);
-        if (members == owners + 1) return Insert(members);
-        int row = owners + 1;
-        while (row < count_ && HasNeighbourIn(box, row)) ++row;  // of a cycle
-        return row < count_ ? row : Insert(row);
-    }
-
-    /// A new row there; the rows from there on move down.
-    int Insert(int row) {
-        for (int& each : row_)
-            if (each >= row) ++each;
-        ++count_;
-        return row;
-    }
-
-    void CloseGaps() {
-        std::vector<int> number(At(count_), 0);
-        for (const int row : row_) number[At(row)] = 1;
-        int used = 0;
-        for (int& each : number) each = each > 0 ? used++ : kNoRow;
-        for (int& row : row_) row = number[At(row)];
+        return false;
     }
 
     const Graph& graph_;
-    const FormerPlaces& former_;
-    std::vector<int> row_;
-    std::vector<std::vector<int>> linesAt_;  ///< Of each box, without those from it to itself.
-    int count_ = 0;
+    std::vector<int> row_;                 ///< Of each box.
+    std::vector<std::vector<int>> below_;  ///< Rows that must be below each row.
+    std::vector<int> partOf_;              ///< The part of each row; -1 for that of a new box.
 };
 
 /// Where a path crosses a height; none where it does not.
@@ -150,8 +151,9 @@ std::optional<double> CrossingOf(const std::vector<Point>& path, double y) {
 /// Orders the nodes of layers as they were.
 class FormerOrder {
   public:
-    FormerOrder(const FormerPlaces& former, Layers& layers)
+    FormerOrder(const FormerPlaces& former, const std::vector<int>& parts, Layers& layers)
         : former_(former),
+          parts_(parts),
           layers_(layers),
           x_(layers.nodes.size()),
           place_(layers.nodes.size()),
@@ -181,28 +183,32 @@ class FormerOrder {
     bool IsBox(int node) const { return layers_.nodes[At(node)].bundle < 0; }
 
     void FindKnown() {
-        const std::vector<std::optional<double>> heights = Heights();
+        const std::map<std::pair<int, int>, double> heights = Heights();
         for (std::size_t i = 0; i < x_.size(); ++i) {
             const LayerNode& node = layers_.nodes[i];
             if (node.bundle < 0) {
                 if (former_.centers[i]) x_[i] = former_.centers[i]->x;
-            } else if (const auto height = heights[At(node.layer)]) {
-                for (const int line : layers_.bundles[At(node.bundle)].lines)
-                    if (!x_[i]) x_[i] = CrossingOf(former_.routes[At(line)], *height);
+            } else {
+                const Bundle& bundle = layers_.bundles[At(node.bundle)];
+                const auto height = heights.find({node.layer, parts_[At(bundle.upper)]});
+                for (const int line : bundle.lines)
+                    if (height != heights.end() && !x_[i])
+                        x_[i] = CrossingOf(former_.routes[At(line)], height->second);
             }
             if (!x_[i]) free_.push_back(static_cast<int>(i));
         }
     }
 
-    /// Where the middle of each row was, to go by most of its boxes; none for a new one.
-    std::vector<std::optional<double>> Heights() const {
-        std::vector<std::optional<double>> heights;
-        for (const auto& row : layers_.order) {
-            std::vector<double> middles;
-            for (const int node : row)
-                if (IsBox(node) && former_.centers[At(node)]) middles.push_back(former_.centers[At(node)]->y);
-            std::sort(middles.begin(), middles.end());
-            heights.push_back(middles.empty() ? std::nullopt : std::optional(middles[middles.size() / 2]));
+    /// Where the middle of each row was, by layer and part; not of new rows.
+    std::map<std::pair<int, int>, double> Heights() const {
+        std::map<std::pair<int, int>, std::vector<double>> middles;
+        for (std::size_t i = 0; i < parts_.size(); ++i)
+            if (former_.centers[i])
+                middles[{layers_.nodes[i].layer, parts_[i]}].push_back(former_.centers[i]->y);
+        std::map<std::pair<int, int>, double> heights;
+        for (auto& [key, values] : middles) {  // most of its boxes were there
+            std::sort(values.begin(), values.end());
+            heights[key] = values[values.size() / 2];
         }
         return heights;
     }
@@ -308,6 +314,7 @@ class FormerOrder {
     static constexpr int kNone = -1;
 
     const FormerPlaces& former_;
+    const std::vector<int>& parts_;  ///< Of each box.
     Layers& layers_;
     std::vector<std::optional<double>> x_;
     std::vector<int> place_;
@@ -318,8 +325,9 @@ class FormerOrder {
 }  // namespace
 
 Layers LayersAsBefore(const Graph& graph, const FormerPlaces& former) {
-    Layers layers = MakeLayers(graph, FormerRows(graph, former).Find());
-    FormerOrder(former, layers).Apply();
+    const std::vector<int> parts = FormerParts(graph, former);
+    Layers layers = MakeLayers(graph, FormerRanks(graph, former, parts).Find());
+    FormerOrder(former, parts, layers).Apply();
     return layers;
 }
 
