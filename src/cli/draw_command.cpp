@@ -25,7 +25,7 @@ struct DrawRequest {
     int layout = 0;
     std::optional<bool> color;
     BoxMeaning meaning = BoxMeaning::None;
-    bool linesByOwner = false;
+    bool linesByOwner = false, fresh = false;
     std::optional<std::string> background;
     std::optional<std::uint64_t> seed;
 };
@@ -51,6 +51,7 @@ DrawOptions OptionsOf(const DrawRequest& request) {
     options.color = request.color;
     options.meaning = request.meaning;
     options.linesByOwner = request.linesByOwner;
+    options.fresh = request.fresh;
     options.background = request.background;
     options.visible = false;
     if (!request.out.empty()) options.location = AbsolutePath(request.out);
@@ -225,6 +226,10 @@ void AddDraw(CLI::App& program, CommandContext& context) {
             request->layout = index.value_or(0);
             return index ? std::string() : "there is no layout " + name;
         });
+    command->add_flag(
+        "--fresh", request->fresh,
+        "Lay out without regard to the drawing that is replaced (default: boxes that were there "
+        "keep their order and neighbourhood)");
     command
         ->add_option("--color", words->color,
                      "Boxes in colors (default: the setting DiagramColor), or in those of their area or "

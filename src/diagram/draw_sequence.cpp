@@ -14,6 +14,7 @@
 #include "core/settings.h"
 #include "diagram/annotation.h"
 #include "diagram/connectors.h"
+#include "diagram/former_drawing.h"
 #include "diagram/page_background.h"
 #include "diagram/page_layout.h"
 #include "diagram/record_shapes.h"
@@ -165,6 +166,7 @@ void ResetDrawing(DrawingState& drawing, const DrawKind& kind) {
 }
 
 void BeginPage(DrawingState& drawing) {
+    drawing.formerPage = nullptr;
     drawing.gDrawnShapes = {};
     drawing.gShapeIds = {};
     drawing.references.clear();
@@ -186,9 +188,10 @@ engine::SaveResult Save(engine::Document& document, const DrawOrder& order) {
 
 /// Everything from the empty page to the finished one.
 void DrawPage(DrawingState& drawing, const DrawKind& kind, const std::string& name, const PageOrder& order,
-              const PageRef& page, std::optional<PageMasters>& masters) {
+              const PageRef& page, std::optional<PageMasters>& masters, const FormerDrawing& former) {
     BeginPage(drawing);
     order.addShapes(page);
+    drawing.formerPage = former.PageNamed(page->Name());
     ShowStep(drawing, kind.connecting, name);
     ConnectAllShapes(drawing, *page);
     ShowStep(drawing, kind.layingOut, name);
@@ -217,10 +220,11 @@ engine::SaveResult DrawPages(DrawingState& drawing, const DrawKind& kind, const 
     PageRef page = pages ? pages->Item(1) : nullptr;
     if (page) ShowStep(drawing, kind.starting, order.name);
     std::optional<PageMasters> masters;
+    const FormerDrawing former(*drawing.VisioApp, drawing.options.fresh ? std::string() : order.File());
     for (const PageOrder& each : order.pages) {
         if (&each != &order.pages.front()) page = pages->Add();
         if (!page) return {false, "the drawing engine gives no page"};
-        DrawPage(drawing, kind, order.name, each, page, masters);
+        DrawPage(drawing, kind, order.name, each, page, masters, former);
     }
     ShowStep(drawing, kind.finished, order.name);
     drawing.app.host.Yield();  // The last one at which nothing is written yet.

@@ -47,6 +47,7 @@ struct DrawOptions {
     std::optional<std::string> location;  ///< Folder of the drawings.
     std::optional<bool> visible{};        ///< The engine shows its window.
     BoxMeaning meaning = BoxMeaning::None;
+    bool fresh = false;            ///< The layout pays no heed to the drawing that is replaced.
     bool linesByOwner = false;     ///< Lines of one owner look alike; otherwise each has a random colour.
     bool pageForEachArea = false;  ///< Of a whole schema; otherwise it is on one page.
 };
@@ -105,6 +106,7 @@ struct DrawingState {
     std::vector<std::string> owners;  ///< Of the schema's sets, likewise.
 
     // One page.
+    PageRef formerPage;  ///< Of the drawing that is replaced; null where there is none to go by.
     DrawnShapes gDrawnShapes;
     ShapeIds gShapeIds;
     std::vector<DrawnLine> drawnLines;

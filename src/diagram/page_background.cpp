@@ -99,7 +99,7 @@ void formatPageBackground(DrawingState& drawing, const PageRef& page, const Page
         AddLegend(drawing, page, masters.legend, *block);
     }
     drawing.app.host.Yield();
-    ApplyLayout(drawing.app.host, *page, drawing.options.layout);
+    ApplyLayout(drawing.app.host, *page, drawing.options.layout, drawing.formerPage);
     page->ResizeToFitContents();
     page->CenterDrawing();
 }

@@ -48,7 +48,7 @@ std::optional<int> LayoutIndex(std::string_view name) {
     return std::nullopt;
 }
 
-void ApplyLayout(Host& host, engine::Page& page, int index) {
+void ApplyLayout(Host& host, engine::Page& page, int index, const engine::Ref<engine::Page>& former) {
     const bool known = index >= 0 && index < static_cast<int>(kLayoutTypes.size());
     const LayoutType& type = known ? kLayoutTypes[static_cast<std::size_t>(index)] : kNoLayout;
     if (index == 0) {
@@ -64,7 +64,7 @@ void ApplyLayout(Host& host, engine::Page& page, int index) {
         SetLayoutCell(page, kRouteStyleCell, type.routeStyle);
         SetLayoutCell(page, type.fourthCell, type.fourthValue);
     }
-    page.Layout();
+    former ? page.LayoutLike(former) : page.Layout();
     page.ResizeToFitContents();
     page.CenterDrawing();
 }

@@ -25,8 +25,10 @@ extern const std::array<LayoutType, 8> kLayoutTypes;
 /// ignored.
 std::optional<int> LayoutIndex(std::string_view name);
 
-/// Writes the choice, an index that is none as zeros, and has the engine lay the page out.
-void ApplyLayout(Host& host, engine::Page& page, int index);
+/// Writes the choice, an index that is none as zeros, and has the engine lay the page out, like `former`
+/// where that is not null.
+void ApplyLayout(Host& host, engine::Page& page, int index,
+                 const engine::Ref<engine::Page>& former = nullptr);
 
 /// How high a label of six points is when the page is made smaller to fit one A0 sheet, in points; six where
 /// it fits as it is.

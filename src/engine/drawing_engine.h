@@ -186,6 +186,10 @@ class Page {
     virtual bool ReserveNote(const Ref<Shape>& shape, const std::string& text, double mostWidth) = 0;
     /// Places all boxes and routes all connectors by the page layout row.
     virtual bool Layout() = 0;
+    /// The same, but boxes keep, as far as can be, the order and neighbourhood of the shapes of their names
+    /// on `former`, a page of an open drawing, when its layout row is the same: a drawing that was made
+    /// before.
+    virtual bool LayoutLike(const Ref<Page>& former) = 0;
     /// The page takes the size of its contents and a margin.
     virtual bool ResizeToFitContents() = 0;
     /// Moves the contents to the page's middle.

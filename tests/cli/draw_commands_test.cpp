@@ -91,6 +91,17 @@ TEST_F(DrawCommandTest, EqualSeedsGiveEqualFilesAndChoicesOtherOnes) {
         << "the choices that the settings make";
 }
 
+TEST_F(DrawCommandTest, ADrawingKeepsTheOrderOfTheOneThatItReplacesUnlessAskedForAFreshLayout) {
+    const auto drawn = [&](const std::string& options) {
+        EXPECT_EQ(Draw("EMPSCHM --seed 7 " + options).status, 0) << options;
+        return ReadFile(Out("EMPSCHM/EMPSCHM selected.vsd"));
+    };
+    const std::string all = drawn("--only '*'");
+    drawn("--except COMMISSION");
+    EXPECT_NE(drawn("--only '*'"), all) << "like the one without COMMISSION";
+    EXPECT_EQ(drawn("--only '*' --fresh"), all);
+}
+
 TEST_F(DrawCommandTest, SettingsDecideWhatOptionsLeaveOpen) {
     const std::string folder = program->Path("by setting");
     std::filesystem::create_directories(folder);

@@ -74,6 +74,7 @@ class PageHandle : public engine::Page {
         return r_->Do("Page.ReserveNote \"" + text + "\"");
     }
     bool Layout() override { return r_->Do("Page.Layout"); }
+    bool LayoutLike(const engine::Ref<engine::Page>&) override { return r_->Do("Page.LayoutLike"); }
     bool ResizeToFitContents() override { return r_->Do("Page.ResizeToFitContents"); }
     bool CenterDrawing() override { return r_->Do("Page.CenterDrawing"); }
     bool PlaceNotes() override { return r_->Do("Page.PlaceNotes"); }

@@ -10,6 +10,7 @@
 #include "drawing/arrange/note_rooms.h"
 #include "drawing/session/connectors.h"
 #include "drawing/text/text_layout.h"
+#include "layout/former/match.h"
 #include "layout/graph/graph.h"
 #include "layout/graph/style.h"
 #include "layout/place_and_route.h"
@@ -181,6 +182,57 @@ PageGraph GraphOf(OpenDocument& document, Page& page) {
     return result;
 }
 
+/// What a page of before shows, and what of it this page shows too.
+struct DrawnBefore {
+    PageGraph on;
+    layout::Placement placement;
+    layout::Matches matches;
+};
+
+layout::NoteSide SideOf(const Rect& box, const Rect& note) {
+    if (note.x0 >= box.x1) return layout::NoteSide::Right;
+    if (note.x1 <= box.x0) return layout::NoteSide::Left;
+    return note.y0 >= box.y1 ? layout::NoteSide::Above : layout::NoteSide::Below;
+}
+
+/// Where boxes and lines are. A line without a route of its own, which another program drew, has none.
+layout::Placement PlacementOf(OpenDocument& document, Page& page, const PageGraph& on) {
+    layout::Placement placement;
+    for (std::size_t i = 0; i < on.boxes.size(); ++i) {
+        const Rect box = BlockOf(document, page, *on.boxes[i]);
+        placement.centers.push_back(box.Center());
+        const bool hasNote = !on.notes[i].empty();
+        placement.noteSides.push_back(hasNote ? SideOf(box, NoteOf(document, page, *on.notes[i].front()))
+                                              : layout::NoteSide::Right);
+    }
+    for (Shape* line : on.lines) {
+        layout::Route& route = placement.routes.emplace_back();
+        if (HasOwnGeometry(*line)) route.points = RouteOf(document, page, *line);
+        route.label = LabelOf(document, page, *line).Center();
+    }
+    return placement;
+}
+
+/// The boxes of the same names, letter case ignored; -1 for one whose name is new.
+std::vector<int> BoxesByName(const PageGraph& on, const PageGraph& before) {
+    std::unordered_map<std::string, int> byName;
+    for (std::size_t i = 0; i < before.boxes.size(); ++i)
+        byName.emplace(UpperCase(before.boxes[i]->name), static_cast<int>(i));
+    std::vector<int> boxes;
+    for (const Shape* box : on.boxes) {
+        const auto same = byName.find(UpperCase(box->name));
+        boxes.push_back(same == byName.end() ? -1 : same->second);
+    }
+    return boxes;
+}
+
+DrawnBefore ReadBefore(const FormerPage& former, const PageGraph& on) {
+    PageGraph before = GraphOf(former.document, former.page);
+    layout::Matches matches = layout::MatchGraphs(on.graph, before.graph, BoxesByName(on, before));
+    layout::Placement placement = PlacementOf(former.document, former.page, before);
+    return {std::move(before), std::move(placement), std::move(matches)};
+}
+
 void MoveTo(OpenDocument& document, Page& page, Shape& shape, Point center) {
     const Rect block = BlockOf(document, page, shape);
     const Point middle = block.Center();
@@ -251,28 +303,68 @@ std::vector<layout::Box> SizesOfNotes(OpenDocument& document, Page& page, const 
     return sizes;
 }
 
-void LayOutPage(OpenDocument& document, Page& page) {
-    document.recalculation.Settle();
-    const PageGraph on = GraphOf(document, page);
-    if (on.boxes.empty()) return;
-    const layout::Placement placement = layout::PlaceAndRoute(on.graph, StyleOf(document, page));
-    for (Shape* line : on.lines) DropRoute(document, page, *line);
-    for (std::size_t i = 0; i < on.boxes.size(); ++i)
-        MoveTo(document, page, *on.boxes[i], placement.centers[i]);
-    document.recalculation.Settle();
+namespace {
+
+/// The notes that are there move into the rooms beside their boxes; for those to come the rooms are kept.
+void PutNotes(OpenDocument& document, Page& page, const PageGraph& on,
+              const std::vector<layout::NoteSide>& sides) {
     for (std::size_t i = 0; i < on.boxes.size(); ++i) {
         NoteRoom room = on.rooms[i];
         if (room.notes.empty()) continue;
-        room.side = placement.noteSides[i];
+        room.side = sides[i];
         const Rect box = BlockOf(document, page, *on.boxes[i]);
         const std::vector<Rect> places = PlacesInRoom(box, room.notes, room.side);
         for (std::size_t k = 0; k < on.notes[i].size(); ++k)
             PutNote(document, page, *on.notes[i][k], places[k], box);
         document.noteRooms[{page.id, on.boxes[i]->id}] = std::move(room);
     }
-    const auto jumps = FindJumps(placement.routes);
-    for (std::size_t k = 0; k < on.lines.size(); ++k)
-        WriteRoute(document, page, *on.lines[k], placement.routes[k], jumps[k]);
+}
+
+/// All boxes and lines become as they were.
+void TakeOver(OpenDocument& document, Page& page, const PageGraph& on, const DrawnBefore& before) {
+    Recalculation& cells = document.recalculation;
+    const auto copy = [&](Shape& to, const Shape& from, Name name) {
+        cells.SetValue(page, to, name, Value::Of(Number(from, name)));
+    };
+    for (std::size_t i = 0; i < on.boxes.size(); ++i) {
+        const auto same = static_cast<std::size_t>(before.matches.boxes[i]);
+        for (const Name name : {Name::PinX, Name::PinY}) copy(*on.boxes[i], *before.on.boxes[same], name);
+    }
+    cells.Settle();
+    for (std::size_t k = 0; k < on.lines.size(); ++k) {
+        const auto same = static_cast<std::size_t>(before.matches.lines[k]);
+        CopyRoute(document, page, *on.lines[k], *before.on.lines[same]);
+    }
+    std::vector<layout::NoteSide> sides;
+    for (const int same : before.matches.boxes)
+        sides.push_back(before.placement.noteSides[static_cast<std::size_t>(same)]);
+    PutNotes(document, page, on, sides);
+}
+
+}  // namespace
+
+void LayOutPage(OpenDocument& document, Page& page, const FormerPage* former) {
+    document.recalculation.Settle();
+    const PageGraph on = GraphOf(document, page);
+    if (on.boxes.empty()) return;
+    const layout::Style style = StyleOf(document, page);
+    std::optional<DrawnBefore> before;
+    if (former && StyleOf(former->document, former->page) == style) before = ReadBefore(*former, on);
+    for (Shape* line : on.lines) DropRoute(document, page, *line);
+    if (before && layout::CanStay(on.graph, before->matches, before->on.graph, before->placement)) {
+        TakeOver(document, page, on, *before);
+    } else {
+        const layout::FormerPlaces places =
+            before ? layout::PlacesOf(before->matches, before->placement) : layout::FormerPlaces();
+        const layout::Placement placement = layout::PlaceAndRoute(on.graph, style, places);
+        for (std::size_t i = 0; i < on.boxes.size(); ++i)
+            MoveTo(document, page, *on.boxes[i], placement.centers[i]);
+        document.recalculation.Settle();
+        PutNotes(document, page, on, placement.noteSides);
+        const auto jumps = FindJumps(placement.routes);
+        for (std::size_t k = 0; k < on.lines.size(); ++k)
+            WriteRoute(document, page, *on.lines[k], placement.routes[k], jumps[k]);
+    }
     document.recalculation.Settle();
 }
 
@@ -297,7 +389,9 @@ void CenterContents(OpenDocument& document, Page& page) {
     const double width = Number(document, page, page.sheet, Name::PageWidth);
     const double height = Number(document, page, page.sheet, Name::PageHeight);
     const double top = TopMargin(TitleOf(document, page)), middle = (kMargin + height - top) / 2;
-    Translate(page, width / 2 - contents->Center().x, middle - contents->Center().y);
+    const Point by = Point{width / 2, middle} - contents->Center();
+    constexpr double kHair = 1e-9;  // They are in the middle, but for what rounding leaves.
+    if (Length(by) > kHair) Translate(page, by.x, by.y);
 }
 
 void GrowPageToContents(OpenDocument& document, Page& page) {

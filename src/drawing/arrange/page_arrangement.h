@@ -24,9 +24,17 @@ Rect LabelOf(OpenDocument& document, Page& page, Shape& line);
 Rect NoteOf(OpenDocument& document, Page& page, Shape& note);
 std::vector<layout::Box> SizesOfNotes(OpenDocument& document, Page& page, const std::vector<Shape*>& notes);
 
+/// A page of a drawing that was made before, of an open document that is only read.
+struct FormerPage {
+    OpenDocument& document;
+    Page& page;
+};
+
 /// Places all boxes and routes all lines by the page's layout row, with room for the notes of boxes; notes
-/// that are there move into it.
-void LayOutPage(OpenDocument& document, Page& page);
+/// that are there move into it. With a page of before that has the same layout row, boxes keep as far as can
+/// be the order and neighbourhood of the boxes of their names there; if nothing that counts has changed, all
+/// is where it was.
+void LayOutPage(OpenDocument& document, Page& page, const FormerPage* former = nullptr);
 
 /// The page becomes as large as its contents, a margin, and a strip for a title where there is one. An empty
 /// page keeps its size.

@@ -61,6 +61,7 @@ class PageHandle : public engine::Page {
     bool ReserveNote(const engine::Ref<engine::Shape>& shape, const std::string& text,
                      double mostWidth) override;
     bool Layout() override;
+    bool LayoutLike(const engine::Ref<engine::Page>& former) override;
     bool ResizeToFitContents() override;
     bool CenterDrawing() override;
     bool PlaceNotes() override;

@@ -137,6 +137,16 @@ bool PageHandle::Layout() {
     return true;
 }
 
+bool PageHandle::LayoutLike(const Ref<engine::Page>& former) {
+    const auto before = std::dynamic_pointer_cast<PageHandle>(former);
+    if (!context_.Writable() || !before || !before->context_.Alive()) return false;
+    context_.document->Shop().RunInBackground([&] {
+        const FormerPage page{*before->context_.document, before->page_};
+        LayOutPage(*context_.document, page_, &page);
+    });
+    return true;
+}
+
 bool PageHandle::ResizeToFitContents() {
     if (!context_.Writable()) return false;
     ResizePageToContents(*context_.document, page_);

@@ -125,6 +125,18 @@ void RefreshGlue(OpenDocument& document, Canvas& canvas, Shape& line) {
     }
 }
 
+/// The ends of a line with a route.
+void StateEnds(OpenDocument& document, Canvas& canvas, Shape& line, Point begin, Point end) {
+    Recalculation& cells = document.recalculation;
+    DropRoute(document, canvas, line);
+    cells.Settle();
+    PutBegin(document, canvas, line, begin);
+    StateEnd(document, canvas, line, Name::EndX, end.x);
+    StateEnd(document, canvas, line, Name::EndY, end.y);
+    if (std::fabs(end.x - begin.x) < 1e-9) cells.SetFormula(canvas, line, Name::Width, kLeastBlockFormula);
+    if (std::fabs(end.y - begin.y) < 1e-9) cells.SetFormula(canvas, line, Name::Height, kLeastBlockFormula);
+}
+
 bool Joins(const Connect& connect, const Shape& line, bool begin) {
     return connect.fromSheet == line.id && connect.fromCell == EndCell(begin);
 }
@@ -171,15 +183,7 @@ void WriteRoute(OpenDocument& document, Canvas& canvas, Shape& line, const layou
                 const std::vector<LineJump>& jumps) {
     if (route.points.size() < 2) return;
     Recalculation& cells = document.recalculation;
-    const Point begin = route.points.front(), end = route.points.back();
-    DropRoute(document, canvas, line);
-    cells.Settle();
-    PutBegin(document, canvas, line, begin);
-    StateEnd(document, canvas, line, Name::EndX, end.x);
-    StateEnd(document, canvas, line, Name::EndY, end.y);
-    if (std::fabs(end.x - begin.x) < 1e-9) cells.SetFormula(canvas, line, Name::Width, kLeastBlockFormula);
-    if (std::fabs(end.y - begin.y) < 1e-9) cells.SetFormula(canvas, line, Name::Height, kLeastBlockFormula);
-
+    StateEnds(document, canvas, line, route.points.front(), route.points.back());
     const auto number = [&](Name name) { return cells.Number(canvas, line, name); };
     const double width = number(Name::Width), height = number(Name::Height);
     const Point origin{number(Name::PinX) - number(Name::LocPinX),
@@ -195,6 +199,16 @@ void WriteRoute(OpenDocument& document, Canvas& canvas, Shape& line, const layou
         rows.CoverRowsOfMaster(static_cast<int>(SectionOf(*line.base, Name::Geometry).rows.size()));
     cells.SetValue(canvas, line, TextPositionCell(Name::X), Value::Of(route.label.x - origin.x));
     cells.SetValue(canvas, line, TextPositionCell(Name::Y), Value::Of(route.label.y - origin.y));
+}
+
+void CopyRoute(OpenDocument& document, Canvas& canvas, Shape& line, const Shape& from) {
+    StateEnds(document, canvas, line, {Number(from, Name::BeginX), Number(from, Name::BeginY)},
+              {Number(from, Name::EndX), Number(from, Name::EndY)});
+    if (const Section* route = from.Find(Name::Geometry)) line.At(Name::Geometry) = *route;
+    for (const Name axis : {Name::X, Name::Y}) {
+        const CellRef label = TextPositionCell(axis);
+        document.recalculation.SetValue(canvas, line, label, Value::Of(Number(from, label)));
+    }
 }
 
 void DropRoute(OpenDocument& document, Canvas& canvas, Shape& line) {

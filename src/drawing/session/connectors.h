@@ -33,6 +33,10 @@ struct LineJump {
 void WriteRoute(OpenDocument& document, Canvas& canvas, Shape& line, const layout::Route& route,
                 const std::vector<LineJump>& jumps);
 
+/// Gives the line the route of one that joins boxes at the same places, on a page of before, with its jumps
+/// and the place of its label.
+void CopyRoute(OpenDocument& document, Canvas& canvas, Shape& line, const Shape& from);
+
 /// The line runs straight again, as its master does.
 void DropRoute(OpenDocument& document, Canvas& canvas, Shape& line);
 

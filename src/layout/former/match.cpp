@@ -75,7 +75,9 @@ bool IsOnBorder(Point point, const Rect& box) {
 
 bool SameSize(const Box& a, const Box& b) {
     constexpr double kHair = 1e-6;
-    return std::abs(a.width - b.width) < kHair && std::abs(a.height - b.height) < kHair;
+    const auto same = [](double x, double y) { return std::abs(x - y) < kHair; };
+    return same(a.width, b.width) && same(a.height, b.height) && same(a.noteWidth, b.noteWidth) &&
+           same(a.noteHeight, b.noteHeight);
 }
 
 bool AllMatched(const std::vector<int>& matches, std::size_t count) {

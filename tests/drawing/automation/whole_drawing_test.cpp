@@ -146,6 +146,34 @@ class WholeDrawingTest : public testing::TestWithParam<int> {
         return blocks;
     }
 
+    /// Where boxes are and how lines run, by their shapes' names.
+    std::map<std::string, std::vector<Point>> Places() const {
+        auto workshop = drawing::Workshop({});
+        drawing::OpenDocument document(workshop, drawing::ReadPackageFile(File("EMPSCHM.vsd")), "", true);
+        drawing::Page& page = *document.model->pages.front();
+        std::map<std::string, std::vector<Point>> places;
+        for (const auto& shape : page.shapes) {
+            const Role role = RoleOf(page, *shape);
+            if (role == Role::Box) places[shape->name] = {BlockOf(document, page, *shape).Center()};
+            if (role == Role::Line) places[shape->name] = RouteOf(document, page, *shape);
+        }
+        return places;
+    }
+    static void ExpectSame(const std::map<std::string, std::vector<Point>>& places,
+                           const std::map<std::string, std::vector<Point>>& expected) {
+        ASSERT_EQ(places.size(), expected.size());
+        for (const auto& [name, points] : expected) {
+            const auto same = places.find(name);
+            ASSERT_TRUE(same != places.end() && same->second.size() == points.size()) << name;
+            for (std::size_t i = 0; i < points.size(); ++i)
+                EXPECT_LT(Length(same->second[i] - points[i]), 1e-9) << name;
+        }
+    }
+    std::map<std::string, std::vector<Point>> Drawn() {
+        EXPECT_EQ(DrawVisioDiagramSingle(draw, "EMPSCHM", nullptr), DrawResult::Saved);
+        return Places();
+    }
+
     TestApp test;
     AppState& app = test.app;
     std::unique_ptr<engine::DrawingEngine> engine =
@@ -165,6 +193,35 @@ TEST_P(WholeDrawingTest, NothingCoversAnythingInABusySchema) {
     ExpectNothingCoversAnything();
 }
 
+TEST_P(WholeDrawingTest, ASchemaDrawnAgainIsWhereItWas) {
+    draw.options.layout = GetParam();
+    MakeBusySchema(25);
+    const auto first = Drawn();
+    ExpectSame(Drawn(), first);
+}
+
+TEST_P(WholeDrawingTest, RecordsKeepTheirPlacesBesideAChangedOne) {
+    draw.options.layout = GetParam();
+    const auto before = Drawn();
+    SchemaRows(*app.gConnection).Entry("APPRENTICE", "CLIENT");
+    SchemaRows(*app.gConnection).Set("APPRENTICE-CLIENT", "APPRENTICE", "CLIENT");
+    app.gConnection->Execute(
+        "Update Record_Details set Recordname = 'DAY-LOG' where Recordname = 'DAY-LEDGER'");
+    for (const char* table : {"Parents", "Connection_Details"})
+        app.gConnection->Execute(std::string("Update ") + table +
+                                 " set Recordname = 'DAY-LOG' where Recordname = 'DAY-LEDGER'");
+    ExpectNothingCoversAnything();
+    const auto after = Places();
+    EXPECT_TRUE(after.contains("APPRENTICE"));
+    const auto moved = [&](const char* from, const char* to) {
+        return after.at(to).front() - before.at(from).front();
+    };
+    const Point page = moved("MAKER", "MAKER");
+    EXPECT_LT(Length(moved("DAY-LEDGER", "DAY-LOG") - page), 3) << "known by its sets";
+    for (const char* record : {"INSTRUMENT", "WORKSHOP", "COMMISSION", "PAYMENT"})
+        EXPECT_LT(Length(moved(record, record) - page), 3) << record;
+}
+
 INSTANTIATE_TEST_SUITE_P(Layouts, WholeDrawingTest, testing::Range(0, 8), [](const auto& each) {
     std::string name;
     for (const char c : kLayoutTypes[static_cast<std::size_t>(each.param)].name) {
@@ -173,7 +230,21 @@ INSTANTIATE_TEST_SUITE_P(Layouts, WholeDrawingTest, testing::Range(0, 8), [](con
     return name;
 });
 
-class SampleDrawingTest : public WholeDrawingTest {};
+class SampleDrawingTest : public WholeDrawingTest {
+  protected:
+    /// As a person does in an editor of drawings.
+    bool MoveInFile(const std::string& record, double right) {
+        const auto application = engine->CreateHidden().value();
+        const auto document = application->Documents()->Open(File("EMPSCHM.vsd"));
+        const auto shapes = document->Pages()->Item(1)->Shapes();
+        for (int i = 1; i <= shapes->Count(); ++i) {
+            if (shapes->Item(i)->Name() != record) continue;
+            const auto pin = shapes->Item(i)->Cells("PinX");
+            return pin->SetResultIU(*pin->ResultIU() + right) && document->SaveAs(File("EMPSCHM.vsd")).saved;
+        }
+        return false;
+    }
+};
 
 TEST_F(SampleDrawingTest, EqualSeedsGiveEqualFiles) {
     ASSERT_EQ(DrawVisioDiagramSingle(draw, "EMPSCHM", nullptr), DrawResult::Saved);
@@ -315,6 +386,24 @@ TEST_F(SampleDrawingTest, ALayoutIsAppliedToASavedFile) {
     EXPECT_LT(pin("CLIENT"), pin("COMMISSION"));
     EXPECT_LT(pin("COMMISSION"), pin("PAYMENT"));
     EXPECT_EQ(ReadFile(File("EMPSCHM.vsd")), ReadFile(File("EMPSCHM.vsdx")));
+}
+
+TEST_F(SampleDrawingTest, OnlyADrawingOfTheSameChoiceIsGoneBy) {
+    const auto fresh = Drawn();
+    ASSERT_TRUE(MoveInFile("PAYMENT", -20));
+    EXPECT_LT(Drawn().at("PAYMENT").front().x, fresh.at("PAYMENT").front().x - 1) << "where a person put it";
+    draw.options.fresh = true;
+    ExpectSame(Drawn(), fresh);
+    draw.options.fresh = false;
+    draw.options.layout = *LayoutIndex("RadialDefault");
+    EXPECT_NE(Drawn(), fresh);
+    draw.options.layout = 0;
+    ExpectSame(Drawn(), fresh);
+    for (const std::string& file :
+         {std::string("PK no drawing"), ReadFile(File("EMPSCHM.vsd")).substr(0, 9000)}) {
+        WriteFile(File("EMPSCHM.vsd"), file);
+        ExpectSame(Drawn(), fresh);
+    }
 }
 
 TEST_F(SampleDrawingTest, AFileWithPartsThatSavingWouldLoseIsLeftAsItWas) {
