@@ -56,6 +56,13 @@ DrawingPanel::DrawingPanel(const ScreenContext& context, const Words& words, QWi
     context_.commands.DisableWhileBusy(open);
     context_.commands.DisableWhileBusy(OnKeys(form, QKeySequence::Open, [this] { mnu_viewvisio(); }));
     menu.Add("&Draw diagram", draw);
+    QAction* fresh = menu.Add("Draw with a fresh la&yout", [this] {
+        fresh_ = true;
+        emit DrawWanted();
+        fresh_ = false;
+    });
+    fresh->setObjectName("mnuDrawFresh");
+    context_.commands.DisableWhileBusy(fresh);
     menu.Add("&Print", print);
     menu.Add("&Edit view", edit);
     auto* column = new QVBoxLayout(this);

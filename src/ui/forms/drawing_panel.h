@@ -31,6 +31,8 @@ class DrawingPanel : public QWidget {
 
     DrawingControl2& Drawing() const { return *DrawingControl2_; }
     int Layout() const;  ///< The chosen one's place in kLayoutTypes.
+    /// During DrawWanted: whether the layout is to pay no heed to the drawing that is replaced.
+    bool Fresh() const { return fresh_; }
     /// The commands, for what a screen adds to them.
     ButtonRow& Buttons() const { return *buttons_; }
 
@@ -55,6 +57,7 @@ class DrawingPanel : public QWidget {
     DrawingControl2* DrawingControl2_;
     LayoutTypes* LayoutTypes_;
     ButtonRow* buttons_;
+    bool fresh_ = false;
     QWidget* proposal_;
     QLabel* lblProposal_;
     std::string proposed_;  ///< The schema that would be drawn by area.

@@ -20,6 +20,7 @@ ScreenDrawing::ScreenDrawing(const ScreenContext& context, cTreeView& tree, Draw
       state_(context.app, *context.app.gConnection, context.engine, *this) {
     state_.options.layout = panel.Layout();
     TakeKeptLook(context.app.gLocalIni, state_.options);
+    state_.options.fresh = panel.Fresh();
 }
 
 ScreenDrawing::~ScreenDrawing() {

@@ -2,6 +2,8 @@
 
 #include <QScrollBar>
 
+#include "base/paths.h"
+#include "drawing/package/package.h"
 #include "testing/schema_rows.h"
 #include "ui/controls/c_tree_view.h"
 #include "ui/controls/drawing_control.h"
@@ -75,6 +77,38 @@ TEST(ScreenDrawing, PagesAndColorsAreChosenKeptAndDrawn) {
     ui.Click("cmdByArea");
     EXPECT_EQ(drawn(), byArea);
     EXPECT_FALSE(ui.Find<QWidget>("lblProposal")->isVisible());
+}
+
+TEST(ScreenDrawing, AFreshLayoutIsDrawnOnlyWhenItIsAskedFor) {
+    UiApp ui;
+    {
+        SchemaRows rows(*ui.app.gConnection, "PAIR");
+        rows.Entry("OWNER", "FIRST,SECOND");
+        for (const char* member : {"FIRST", "SECOND"}) {
+            rows.Record(member);
+            rows.Set(member, "OWNER", member);
+        }
+    }
+    ui.Start();
+    const std::string file = ui.folder.Path("visio files/PAIR/PAIR.vsd");
+    const auto member = [](const drawing::Document& drawing, const char* name) {
+        for (const auto& shape : drawing.pages.front()->shapes)
+            if (shape->name == name) return shape->cells.Find(drawing::Name::PinX);
+        return static_cast<drawing::Cell*>(nullptr);
+    };
+    const auto firstIsLeft = [&] {
+        const auto drawn = drawing::ReadPackageFile(file);
+        return member(*drawn, "FIRST")->value < member(*drawn, "SECOND")->value;
+    };
+    ui.Choose("mnu_Draw_Fancy_Single");
+    const bool asLaidOut = firstIsLeft();
+    const auto edited = drawing::ReadPackageFile(file);
+    std::swap(member(*edited, "FIRST")->value, member(*edited, "SECOND")->value);
+    WriteFile(file, drawing::WritePackage(*edited));
+    ui.Choose("mnu_Draw_Fancy_Single");
+    EXPECT_NE(firstIsLeft(), asLaidOut) << "as a person put them";
+    ui.Choose("mnuDrawFresh");
+    EXPECT_EQ(firstIsLeft(), asLaidOut);
 }
 
 }  // namespace
