@@ -15,6 +15,7 @@
 #include "layout/metrics.h"
 #include "layout/note_metrics.h"
 #include "layout/place_and_route.h"
+#include "layout/redraw.h"
 #include "layout/schema_graphs.h"
 #include "layout/svg.h"
 
@@ -39,9 +40,7 @@ const Choice choices[] = {
 struct Options {
     std::vector<std::string> choices;
     std::vector<std::string> graphs;
-    bool wall = false;
-    bool growth = false;
-    bool notes = false;
+    bool wall = false, growth = false, notes = false, redraws = false;
     std::string pictures;
     bool withDot = true;
     int runs = 1;
@@ -152,6 +151,16 @@ void Compare(const Options& options) {
     }
 }
 
+void CompareRedraws(const Options& options) {
+    fmt::print(
+        "| choice | records | one record | median move, in | kept | 90 in 100 within, in | kept | crossings "
+        "before | "
+        "after | kept | area to fresh | seconds to fresh | faults |\n|---|--:|---|{}\n",
+        Repeated("--:|", 10));
+    for (const Choice& choice : choices)
+        if (IsWanted(choice, options)) PrintRedraws(choice.name, choice.style);
+}
+
 bool IsFaulty(const Drawing& drawing) {
     const Quality& q = drawing.quality;
     const NoteQuality& n = drawing.notes;
@@ -236,6 +245,8 @@ int main(int argc, char** argv) {
     app.add_flag("--wall", options.wall, "Draw flat schemas, stars, pairs, chains and such instead");
     app.add_flag("--growth", options.growth, "Instead print how the time grows from 500 to 4,000 boxes");
     app.add_flag("--notes", options.notes, "Give two records of five a note");
+    app.add_flag("--redraws", options.redraws,
+                 "Instead change one record of schemas and print how far the other boxes move");
     app.add_option("--pictures", options.pictures, "Write the drawings as SVG files into this folder")
         ->check(CLI::ExistingDirectory);
     app.add_option("--runs", options.runs, "Print the median time of so many runs")
@@ -245,7 +256,9 @@ int main(int argc, char** argv) {
     app.add_flag("!--no-dot", options.withDot, "Leave dot out");
     CLI11_PARSE(app, argc, argv);
     if (options.seeds > 0) return LookForFaults(options) > 0 ? 1 : 0;
-    if (options.growth) {
+    if (options.redraws) {
+        CompareRedraws(options);
+    } else if (options.growth) {
         PrintGrowth(options);
     } else {
         Compare(options);
