@@ -251,6 +251,7 @@ bool Pass::IsJog(std::size_t line, std::size_t horizontalSegment) const {
 
 void Pass::StraightenJogs(ConstraintGraph& graph, std::vector<double>& places) const {
     for (std::size_t line = 0; line < sketch_.paths.size(); ++line) {
+        if (sketch_.firstSegments[line] == FirstSegment::Slanting) continue;
         const auto& segments = segmentVariable_[line];
         for (std::size_t segment = 1; segment + 1 < segments.size(); ++segment) {
             if (segments[segment] >= 0 || !IsJog(line, segment)) continue;

@@ -143,6 +143,18 @@ TEST(MakeSpace, TakesJogsOutThatNothingAsksFor) {
     EXPECT_EQ(sketch.paths[0][0].x, sketch.paths[0][3].x);
 }
 
+TEST(MakeSpace, SlantingLinesWithBendsKeepTheirEndsAtTheirBoxes) {
+    Sketch sketch;
+    sketch.boxes = {{0, 0, 2, 1}, {5, 4, 7, 5}};
+    sketch.lines = {{0, 1, 0, 0}};
+    sketch.paths = {{{2, 0.5}, {3, 1.5}, {3.5, 3}, {5, 4.5}}};
+    sketch.firstSegments = {FirstSegment::Slanting};
+    sketch.labels.resize(1);
+    MakeSpace(sketch, 0.5, 0.5, 0.125, 1);
+    EXPECT_NEAR(sketch.paths[0].front().x, sketch.boxes[0].x1, 1e-9);
+    EXPECT_NEAR(sketch.paths[0].back().x, sketch.boxes[1].x0, 1e-9);
+}
+
 TEST(Untangle, NeighboursChangePlacesWhereThatSavesCrossings) {
     Sketch sketch;
     sketch.boxes = {{0, 0, 2, 1}, {4, 2, 6, 3}, {4, 4, 6, 5}};
