@@ -11,10 +11,10 @@ namespace norvelis::layout {
 
 namespace {
 
-constexpr double kClear = 0.03;  // between a label and what it must not cover
-constexpr double kEdge = 0.02;   // of a label beside its line that the line still runs through
-constexpr double kBeside = 0.1;  // between a label that found no space on its line and the line
-constexpr double kNear = 0.15;   // from where on nobody would look for the line any more
+constexpr double kClear = 0.03;   // between a label and what it must not cover
+constexpr double kEdge = 0.02;    // of a label beside its line that the line still runs through
+constexpr double kBeside = 0.09;  // between a label that found no space on its line and the line
+constexpr double kNear = 0.1;     // on each side, from where on one would look for the line
 constexpr double kNowhere = 1e9;
 constexpr double kThroughLabel = 1;  // what a line through a label costs, beside the costs of its spots
 constexpr int kPartsAtFirst = 60, kPartsToClear = 240;  // of a line, of which each has its spots

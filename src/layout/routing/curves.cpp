@@ -15,7 +15,7 @@ class Fitter {
         for (std::size_t i = 0; i < labels.size(); ++i) labelsNear_.Add(labels[i], static_cast<int>(i));
     }
 
-    std::vector<Point> Fit(const std::vector<Point>& path, int line) const {
+    std::vector<Point> Fit(const std::vector<Point>& path) const {
         if (path.size() < 3) return path;
         std::vector<Point> fitted{path.front()};
         for (std::size_t i = 1; i + 1 < path.size(); ++i) {
@@ -29,7 +29,7 @@ class Fitter {
             const auto before = [&] { return corner + in * (std::min(size, inLength / 2) / inLength); };
             const auto after = [&] { return corner + out * (std::min(size, outLength / 2) / outLength); };
             while (size > 1e-4 &&
-                   IsCovered(Between(corner, before(), 0.5), corner, Between(corner, after(), 0.5), line))
+                   IsCovered(Between(corner, before(), 0.5), corner, Between(corner, after(), 0.5)))
                 size /= 2;
             if (!(before() == fitted.back())) fitted.push_back(before());
             fitted.push_back(corner);
@@ -40,13 +40,13 @@ class Fitter {
     }
 
   private:
-    bool IsCovered(Point a, Point b, Point c, int line) const {
+    bool IsCovered(Point a, Point b, Point c) const {
         if (obstacles_.Cover(a, b, c)) return true;
         bool covered = false;
         const Rect bounds{std::min({a.x, b.x, c.x}), std::min({a.y, b.y, c.y}), std::max({a.x, b.x, c.x}),
                           std::max({a.y, b.y, c.y})};
         labelsNear_.Near(bounds, [&](int i) {
-            covered = i != line && TriangleHits(a, b, c, labels_[static_cast<std::size_t>(i)]);
+            covered = TriangleHits(a, b, c, labels_[static_cast<std::size_t>(i)]);
             return !covered;
         });
         return covered;
@@ -63,7 +63,7 @@ class Fitter {
 void FitCurves(std::vector<std::vector<Point>>& paths, const std::vector<Rect>& boxes,
                const std::vector<Rect>& labels, double radius) {
     const Fitter fitter(boxes, labels, radius);
-    for (std::size_t i = 0; i < paths.size(); ++i) paths[i] = fitter.Fit(paths[i], static_cast<int>(i));
+    for (auto& path : paths) path = fitter.Fit(path);
 }
 
 }  // namespace norvelis::layout

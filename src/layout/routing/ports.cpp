@@ -10,6 +10,8 @@ namespace norvelis::layout {
 
 namespace {
 
+constexpr double kCorner = 0.08;  // inches of a side that stay free at each end
+
 /// The end of a line at a side of a box.
 struct Port {
     int line = 0;
@@ -26,11 +28,8 @@ SideIndex SideOf(Point p, const Rect& box) {
     return static_cast<SideIndex>(std::min_element(off.begin(), off.end()) - off.begin());
 }
 
-}  // namespace
-
-void SpreadPorts(std::vector<std::vector<Point>>& paths, const std::vector<Line>& lines,
-                 const std::vector<Rect>& boxes, double lineGap) {
-    const Obstacles obstacles(boxes);
+void SpreadOnce(std::vector<std::vector<Point>>& paths, const std::vector<Line>& lines,
+                const std::vector<Rect>& boxes, const Obstacles& obstacles, double lineGap) {
     std::vector<std::array<std::vector<Port>, 4>> ports(boxes.size());
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const std::vector<Point>& path = paths[i];
@@ -58,7 +57,7 @@ void SpreadPorts(std::vector<std::vector<Point>>& paths, const std::vector<Line>
             const bool horizontal = side == bottom || side == top;
             const double lo = horizontal ? boxes[box].x0 : boxes[box].y0,
                          hi = horizontal ? boxes[box].x1 : boxes[box].y1;
-            const double corner = (hi - lo) * 0.03;
+            const double corner = std::min(kCorner, (hi - lo) / 4);
             std::vector<double> wishes;
             wishes.reserve(here.size());
             for (const Port& port : here) wishes.push_back(port.at);
@@ -78,6 +77,15 @@ void SpreadPorts(std::vector<std::vector<Point>>& paths, const std::vector<Line>
             }
         }
     }
+}
+
+}  // namespace
+
+void SpreadPorts(std::vector<std::vector<Point>>& paths, const std::vector<Line>& lines,
+                 const std::vector<Rect>& boxes, double lineGap) {
+    constexpr int kTimes = 3;  // where one end cannot move, its neighbour goes half of the way each time
+    const Obstacles obstacles(boxes);
+    for (int times = 0; times < kTimes; ++times) SpreadOnce(paths, lines, boxes, obstacles, lineGap);
 }
 
 }  // namespace norvelis::layout

@@ -1,5 +1,7 @@
 #include "layout/spacing/spacing.h"
 
+#include <algorithm>
+#include <cmath>
 #include <map>
 #include <set>
 #include <utility>
@@ -12,6 +14,7 @@ namespace {
 
 constexpr double kLabelMargin = 0.03;
 constexpr double kHair = 1e-7;
+constexpr double kCorner = 0.08;  // of a side that stays free of lines, where it is not short
 constexpr double kTouch = 0.006;  // lines whose corners are so near keep their order
 
 std::size_t At(int i) {
@@ -233,7 +236,11 @@ void Pass::HoldPorts(ConstraintGraph& graph) const {
         const auto& segments = segmentVariable_[line];
         const auto hold = [&](int variable, int box) {
             const double half = sketch_.boxes[At(box)].Width() / 2;
-            if (variable >= 0) graph.KeepWithin(box, variable, half * 0.96);
+            if (variable < 0) return;
+            // A crowded side is used as far as it is now, lest the lines there find no solution.
+            const double now = std::abs(places_[At(variable)] - places_[At(box)]);
+            const double reach = std::max(std::max(half - kCorner, half * 0.9), std::min(now, half * 0.96));
+            graph.KeepWithin(box, variable, reach);
         };
         hold(segments.front(), sketch_.lines[line].from);
         hold(segments.back(), sketch_.lines[line].to);
