@@ -63,13 +63,14 @@ std::vector<Crossing> CrossingsOf(const std::vector<std::vector<Point>>& paths) 
         }
         near.AddSegment(segment.a, segment.b, static_cast<int>(k));
     }
-    const auto along = [&](const Crossing& crossing) {
-        return Length(crossing.at - paths[crossing.first][crossing.firstSegment]);
+    const auto isBefore = [&](const Crossing& a, const Crossing& b) {
+        if (a.first != b.first || a.second != b.second || a.firstSegment != b.firstSegment)
+            return std::tie(a.first, a.second, a.firstSegment) < std::tie(b.first, b.second, b.firstSegment);
+        const Point start = paths[a.first][a.firstSegment];
+        const double alongA = Length(a.at - start), alongB = Length(b.at - start);
+        return alongA != alongB ? alongA < alongB : a.secondSegment < b.secondSegment;
     };
-    std::sort(crossings.begin(), crossings.end(), [&](const Crossing& a, const Crossing& b) {
-        return std::tuple(a.first, a.second, a.firstSegment, along(a), a.secondSegment) <
-               std::tuple(b.first, b.second, b.firstSegment, along(b), b.secondSegment);
-    });
+    std::sort(crossings.begin(), crossings.end(), isBefore);
     return crossings;
 }
 
