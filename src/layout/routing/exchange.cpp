@@ -30,7 +30,13 @@ class PieceExchanger {
   public:
     PieceExchanger(std::vector<Path>& paths, const std::vector<Line>& lines, const std::vector<Rect>& boxes,
                    double lineGap, Turns turns)
-        : paths_(paths), lines_(lines), boxes_(boxes), lineGap_(lineGap), turns_(turns) {}
+        : paths_(paths),
+          lines_(lines),
+          boxes_(boxes),
+          lineGap_(lineGap),
+          turns_(turns),
+          crossings_(paths),
+          isChanged_(paths.size(), 1) {}
 
     /// One exchange for each line at most. False when there is none.
     bool Round();
@@ -47,6 +53,8 @@ class PieceExchanger {
     Obstacles boxes_;
     double lineGap_;
     Turns turns_;
+    CrossingFinder crossings_;
+    std::vector<char> isChanged_;  ///< In the round before; what was left between others is left again.
     double hair_ = kFirstHair;
 };
 
@@ -181,7 +189,7 @@ bool PieceExchanger::ExchangeBetween(std::span<const Crossing> crossings) {
 }
 
 bool PieceExchanger::Round() {
-    const std::vector<Crossing> crossings = CrossingsOf(paths_);
+    const std::vector<Crossing> crossings = crossings_.Find(isChanged_);
     if (crossings.size() > kMostCrossingsOfALine * paths_.size()) return false;
     std::vector<char> isChanged(paths_.size());
     bool changed = false;
@@ -195,8 +203,11 @@ bool PieceExchanger::Round() {
             continue;
         if (!(ofPair.size() > 1 ? ExchangeBetween(ofPair) : ExchangeToEnd(ofPair))) continue;
         isChanged[p] = isChanged[q] = 1;
+        crossings_.Update(p);
+        crossings_.Update(q);
         changed = true;
     }
+    isChanged_ = std::move(isChanged);
     return changed;
 }
 
