@@ -22,6 +22,7 @@ Neighbours NeighboursOf(const Graph& graph) {
 }
 
 int MostReach(const Neighbours& neighbours) {
+    constexpr double kRounding = 1e-6;
     std::vector<int> distance(neighbours.size()), walk;
     int best = 0;
     double bestReach = -1;
@@ -30,7 +31,14 @@ int MostReach(const Neighbours& neighbours) {
         walk.assign(1, static_cast<int>(i));
         distance[i] = 0;
         double reach = 0;
+        int next = 0;
         for (std::size_t k = 0; k < walk.size(); ++k) {
+            if (distance[At(walk[k])] == next) {
+                // What is not found yet is at that distance at least: many boxes cannot win any more.
+                ++next;
+                const auto left = static_cast<double>(neighbours.size() - walk.size());
+                if (reach + left / next < bestReach - kRounding) break;
+            }
             for (const int other : neighbours[At(walk[k])]) {
                 if (distance[At(other)] >= 0) continue;
                 distance[At(other)] = distance[At(walk[k])] + 1;
