@@ -18,7 +18,7 @@ constexpr double kFirstHair = 0.01;  // less than any distance of lines
 constexpr int kMostRounds = 60;
 constexpr int kMostRoundsOfHairs = 15;  // each half of the one before
 // In drawings beyond that nobody follows a line, and each exchange costs it a bend.
-constexpr std::size_t kMostCrossingsOfALine = 50;
+constexpr std::size_t kMostCrossingsOfALine = 20;
 
 using Path = std::vector<Point>;
 

@@ -91,14 +91,18 @@ std::vector<Point> SpreadAroundLabels(const Graph& graph, const Attempt& attempt
 }
 
 /// Draws until all labels and lines have space, each time with more where there was none, and takes the best.
-/// Boxes that stay where they are make no more space for a few labels that found none then, either.
+/// Boxes that stay where they are make no more space for a few labels that found none then, either. Pairs of
+/// lines, which may all cross, say how much an attempt costs: where there are thousands of lines, a few
+/// labels more that find no space are worth less than the time.
 template <typename F>
 Attempt BestOf(const Graph& graph, std::vector<Point> centers, Draws draws, F&& draw) {
     constexpr int kMostAttempts = 8, kMostInVain = 3;
     constexpr double kWorthIt = 0.8;
     const double spread = draws == Draws::Together ? 1.15 : 1.05;
-    const std::size_t tolerated = draws == Draws::Together ? 0 : graph.lines.size() / 20;
+    const std::size_t tolerated = graph.lines.size() / (draws == Draws::Together ? 2000 : 20);
     constexpr std::size_t kManyDoubtful = 100;
+    constexpr std::size_t kMostPairs = 16'000'000;  // in all attempts; two there are always
+    const std::size_t pairs = graph.lines.size() * graph.lines.size();
     Attempt best;
     for (int number = 0, inVain = 0; number < kMostAttempts && inVain < kMostInVain; ++number) {
         Attempt attempt = draw(centers, number);
@@ -111,6 +115,8 @@ Attempt BestOf(const Graph& graph, std::vector<Point> centers, Draws draws, F&& 
         inVain = isWorthIt ? 0 : isHopeless ? kMostInVain : inVain + 1;
         if (number == 0 || attempt.Doubtful() < best.Doubtful()) best = std::move(attempt);
         if (best.Doubtful() <= tolerated) break;
+        const auto attempts = static_cast<std::size_t>(number) + 1;
+        if (attempts > 1 && attempts * pairs > kMostPairs) break;
     }
     return best;
 }
@@ -163,7 +169,9 @@ std::size_t PointsIn(const Points& paths) {
 /// Lines exchange pieces, get space, and exchange what they can then.
 template <typename F>
 void ExchangePieces(Sketch& sketch, double lineGap, F&& makeSpace) {
-    constexpr int kLeastTimes = 2, kMostTimes = 4;
+    constexpr int kLeastTimes = 2;
+    constexpr std::size_t kManyLines = 2000;  // space for so many takes longer than all the rest
+    const int mostTimes = sketch.lines.size() > kManyLines ? kLeastTimes : 4;
     constexpr std::size_t kMostPoints = 4;  // to one before
     const std::size_t before = PointsIn(sketch.paths);
     for (int times = 1;; ++times) {
@@ -172,7 +180,7 @@ void ExchangePieces(Sketch& sketch, double lineGap, F&& makeSpace) {
         if (exchanged == Exchanged::None) return;
         for (std::size_t line = 0; line < sketch.paths.size(); ++line)
             sketch.firstSegments[line] = FirstSegmentOf(sketch.paths[line]);
-        if (times == kMostTimes || (times >= kLeastTimes && exchanged == Exchanged::All)) return;
+        if (times == mostTimes || (times >= kLeastTimes && exchanged == Exchanged::All)) return;
         if (PointsIn(sketch.paths) > kMostPoints * before) return;
         makeSpace();
     }
