@@ -25,6 +25,20 @@ TEST(CrossingsOf, TellsThePathsInTheirOrderAndWhereTheyCross) {
     EXPECT_EQ(crossings[2].secondSegment, 2u);
 }
 
+TEST(CrossingFinder, FindsThoseOfWantedPathsAsTheyAreNow) {
+    Paths paths{{{0, 0}, {10, 0}}, {{2, -1}, {2, 1}}, {{4, -1}, {4, 1}}, {{-1, 3}, {9, 3}}};
+    CrossingFinder finder(paths);
+    paths[1] = {{6, -1}, {6, 4}};
+    finder.Update(1);
+    for (int times = 0; times < 2; ++times) {
+        const std::vector<Crossing> crossings = finder.Find({0, 1, 0, 1});
+        ASSERT_THAT(crossings, SizeIs(2));
+        EXPECT_EQ(crossings[0].at, (Point{6, 0}));
+        EXPECT_EQ(crossings[1].at, (Point{6, 3}));
+        EXPECT_EQ(crossings[1].second, 3u);
+    }
+}
+
 TEST(ExchangePieces, NothingCrossesThatSharesAnEndOrCrossedTwice) {
     const std::vector<Rect> boxes{{-1, -1, 1, 1}, {9, -1, 11, 1}, {9, 5, 11, 7}, {4, 2, 6, 3}};
     const struct {
