@@ -191,8 +191,11 @@ double SqueezeAt(PlaceDepth depth) {
     return depth == PlaceDepth::Deep ? 0.8 : depth == PlaceDepth::Shallow ? 0.88 : 0.85;
 }
 
-Attempt DrawWithRightAngles(const Graph& graph, const std::vector<Point>& centers, const Style& style,
-                            double squeeze) {
+enum class Pieces { Exchanged, Kept };
+
+/// Lines with right angles and their labels, with the space that they need.
+Sketch SketchWithSpace(const Graph& graph, const std::vector<Point>& centers, const Style& style,
+                       double squeeze, Pieces pieces) {
     const auto makeSpace = [&](Sketch& sketch, double by) {
         MakeSpace(sketch, style.boxGapX, style.boxGapY, style.lineGap, by);
     };
@@ -201,7 +204,8 @@ Attempt DrawWithRightAngles(const Graph& graph, const std::vector<Point>& center
     makeSpace(first, squeeze);
     Sketch sketch = SketchWithRightAngles(graph, std::move(first.boxes), style);
     Untangle(sketch);
-    ExchangePieces(sketch, style.lineGap, [&] { makeSpace(sketch, squeeze); });
+    if (pieces == Pieces::Exchanged)
+        ExchangePieces(sketch, style.lineGap, [&] { makeSpace(sketch, squeeze); });
     ChooseLabelSpots(sketch);
     makeSpace(sketch, squeeze);
     std::vector<std::vector<char>> tried;
@@ -211,7 +215,25 @@ Attempt DrawWithRightAngles(const Graph& graph, const std::vector<Point>& center
         makeSpace(sketch, 1);
         covered = CoveredLabels(sketch);
     }
+    return sketch;
+}
 
+bool KeepsOffBoxes(const Sketch& sketch) {
+    constexpr double kTouch = 1e-6;
+    const Obstacles boxes(sketch.boxes);
+    return std::ranges::all_of(sketch.paths, [&](const std::vector<Point>& path) {
+        for (std::size_t i = 1; i < path.size(); ++i)
+            if (boxes.Bar(path[i - 1], path[i], -kTouch, -1, -1)) return false;
+        return true;
+    });
+}
+
+Attempt DrawWithRightAngles(const Graph& graph, const std::vector<Point>& centers, const Style& style,
+                            double squeeze) {
+    Sketch sketch = SketchWithSpace(graph, centers, style, squeeze, Pieces::Exchanged);
+    // Lines that exchanged many pieces may ask for space that cannot be had, and end up in a box.
+    if (!KeepsOffBoxes(sketch)) sketch = SketchWithSpace(graph, centers, style, squeeze, Pieces::Kept);
+    std::vector<std::size_t> covered = CoveredLabels(sketch);
     Attempt drawn;
     for (std::size_t i = 0; i < graph.boxes.size(); ++i) drawn.centers.push_back(sketch.boxes[i].Center());
     for (std::size_t i = 0; i < graph.lines.size(); ++i) {
