@@ -84,8 +84,15 @@ bool IsFlat(Point a, Point b, Point c) {
     return chord < kHair || std::fabs(Cross(b - a, c - a)) / chord / 2 < kHair;
 }
 
+/// Whether the line goes on in another direction behind b, however short it is there.
+bool Turns(Point a, Point b, Point c) {
+    constexpr double kLeastTurn = 0.01;  // sine of the angle
+    return std::fabs(Cross(b - a, c - b)) > kLeastTurn * Length(b - a) * Length(c - b);
+}
+
 /// The corners become quadratic curves between the middles of their segments; the end segments stay straight
-/// up to their middle, and so do lines past points that are no corners.
+/// up to their middle, and so do lines past points that are no corners. A curve too small to be seen is a
+/// corner.
 void WriteCurves(RouteRows& rows, const std::vector<Point>& points) {
     rows.MoveTo(points.front());
     bool straight = true;  // since the last row
@@ -93,6 +100,7 @@ void WriteCurves(RouteRows& rows, const std::vector<Point>& points) {
         const bool isFlat = IsFlat(points[i - 1], points[i], points[i + 1]);
         if (!isFlat && straight) rows.LineTo(Middle(points[i - 1], points[i]));
         if (!isFlat) rows.CurveTo(points[i], Middle(points[i], points[i + 1]));
+        if (isFlat && Turns(points[i - 1], points[i], points[i + 1])) rows.LineTo(points[i]);
         straight = isFlat;
     }
     rows.LineTo(points.back());
