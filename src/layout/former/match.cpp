@@ -112,7 +112,8 @@ FormerPlaces PlacesOf(const Matches& matches, const Placement& former) {
     const auto kept = static_cast<std::size_t>(
         std::count_if(matches.boxes.begin(), matches.boxes.end(), [](int box) { return box >= 0; }));
     const std::size_t changed = matches.boxes.size() + former.centers.size() - 2 * kept;
-    if (3 * changed > std::max(matches.boxes.size(), former.centers.size())) return {};
+    constexpr std::size_t kFew = 3, kShare = 10;
+    if (changed > std::max(kFew, std::max(matches.boxes.size(), former.centers.size()) / kShare)) return {};
     FormerPlaces places;
     for (const int box : matches.boxes)
         places.centers.push_back(box < 0 ? std::nullopt : std::optional(former.centers[At(box)]));
@@ -122,7 +123,7 @@ FormerPlaces PlacesOf(const Matches& matches, const Placement& former) {
 }
 
 bool CanStay(const Graph& graph, const Matches& matches, const Graph& formerGraph, const Placement& former) {
-    constexpr double kTouch = 1e-6;
+    constexpr double kTouch = 1e-6, kMostAway = 0.15;  // inches
     if (!AllMatched(matches.boxes, formerGraph.boxes.size()) ||
         !AllMatched(matches.lines, formerGraph.lines.size()))
         return false;
@@ -141,8 +142,10 @@ bool CanStay(const Graph& graph, const Matches& matches, const Graph& formerGrap
             !IsOnBorder(route.points.back(), boxes[At(line.to)].Grown(kTouch / 2)) ||
             RunsThroughAny(route.points, boxes))
             return false;
-        if (line.labelWidth > 0)
-            labels.push_back(RectAround(route.label, line.labelWidth - kTouch, line.labelHeight - kTouch));
+        if (line.labelWidth <= 0) continue;
+        const Rect label = RectAround(route.label, line.labelWidth - kTouch, line.labelHeight - kTouch);
+        if (!RunsThroughAny(route.points, {label.Grown(kMostAway)})) return false;
+        labels.push_back(label);
     }
     return !AnyOverlap(boxes, boxes) && !AnyOverlap(labels, boxes) && !AnyOverlap(labels, labels);
 }

@@ -16,13 +16,13 @@ struct Matches {
 /// they lead to the same boxes. Lines are matched by their boxes, of several in their order.
 Matches MatchGraphs(const Graph& graph, const Graph& former, std::vector<int> named);
 
-/// The places of what is matched; none when more than a third of the boxes came or went, for then there is
-/// little to find again.
+/// The places of what is matched; none when more than three boxes and a tenth of all came or went: the order
+/// of before would then cost more than it helps.
 FormerPlaces PlacesOf(const Matches& matches, const Placement& former);
 
 /// Whether the drawing of before can stand as it is: it shows all boxes in their size, all lines from box to
-/// box, and nothing else, no box, line or label is over a box, and no label over a label. A person may have
-/// moved its boxes.
+/// box, and nothing else, no box, line or label is over a box, no label over a label, and each label is at
+/// its line. A person may have moved its boxes.
 bool CanStay(const Graph& graph, const Matches& matches, const Graph& formerGraph, const Placement& former);
 
 }  // namespace norvelis::layout

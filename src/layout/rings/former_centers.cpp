@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <limits>
 
+#include "layout/geometry/obstacles.h"
 #include "layout/graph/reach.h"
 #include "layout/rings/gaps.h"
 #include "layout/spacing/spacing.h"
@@ -17,17 +18,33 @@ class Placer {
         : graph_(graph),
           gaps_(LeastGaps(graph, style)),
           centers_(former.centers),
-          neighbours_(NeighboursOf(graph)) {}
+          neighbours_(NeighboursOf(graph)),
+          placed_(BoundsOf(KnownBoxes()), kSquare) {
+        for (std::size_t i = 0; i < centers_.size(); ++i)
+            if (centers_[i]) placed_.Add(At(i, *centers_[i]), static_cast<int>(i));
+    }
 
     std::vector<Rect> Place() {
-        for (int next = Next(); next >= 0; next = Next())
-            centers_[static_cast<std::size_t>(next)] = FreePlaceFor(next);
+        for (int next = Next(); next >= 0; next = Next()) {
+            const auto box = static_cast<std::size_t>(next);
+            centers_[box] = FreePlaceFor(next);
+            placed_.Add(At(box, *centers_[box]), next);
+        }
         std::vector<Rect> boxes;
         for (std::size_t i = 0; i < centers_.size(); ++i) boxes.push_back(At(i, *centers_[i]));
         return boxes;
     }
 
   private:
+    static constexpr double kSquare = 4;  // inches
+
+    std::vector<Rect> KnownBoxes() const {
+        std::vector<Rect> boxes;
+        for (std::size_t i = 0; i < centers_.size(); ++i)
+            if (centers_[i]) boxes.push_back(At(i, *centers_[i]));
+        return boxes;
+    }
+
     Rect At(std::size_t box, Point center) const {
         return RectAround(center, graph_.boxes[box].width, graph_.boxes[box].height);
     }
@@ -78,15 +95,20 @@ class Placer {
 
     bool IsFree(const Rect& place) const {
         const Rect space{place.x0 - gaps_.x, place.y0 - gaps_.y, place.x1 + gaps_.x, place.y1 + gaps_.y};
-        for (std::size_t i = 0; i < centers_.size(); ++i)
-            if (centers_[i] && Overlap(At(i, *centers_[i]), space)) return false;
-        return true;
+        bool free = true;
+        placed_.Near(space, [&](int other) {
+            const auto i = static_cast<std::size_t>(other);
+            free = !Overlap(At(i, *centers_[i]), space);
+            return free;
+        });
+        return free;
     }
 
     const Graph& graph_;
     Gaps gaps_;
     std::vector<std::optional<Point>> centers_;
     Neighbours neighbours_;
+    SpatialIndex placed_;
 };
 
 }  // namespace

@@ -97,7 +97,7 @@ TEST(Former, ADrawingOfWhichMuchChangedIsNotGoneBy) {
         return !PlacesOf(matches, before).centers.empty();
     };
     EXPECT_TRUE(kept(9, 9));
-    EXPECT_TRUE(kept(9, 12) && kept(6, 6)) << "a third came, or went";
+    EXPECT_TRUE(kept(9, 12) && kept(6, 6)) << "three came, or went";
     EXPECT_FALSE(kept(9, 14) || kept(5, 5) || kept(7, 9));
 }
 
@@ -127,6 +127,9 @@ TEST(Former, ADrawingStaysOnlyWhileItShowsWhatThereIsAndKeepsTheRules) {
         before.centers[2] = {-2, 0};
     })) << "moved on another";
     EXPECT_FALSE(stays(graph, all, [](Placement& before) { before.routes[0].label = {0, 5}; }));
+    EXPECT_FALSE(stays(graph, all, [](Placement& before) {
+        before.routes[0].label = {-60, 2};
+    })) << "far from its line";
     EXPECT_FALSE(stays(graph, all, [](Placement& before) {
         before.routes[0].points = {{-0.5, 4.5}, {4, 0}, {-2, 0}};
     })) << "through the third box";
