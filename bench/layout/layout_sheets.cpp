@@ -30,7 +30,7 @@ std::optional<Graph> GraphNamed(const std::string& name) {
     return std::nullopt;
 }
 
-/// The picture put into a sheet. A drawing that is higher than wide lies on an portrait sheet, which is shown
+/// The picture put into a sheet. A drawing that is higher than wide lies on a portrait sheet, which is shown
 /// smaller.
 std::string Sheet(double left, const std::string& by, const Graph& graph, const Placement& placement) {
     const Quality quality = Measure(graph, placement);

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <cstdlib>
 #include <map>
@@ -22,7 +23,10 @@ struct Markup {
     std::vector<double> numbers;
 };
 
+/// A color's figures are no number.
 bool StartsNumber(const std::string& text, std::size_t at) {
+    if (at > 0 && (text[at - 1] == '#' || std::isxdigit(static_cast<unsigned char>(text[at - 1])) != 0))
+        return false;
     const auto isDigit = [&](std::size_t i) { return i < text.size() && text[i] >= '0' && text[i] <= '9'; };
     return isDigit(at) || (text[at] == '-' && isDigit(at + 1));
 }
