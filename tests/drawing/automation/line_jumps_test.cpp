@@ -2,7 +2,12 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cstdio>
+
+#include "drawing/package/package.h"
+#include "drawing/render/sample_drawing.h"
+#include "drawing/session/connectors.h"
 
 namespace norvelis::drawing {
 namespace {
@@ -46,6 +51,20 @@ TEST(FindJumps, HorizontalSegmentsJumpOverWhatCrossesThem) {
         {"not of curves", Path({{0, 1}, {2, 1}, {4, 1}}, true), {down(1)}, ""},
     };
     for (const auto& c : cases) EXPECT_EQ(JumpsOver(c.route, c.others), c.jumps) << c.what;
+}
+
+TEST(WriteRoute, ABendThatIsTooShortForACurveStaysABend) {
+    SampleDrawing sample;
+    sample.AddLine(0.5, 0.5, 3, 3, 0.01, "#000000");
+    Workshop workshop({});
+    OpenDocument document(workshop, ReadPackage(WritePackage(sample.document)), "", false);
+    Page& page = *document.model->pages.front();
+    Shape& line = *page.shapes.front();
+    const Point bend{3, 0.5};
+    const std::vector<Point> points{{0.5, 0.5}, {2.9999, 0.5}, bend, {3, 0.5001}, {3, 3}};
+    WriteRoute(document, page, line, Path(points, true), {});
+    const std::vector<Point> drawn = RouteOf(document, page, line);
+    EXPECT_TRUE(std::ranges::any_of(drawn, [&](Point point) { return Length(point - bend) < 0.001; }));
 }
 
 }  // namespace
