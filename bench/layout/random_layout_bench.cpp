@@ -12,6 +12,7 @@
 #include <string>
 #include <string_view>
 
+#include "layout/choices.h"
 #include "layout/graph/graph.h"
 #include "layout/metrics.h"
 #include "layout/place_and_route.h"
@@ -25,16 +26,6 @@ namespace norvelis::layout {
 namespace {
 
 constexpr unsigned kHangs = 120;  ///< Seconds after which a drawing counts as hanging.
-
-const struct {
-    const char* name;
-    Style style;
-} choices[] = {
-    {"Default", StyleOfCells(1, 0, 5, 0)},           {"RadialDefault", StyleOfCells(3, 2, 2, 2)},
-    {"RadialRightAngle", StyleOfCells(3, 3, 1, 1)},  {"RadialSimpleVH", StyleOfCells(3, 3, 22, 2)},
-    {"TopToBottom", StyleOfCells(1, 1, 3, 1)},       {"LeftToRight", StyleOfCells(2, 1, 1, 2)},
-    {"CircularSimpleHV", StyleOfCells(6, 2, 21, 2)}, {"CircularDeep", StyleOfCells(6, 2, 0, 0)},
-};
 
 class RandomGraph {
   public:
