@@ -6,6 +6,8 @@
 #include <map>
 #include <utility>
 
+#include "layout/geometry/obstacles.h"
+
 namespace norvelis::layout {
 
 namespace {
@@ -84,19 +86,22 @@ bool AllMatched(const std::vector<int>& matches, std::size_t count) {
     return matches.size() == count && std::find(matches.begin(), matches.end(), -1) == matches.end();
 }
 
-bool AnyOverlap(const std::vector<Rect>& some, const std::vector<Rect>& others) {
-    for (const Rect& a : some)
-        for (const Rect& b : others)
-            if (&a != &b && Overlap(a, b)) return true;
+bool AnyOverlap(const std::vector<Rect>& rects) {
+    for (std::size_t i = 0; i < rects.size(); ++i)
+        for (std::size_t k = 0; k < i; ++k)
+            if (Overlap(rects[i], rects[k])) return true;
     return false;
 }
 
-bool RunsThroughAny(const std::vector<Point>& path, const std::vector<Rect>& boxes) {
-    for (std::size_t p = 1; p < path.size(); ++p) {
-        const Rect reach = RectOf(path[p - 1], path[p]).Grown(1e-6);
-        for (const Rect& box : boxes)
-            if (Overlap(reach, box) && SegmentHits(path[p - 1], path[p], box)) return true;
-    }
+bool RunsThroughAny(const std::vector<Point>& path, const Obstacles& boxes) {
+    for (std::size_t p = 1; p < path.size(); ++p)
+        if (boxes.Bar(path[p - 1], path[p], 0, -1, -1)) return true;
+    return false;
+}
+
+bool Passes(const std::vector<Point>& path, const Rect& rect) {
+    for (std::size_t p = 1; p < path.size(); ++p)
+        if (SegmentHits(path[p - 1], path[p], rect)) return true;
     return false;
 }
 
@@ -134,20 +139,22 @@ bool CanStay(const Graph& graph, const Matches& matches, const Graph& formerGrap
         const Point center = former.centers[At(matches.boxes[i])];
         boxes.push_back(RectAround(center, box.width - kTouch, box.height - kTouch));
     }
+    const Obstacles obstacles(boxes);
     for (std::size_t k = 0; k < graph.lines.size(); ++k) {
         const Line& line = graph.lines[k];
         const Route& route = former.routes[At(matches.lines[k])];
         if (route.points.size() < 2 ||
             !IsOnBorder(route.points.front(), boxes[At(line.from)].Grown(kTouch / 2)) ||
             !IsOnBorder(route.points.back(), boxes[At(line.to)].Grown(kTouch / 2)) ||
-            RunsThroughAny(route.points, boxes))
+            RunsThroughAny(route.points, obstacles))
             return false;
         if (line.labelWidth <= 0) continue;
         const Rect label = RectAround(route.label, line.labelWidth - kTouch, line.labelHeight - kTouch);
-        if (!RunsThroughAny(route.points, {label.Grown(kMostAway)})) return false;
+        if (!Passes(route.points, label.Grown(kMostAway))) return false;
+        if (obstacles.Cover(label)) return false;
         labels.push_back(label);
     }
-    return !AnyOverlap(boxes, boxes) && !AnyOverlap(labels, boxes) && !AnyOverlap(labels, labels);
+    return !AnyOverlap(boxes) && !AnyOverlap(labels);
 }
 
 }  // namespace norvelis::layout
